@@ -1,0 +1,27 @@
+# The level that we build at. Public headers are free of warnings at it, for GCC
+# and Clang, in C++17 and C++20.
+if(MSVC)
+  set(FL_WARNINGS /W4 /permissive-)
+  set(FL_WARNINGS_AS_ERRORS /WX)
+else()
+  set(FL_WARNINGS -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor
+      -Woverloaded-virtual -Wcast-qual -Wformat=2)
+  set(FL_WARNINGS_AS_ERRORS -Werror)
+endif()
+
+# How our own code is compiled, wherever it stands: the library, tests, tools.
+function(fl_compile_as_ours target)
+  target_compile_features(${target} PRIVATE cxx_std_20)
+  set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF)
+  target_compile_options(${target} PRIVATE ${FL_WARNINGS})
+  if(FL_FILESYSTEM_WARNINGS_AS_ERRORS)
+    target_compile_options(${target} PRIVATE ${FL_WARNINGS_AS_ERRORS})
+  endif()
+  if(MSVC)
+    target_compile_options(${target} PRIVATE /utf-8 /EHsc)
+  endif()
+  if(WIN32)
+    # the wide functions only, no min and max macros, Windows 10
+    target_compile_definitions(${target} PRIVATE UNICODE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0A00)
+  endif()
+endfunction()

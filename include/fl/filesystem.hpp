@@ -1,0 +1,14 @@
+#ifndef FL_FILESYSTEM_HPP
+#define FL_FILESYSTEM_HPP
+// Public. The whole interface of the library.
+
+#include <fl/filesystem/access_forms.hpp>
+#include <fl/filesystem/config.hpp>
+#include <fl/filesystem/exceptions.hpp>
+#include <fl/filesystem/operations.hpp>
+#include <fl/filesystem/path.hpp>
+#include <fl/filesystem/pathname.hpp>
+#include <fl/filesystem/pathname_traits.hpp>
+#include <fl/filesystem/windows.hpp>
+
+#endif

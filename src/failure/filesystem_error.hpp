@@ -1,0 +1,20 @@
+#ifndef FL_FILESYSTEM_SRC_FAILURE_FILESYSTEM_ERROR_HPP
+#define FL_FILESYSTEM_SRC_FAILURE_FILESYSTEM_ERROR_HPP
+// The common end of operations that go through the standard filesystem facility:
+// its error codes become exceptions that name what the caller wrote.
+
+#include <fl/filesystem/path.hpp>
+
+#include <optional>
+#include <system_error>
+
+namespace fl::filesystem::detail {
+
+/// Returns if `ec` holds no error; else throws what its value stands for as a
+/// Win32 code, whatever its category, naming `first` or nothing. Takes the path by
+/// value: it outlives the strings that went to the system.
+void throw_on_filesystem_error(std::error_code ec, std::optional<upath> first);
+
+} // namespace fl::filesystem::detail
+
+#endif

@@ -1,0 +1,153 @@
+#include "platform/standard_filesystem.hpp"
+
+#include "pathname/shapes.hpp"
+#include "platform/filled_buffer.hpp"
+
+#include <windows.h>
+
+#include <algorithm>
+
+namespace fl::filesystem::detail::standard {
+
+namespace {
+
+std::error_code system_code(DWORD code)
+{
+    return {static_cast<int>(code), std::system_category()};
+}
+
+/// The index of the first separator of either kind at or after `from`, or the
+/// size of the text.
+template <typename Char>
+std::size_t find_separator(std::basic_string_view<Char> text, std::size_t from)
+{
+    while (from < text.size() && !is_separator(text[from]))
+        ++from;
+    return from;
+}
+
+/// The index of the first unit at or after `from` that is no separator, or the
+/// size of the text.
+template <typename Char>
+std::size_t skip_separators(std::basic_string_view<Char> text, std::size_t from)
+{
+    while (from < text.size() && is_separator(text[from]))
+        ++from;
+    return from;
+}
+
+/// Whether `text` begins with one of `\\?\`, `\\.\` and `\??\`, and no further
+/// separator stands behind it.
+template <typename Char>
+bool has_namespace_prefix(std::basic_string_view<Char> text)
+{
+    if (is_separator(unit_at(text, 4)))
+        return false;
+    bool const is_object_prefix = text.size() >= 4 && is_separator(text[0]) && text[1] == '?' &&
+                                  text[2] == '?' && is_separator(text[3]);
+    return is_object_prefix || is_long_prefix_at(text, 0) || is_device_prefix_at(text, 0);
+}
+
+/// The length of the root name: drive, server, or prefix without its last
+/// separator.
+template <typename Char>
+std::size_t root_name_length(std::basic_string_view<Char> text)
+{
+    // C:
+    if (is_drive_at(text, 0))
+        return 2;
+    // \\? of \\?\foo
+    if (has_namespace_prefix(text))
+        return 3;
+    // \\server
+    bool const is_server = text.size() >= 3 && is_separator(text[0]) && is_separator(text[1]) &&
+                           !is_separator(text[2]);
+    return is_server ? find_separator(text, 2) : 0;
+}
+
+/// Where the elements of `text` begin. Behind `\\?\` a drive counts to the root:
+/// it is nothing that could be created.
+std::size_t root_length(std::wstring_view text)
+{
+    std::size_t const root = skip_separators(text, root_name_length(text));
+    bool const is_long_drive = root == 4 && is_long_prefix_at(text, 0) && is_drive_at(text, 4);
+    return is_long_drive ? skip_separators(text, 6) : root;
+}
+
+/// The codes for a name that can't be reached, on a disk or on a network.
+bool is_not_found(std::error_code const &ec)
+{
+    constexpr DWORD codes[] = {ERROR_FILE_NOT_FOUND,  ERROR_PATH_NOT_FOUND, ERROR_BAD_NETPATH,
+                               ERROR_NETNAME_DELETED, ERROR_INVALID_NAME,   ERROR_DIRECTORY};
+    return std::find(std::begin(codes), std::end(codes), static_cast<DWORD>(ec.value())) !=
+           std::end(codes);
+}
+
+} // namespace
+
+template <typename Char>
+bool is_absolute(std::basic_string_view<Char> text)
+{
+    if (is_drive_at(text, 0))
+        return is_separator(unit_at(text, 2));
+    return root_name_length(text) > 0;
+}
+
+template bool is_absolute(std::u16string_view);
+template bool is_absolute(std::wstring_view);
+
+std::wstring absolute(std::wstring const &text, std::error_code &ec)
+{
+    ec.clear();
+    if (text.empty())
+        return {};
+    DWORD code = ERROR_SUCCESS;
+    auto full = filled_buffer(260, growth::until_it_fits, [&](wchar_t *buffer, DWORD room) {
+        DWORD const answer = ::GetFullPathNameW(text.c_str(), room, buffer, nullptr);
+        code = ::GetLastError();
+        return answer;
+    });
+    if (full)
+        return *std::move(full);
+    ec = system_code(code);
+    return {};
+}
+
+bool create_directory(std::wstring const &text, std::error_code &ec)
+{
+    ec.clear();
+    if (::CreateDirectoryW(text.c_str(), nullptr))
+        return true;
+    DWORD const code = ::GetLastError();
+    if (code == ERROR_ALREADY_EXISTS) {
+        DWORD const attributes = ::GetFileAttributesW(text.c_str());
+        if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0)
+            return false;
+    }
+    ec = system_code(code);
+    return false;
+}
+
+bool create_directories(std::wstring const &text, std::error_code &ec)
+{
+    ec.clear();
+    if (text.empty()) {
+        ec = system_code(ERROR_PATH_NOT_FOUND);
+        return false;
+    }
+    bool created = false;
+    std::error_code noted;
+    std::size_t begin = root_length(text);
+    while (begin < text.size()) {
+        std::size_t const end = find_separator<wchar_t>(text, begin);
+        created = create_directory(text.substr(0, end), ec);
+        if (ec && !is_not_found(ec))
+            noted = ec;
+        begin = skip_separators<wchar_t>(text, end);
+    }
+    if (ec && noted)
+        ec = noted;
+    return created;
+}
+
+} // namespace fl::filesystem::detail::standard

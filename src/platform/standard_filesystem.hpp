@@ -1,0 +1,42 @@
+#ifndef FL_FILESYSTEM_SRC_PLATFORM_STANDARD_FILESYSTEM_HPP
+#define FL_FILESYSTEM_SRC_PLATFORM_STANDARD_FILESYSTEM_HPP
+// The standard library's filesystem facility as it behaves on Windows, over Win32
+// calls: what the facility of one toolchain knows of drives, shares and links,
+// that of another doesn't, and what is tested must be what ships.
+//
+// Names, arguments and results are those of `std::filesystem`, with a wide text
+// for a path. Only the error-code forms are here. A code is the system's own, in
+// the system category; success clears it.
+
+#include <string>
+#include <string_view>
+#include <system_error>
+
+namespace fl::filesystem::detail::standard {
+
+/// Whether `text` has a drive with a separator behind it, or any other root name:
+/// a server, or one of the prefixes `\\?\`, `\\.\` and `\??\`. Pure text.
+template <typename Char>
+bool is_absolute(std::basic_string_view<Char> text);
+
+extern template bool is_absolute(std::u16string_view);
+extern template bool is_absolute(std::wstring_view);
+
+/// Returns what `GetFullPathNameW` makes of `text`; the empty text is answered
+/// without a call.
+std::wstring absolute(std::wstring const &text, std::error_code &ec);
+
+/// Creates one directory and returns whether it did. That a directory is there
+/// already is no error.
+bool create_directory(std::wstring const &text, std::error_code &ec);
+
+/// Creates each element of `text` behind its root, from the root downward, and
+/// returns whether the last one was created. A level that exists is no error. If
+/// the last level ends well there is no error at all; otherwise it is the last
+/// one that wasn't of a not-found kind, so that the reason why a level couldn't be
+/// made isn't hidden by the levels missing below it.
+bool create_directories(std::wstring const &text, std::error_code &ec);
+
+} // namespace fl::filesystem::detail::standard
+
+#endif
