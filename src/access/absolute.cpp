@@ -1,0 +1,46 @@
+#include "access/absolute.hpp"
+
+#include <fl/filesystem/exceptions.hpp>
+#include <fl/filesystem/operations.hpp>
+
+#include "failure/filesystem_error.hpp"
+#include "failure/throw.hpp"
+#include "platform/code_units.hpp"
+#include "platform/standard_filesystem.hpp"
+
+namespace fl::filesystem {
+
+namespace detail {
+
+upath join_with_base(upath const &p, upath const &base)
+{
+    if (base.empty() || standard::is_absolute<char16_t>(p.native()))
+        return p;
+    if (!standard::is_absolute<char16_t>(base.native()))
+        throw_invalid_argument("Invalid path type for base path");
+    try {
+        return base / p;
+    } catch (InvalidArgument const &) {
+        return p; // a drive or a backslash ahead: the current directories must do
+    }
+}
+
+} // namespace detail
+
+upath absolute(upath const &p, upath const &base)
+{
+    if (p.empty() && base.empty())
+        return upath();
+    upath const joined = detail::join_with_base(p, base);
+    std::error_code ec;
+    std::wstring const full = detail::standard::absolute(joined.wstring(), ec);
+    detail::throw_on_filesystem_error(ec, p);
+    return upath(detail::narrow(full));
+}
+
+std::u16string absolute(std::u16string const &p, std::u16string const &base)
+{
+    return absolute(upath(p), upath(base)).native();
+}
+
+} // namespace fl::filesystem

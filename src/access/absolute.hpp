@@ -1,0 +1,17 @@
+#ifndef FL_FILESYSTEM_SRC_ACCESS_ABSOLUTE_HPP
+#define FL_FILESYSTEM_SRC_ACCESS_ABSOLUTE_HPP
+// What stands behind the operation `absolute` and every form for the system.
+
+#include <fl/filesystem/path.hpp>
+
+namespace fl::filesystem::detail {
+
+/// Returns `p` joined to `base` if `p` isn't absolute and `base` isn't empty, else
+/// a copy of `p`. So does a `p` that can't be joined, such as `\foo`. Throws
+/// `InvalidArgument` "Invalid path type for base path" if a base is needed and
+/// isn't absolute.
+upath join_with_base(upath const &p, upath const &base);
+
+} // namespace fl::filesystem::detail
+
+#endif

@@ -1,0 +1,28 @@
+#ifndef FL_FILESYSTEM_SRC_ACCESS_LONG_PREFIX_HPP
+#define FL_FILESYSTEM_SRC_ACCESS_LONG_PREFIX_HPP
+// The prefixes `\\?\` and `\\?\UNC\`, which lift the length limits of the system.
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace fl::filesystem::detail {
+
+/// Returns `text` behind the long prefix that its path type calls for, or as it
+/// is if it has one. Throws `InvalidArgument` "Long UNC path without root not
+/// permitted", without the pathname, on every other type: relative, rooted,
+/// drive-relative, device, and server without share.
+template <typename Result, typename Char>
+std::basic_string<Result> add_long_prefix(std::basic_string_view<Char> text);
+
+extern template std::wstring add_long_prefix(std::u16string_view);
+extern template std::wstring add_long_prefix(std::wstring_view);
+extern template std::u16string add_long_prefix(std::wstring_view);
+
+/// Takes the long prefix off the first `length` units of `path` if at most `limit`
+/// remain, and returns `path`. Otherwise `path` stays as it is.
+std::wstring &strip_long_path_prefix(std::wstring &path, std::size_t length, std::size_t limit);
+
+} // namespace fl::filesystem::detail
+
+#endif
