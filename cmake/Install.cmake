@@ -5,7 +5,8 @@ include(CMakePackageConfigHelpers)
 install(TARGETS fl_filesystem EXPORT fl_filesystem-targets
         RUNTIME COMPONENT runtime
         LIBRARY COMPONENT runtime
-        ARCHIVE COMPONENT development)
+        ARCHIVE COMPONENT development
+        INCLUDES DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
 install(DIRECTORY include/ DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}" COMPONENT development)
 
 set(package_folder "${CMAKE_INSTALL_LIBDIR}/cmake/fl_filesystem")

@@ -261,7 +261,8 @@ public:
     /// Returns the message.
     char const *what() const noexcept override;
 
-private:
+protected:
+    // For classes derived from this one; the numbers have no meaning to a handler.
     std::string message;
     unsigned int code;
     unsigned int subcode;

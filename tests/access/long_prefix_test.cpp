@@ -1,0 +1,139 @@
+#include "access/long_prefix.hpp"
+
+#include "support/failure.hpp"
+#include "support/text.hpp"
+
+#include <gtest/gtest.h>
+
+namespace fl::filesystem::detail {
+namespace {
+
+using test_support::failure_of;
+using test_support::invalid_argument;
+using test_support::printable;
+using test_support::wide;
+
+struct prefix_case
+{
+    char16_t const *text;
+    char16_t const *expected; // null: of a type that can't have a long prefix
+};
+
+constexpr prefix_case prefix_cases[] = {
+    {uR"(C:\foo)", uR"(\\?\C:\foo)"},
+    {uR"(C:\)", uR"(\\?\C:\)"},
+    {uR"(\\server\share)", uR"(\\?\UNC\server\share)"},
+    {uR"(\\server\share\foo)", uR"(\\?\UNC\server\share\foo)"},
+    {uR"(\\?\C:\foo)", uR"(\\?\C:\foo)"},
+    {uR"(\\?\UNC\server\share)", uR"(\\?\UNC\server\share)"},
+    {u"", nullptr},
+    {u"foo", nullptr},
+    {uR"(\foo)", nullptr},
+    {u"C:", nullptr},
+    {u"C:foo", nullptr},
+    {uR"(\\server)", nullptr},
+    {uR"(\\?\C:foo)", nullptr},
+    {uR"(\\?\UNC\server)", nullptr},
+    {uR"(\\.\COM1)", nullptr},
+};
+
+template <typename Result, typename Char>
+void expect_prefixed(std::basic_string_view<Char> text, std::basic_string_view<Char> expected)
+{
+    EXPECT_EQ(add_long_prefix<Result>(text),
+              std::basic_string<Result>(expected.begin(), expected.end()));
+}
+
+TEST(AddLongPrefix, Table)
+{
+    for (auto const &row : prefix_cases) {
+        if (row.expected == nullptr)
+            continue;
+        std::wstring const text = wide(row.text);
+        std::wstring const expected = wide(row.expected);
+        expect_prefixed<wchar_t, char16_t>(row.text, row.expected);
+        expect_prefixed<wchar_t, wchar_t>(text, expected);
+        expect_prefixed<char16_t, wchar_t>(text, expected);
+    }
+}
+
+TEST(AddLongPrefix, RefusesEveryOtherTypeWithOneMessage)
+{
+    auto const refusal = invalid_argument("Long UNC path without root not permitted");
+    for (auto const &row : prefix_cases) {
+        if (row.expected != nullptr)
+            continue;
+        std::wstring const text = wide(row.text);
+        std::string const shown = printable(row.text);
+        EXPECT_EQ(failure_of([&] { add_long_prefix<wchar_t, char16_t>(row.text); }), refusal)
+            << shown;
+        EXPECT_EQ(failure_of([&] { add_long_prefix<wchar_t, wchar_t>(text); }), refusal) << shown;
+        EXPECT_EQ(failure_of([&] { add_long_prefix<char16_t, wchar_t>(text); }), refusal) << shown;
+    }
+}
+
+/// `head` and as many units more as make `size` in all.
+std::wstring of_size(std::wstring const &head, std::size_t size)
+{
+    return head + std::wstring(size - head.size(), L'a');
+}
+
+std::wstring stripped(std::wstring text, std::size_t length, std::size_t limit)
+{
+    std::wstring &result = strip_long_path_prefix(text, length, limit);
+    EXPECT_EQ(&result, &text) << "in place";
+    return text;
+}
+
+std::wstring stripped(std::wstring const &text, std::size_t limit = 259)
+{
+    return stripped(text, text.size(), limit);
+}
+
+TEST(StripLongPathPrefix, DriveAtTheLimit)
+{
+    for (std::size_t const size : {7U, 262U, 263U})
+        EXPECT_EQ(stripped(of_size(LR"(\\?\C:\)", size)), of_size(LR"(C:\)", size - 4)) << size;
+    EXPECT_EQ(stripped(of_size(LR"(\\?\C:\)", 264)), of_size(LR"(\\?\C:\)", 264));
+}
+
+TEST(StripLongPathPrefix, ServerAtTheLimit)
+{
+    for (std::size_t const size : {12U, 264U, 265U})
+        EXPECT_EQ(stripped(of_size(LR"(\\?\UNC\s\)", size)), of_size(LR"(\\s\)", size - 6)) << size;
+    EXPECT_EQ(stripped(of_size(LR"(\\?\UNC\s\)", 266)), of_size(LR"(\\?\UNC\s\)", 266));
+}
+
+TEST(StripLongPathPrefix, Shapes)
+{
+    EXPECT_EQ(stripped(LR"(//?/unc/server/share)"), LR"(\\server/share)") << "either separator";
+    EXPECT_EQ(stripped(LR"(\/?\C:\x)"), LR"(C:\x)");
+    EXPECT_EQ(stripped(LR"(\\?\)"), L"");
+    EXPECT_EQ(stripped(LR"(\\?\UNC\)"), LR"(\\)");
+    EXPECT_EQ(stripped(LR"(\\?\UNC)"), L"UNC") << "no server prefix without its last separator";
+    EXPECT_EQ(stripped(LR"(\\?\anything)"), L"anything");
+    for (wchar_t const *text : {L"", L"C:\\x", L"\\\\server\\share", L"\\\\.\\COM1", L"\\\\?"})
+        EXPECT_EQ(stripped(text), text);
+}
+
+TEST(StripLongPathPrefix, GoesByTheLengthThatItIsGiven)
+{
+    EXPECT_EQ(stripped(LR"(\\?\C:\abc)", 8, 259), LR"(C:\a)") << "the rest goes";
+    EXPECT_EQ(stripped(LR"(\\?\UNC\server)", 10, 259), LR"(\\se)");
+    EXPECT_EQ(stripped(LR"(\\?\UNC\server)", 7, 259), L"UNC")
+        << "seven units are no server prefix, whatever follows them";
+    EXPECT_EQ(stripped(LR"(\\?\C:\abc)", 3, 259), LR"(\\?\C:\abc)") << "nor three a prefix";
+    EXPECT_EQ(stripped(of_size(LR"(\\?\C:\)", 300), 263, 259), of_size(LR"(C:\)", 259));
+}
+
+TEST(StripLongPathPrefix, TakesAnyLimit)
+{
+    std::wstring const longest = of_size(LR"(\\?\C:\)", 32767);
+    EXPECT_EQ(stripped(longest, static_cast<std::size_t>(-1)), longest.substr(4));
+    EXPECT_EQ(stripped(LR"(\\?\C:\)", 2), LR"(\\?\C:\)");
+    EXPECT_EQ(stripped(LR"(\\?\C:\)", 3), LR"(C:\)");
+    EXPECT_EQ(stripped(LR"(\\?\UNC\)", 1), LR"(\\?\UNC\)") << "two backslashes would remain";
+}
+
+} // namespace
+} // namespace fl::filesystem::detail

@@ -1,0 +1,233 @@
+#include <fl/filesystem/operations.hpp>
+
+#include "support/failure.hpp"
+#include "support/workspace.hpp"
+
+#include <gtest/gtest.h>
+
+namespace fl::filesystem {
+namespace {
+
+using test_support::failure;
+using test_support::failure_of;
+using test_support::invalid_argument;
+using test_support::workspace;
+
+using names = std::vector<std::u16string>;
+
+failure exists(std::u16string const &path)
+{
+    return {fsys_excp_file_exists_error, "fl:filesystem:FileExistsError", path, {}, 0};
+}
+
+failure not_found(std::u16string const &path)
+{
+    return {fsys_excp_path_not_found, "fl:filesystem:PathNotFound", path, {}, 0};
+}
+
+failure denied(std::u16string const &path)
+{
+    return {fsys_excp_access_denied, "fl:filesystem:AccessDenied", path, {}, 0};
+}
+
+TEST(CreateDirectory, CreatesTheLastElement)
+{
+    workspace work;
+    create_directory(work.path(u"a"));
+    EXPECT_TRUE(work.is_directory(work.path(u"a")));
+    create_directory(upath(work.path(u"a")) / u"b");
+    EXPECT_TRUE(work.is_directory(work.path(uR"(a\b)")));
+    EXPECT_EQ(work.entries(work.root()), names{u"a"});
+}
+
+TEST(CreateDirectory, ReachesTheDiskByAnyNotation)
+{
+    workspace work;
+    work.change_directory(work.root());
+    create_directory(u"relative");
+    create_directory(std::u16string(u"relative/sub//"));
+    create_directory(uR"(\\?\)" + work.path(u"prefixed"));
+    create_directory(work.root().substr(0, 2) + u"drive-relative");
+    create_directory(work.root().substr(2) + uR"(\rooted)");
+    EXPECT_EQ(work.entries(work.root()),
+              (names{u"drive-relative", u"prefixed", u"relative", u"rooted"}));
+    EXPECT_EQ(work.entries(work.path(u"relative")), names{u"sub"});
+}
+
+TEST(CreateDirectory, RefusesTheEmptyPath)
+{
+    auto const refusal = invalid_argument("Empty Path not permitted");
+    EXPECT_EQ(failure_of([] { create_directory(upath()); }), refusal);
+    EXPECT_EQ(failure_of([] { create_directory(u""); }), refusal);
+    EXPECT_EQ(failure_of([] { create_directory(uR"(\\?\)"); }), refusal) << "nothing but a prefix";
+    EXPECT_EQ(failure_of([] { create_directories(upath()); }), refusal);
+    EXPECT_EQ(failure_of([] { create_directories(u""); }), refusal);
+    EXPECT_EQ(failure_of([] { create_directories(uR"(\\?\UNC\)"); }), refusal);
+}
+
+TEST(CreateDirectory, FindsADirectoryInItsPlace)
+{
+    workspace work;
+    create_directory(work.path(u"a"));
+    EXPECT_EQ(failure_of([&] { create_directory(work.path(u"a")); }), exists(work.path(u"a")));
+    EXPECT_EQ(failure_of([&] { create_directory(work.path(u"A")); }), exists(work.path(u"A")))
+        << "named as the caller wrote it";
+    EXPECT_EQ(failure_of([&] { create_directories(work.path(u"a")); }), exists(work.path(u"a")))
+        << "no quiet success";
+}
+
+TEST(CreateDirectory, FindsAFileInItsPlace)
+{
+    workspace work;
+    work.make_file(work.path(u"f"), "content");
+    EXPECT_EQ(failure_of([&] { create_directory(work.path(u"f")); }), exists(work.path(u"f")));
+    EXPECT_EQ(failure_of([&] { create_directories(work.path(u"f")); }), exists(work.path(u"f")));
+    EXPECT_TRUE(work.is_file(work.path(u"f")));
+}
+
+TEST(CreateDirectory, WantsItsParent)
+{
+    workspace work;
+    EXPECT_EQ(failure_of([&] { create_directory(work.path(uR"(a\b)")); }),
+              not_found(work.path(uR"(a\b)")));
+    EXPECT_EQ(work.entries(work.root()), names{});
+}
+
+TEST(CreateDirectory, NamesTheCallersTextInNativeForm)
+{
+    workspace work;
+    work.change_directory(work.root());
+    EXPECT_EQ(failure_of([] { create_directory(u"no/such"); }), not_found(uR"(no\such)"))
+        << "not the absolute text that went to the system";
+    std::u16string const overlong = uR"(no\)" + std::u16string(255, u'x');
+    EXPECT_EQ(failure_of([&] { create_directory(overlong); }), not_found(overlong))
+        << "nor its long prefix";
+}
+
+TEST(CreateDirectory, ReportsANameThatTheSystemRefuses)
+{
+    workspace work;
+    auto const refusal =
+        invalid_argument("The filename, directory name, or volume label syntax is incorrect.");
+    EXPECT_EQ(failure_of([&] { create_directory(work.path(u"a|b")); }), refusal);
+    EXPECT_EQ(failure_of([&] { create_directories(work.path(u"a|b")); }), refusal);
+    EXPECT_EQ(work.entries(work.root()), names{});
+}
+
+TEST(CreateDirectory, DeniedNamesTheCallersPathname)
+{
+    workspace work;
+    if (!work.can_deny_rights())
+        GTEST_SKIP() << "this system lets the tests' user create everywhere";
+    work.make_directory(work.path(u"closed"));
+    work.deny_creation(work.path(u"closed"));
+    EXPECT_EQ(failure_of([&] { create_directory(work.path(uR"(closed\a)")); }),
+              denied(work.path(uR"(closed\a)")));
+    EXPECT_EQ(failure_of([&] { create_directories(work.path(uR"(closed\a\b)")); }),
+              denied(work.path(uR"(closed\a\b)")))
+        << "the level that was denied, not the missing one below it";
+    EXPECT_EQ(work.entries(work.path(u"closed")), names{});
+}
+
+TEST(CreateDirectories, CreatesEveryMissingLevel)
+{
+    workspace work;
+    work.make_directory(work.path(u"a"));
+    create_directories(work.path(uR"(a\b\c)"));
+    EXPECT_TRUE(work.is_directory(work.path(uR"(a\b\c)")));
+    create_directories(upath(work.path(u"x/y/z")));
+    EXPECT_TRUE(work.is_directory(work.path(uR"(x\y\z)")));
+    EXPECT_EQ(work.entries(work.root()), (names{u"a", u"x"}));
+}
+
+TEST(CreateDirectories, FindsTheWholeChain)
+{
+    workspace work;
+    work.make_directory(work.path(uR"(a\b)"));
+    EXPECT_EQ(failure_of([&] { create_directories(work.path(uR"(a\b)")); }),
+              exists(work.path(uR"(a\b)")));
+}
+
+TEST(CreateDirectories, FindsAFileInTheWay)
+{
+    workspace work;
+    work.make_file(work.path(uR"(a\f)"));
+    std::u16string const wanted = work.path(uR"(a\f\b\c)");
+    EXPECT_EQ(failure_of([&] { create_directories(wanted); }), exists(wanted))
+        << "names what the caller wants, not the file";
+    EXPECT_EQ(work.entries(work.path(u"a")), names{u"f"});
+}
+
+TEST(CreateDirectories, OfARootFindsItThere)
+{
+    workspace work;
+    std::u16string const drive = work.root().substr(0, 3);
+    EXPECT_EQ(failure_of([&] { create_directories(drive); }), exists(drive));
+}
+
+TEST(CreateDirectories, OnADriveThatIsNotThere)
+{
+    EXPECT_EQ(failure_of([] { create_directories(uR"(Q:\a\b)"); }), not_found(uR"(Q:\a\b)"));
+}
+
+TEST(CreateDirectories, OnAShare)
+{
+    workspace work;
+    if (!work.has_share())
+        GTEST_SKIP() << "this system offers the tests no network share";
+    std::u16string const wanted = work.share_root() + uR"(\a\b)";
+    create_directories(wanted);
+    EXPECT_TRUE(work.is_directory(wanted));
+    EXPECT_EQ(failure_of([&] { create_directories(wanted); }), exists(wanted));
+}
+
+/// A chain below `head` whose absolute pathname has `size` units.
+std::u16string chain_of_size(std::u16string text, std::size_t size)
+{
+    while (text.size() < size) {
+        std::size_t const left = size - text.size() - 1; // behind a backslash
+        // no element may be empty, nor may the last backslash stand alone
+        std::size_t const element = left <= 101 ? left : 99;
+        text += u'\\';
+        text.append(element, u'd');
+    }
+    return text;
+}
+
+TEST(CreateDirectories, BeyondEveryLengthLimit)
+{
+    workspace work;
+    char16_t chain = u'A';
+    for (std::size_t const size : {246U, 247U, 248U, 259U, 260U, 261U, 1000U, 3000U}) {
+        std::u16string const wanted = chain_of_size(work.path({&chain, 1}), size);
+        ++chain;
+        ASSERT_EQ(wanted.size(), size);
+        create_directories(wanted);
+        EXPECT_TRUE(work.is_directory(wanted)) << size;
+        EXPECT_EQ(failure_of([&] { create_directories(wanted); }), exists(wanted)) << size;
+        EXPECT_EQ(failure_of([&] { create_directory(wanted); }), exists(wanted)) << size;
+        create_directory(wanted + u"\\x");
+        EXPECT_TRUE(work.is_directory(wanted + u"\\x")) << size;
+    }
+}
+
+// Calls with a literal pick the text overload; this compiles or it doesn't.
+TEST(Overloads, TakeLiteralsTextsAndPaths)
+{
+    workspace work;
+    work.change_directory(work.root());
+    create_directory(u"literal");
+    create_directory(std::u16string(u"text"));
+    create_directory(upath(u"path"));
+    create_directories(u"literal/sub");
+    create_directories(upath(u"path/sub"));
+    std::u16string const from_literal = absolute(u"literal");
+    EXPECT_EQ(from_literal, work.path(u"literal"));
+    EXPECT_EQ(absolute(u"x", uR"(C:\base)"), uR"(C:\base\x)");
+    upath const from_path = absolute(upath(u"x"), std::u16string(uR"(C:\base)"));
+    EXPECT_EQ(from_path.native(), uR"(C:\base\x)");
+    EXPECT_EQ(work.entries(work.root()), (names{u"literal", u"path", u"text"}));
+}
+
+} // namespace
+} // namespace fl::filesystem

@@ -1,0 +1,87 @@
+#include "pathname/native_form.hpp"
+#include "pathname/path_type.hpp"
+#include "support/allocations.hpp"
+#include "support/failure.hpp"
+#include "support/text.hpp"
+
+#include <gtest/gtest.h>
+
+namespace fl::filesystem::detail {
+namespace {
+
+using test_support::allocations_of;
+using test_support::printable;
+using test_support::wide;
+
+// Longer than what a string holds without allocating.
+std::u16string const tail(64, u'n');
+
+TEST(Allocations, AreCounted)
+{
+    EXPECT_EQ(allocations_of([] { std::u16string const copy = tail; }), 1U);
+    EXPECT_EQ(allocations_of([] { std::wstring const text(64, L'n'); }), 1U);
+    EXPECT_EQ(allocations_of([] {}), 0U);
+}
+
+template <typename Char>
+void measure_everything(std::basic_string_view<Char> text)
+{
+    windows::path_type_enum type{};
+    static_cast<void>(classify_path_type(text));
+    static_cast<void>(analyse_path_root(text, type));
+    static_cast<void>(root_path_length(text));
+    static_cast<void>(element_root_length(text));
+    static_cast<void>(unc_root_length(text, 2));
+    static_cast<void>(skip_two_separators(text, 2));
+}
+
+TEST(Allocations, NoneIsMadeForClassifyingOrMeasuring)
+{
+    for (char16_t const *head :
+         {u"", u"\\", u"C:", uR"(C:\)", uR"(\\server\)", uR"(\\server\share\)", uR"(\\?\C:\)",
+          uR"(\\?\UNC\server\share\)", uR"(\\.\)"}) {
+        std::u16string const text = head + tail;
+        std::wstring const wide_text = wide(text);
+        EXPECT_EQ(allocations_of([&] { measure_everything<char16_t>(text); }), 0U)
+            << printable(text);
+        EXPECT_EQ(allocations_of([&] { measure_everything<wchar_t>(wide_text); }), 0U)
+            << printable(text);
+    }
+    EXPECT_EQ(allocations_of([] { checked_unc_root_length<wchar_t>(L"\\\\server\\share", 2); }),
+              0U);
+}
+
+struct allocation_case
+{
+    std::u16string text;
+    std::size_t expected;
+    char const *why;
+};
+
+allocation_case const allocation_cases[] = {
+    {uR"(C:\)" + tail, 1, "the result"},
+    {u"C:/" + tail, 1, "a slash turned takes no second one"},
+    {tail + u"   ", 1, "nor do trailing blanks"},
+    {uR"(C:\)" + tail + u"\\", 1, "nor a trailing separator"},
+    {uR"(\\?\C:\)" + tail, 1, "nor a prefix that is dropped"},
+    {uR"(\\?\UNC\server\share\)" + tail, 1, "of either kind"},
+    {u"//server/share/" + tail, 1, "nor a prefix in forward slashes"},
+    {u"//./" + tail, 1, "of a device, too"},
+    {std::u16string(64, u' '), 1, "a text of blanks is copied"},
+    {uR"(C:\\)" + tail, 2, "doubled separators take one more"},
+    {tail + u"//" + tail + u"//", 2, "however many there are"},
+};
+
+TEST(Allocations, OneForANativeFormAndOneMoreIfSeparatorsWereDoubled)
+{
+    for (auto const &row : allocation_cases) {
+        std::wstring const wide_text = wide(row.text);
+        EXPECT_EQ(allocations_of([&] { native_form<char16_t>(row.text); }), row.expected)
+            << row.why;
+        EXPECT_EQ(allocations_of([&] { native_form<wchar_t>(wide_text); }), row.expected)
+            << row.why;
+    }
+}
+
+} // namespace
+} // namespace fl::filesystem::detail

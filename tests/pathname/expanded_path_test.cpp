@@ -1,0 +1,69 @@
+#include <fl/filesystem/pathname.hpp>
+
+#include "support/failure.hpp"
+#include "support/workspace.hpp"
+
+#include <gtest/gtest.h>
+
+namespace fl::filesystem::detail {
+namespace {
+
+using test_support::printable;
+using test_support::workspace;
+
+TEST(MakeExpandedPath, ReturnsWhatDependsOnNothingUnchanged)
+{
+    for (char16_t const *text :
+         {u"", u"foo", u"..\\foo", uR"(C:\foo)", uR"(C:\a\..\b)", u"C:\\foo\\", uR"(\\server)",
+          uR"(\\server\share)", uR"(\\?\C:\foo)", uR"(\\?\C:foo)", uR"(\\.\COM1)", u"/foo"}) {
+        EXPECT_EQ(make_expanded_path(text, true), text) << printable(text);
+        EXPECT_EQ(make_expanded_path(text, false), text) << "the flag has no effect";
+    }
+}
+
+TEST(MakeExpandedPath, TakesTheCurrentDirectoryOfADrive)
+{
+    workspace work;
+    work.change_directory(work.root());
+    std::u16string const drive = work.root().substr(0, 2);
+    // Wine ends the current directory in a backslash where Windows doesn't
+    EXPECT_EQ(make_native_form(make_expanded_path(drive, true), true), work.root());
+    EXPECT_EQ(make_expanded_path(drive + u"foo", true), work.path(u"foo"));
+    EXPECT_EQ(make_expanded_path(drive + uR"(..\foo)", false), work.path(uR"(..\foo)"))
+        << "only the drive is expanded";
+}
+
+TEST(MakeExpandedPath, TakesTheRootOfADriveWithItsBackslash)
+{
+    workspace work;
+    std::u16string const root = work.root().substr(0, 3);
+    work.change_directory(root);
+    std::u16string const drive = root.substr(0, 2);
+    EXPECT_EQ(make_expanded_path(drive, true), root);
+    EXPECT_EQ(make_expanded_path(drive + u"foo", true), root + u"foo") << "no second backslash";
+}
+
+TEST(MakeExpandedPath, PutsARootedPathnameOnTheCurrentDrive)
+{
+    workspace work;
+    work.change_directory(work.root());
+    std::u16string const drive = work.root().substr(0, 2);
+    EXPECT_EQ(make_expanded_path(uR"(\foo)", true), drive + uR"(\foo)");
+    EXPECT_EQ(make_expanded_path(u"\\", true), drive + u"\\");
+    EXPECT_EQ(make_expanded_path(uR"(\a\..\b)", true), drive + uR"(\b)")
+        << "the whole text goes through the system";
+}
+
+TEST(MakeExpandedPath, HasNoLimitOfItsOwn)
+{
+    workspace work;
+    work.change_directory(work.root());
+    std::u16string const drive = work.root().substr(0, 2);
+    for (std::size_t const size : {1021U, 1022U, 1023U, 1024U, 1025U, 20000U}) {
+        std::u16string const text = u'\\' + std::u16string(size - 1, u'a');
+        EXPECT_EQ(make_expanded_path(text, true), drive + text) << size;
+    }
+}
+
+} // namespace
+} // namespace fl::filesystem::detail

@@ -1,0 +1,184 @@
+#include "pathname/path_type.hpp"
+
+#include "support/failure.hpp"
+#include "support/text.hpp"
+
+#include <gtest/gtest.h>
+
+namespace fl::filesystem::detail {
+namespace {
+
+using namespace windows;
+using foundation::ustring::CtypeInvalidCharacter;
+using test_support::for_all_texts;
+using test_support::printable;
+using test_support::shape_alphabet;
+using test_support::wide;
+
+struct root_case
+{
+    char16_t const *text;
+    path_type_enum classified;
+    path_type_enum analysed;
+    std::size_t analysed_root, root_path, element_root;
+};
+
+constexpr root_case root_cases[] = {
+    {u"", PATH_TYPE_RELATIVE, PATH_TYPE_RELATIVE, 0, 0, 0},
+    {u"foo", PATH_TYPE_RELATIVE, PATH_TYPE_RELATIVE, 0, 0, 0},
+    {u"\\", PATH_TYPE_ROOTED, PATH_TYPE_ROOTED, 1, 1, 1},
+    {u"/", PATH_TYPE_RELATIVE, PATH_TYPE_RELATIVE, 0, 0, 0},
+    {uR"(\foo)", PATH_TYPE_ROOTED, PATH_TYPE_ROOTED, 1, 1, 1},
+    {u"C:", PATH_TYPE_DRIVE_RELATIVE, PATH_TYPE_DRIVE_RELATIVE, 2, 2, 2},
+    {u"C:foo", PATH_TYPE_DRIVE_RELATIVE, PATH_TYPE_DRIVE_RELATIVE, 2, 2, 2},
+    {uR"(C:\)", PATH_TYPE_DRIVE_ABSOLUTE, PATH_TYPE_DRIVE_ABSOLUTE, 3, 3, 3},
+    {u"C:/", PATH_TYPE_DRIVE_RELATIVE, PATH_TYPE_DRIVE_RELATIVE, 2, 2, 2},
+    {uR"(1:\)", PATH_TYPE_RELATIVE, PATH_TYPE_RELATIVE, 0, 0, 0},
+    {u"\\\\", PATH_TYPE_INVALID, PATH_TYPE_INVALID, 0, 2, 2},
+    {uR"(\\server)", PATH_TYPE_INVALID, PATH_TYPE_INVALID, 0, 8, 8},
+    {uR"(\\server\)", PATH_TYPE_INVALID, PATH_TYPE_UNC_NO_ROOT, 9, 9, 9},
+    {uR"(\\server\share)", PATH_TYPE_UNC, PATH_TYPE_UNC_NO_ROOT, 14, 9, 14},
+    {uR"(\\server\share\)", PATH_TYPE_UNC, PATH_TYPE_UNC, 15, 9, 15},
+    {uR"(\\server\share\foo)", PATH_TYPE_UNC, PATH_TYPE_UNC, 15, 9, 15},
+    {u"//server/share/foo", PATH_TYPE_INVALID, PATH_TYPE_RELATIVE, 0, 18, 18},
+    {uR"(\\\share)", PATH_TYPE_UNC, PATH_TYPE_INVALID, 0, 3, 8},
+    {uR"(\\..\share)", PATH_TYPE_INVALID, PATH_TYPE_RELATIVE, 0, 5, 10},
+    {uR"(\\server\.)", PATH_TYPE_INVALID, PATH_TYPE_UNC_NO_ROOT, 10, 9, 10},
+    {uR"(\\server\..\x)", PATH_TYPE_INVALID, PATH_TYPE_INVALID, 0, 9, 12},
+    {uR"(\\?\)", PATH_TYPE_INVALID, PATH_TYPE_INVALID, 0, 4, 4},
+    {uR"(\\?\foo)", PATH_TYPE_INVALID, PATH_TYPE_RELATIVE, 0, 7, 7},
+    {uR"(\\?\C:)", PATH_TYPE_LONG_DRIVE_RELATIVE, PATH_TYPE_LONG_DRIVE_RELATIVE, 6, 6, 6},
+    {uR"(\\?\C:\)", PATH_TYPE_LONG_DRIVE_ABSOLUTE, PATH_TYPE_LONG_DRIVE_ABSOLUTE, 7, 7, 7},
+    {uR"(\\?\C:foo)", PATH_TYPE_LONG_DRIVE_RELATIVE, PATH_TYPE_LONG_DRIVE_RELATIVE, 6, 9, 6},
+    {uR"(\\?\UNC\)", PATH_TYPE_INVALID, PATH_TYPE_RELATIVE, 0, 8, 8},
+    {uR"(\\?\UNC\server)", PATH_TYPE_INVALID, PATH_TYPE_INVALID, 0, 14, 14},
+    {uR"(\\?\UNC\server\share)", PATH_TYPE_LONG_UNC, PATH_TYPE_LONG_UNC_NO_ROOT, 20, 15, 20},
+    {uR"(\\?\UNC\server\share\)", PATH_TYPE_LONG_UNC, PATH_TYPE_LONG_UNC, 21, 15, 21},
+    {uR"(\\?\unc\server\share\foo)", PATH_TYPE_LONG_UNC, PATH_TYPE_LONG_UNC, 21, 15, 21},
+    {uR"(\\.\)", PATH_TYPE_DEVICE, PATH_TYPE_INVALID, 0, 1, 1},
+    {uR"(\\.\COM1)", PATH_TYPE_DEVICE, PATH_TYPE_DEVICE, 4, 1, 1},
+    {uR"(\??\C:\foo)", PATH_TYPE_ROOTED, PATH_TYPE_ROOTED, 1, 1, 1},
+    // forward slashes bound no element, though a prefix may be written with them
+    {uR"(\\server/share)", PATH_TYPE_INVALID, PATH_TYPE_INVALID, 0, 14, 14},
+    {u"C:/foo", PATH_TYPE_DRIVE_RELATIVE, PATH_TYPE_DRIVE_RELATIVE, 2, 2, 2},
+    {uR"(\\?\C:/foo)", PATH_TYPE_LONG_DRIVE_RELATIVE, PATH_TYPE_LONG_DRIVE_RELATIVE, 6, 10, 6},
+    {uR"(//?/C:\foo)", PATH_TYPE_LONG_DRIVE_ABSOLUTE, PATH_TYPE_RELATIVE, 0, 7, 7},
+    {u"//./COM1", PATH_TYPE_DEVICE, PATH_TYPE_RELATIVE, 0, 0, 0},
+    // a question mark or dot without a separator behind it begins a server's name
+    {uR"(\\?x)", PATH_TYPE_INVALID, PATH_TYPE_INVALID, 0, 4, 4},
+    {uR"(\\.x)", PATH_TYPE_INVALID, PATH_TYPE_INVALID, 0, 4, 4},
+    {uR"(\\?x\share)", PATH_TYPE_UNC, PATH_TYPE_RELATIVE, 0, 5, 10},
+    {uR"(/\server)", PATH_TYPE_INVALID, PATH_TYPE_RELATIVE, 0, 8, 8},
+    // dots are no server and no share
+    {uR"(\\.\share\foo)", PATH_TYPE_DEVICE, PATH_TYPE_DEVICE, 4, 1, 1},
+    {uR"(\\server\..)", PATH_TYPE_INVALID, PATH_TYPE_UNC_NO_ROOT, 11, 9, 11},
+    {uR"(\\server\.\x)", PATH_TYPE_INVALID, PATH_TYPE_INVALID, 0, 9, 11},
+    {uR"(\\server\...\x)", PATH_TYPE_UNC, PATH_TYPE_UNC, 13, 9, 13},
+    {uR"(\\server\\x)", PATH_TYPE_UNC, PATH_TYPE_UNC, 10, 9, 10},
+    // one unit after the prefix is never the end of the server
+    {uR"(\\?\UNC\\share)", PATH_TYPE_LONG_UNC, PATH_TYPE_INVALID, 0, 9, 14},
+    {uR"(\\ab)", PATH_TYPE_INVALID, PATH_TYPE_INVALID, 0, 4, 4},
+    {uR"(\\a\b)", PATH_TYPE_UNC, PATH_TYPE_UNC_NO_ROOT, 5, 4, 5},
+    {u"\u00E9:\\", PATH_TYPE_RELATIVE, PATH_TYPE_RELATIVE, 0, 0, 0},
+};
+
+TEST(PathType, Table)
+{
+    for (auto const &row : root_cases) {
+        std::u16string_view const text = row.text;
+        std::string const shown = printable(text);
+        EXPECT_EQ(classify_path_type(text), row.classified) << shown;
+        path_type_enum analysed{};
+        EXPECT_EQ(analyse_path_root(text, analysed), row.analysed_root) << shown;
+        EXPECT_EQ(analysed, row.analysed) << shown;
+        EXPECT_EQ(root_path_length(text), row.root_path) << shown;
+        EXPECT_EQ(element_root_length(text), row.element_root) << shown;
+    }
+}
+
+TEST(PathType, TableInTheSystemsCharacterType)
+{
+    for (auto const &row : root_cases) {
+        std::wstring const owned = wide(row.text);
+        std::wstring_view const text = owned;
+        std::string const shown = printable(row.text);
+        EXPECT_EQ(classify_path_type(text), row.classified) << shown;
+        path_type_enum analysed{};
+        EXPECT_EQ(analyse_path_root(text, analysed), row.analysed_root) << shown;
+        EXPECT_EQ(analysed, row.analysed) << shown;
+        EXPECT_EQ(root_path_length(text), row.root_path) << shown;
+        EXPECT_EQ(element_root_length(text), row.element_root) << shown;
+    }
+}
+
+TEST(PathType, Numbers)
+{
+    EXPECT_EQ(PATH_TYPE_INVALID, 0U);
+    EXPECT_EQ(PATH_TYPE_RELATIVE, 1U);
+    EXPECT_EQ(PATH_TYPE_ROOTED, 4098U);
+    EXPECT_EQ(PATH_TYPE_DRIVE_ABSOLUTE, 4099U);
+    EXPECT_EQ(PATH_TYPE_DRIVE_RELATIVE, 4100U);
+    EXPECT_EQ(PATH_TYPE_UNC, 12293U);
+    EXPECT_EQ(PATH_TYPE_UNC_NO_ROOT, 12294U);
+    EXPECT_EQ(PATH_TYPE_LONG_DRIVE_ABSOLUTE, 20487U);
+    EXPECT_EQ(PATH_TYPE_LONG_DRIVE_RELATIVE, 20488U);
+    EXPECT_EQ(PATH_TYPE_LONG_UNC, 28681U);
+    EXPECT_EQ(PATH_TYPE_LONG_UNC_NO_ROOT, 28682U);
+    EXPECT_EQ(PATH_TYPE_DEVICE, 32779U);
+    static_assert(sizeof(path_type_enum) == 4);
+}
+
+TEST(PathType, LengthCountsAndNotTheTextBehindIt)
+{
+    std::u16string_view const text = uR"(\\?\UNC\server\share\foo)";
+    EXPECT_EQ(classify_path_type(text.substr(0, 14)), PATH_TYPE_INVALID) << "no share yet";
+    EXPECT_EQ(classify_path_type(text.substr(0, 15)), PATH_TYPE_INVALID) << "nothing behind it";
+    EXPECT_EQ(classify_path_type(text.substr(0, 16)), PATH_TYPE_LONG_UNC) << "share `s`";
+    EXPECT_EQ(classify_path_type(text.substr(0, 7)), PATH_TYPE_INVALID);
+    EXPECT_EQ(classify_path_type(text.substr(0, 3)), PATH_TYPE_INVALID) << "server `?`";
+    EXPECT_EQ(classify_path_type(text.substr(0, 1)), PATH_TYPE_ROOTED);
+}
+
+TEST(AnalysePathRoot, RaisesOnALetterOutsideAsciiWhereUncCouldStand)
+{
+    path_type_enum type{};
+    EXPECT_THROW(analyse_path_root<wchar_t>(L"\\\\?\\\u00E9bcdefgh", type), CtypeInvalidCharacter);
+    EXPECT_THROW(analyse_path_root<char16_t>(u"\\\\?\\U\u00E9cdefgh", type), CtypeInvalidCharacter);
+    EXPECT_EQ(analyse_path_root<wchar_t>(L"\\\\?\\\u00E9bcdef", type), 0U)
+        << "ten units are too short to be compared";
+    EXPECT_EQ(type, PATH_TYPE_RELATIVE);
+    EXPECT_EQ(analyse_path_root<wchar_t>(L"\\\\?\\a\u00E9cdefgh", type), 0U)
+        << "a difference ahead of it ends the comparison";
+    EXPECT_EQ(type, PATH_TYPE_RELATIVE);
+}
+
+TEST(PathType, ClassifyNeverReturnsATypeWithoutRootOfAShare)
+{
+    for_all_texts(shape_alphabet, 7, [](std::u16string_view text) {
+        path_type_enum const type = classify_path_type(text);
+        ASSERT_NE(type, PATH_TYPE_UNC_NO_ROOT) << printable(text);
+        ASSERT_NE(type, PATH_TYPE_LONG_UNC_NO_ROOT) << printable(text);
+    });
+}
+
+TEST(PathType, RootsOfAllShortTextsStayInsideAndAgreeInBothCharacterTypes)
+{
+    for_all_texts(shape_alphabet, 6, [](std::u16string_view text) {
+        std::wstring const owned = wide(text);
+        std::wstring_view const wide_text = owned;
+        path_type_enum type{};
+        path_type_enum wide_type{};
+        std::size_t const analysed = analyse_path_root(text, type);
+        ASSERT_LE(analysed, text.size()) << printable(text);
+        ASSERT_LE(root_path_length(text), text.size()) << printable(text);
+        ASSERT_LE(element_root_length(text), text.size()) << printable(text);
+        ASSERT_EQ(analyse_path_root(wide_text, wide_type), analysed) << printable(text);
+        ASSERT_EQ(wide_type, type) << printable(text);
+        ASSERT_EQ(classify_path_type(wide_text), classify_path_type(text)) << printable(text);
+        ASSERT_EQ(root_path_length(wide_text), root_path_length(text)) << printable(text);
+        ASSERT_EQ(element_root_length(wide_text), element_root_length(text)) << printable(text);
+    });
+}
+
+} // namespace
+} // namespace fl::filesystem::detail

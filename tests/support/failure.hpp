@@ -1,0 +1,89 @@
+#ifndef FL_FILESYSTEM_TESTS_SUPPORT_FAILURE_HPP
+#define FL_FILESYSTEM_TESTS_SUPPORT_FAILURE_HPP
+// What an operation threw, as one value to compare: a wrong class, text, pathname
+// or code each fail the test.
+
+#include <fl/filesystem/exceptions.hpp>
+
+#include <optional>
+#include <ostream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace test_support {
+
+struct failure
+{
+    fl::filesystem::fsys_excp_id id{};
+    std::string what;
+    std::u16string path_name;
+    std::vector<std::u16string> additional_path_names;
+    unsigned int error_code = 0;
+
+    friend bool operator==(failure const &, failure const &) = default;
+};
+
+/// ASCII as it is, every other unit as an escape.
+inline std::string printable(std::u16string_view text)
+{
+    std::string printed;
+    for (char16_t const unit : text) {
+        if (unit >= 32 && unit < 127) {
+            printed += static_cast<char>(unit);
+            continue;
+        }
+        constexpr char digits[] = "0123456789ABCDEF";
+        printed += "\\u";
+        for (unsigned int shift = 16; shift > 0; shift -= 4)
+            printed += digits[(unit >> (shift - 4)) & 0xFU];
+    }
+    return printed;
+}
+
+inline std::ostream &operator<<(std::ostream &out, failure const &shown)
+{
+    out << shown.what << " (" << shown.id << "), code " << shown.error_code << ", pathname {"
+        << printable(shown.path_name) << "}";
+    for (std::u16string const &more : shown.additional_path_names)
+        out << ", also {" << printable(more) << "}";
+    return out;
+}
+
+inline std::ostream &operator<<(std::ostream &out, std::optional<failure> const &shown)
+{
+    return shown ? out << *shown : out << "no failure";
+}
+
+inline failure describe(fl::filesystem::FsysExceptionBase const &exception)
+{
+    return {exception.get_excp_id(), exception.what(), exception.get_path_name(),
+            exception.get_additional_path_names(), exception.get_error_code()};
+}
+
+/// Runs `call` and returns what it threw of the library's family, or nothing.
+/// Other exceptions pass through and fail the test.
+template <typename Call>
+std::optional<failure> failure_of(Call call)
+{
+    try {
+        call();
+    } catch (fl::filesystem::FsysExceptionBase const &exception) {
+        return describe(exception);
+    }
+    return std::nullopt;
+}
+
+/// An `InvalidArgument` as the library raises most of them: without a pathname.
+inline failure invalid_argument(std::string const &message)
+{
+    return {fl::filesystem::fsys_excp_invalid_argument,
+            "fl:filesystem:InvalidArgument: " + message,
+            {},
+            {},
+            0};
+}
+
+} // namespace test_support
+
+#endif

@@ -1,0 +1,45 @@
+#ifndef FL_FILESYSTEM_TESTS_SUPPORT_TEXT_HPP
+#define FL_FILESYSTEM_TESTS_SUPPORT_TEXT_HPP
+// Texts in the system's character type, and all short texts.
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace test_support {
+
+inline std::wstring wide(std::u16string_view text)
+{
+    return std::wstring(text.begin(), text.end());
+}
+
+inline std::u16string units(std::wstring_view text)
+{
+    return std::u16string(text.begin(), text.end());
+}
+
+/// Calls `visit` with every text of up to `longest` units out of `alphabet`, the
+/// empty one first.
+template <typename Visit>
+void for_all_texts(std::u16string_view alphabet, std::size_t longest, Visit visit)
+{
+    std::u16string text;
+    auto const extend = [&](auto const &self) -> void {
+        visit(text);
+        if (text.size() == longest)
+            return;
+        for (char16_t const unit : alphabet) {
+            text.push_back(unit);
+            self(self);
+            text.pop_back();
+        }
+    };
+    extend(extend);
+}
+
+/// The units that decide about the shape of a pathname.
+inline constexpr std::u16string_view shape_alphabet = u"\\/:.?a";
+
+} // namespace test_support
+
+#endif
