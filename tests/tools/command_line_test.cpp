@@ -1,0 +1,128 @@
+#include "tools/run_flfs.hpp"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace {
+
+using test_support::flfs_result;
+using test_support::run_flfs;
+
+struct usage_case
+{
+    std::vector<std::string> arguments;
+    std::string err;
+    char const *why;
+};
+
+usage_case const usage_cases[] = {
+    {{}, "flfs: A subcommand is required\nTry \"flfs --help\".\n", "nothing to do"},
+    {{"nope"},
+     "flfs: There is no command or option nope\nTry \"flfs --help\".\n",
+     "an unknown command"},
+    {{"--nope"},
+     "flfs: There is no command or option --nope\nTry \"flfs --help\".\n",
+     "an unknown option ahead of a command"},
+    {{"[nope]"},
+     "flfs: There is no command or option [nope]\nTry \"flfs --help\".\n",
+     "brackets are no list"},
+    {{"\xED\xA0\x80\x1B"},
+     "flfs: There is no command or option \\uD800\\u001B\nTry \"flfs --help\".\n",
+     "what a terminal can't show, escaped"},
+    {{"inspect"}, "flfs: TEXT is required\nTry \"flfs inspect --help\".\n", "no text"},
+    {{"inspect", "--json"}, "flfs: TEXT is required\nTry \"flfs inspect --help\".\n", "still none"},
+    {{"inspect", "--nope", "x"},
+     "flfs: The following argument was not expected: --nope\nTry \"flfs inspect --help\".\n",
+     "an unknown option of a command"},
+    {{"mkdir"}, "flfs: PATH is required\nTry \"flfs mkdir --help\".\n", "no pathname"},
+    {{"mkdir", "--json", "x"},
+     "flfs: The following argument was not expected: --json\nTry \"flfs mkdir --help\".\n",
+     "another command's option"},
+    {{"inspect", "caf\xE9"}, "flfs: Argument 2 is not UTF-8\nTry \"flfs --help\".\n", "Latin-1"},
+};
+
+TEST(FlfsCommandLine, WrongUsage)
+{
+    for (usage_case const &row : usage_cases) {
+        flfs_result const result = run_flfs(row.arguments);
+        EXPECT_EQ(result.exit_code, 2) << row.why;
+        EXPECT_EQ(result.out, "") << row.why;
+        EXPECT_EQ(result.err, row.err) << row.why;
+    }
+}
+
+struct help_case
+{
+    std::vector<std::string> arguments;
+    std::vector<std::string> mentioned;
+};
+
+help_case const help_cases[] = {
+    {{"--help"}, {"Usage: flfs [OPTIONS] COMMAND", "inspect", "mkdir", "Examples:", "--version"}},
+    {{"-h"}, {"Usage: flfs [OPTIONS] COMMAND"}},
+    {{"inspect", "--help"}, {"Usage: flfs inspect [OPTIONS] TEXT...", "--json"}},
+    {{"inspect", "x", "-h"}, {"Usage: flfs inspect [OPTIONS] TEXT...", "--json"}},
+    {{"mkdir", "--help"}, {"Usage: flfs mkdir [OPTIONS] PATH...", "--parents"}},
+};
+
+TEST(FlfsCommandLine, Help)
+{
+    for (help_case const &row : help_cases) {
+        flfs_result const result = run_flfs(row.arguments);
+        EXPECT_EQ(result.exit_code, 0) << result.out;
+        EXPECT_EQ(result.err, "") << result.out;
+        for (std::string const &text : row.mentioned)
+            EXPECT_NE(result.out.find(text), std::string::npos) << text << "\n" << result.out;
+    }
+}
+
+TEST(FlfsCommandLine, Version)
+{
+    flfs_result const result = run_flfs({"--version"});
+    EXPECT_EQ(result.exit_code, 0);
+    EXPECT_EQ(result.out, "flfs 0.1.0\n");
+    EXPECT_EQ(result.err, "");
+}
+
+struct word_case
+{
+    std::vector<std::string> words;
+    std::vector<std::string> texts;
+    char const *why;
+};
+
+word_case const word_cases[] = {
+    {{""}, {""}, "the empty word"},
+    {{"[a,b]"}, {"[a,b]"}, "brackets are no list"},
+    {{"[[]", "["}, {"[[]", "["}, "lone brackets"},
+    {{"++", "a"}, {"++", "a"}, "doesn't end the command"},
+    {{"{}"}, {"{}"}, "is no empty list"},
+    {{"%%", "a"}, {"%%", "a"}, "separates nothing"},
+    {{"/json", "/h"}, {"/json", "/h"}, "a slash begins a pathname"},
+    {{"inspect", "mkdir"}, {"inspect", "mkdir"}, "the names of commands"},
+    {{"a=b", "a,b;c"}, {"a=b", "a,b;c"}, "all punctuation"},
+    {{"-"}, {"-"}, "a hyphen alone"},
+    {{"--", "-h", "--json"}, {"-h", "--json"}, "hyphens behind the double hyphen"},
+    {{"a", "--", "-h"}, {"a", "-h"}, "also behind other texts"},
+    {{"--", "--", "--"}, {"--", "--"}, "only the first one ends the options"},
+    {{"\x1F", "\x1F["}, {"\x1F", "\x1F["}, "a unit separator in a text"},
+};
+
+TEST(FlfsCommandLine, TextsArriveUnchanged)
+{
+    for (word_case const &row : word_cases) {
+        std::vector<std::string> arguments = {"inspect", "--json"};
+        arguments.insert(arguments.end(), row.words.begin(), row.words.end());
+        flfs_result const result = run_flfs(arguments);
+        EXPECT_EQ(result.exit_code, 0) << row.why << "\n" << result.err;
+        auto const array = nlohmann::json::parse(result.out, nullptr, false);
+        std::vector<std::string> texts;
+        for (auto const &object : array)
+            texts.push_back(object.value("text", "(no text)"));
+        EXPECT_EQ(texts, row.texts) << row.why;
+    }
+}
+
+} // namespace

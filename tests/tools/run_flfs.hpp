@@ -1,0 +1,39 @@
+#ifndef FL_FILESYSTEM_TESTS_TOOLS_RUN_FLFS_HPP
+#define FL_FILESYSTEM_TESTS_TOOLS_RUN_FLFS_HPP
+// Runs flfs in this process and keeps all that a user would see of it.
+
+#include "flfs/run.hpp"
+
+#include <nlohmann/json.hpp>
+
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace test_support {
+
+struct flfs_result
+{
+    int exit_code;
+    std::string out;
+    std::string err;
+};
+
+inline flfs_result run_flfs(std::vector<std::string> const &arguments)
+{
+    std::ostringstream out;
+    std::ostringstream err;
+    int const exit_code = flfs::run(arguments, out, err);
+    return {exit_code, out.str(), err.str()};
+}
+
+/// The one object of `flfs inspect --json -- text`. Throws on JSON that isn't well
+/// formed.
+inline nlohmann::ordered_json inspect_as_json(std::string const &text)
+{
+    return nlohmann::ordered_json::parse(run_flfs({"inspect", "--json", "--", text}).out).at(0);
+}
+
+} // namespace test_support
+
+#endif

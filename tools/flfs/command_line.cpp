@@ -1,0 +1,75 @@
+#include "flfs/command_line.hpp"
+
+#include "flfs/text.hpp"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+
+namespace flfs {
+
+namespace {
+
+// A unit separator: in no Windows name, nor anything that CLI11 looks for.
+constexpr char guard = '\x1F';
+
+bool is_notation(std::string const &word)
+{
+    return !word.empty() && (word.front() == '[' || word == "++" || word.front() == guard);
+}
+
+bool is_option(std::string const &word)
+{
+    return !word.empty() && word.front() == '-';
+}
+
+} // namespace
+
+std::vector<std::string> protect(std::vector<std::string> const &arguments)
+{
+    std::vector<std::string> words;
+    bool options_ended = false;
+    for (std::string const &argument : arguments) {
+        if (argument == "--" && !options_ended) {
+            options_ended = true;
+            continue;
+        }
+        bool const needs_guard = is_notation(argument) || (options_ended && is_option(argument));
+        words.push_back(needs_guard ? guard + argument : argument);
+    }
+    std::reverse(words.begin(), words.end());
+    return words;
+}
+
+std::string unprotected(std::string_view message)
+{
+    std::string plain(message);
+    plain.erase(std::remove(plain.begin(), plain.end(), guard), plain.end());
+    return plain;
+}
+
+CLI::Option *add_pathnames(CLI::App &command, std::string const &name,
+                           std::string const &description)
+{
+    // the words are read from the option as they are: a bound vector would have
+    // CLI11 convert them, and `{}` come out as no word at all
+    CLI::callback_t const keep = [](CLI::results_t const &) { return true; };
+    return command.add_option(name, keep, description)
+        ->required()
+        ->expected(1, CLI::detail::expected_max_vector_size)
+        ->allow_extra_args()
+        ->option_text("(one or more)");
+}
+
+std::vector<std::u16string> pathnames_of(CLI::Option const &positional)
+{
+    std::vector<std::u16string> pathnames;
+    for (std::string_view word : positional.results()) {
+        if (!word.empty() && word.front() == guard)
+            word.remove_prefix(1);
+        pathnames.push_back(units_from_utf8(word).value());
+    }
+    return pathnames;
+}
+
+} // namespace flfs

@@ -1,0 +1,36 @@
+#ifndef FL_FLFS_COMMAND_LINE_HPP
+#define FL_FLFS_COMMAND_LINE_HPP
+// How pathnames come through CLI11 unchanged. It reads some words as its own
+// notation: one in brackets as a list, `++` as the end of a command. As a pathname
+// either may be meant.
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace CLI {
+class App;
+class Option;
+} // namespace CLI
+
+namespace flfs {
+
+/// Returns `arguments` so that CLI11 takes pathnames for plain words, and in the
+/// order that it wants: last one first. Everything behind the first `--` is a
+/// pathname, which CLI11 only grants to a command that has none yet.
+std::vector<std::string> protect(std::vector<std::string> const &arguments);
+
+/// Takes out of a message what `protect` has put in.
+std::string unprotected(std::string_view message);
+
+/// Gives `command` the repeatable, required positional `name`, whose words are the
+/// pathnames of the command.
+CLI::Option *add_pathnames(CLI::App &command, std::string const &name,
+                           std::string const &description);
+
+/// The UTF-16 units of the words that it was given.
+std::vector<std::u16string> pathnames_of(CLI::Option const &positional);
+
+} // namespace flfs
+
+#endif

@@ -1,0 +1,32 @@
+#ifndef FL_FLFS_COMMANDS_HPP
+#define FL_FLFS_COMMANDS_HPP
+// The commands. Each has a source file of its own, which adds it to the command
+// line and does its work.
+
+#include <iosfwd>
+
+namespace CLI {
+class App;
+}
+
+namespace flfs {
+
+inline constexpr int exit_success = 0;
+inline constexpr int exit_failure = 1; ///< the library reported a failure
+inline constexpr int exit_usage = 2;   ///< wrong usage, or not possible here
+
+/// Where a command prints and what it leaves behind.
+struct session
+{
+    std::ostream &out;
+    std::ostream &err;
+    int exit_code = exit_success;
+};
+
+// `session` must outlive `app`.
+void add_inspect_command(CLI::App &app, session &session);
+void add_mkdir_command(CLI::App &app, session &session);
+
+} // namespace flfs
+
+#endif

@@ -1,0 +1,95 @@
+#include "flfs/failure_report.hpp"
+
+#include "flfs/text.hpp"
+
+#include <ostream>
+#include <string_view>
+
+namespace flfs {
+
+namespace fs = fl::filesystem;
+
+namespace {
+
+constexpr std::string_view after_identifier = ": ";
+constexpr std::string_view before_pathname = ": {";
+
+/// The identifier alone. `what()` of an `InvalidArgument` adds to it.
+std::string identifier_of(std::string_view what)
+{
+    return std::string(what.substr(0, what.find(after_identifier)));
+}
+
+/// The message of an `InvalidArgument`, which only its `what()` tells.
+std::string message_of(std::string_view what)
+{
+    std::size_t const end_of_identifier = what.find(after_identifier);
+    if (end_of_identifier == what.npos)
+        return "The system takes no such pathname.";
+    std::string_view message = what.substr(end_of_identifier + after_identifier.size());
+    message = message.substr(0, message.find(before_pathname));
+    std::string sentence(message);
+    if (!sentence.empty() && sentence.back() != '.')
+        sentence += '.';
+    return sentence;
+}
+
+std::string sentence_of(fs::FsysExceptionBase const &exception)
+{
+    switch (exception.get_excp_id()) {
+    case fs::fsys_excp_invalid_argument:
+        return message_of(exception.what());
+    case fs::fsys_excp_invalid_operation:
+        return "The object can't do that in its present state.";
+    case fs::fsys_excp_file_name_too_large:
+        return "The pathname, or a name in it, is longer than Windows takes. Shorten it.";
+    case fs::fsys_excp_file_name_conversion_failure:
+    case fs::fsys_excp_cvt_invalid_character:
+        return "The pathname holds a character that can't be converted. Rename the file.";
+    case fs::fsys_excp_access_denied:
+        return "You have no right to do this. Check the permissions, or ask who owns it.";
+    case fs::fsys_excp_path_not_found:
+        return "The name, or a directory on the way to it, doesn't exist. Check the spelling.";
+    case fs::fsys_excp_not_directory_error:
+        return "A directory is needed here, and this is something else. Check the pathname.";
+    case fs::fsys_excp_directory_not_empty:
+        return "The directory isn't empty. Remove what is in it first.";
+    case fs::fsys_excp_file_is_directory:
+        return "A file is needed here, and this is a directory. Check the pathname.";
+    case fs::fsys_excp_file_exists_error:
+        return "Something of that name is there already. Choose another name, or remove it first.";
+    case fs::fsys_excp_path_name_comparison_failure:
+        return "The pathnames can't be compared. Check that both exist.";
+    case fs::fsys_excp_temp_env_not_specified:
+        return "No temporary folder is known. Set the environment variable TEMP.";
+    case fs::fsys_excp_system_error:
+        break;
+    }
+    std::string const code = std::to_string(exception.get_error_code());
+    return "The system refused. `net helpmsg " + code + "` tells what it means by that code.";
+}
+
+} // namespace
+
+failure describe(fs::FsysExceptionBase const &exception)
+{
+    return {identifier_of(exception.what()), exception.get_excp_id(),
+            exception.get_path_name(),       exception.get_additional_path_names(),
+            exception.get_error_code(),      sentence_of(exception)};
+}
+
+void print_failure(std::ostream &err, failure const &what_failed, std::u16string const &argument)
+{
+    err << "flfs: " << what_failed.identifier << '\n';
+    if (what_failed.pathname.empty())
+        err << "  argument: " << displayed_value(argument) << '\n';
+    else
+        err << "  pathname: " << displayed_value(what_failed.pathname) << '\n';
+    for (std::u16string const &pathname : what_failed.additional_pathnames)
+        if (!pathname.empty())
+            err << "  and:      " << displayed_value(pathname) << '\n';
+    err << "  code:     " << what_failed.code << '\n';
+    err << "  " << what_failed.sentence << '\n';
+}
+
+} // namespace flfs

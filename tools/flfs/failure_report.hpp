@@ -1,0 +1,33 @@
+#ifndef FL_FLFS_FAILURE_REPORT_HPP
+#define FL_FLFS_FAILURE_REPORT_HPP
+// A failure of the library, told to somebody at a terminal.
+
+#include <fl/filesystem/exceptions.hpp>
+
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+namespace flfs {
+
+/// What an exception of the library says, as values.
+struct failure
+{
+    std::string identifier; ///< such as "fl:filesystem:AccessDenied"
+    fl::filesystem::fsys_excp_id id;
+    std::u16string pathname;
+    std::vector<std::u16string> additional_pathnames;
+    unsigned int code;
+    std::string sentence; ///< what happened and what to do, on one line
+};
+
+/// The sentence is the class's own; a command that knows more replaces it.
+failure describe(fl::filesystem::FsysExceptionBase const &exception);
+
+/// Prints `what_failed` to `err`. `argument` is what the user wrote: it is shown
+/// where the library names no pathname.
+void print_failure(std::ostream &err, failure const &what_failed, std::u16string const &argument);
+
+} // namespace flfs
+
+#endif

@@ -1,0 +1,109 @@
+#include "flfs/run.hpp"
+
+#include <fl/filesystem/config.hpp>
+#include <fl/filesystem/exceptions.hpp>
+
+#include "flfs/command_line.hpp"
+#include "flfs/commands.hpp"
+#include "flfs/failure_report.hpp"
+#include "flfs/text.hpp"
+
+#include <CLI/CLI.hpp>
+
+#include <optional>
+#include <ostream>
+
+namespace flfs {
+
+namespace {
+
+constexpr char const *footer = R"(Examples:
+  flfs inspect "C:/work//report.tar.gz"        types, forms, parts and a drawing
+  flfs inspect --json "\\server\share\dir"     the same for a program
+  flfs mkdir --parents "C:\work\2024\reports"  a directory and those above it
+
+Exit codes: 0 success, 1 a failure of the file system, 2 wrong usage.
+"flfs COMMAND --help" tells more about a command.)";
+
+std::string version()
+{
+    return "flfs " + std::to_string(FL_FILESYSTEM_VERSION_MAJOR) + '.' +
+           std::to_string(FL_FILESYSTEM_VERSION_MINOR) + '.' +
+           std::to_string(FL_FILESYSTEM_VERSION_PATCH);
+}
+
+/// The message for wrong usage, and where to read on.
+std::string usage_message(CLI::App const *app, CLI::Error const &error)
+{
+    std::vector<CLI::App *> const selected = app->get_subcommands();
+    std::vector<std::string> const unknown = app->remaining();
+    std::string message = error.what();
+    std::string help = "flfs --help";
+    if (!selected.empty())
+        help = "flfs " + selected.back()->get_name() + " --help";
+    else if (!unknown.empty()) // CLI11 would only say that a command is missing
+        message = "There is no command or option " + unknown.front();
+    std::optional<std::u16string> const units = units_from_utf8(unprotected(message));
+    return "flfs: " + (units ? displayed(*units) : message) + "\nTry \"" + help + "\".\n";
+}
+
+void set_up(CLI::App &app, session &session)
+{
+    app.get_formatter()->label("SUBCOMMAND", "COMMAND");
+    app.get_formatter()->label("Positionals", "Arguments");
+    app.get_formatter()->column_width(26);
+    app.set_help_flag("-h,--help", "Print this help and exit");
+    // a slash begins a pathname, on Windows, too
+    app.allow_windows_style_options(false);
+    app.require_subcommand(1);
+    app.failure_message(usage_message);
+    app.set_version_flag("--version", version(), "Print the version and exit");
+    add_inspect_command(app, session);
+    add_mkdir_command(app, session);
+    for (CLI::App *command : app.get_subcommands({}))
+        command->group("Commands");
+    app.footer(footer); // last, so that the commands don't inherit it
+}
+
+/// The number of the first argument that is not UTF-8, or 0.
+std::size_t first_that_is_not_utf8(std::vector<std::string> const &arguments)
+{
+    for (std::size_t at = 0; at < arguments.size(); ++at)
+        if (!units_from_utf8(arguments[at]))
+            return at + 1;
+    return 0;
+}
+
+int run_command(std::vector<std::string> const &arguments, session &session)
+{
+    CLI::App app("Windows pathnames and files, exactly as fl::filesystem sees them.", "flfs");
+    set_up(app, session);
+    std::vector<std::string> words = protect(arguments);
+    try {
+        app.parse(words);
+    } catch (CLI::ParseError const &error) {
+        return app.exit(error, session.out, session.err) == 0 ? exit_success : exit_usage;
+    }
+    return session.exit_code;
+}
+
+} // namespace
+
+int run(std::vector<std::string> const &utf8_arguments, std::ostream &out, std::ostream &err)
+{
+    if (std::size_t const number = first_that_is_not_utf8(utf8_arguments)) {
+        err << "flfs: Argument " << number << " is not UTF-8\nTry \"flfs --help\".\n";
+        return exit_usage;
+    }
+    session session{out, err};
+    try {
+        return run_command(utf8_arguments, session);
+    } catch (fl::filesystem::FsysExceptionBase const &exception) {
+        print_failure(err, describe(exception), {});
+    } catch (std::exception const &exception) {
+        err << "flfs: " << exception.what() << '\n';
+    }
+    return exit_failure;
+}
+
+} // namespace flfs
