@@ -154,6 +154,15 @@ TEST(MoveUp, FromTheEndOfATextThatEndsInABackslashGivesAnEmptyElement)
     EXPECT_EQ(element, u"");
 }
 
+TEST(MoveUp, GoesByTheRootLengthThatItIsGiven)
+{
+    std::uint64_t position = 1;
+    std::u16string element;
+    move_up(u"ab", 1, position, element);
+    EXPECT_EQ(position, 0U);
+    EXPECT_EQ(element, u"\\") << "a root of one unit is a backslash";
+}
+
 TEST(MoveUp, NeverLeadsBelowTheFront)
 {
     // from a position that no element begins at

@@ -172,10 +172,10 @@ struct drawing_case
 };
 
 drawing_case const drawing_cases[] = {
-    {"C:/work/report.tar.gz",
-     R"(C:\work\report.tar.gz
+    {"C:/data/report.tar.gz",
+     R"(C:\data\report.tar.gz
 ^^^                     root       C:\
-^^^^^^^                 parent     C:\work
+^^^^^^^                 parent     C:\data
         ^^^^^^^^^^      stem       report.tar
                    ^^   extension  gz
 )",

@@ -1,0 +1,78 @@
+#include "calls/call.hpp"
+
+#include "full_path.hpp"
+#include "lookup.hpp"
+
+namespace simulation {
+
+namespace {
+
+/// From this length on, a directory could hold no file with an 8.3 name: 12 units
+/// are kept for it.
+constexpr std::size_t too_long_for_a_directory = MAX_PATH - 12;
+
+void check_directory_length(machine_state &machine, std::u16string_view text)
+{
+    bool const is_blank = text.find_first_not_of(u' ') == std::u16string_view::npos;
+    if (is_blank || is_literal(text))
+        return;
+    if (full_path(text, machine).size() >= too_long_for_a_directory)
+        throw failure(ERROR_FILENAME_EXCED_RANGE);
+}
+
+void create_directory(machine_state &machine, std::u16string_view text)
+{
+    check_directory_length(machine, text);
+    pathname const path = parse_pathname(text, machine);
+    if (path.is_device())
+        throw failure(ERROR_DIRECTORY);
+    place const here = find_place(path);
+    // Nobody makes the root of a drive. A share is some directory of its server.
+    if (!here.parent && !path.is_on_share)
+        throw failure(ERROR_ACCESS_DENIED);
+    if (here.found)
+        throw failure(ERROR_ALREADY_EXISTS);
+    if (here.parent->denied.contains(right::create_entries))
+        throw failure(ERROR_ACCESS_DENIED);
+    here.parent->add(here.name, FILE_ATTRIBUTE_DIRECTORY);
+}
+
+void remove_directory(machine_state &machine, std::u16string_view text)
+{
+    pathname const path = parse_pathname(text, machine);
+    if (path.is_device())
+        throw failure(ERROR_DIRECTORY);
+    place const here = find_existing(path);
+    if (!here.found->is_directory())
+        throw failure(ERROR_DIRECTORY);
+    // opening it comes first, then its attributes, then its entries
+    if (here.found == machine.running.current_node)
+        throw failure(ERROR_SHARING_VIOLATION);
+    if (!here.parent || (here.found->attributes() & FILE_ATTRIBUTE_READONLY) != 0)
+        throw failure(ERROR_ACCESS_DENIED);
+    if (!here.found->is_empty())
+        throw failure(ERROR_DIR_NOT_EMPTY);
+    here.parent->remove(here.name);
+}
+
+} // namespace
+
+} // namespace simulation
+
+extern "C" BOOL CreateDirectoryW(LPCWSTR name, LPSECURITY_ATTRIBUTES)
+{
+    using namespace simulation;
+    return perform("CreateDirectoryW", name, BOOL{FALSE}, [&](machine_state &machine) {
+        create_directory(machine, from_wide(name));
+        return BOOL{TRUE};
+    });
+}
+
+extern "C" BOOL RemoveDirectoryW(LPCWSTR name)
+{
+    using namespace simulation;
+    return perform("RemoveDirectoryW", name, BOOL{FALSE}, [&](machine_state &machine) {
+        remove_directory(machine, from_wide(name));
+        return BOOL{TRUE};
+    });
+}

@@ -1,0 +1,46 @@
+#ifndef FL_SIMULATION_FAULTS_HPP
+#define FL_SIMULATION_FAULTS_HPP
+// Calls that tests break.
+
+#include <simulation/machine.hpp>
+
+#include <atomic>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace simulation {
+
+/// Shared by the machine and the object that the test holds: either may go first.
+struct fault_record
+{
+    std::string function;     // empty: any
+    int nth = 0;              // 0: each
+    DWORD code = 0;           // what the call fails with
+    full_path_name_hook hook; // instead of a code
+    int seen = 0;
+    std::atomic<bool> is_live = true;
+    std::atomic<bool> has_fired = false;
+};
+
+class faults
+{
+public:
+    fault add(std::shared_ptr<fault_record> record);
+
+    /// Counts a call of `function`, and throws `failure` if it is to fail.
+    void meet(std::string_view function);
+
+    /// What a hook answers for GetFullPathNameW, if any does.
+    std::optional<DWORD> full_path_name(DWORD room, wchar_t *buffer);
+
+private:
+    void forget_dead();
+
+    std::vector<std::shared_ptr<fault_record>> records_;
+};
+
+} // namespace simulation
+
+#endif

@@ -1,0 +1,54 @@
+#include "machine_state.hpp"
+
+#include <algorithm>
+#include <utility>
+
+namespace simulation {
+
+namespace {
+
+std::shared_ptr<machine_state> make_first()
+{
+    auto first = std::make_shared<machine_state>();
+    first->keeps_journal = false;
+    return first;
+}
+
+/// The last one is current. The first is there from the start of the process.
+std::vector<std::shared_ptr<machine_state>> &machines()
+{
+    // never destroyed: calls may come from destructors at the end of the process
+    static auto &all = *new std::vector<std::shared_ptr<machine_state>>{make_first()};
+    return all;
+}
+
+} // namespace
+
+machine_state::machine_state()
+{
+    disks.add_drive(u'C');
+    running.current_node = disks.find_drive(u'C');
+}
+
+std::recursive_mutex &machine_mutex()
+{
+    static auto &mutex = *new std::recursive_mutex;
+    return mutex;
+}
+
+machine_state &current_machine()
+{
+    return *machines().back();
+}
+
+void enter_machine(std::shared_ptr<machine_state> machine)
+{
+    machines().push_back(std::move(machine));
+}
+
+void leave_machine(std::shared_ptr<machine_state> const &machine)
+{
+    std::erase(machines(), machine);
+}
+
+} // namespace simulation

@@ -1,0 +1,43 @@
+#ifndef FL_SIMULATION_MACHINE_STATE_HPP
+#define FL_SIMULATION_MACHINE_STATE_HPP
+// The whole of one machine, and which machine the process runs on.
+
+#include "faults.hpp"
+#include "process.hpp"
+#include "volumes.hpp"
+
+#include <simulation/machine.hpp>
+
+#include <memory>
+#include <mutex>
+#include <vector>
+
+namespace simulation {
+
+class machine_state
+{
+public:
+    machine_state();
+
+    volumes disks;
+    process running;
+    faults broken;
+    std::vector<journal_entry> journal;
+    /// Not on the machine that is there from the start: nobody could read it, and
+    /// a program that runs for long would only fill the memory.
+    bool keeps_journal = true;
+};
+
+/// Held by every call and by every look of a test. Recursive, since hooks of tests
+/// run within a call and look into the machine.
+std::recursive_mutex &machine_mutex();
+
+/// The machine that calls run on. Hold the mutex.
+machine_state &current_machine();
+
+void enter_machine(std::shared_ptr<machine_state> machine);
+void leave_machine(std::shared_ptr<machine_state> const &machine);
+
+} // namespace simulation
+
+#endif

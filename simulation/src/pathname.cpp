@@ -1,0 +1,109 @@
+#include "pathname.hpp"
+
+#include "failure.hpp"
+#include "full_path.hpp"
+#include "legacy_device.hpp"
+#include "names.hpp"
+
+namespace simulation {
+
+namespace {
+
+/// A network pathname behind a long prefix.
+constexpr std::u16string_view unc_device = u"UNC";
+
+/// The longest text that the system takes with a long prefix.
+constexpr std::size_t longest_literal = 32767;
+
+/// Splits at backslashes only and keeps empty names: they are wrong, and the disk
+/// will say so. One backslash at the end is fine.
+void split(std::u16string_view text, pathname &parsed)
+{
+    parsed.ends_in_separator = text.ends_with(u'\\');
+    if (parsed.ends_in_separator)
+        text.remove_suffix(1);
+    while (!text.empty()) {
+        std::size_t const end = text.find(u'\\');
+        parsed.elements.emplace_back(text.substr(0, end));
+        if (end == std::u16string_view::npos)
+            return;
+        text.remove_prefix(end + 1);
+        if (text.empty())
+            parsed.elements.emplace_back();
+    }
+}
+
+/// Takes the text up to the next backslash, and that backslash.
+std::u16string_view take_name(std::u16string_view &text)
+{
+    std::size_t const end = text.find(u'\\');
+    std::u16string_view const name = text.substr(0, end);
+    text.remove_prefix(end == std::u16string_view::npos ? text.size() : end + 1);
+    return name;
+}
+
+/// server\share\dir
+pathname parse_network(std::u16string_view text, machine_state const &machine)
+{
+    std::u16string_view const server = take_name(text);
+    std::u16string_view const share = take_name(text);
+    pathname parsed;
+    parsed.root = machine.disks.find_share(server, share);
+    parsed.is_on_share = true;
+    split(text, parsed);
+    return parsed;
+}
+
+/// What stands behind `\\?\` or `\\.\`.
+pathname parse_object(std::u16string_view text, machine_state const &machine)
+{
+    std::u16string_view rest = text;
+    std::u16string_view const object = take_name(rest);
+    if (upcase(object) == unc_device)
+        return parse_network(rest, machine);
+    bool const is_alone = object.size() == text.size();
+    if (is_device_name(object) && is_alone)
+        return {};
+    pathname parsed;
+    if (object.size() == 2 && is_drive_at(object, 0))
+        parsed.root = machine.disks.find_drive(object[0]);
+    if (!parsed.root)
+        throw failure(is_alone ? ERROR_FILE_NOT_FOUND : ERROR_PATH_NOT_FOUND);
+    split(rest, parsed);
+    return parsed;
+}
+
+} // namespace
+
+pathname parse_pathname(std::u16string_view text, machine_state &machine)
+{
+    if (text.find_first_not_of(u' ') == std::u16string_view::npos)
+        throw failure(ERROR_PATH_NOT_FOUND);
+    if (is_literal(text)) {
+        if (text.size() > longest_literal)
+            throw failure(ERROR_FILENAME_EXCED_RANGE);
+        return parse_literal(text, machine);
+    }
+    std::u16string const full = full_path(text, machine);
+    if (full.size() > longest_bare_pathname)
+        throw failure(ERROR_PATH_NOT_FOUND);
+    return parse_literal(full, machine);
+}
+
+pathname parse_literal(std::u16string_view text, machine_state const &machine)
+{
+    switch (form_of(text)) {
+    case path_form::device:
+        return parse_object(text.substr(4), machine);
+    case path_form::unc:
+        return parse_network(text.substr(2), machine);
+    case path_form::drive_absolute:
+        return parse_object(text, machine);
+    default:
+        if (is_literal(text)) // \??\ looks rooted
+            return parse_object(text.substr(4), machine);
+        throw failure(ERROR_PATH_NOT_FOUND);
+    }
+}
+
+} // namespace simulation

@@ -1,0 +1,38 @@
+#ifndef FL_SIMULATION_PATHNAME_HPP
+#define FL_SIMULATION_PATHNAME_HPP
+// From the text of a pathname to a volume and the names below its root.
+
+#include "machine_state.hpp"
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace simulation {
+
+/// The longest full pathname without a long prefix: 260 units with the NUL.
+inline constexpr std::size_t longest_bare_pathname = MAX_PATH - 1;
+
+struct pathname
+{
+    std::shared_ptr<node> root; ///< null if the pathname means a device
+    std::vector<std::u16string> elements;
+    bool ends_in_separator = false;
+    bool is_on_share = false;
+
+    bool is_device() const noexcept { return root == nullptr; }
+};
+
+/// What a call makes of the text that it is handed: treated first (full_path.hpp),
+/// unless a long prefix says to take it as it stands. Names are not checked here:
+/// the disk meets them one by one.
+pathname parse_pathname(std::u16string_view text, machine_state &machine);
+
+/// The same for an absolute text of any length that is taken as it stands, with or
+/// without a long prefix.
+pathname parse_literal(std::u16string_view text, machine_state const &machine);
+
+} // namespace simulation
+
+#endif

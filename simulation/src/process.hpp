@@ -1,0 +1,38 @@
+#ifndef FL_SIMULATION_PROCESS_HPP
+#define FL_SIMULATION_PROCESS_HPP
+// What the system keeps for the running process: where it stands, and its
+// environment.
+
+#include "node.hpp"
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace simulation {
+
+class environment
+{
+public:
+    std::optional<std::u16string> find(std::u16string_view name) const;
+    void set(std::u16string_view name, std::u16string_view value);
+    void remove(std::u16string_view name);
+
+private:
+    std::map<std::u16string, std::u16string> values_; // by name in upper case
+};
+
+struct process
+{
+    /// A full pathname that ends in a backslash, as the system keeps it.
+    std::u16string current_directory = u"C:\\";
+    /// The system holds the directory open, so that nobody removes it.
+    std::shared_ptr<node> current_node;
+    environment variables;
+};
+
+} // namespace simulation
+
+#endif

@@ -1,0 +1,108 @@
+#include "platform/contract.hpp"
+
+namespace contract {
+
+namespace {
+
+struct current_directory_case
+{
+    wchar_t const *text; // `@` stands for the workspace's folder
+    DWORD code;
+    char const *why;
+    DWORD wine = as_windows;
+};
+
+constexpr current_directory_case current_directory_cases[] = {
+    {LR"(@\dir)", success, "a directory"},
+    {LR"(@\dir\)", success, "with a separator at its end"},
+    {LR"(@\dir\..\dir\.)", success, "with dots"},
+    {LR"(dir)", success, "from the current directory"},
+    {LR"(@\missing)", ERROR_FILE_NOT_FOUND, "not there"},
+    {LR"(@\missing\dir)", ERROR_PATH_NOT_FOUND, "nor the directory above"},
+    {LR"(@\file)", ERROR_DIRECTORY, "a file"},
+    {LR"(@\file\dir)", ERROR_PATH_NOT_FOUND, "below a file"},
+    {LR"(@\a*b)", ERROR_INVALID_NAME, "no name"},
+    {L"", ERROR_INVALID_NAME, "no text"},
+    {L"  ", ERROR_INVALID_NAME, "blanks only"},
+    {LR"(Q:\dir)", ERROR_PATH_NOT_FOUND, "no such drive", ERROR_FILE_NOT_FOUND},
+    {L"nul", ERROR_DIRECTORY, "a device", success},
+    {LR"(\\fl-dead-server\share\dir)", ERROR_BAD_NETPATH, "no such server", ERROR_PATH_NOT_FOUND},
+};
+
+TEST(CurrentDirectory, Outcomes)
+{
+    for (current_directory_case const &row : current_directory_cases) {
+        workspace space;
+        space.make_directory(space.path(u"dir"));
+        space.make_file(space.path(u"file"));
+        space.change_directory(space.root());
+        std::wstring text = row.text;
+        if (text.starts_with(L'@'))
+            text = widen(space.root()) + text.substr(1);
+        DWORD const code = expected(row.code, row.wine);
+        EXPECT_EQ(set_current_directory(text), code) << row.why;
+        if (row.wine == success && runs_under_wine())
+            continue; // Wine stands nowhere then
+        std::wstring const there = in(space, L"dir");
+        EXPECT_EQ(current_directory(), code == success ? there : widen(space.root())) << row.why;
+    }
+}
+
+TEST(CurrentDirectory, KeepsTheNameAsItWasTyped)
+{
+    workspace space;
+    space.make_directory(space.path(u"dir"));
+    EXPECT_EQ(set_current_directory(in(space, L"DIR")), success);
+    EXPECT_EQ(current_directory(), in(space, L"DIR"));
+}
+
+TEST(CurrentDirectory, EndsInASeparatorOnlyInARoot)
+{
+    workspace space;
+    std::wstring const drive = widen(space.root()).substr(0, 3);
+    EXPECT_EQ(set_current_directory(drive), success);
+    EXPECT_EQ(current_directory(), drive);
+}
+
+// `=X:` is kept by the C runtime's own calls, not by this one.
+TEST(CurrentDirectory, IsNotNotedInTheEnvironment)
+{
+    workspace space;
+    std::wstring const variable = L'=' + widen(space.root()).substr(0, 2);
+    ::SetEnvironmentVariableW(variable.c_str(), nullptr);
+    EXPECT_EQ(set_current_directory(widen(space.root())), success);
+    DWORD const code =
+        outcome_of([&] { return ::GetEnvironmentVariableW(variable.c_str(), nullptr, 0) != 0; });
+    EXPECT_EQ(code, DWORD{ERROR_ENVVAR_NOT_FOUND});
+}
+
+// Wine knows no limit here.
+TEST(CurrentDirectory, HasALimit)
+{
+    workspace space;
+    for (std::size_t const length : {257U, 259U}) {
+        std::wstring const directory = long_path(space, length);
+        space.make_directory(narrow(directory));
+        DWORD const windows = length == 257 ? success : ERROR_FILENAME_EXCED_RANGE;
+        EXPECT_EQ(set_current_directory(directory), expected(windows, success)) << length;
+    }
+}
+
+TEST(CurrentDirectory, SaysHowMuchRoomItNeeds)
+{
+    workspace space;
+    space.change_directory(space.root());
+    std::wstring const root = widen(space.root());
+    DWORD const length = static_cast<DWORD>(root.size());
+    std::wstring buffer(100, L'#');
+
+    EXPECT_EQ(::GetCurrentDirectoryW(0, nullptr), length + 1);
+    EXPECT_EQ(::GetCurrentDirectoryW(length, buffer.data()), length + 1) << "no room for the NUL";
+    EXPECT_EQ(buffer[0], L'#');
+    EXPECT_EQ(::GetCurrentDirectoryW(length + 1, buffer.data()), length);
+    EXPECT_EQ(buffer.c_str(), root);
+}
+
+} // namespace
+
+} // namespace contract

@@ -1,0 +1,253 @@
+#include "platform/contract.hpp"
+
+namespace contract {
+
+namespace {
+
+/// One call on a folder that holds `dir`, `dir\inner`, `empty` and `file`, and that
+/// is the current directory. In a text, `@` stands for the folder and `?` ahead of
+/// it for its long prefix.
+struct directory_case
+{
+    wchar_t const *text;
+    DWORD code;
+    char const *why;
+    DWORD wine = as_windows;
+};
+
+void fill(workspace &space)
+{
+    space.make_directory(space.path(u"dir\\inner"));
+    space.make_directory(space.path(u"empty"));
+    space.make_file(space.path(u"file"));
+    space.change_directory(space.root());
+}
+
+std::wstring text_in(workspace const &space, std::wstring_view text)
+{
+    if (text.starts_with(L"?@"))
+        return LR"(\\?\)" + widen(space.root()) + std::wstring(text.substr(2));
+    if (text.starts_with(L'@'))
+        return widen(space.root()) + std::wstring(text.substr(1));
+    return std::wstring(text);
+}
+
+constexpr directory_case create_cases[] = {
+    {LR"(@\new)", success, "a new name"},
+    {LR"(@\new\)", success, "with a separator at its end"},
+    {L"new", success, "from the current directory"},
+    {LR"(@\dir\new)", success, "in a directory"},
+    {LR"(@/dir/new)", success, "slashes are fine"},
+    {LR"(@\missing\..\new)", success, "dots are resolved before anything is looked up"},
+    {LR"(@\DIR)", ERROR_ALREADY_EXISTS, "there, in whatever case"},
+    {LR"(@\file)", ERROR_ALREADY_EXISTS, "there, even if it is a file"},
+    {LR"(@\dir. )", ERROR_ALREADY_EXISTS, "there, once the end is trimmed"},
+    {L".", ERROR_ALREADY_EXISTS, "the current directory"},
+    {LR"(@\missing\new)", ERROR_PATH_NOT_FOUND, "no parent"},
+    {LR"(@\file\new)", ERROR_PATH_NOT_FOUND, "below a file"},
+    {L"", ERROR_PATH_NOT_FOUND, "no text"},
+    {L"  ", ERROR_PATH_NOT_FOUND, "blanks only"},
+    {LR"(Q:\new)", ERROR_PATH_NOT_FOUND, "no such drive", ERROR_FILE_NOT_FOUND},
+    {LR"(Q:\)", ERROR_PATH_NOT_FOUND, "nor its root"},
+    {LR"(C:\)", ERROR_ACCESS_DENIED, "the root of a drive", ERROR_ALREADY_EXISTS},
+    {L"CON", ERROR_DIRECTORY, "a device", ERROR_INVALID_HANDLE},
+    {LR"(@\nul)", ERROR_DIRECTORY, "a device in a directory", success},
+    {LR"(\\.\nul)", ERROR_DIRECTORY, "a device by its prefix", success},
+    {LR"(@\nul\)", success, "no device, since the last element is empty"},
+    {LR"(\\fl-dead-server\share\new)", ERROR_BAD_NETPATH, "no such server", ERROR_PATH_NOT_FOUND},
+    {LR"(\\fl-dead-server\share)", ERROR_BAD_NETPATH, "nor its share", ERROR_PATH_NOT_FOUND},
+    {LR"(\\?\UNC\fl-dead-server\share\new)", ERROR_BAD_NETPATH, "with a long prefix",
+     ERROR_PATH_NOT_FOUND},
+};
+
+constexpr directory_case create_as_it_stands_cases[] = {
+    {LR"(?@\new)", success, "a new name"},
+    {LR"(?@\new\)", success, "with a backslash at its end"},
+    {LR"(?@\dir)", ERROR_ALREADY_EXISTS, "there"},
+    {LR"(?@\missing\new)", ERROR_PATH_NOT_FOUND, "no parent"},
+    {LR"(?@\dir/new)", ERROR_INVALID_NAME, "a slash is no separator"},
+    {LR"(?@\.)", ERROR_INVALID_NAME, "dots have no meaning"},
+    {LR"(?@\..)", ERROR_INVALID_NAME, "nor two of them"},
+    {LR"(?@\dir\..\new)", ERROR_INVALID_NAME, "nor within"},
+    {LR"(?@\dir\\new)", ERROR_INVALID_NAME, "an empty name"},
+    {LR"(?@\\)", ERROR_INVALID_NAME, "an empty name at the end"},
+    {LR"(?@\new.)", success, "a full stop stays"},
+    {LR"(?@\new )", success, "a blank stays"},
+    {LR"(?@\nul)", success, "no device is looked for"},
+    {LR"(\\?\Q:\new)", ERROR_PATH_NOT_FOUND, "no such drive", ERROR_FILE_NOT_FOUND},
+    {LR"(\\?\fl-object)", ERROR_FILE_NOT_FOUND, "no such object"},
+    {LR"(\\?\fl-object\new)", ERROR_PATH_NOT_FOUND, "nor anything in it"},
+};
+
+TEST(CreatingDirectories, Outcomes)
+{
+    for (directory_case const &row : create_cases) {
+        workspace space;
+        fill(space);
+        EXPECT_EQ(create_directory(text_in(space, row.text)), expected(row.code, row.wine))
+            << row.why;
+    }
+}
+
+TEST(CreatingDirectories, TakesAPrefixedNameAsItStands)
+{
+    for (directory_case const &row : create_as_it_stands_cases) {
+        workspace space;
+        fill(space);
+        EXPECT_EQ(create_directory(text_in(space, row.text)), expected(row.code, row.wine))
+            << row.why;
+    }
+}
+
+TEST(CreatingDirectories, LeavesTheNameAsItWasTyped)
+{
+    workspace space;
+    ASSERT_EQ(create_directory(in(space, L"New Name. .")), success);
+    ASSERT_EQ(create_directory(LR"(\\?\)" + in(space, L"kept. ")), success);
+    EXPECT_EQ(space.entries(space.root()), (std::vector<std::u16string>{u"New Name", u"kept. "}));
+    EXPECT_TRUE(space.is_directory(space.path(u"New Name")));
+}
+
+TEST(CreatingDirectories, RefusesUnitsThatNoNameHas)
+{
+    workspace space;
+    for (wchar_t const unit : std::wstring(L"<>\"|?*\x01\x09\x1F"))
+        EXPECT_EQ(create_directory(in(space, std::wstring(L"a") + unit + L'b')),
+                  DWORD{ERROR_INVALID_NAME})
+            << static_cast<int>(unit);
+    EXPECT_TRUE(space.entries(space.root()).empty());
+}
+
+// Windows sees a stream of a file `a` there; Wine makes a directory of that name.
+TEST(CreatingDirectories, RefusesAColon)
+{
+    workspace space;
+    EXPECT_EQ(create_directory(in(space, L"a:b")), expected(ERROR_INVALID_NAME, success));
+}
+
+// A missing directory is found out before the name behind it is looked at.
+TEST(CreatingDirectories, ChecksNamesInTheirTurn)
+{
+    workspace space;
+    EXPECT_EQ(create_directory(in(space, LR"(missing\a*b)")),
+              expected(ERROR_PATH_NOT_FOUND, ERROR_INVALID_NAME));
+    EXPECT_EQ(create_directory(in(space, LR"(a*b\missing)")), DWORD{ERROR_INVALID_NAME});
+}
+
+// Room is kept for an 8.3 name behind the directory. Wine knows no such limit.
+TEST(CreatingDirectories, HasALimitOfItsOwn)
+{
+    workspace space;
+    for (std::size_t const length : {246U, 247U, 248U, 249U, 259U, 260U, 300U}) {
+        DWORD const windows = length < 248 ? success : ERROR_FILENAME_EXCED_RANGE;
+        std::wstring const name = long_path(space, length);
+        EXPECT_EQ(create_directory(name), expected(windows, success)) << length;
+        EXPECT_EQ(space.exists(narrow(name)), windows == success || runs_under_wine()) << length;
+        remove_directory(LR"(\\?\)" + name);
+    }
+}
+
+TEST(CreatingDirectories, MeasuresTheFullPathname)
+{
+    workspace space;
+    std::wstring const directory = long_path(space, 240);
+    space.make_directory(narrow(directory));
+    space.change_directory(narrow(directory));
+    EXPECT_EQ(create_directory(L"sixsix"), success) << "247 units";
+    EXPECT_EQ(create_directory(L"seven77"), expected(ERROR_FILENAME_EXCED_RANGE, success));
+    std::wstring const detour = in(space, std::wstring(200, L'x') + LR"(\..\short)");
+    EXPECT_EQ(create_directory(detour), success) << "however long the text is";
+}
+
+TEST(CreatingDirectories, HasNoLimitBehindALongPrefix)
+{
+    workspace space;
+    for (std::size_t const length : {248U, 260U, 1000U}) {
+        std::wstring const name = long_path(space, length);
+        EXPECT_EQ(create_directory(LR"(\\?\)" + name), success) << length;
+        EXPECT_TRUE(space.is_directory(narrow(name))) << length;
+    }
+}
+
+TEST(CreatingDirectories, TakesNamesOf255Units)
+{
+    workspace space;
+    std::wstring const prefixed = LR"(\\?\)" + widen(space.root()) + LR"(\)";
+    EXPECT_EQ(create_directory(prefixed + std::wstring(255, L'n')), success);
+    EXPECT_EQ(create_directory(prefixed + std::wstring(256, L'n')),
+              expected(ERROR_INVALID_NAME, ERROR_FILE_NOT_FOUND));
+}
+
+TEST(CreatingDirectories, WorksOnAShare)
+{
+    workspace space;
+    if (!space.has_share())
+        GTEST_SKIP() << "there is no share";
+    std::wstring const root = widen(space.share_root());
+    EXPECT_EQ(create_directory(root + LR"(\new)"), success);
+    EXPECT_TRUE(space.is_directory(space.share_root() + u"\\new"));
+    EXPECT_EQ(create_directory(root + LR"(\NEW\)"), DWORD{ERROR_ALREADY_EXISTS});
+    EXPECT_EQ(create_directory(root + LR"(\missing\new)"), DWORD{ERROR_PATH_NOT_FOUND});
+    EXPECT_EQ(create_directory(LR"(\\fl-server\share)"), DWORD{ERROR_ALREADY_EXISTS});
+    EXPECT_EQ(create_directory(LR"(\\fl-server\fl-missing-share\new)"),
+              expected(ERROR_BAD_NET_NAME, ERROR_PATH_NOT_FOUND));
+}
+
+TEST(CreatingDirectories, WorksOnAShareBehindALongPrefix)
+{
+    workspace space;
+    if (!space.has_share())
+        GTEST_SKIP() << "there is no share";
+    std::wstring const root = widen(space.share_root());
+    std::wstring const prefixed = LR"(\\?\UNC)" + root.substr(1);
+    EXPECT_EQ(create_directory(prefixed + LR"(\new.)"), success);
+    EXPECT_EQ(get_file_attributes(prefixed + LR"(\new.)"), success);
+    EXPECT_EQ(get_file_attributes(root + LR"(\new.)"), DWORD{ERROR_FILE_NOT_FOUND});
+    std::wstring const unc_in_lower_case = LR"(\\?\unc)" + root.substr(1);
+    EXPECT_EQ(create_directory(unc_in_lower_case + LR"(\NEW.)"), DWORD{ERROR_ALREADY_EXISTS});
+}
+
+TEST(CreatingDirectories, NeedsTheRight)
+{
+    workspace space;
+    if (!space.can_deny_rights())
+        GTEST_SKIP() << "no rights can be denied here: Wine has none";
+    fill(space);
+    space.deny_creation(space.path(u"dir"));
+    EXPECT_EQ(create_directory(in(space, LR"(dir\new)")), DWORD{ERROR_ACCESS_DENIED});
+    EXPECT_EQ(create_directory(in(space, LR"(dir\inner)")), DWORD{ERROR_ALREADY_EXISTS});
+    EXPECT_EQ(create_directory(in(space, LR"(dir\inner\new)")), success) << "only there";
+    EXPECT_EQ(space.entries(space.path(u"dir")), std::vector<std::u16string>{u"inner"});
+}
+
+constexpr directory_case remove_cases[] = {
+    {LR"(@\empty)", success, "an empty directory"},
+    {LR"(@\EMPTY\)", success, "with a separator, in another case"},
+    {L"empty", success, "from the current directory"},
+    {LR"(?@\empty)", success, "as it stands"},
+    {LR"(@\dir)", ERROR_DIR_NOT_EMPTY, "not empty"},
+    {LR"(@\file)", ERROR_DIRECTORY, "a file"},
+    {LR"(@\missing)", ERROR_FILE_NOT_FOUND, "not there"},
+    {LR"(@\missing\a)", ERROR_PATH_NOT_FOUND, "nor the directory above"},
+    {LR"(@\file\a)", ERROR_PATH_NOT_FOUND, "below a file"},
+    {LR"(@\a*b)", ERROR_INVALID_NAME, "no name"},
+    {L".", ERROR_SHARING_VIOLATION, "the current directory"},
+    {L"", ERROR_PATH_NOT_FOUND, "no text", ERROR_INVALID_NAME},
+    {LR"(Q:\)", ERROR_PATH_NOT_FOUND, "no such drive"},
+    {L"nul", ERROR_DIRECTORY, "a device", ERROR_INVALID_HANDLE},
+};
+
+TEST(RemovingDirectories, Outcomes)
+{
+    for (directory_case const &row : remove_cases) {
+        workspace space;
+        fill(space);
+        EXPECT_EQ(remove_directory(text_in(space, row.text)), expected(row.code, row.wine))
+            << row.why;
+        EXPECT_EQ(space.exists(space.path(u"empty")), row.code != success) << row.why;
+    }
+}
+
+} // namespace
+
+} // namespace contract

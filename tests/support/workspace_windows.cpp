@@ -1,0 +1,256 @@
+#include "support/workspace.hpp"
+
+#include <windows.h>
+
+#include <algorithm>
+#include <atomic>
+#include <stdexcept>
+
+namespace test_support {
+
+namespace {
+
+constexpr std::size_t longest_root = 60;
+
+std::wstring widen(std::u16string_view text)
+{
+    return std::wstring(text.begin(), text.end());
+}
+
+std::u16string narrow(std::wstring_view text)
+{
+    return std::u16string(text.begin(), text.end());
+}
+
+/// The failure of the last call, for the test's output.
+[[noreturn]] void fail(char const *what)
+{
+    DWORD const code = ::GetLastError();
+    throw std::runtime_error(std::string(what) + " failed with " + std::to_string(code));
+}
+
+/// The text with a long prefix: it may have any length, and names may end in dots.
+std::wstring long_form(std::u16string_view path)
+{
+    std::wstring const wide = widen(path);
+    return wide.starts_with(L"\\\\") ? L"\\\\?\\UNC" + wide.substr(1) : L"\\\\?\\" + wide;
+}
+
+DWORD attributes_of(std::u16string_view path)
+{
+    return ::GetFileAttributesW(long_form(path).c_str());
+}
+
+std::vector<std::u16string> names_in(std::u16string const &path)
+{
+    WIN32_FIND_DATAW data;
+    HANDLE const search = ::FindFirstFileW(long_form(path + u"\\*").c_str(), &data);
+    if (search == INVALID_HANDLE_VALUE)
+        fail("FindFirstFileW");
+    std::vector<std::u16string> names;
+    do {
+        std::u16string const name = narrow(data.cFileName);
+        if (name != u"." && name != u"..")
+            names.push_back(name);
+    } while (::FindNextFileW(search, &data));
+    ::FindClose(search);
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+/// Removes a name and all below it, as far as it can. Links are not followed.
+void remove_all(std::u16string const &path)
+{
+    DWORD const attributes = attributes_of(path);
+    if (attributes == INVALID_FILE_ATTRIBUTES)
+        return;
+    std::wstring const name = long_form(path);
+    ::SetFileAttributesW(name.c_str(), FILE_ATTRIBUTE_NORMAL);
+    if ((attributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
+        ::DeleteFileW(name.c_str());
+        return;
+    }
+    if ((attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) {
+        for (std::u16string const &entry : names_in(path))
+            remove_all(path + u'\\' + entry);
+    }
+    ::RemoveDirectoryW(name.c_str());
+}
+
+void create_directory(std::u16string const &path)
+{
+    bool const made = ::CreateDirectoryW(long_form(path).c_str(), nullptr) != 0;
+    if (!made && ::GetLastError() != ERROR_ALREADY_EXISTS)
+        fail("CreateDirectoryW");
+}
+
+std::u16string parent_of(std::u16string const &path)
+{
+    return path.substr(0, path.find_last_of(u'\\'));
+}
+
+void create_directories(std::u16string const &path)
+{
+    // `C:` is there; with a long prefix it would mean the device
+    if (path.ends_with(u':') || attributes_of(path) != INVALID_FILE_ATTRIBUTES)
+        return;
+    std::u16string const parent = parent_of(path);
+    if (parent == path)
+        throw std::invalid_argument("no absolute pathname");
+    create_directories(parent);
+    create_directory(path);
+}
+
+/// A name that no other workspace has, in this process or another.
+std::u16string fresh_name()
+{
+    static std::atomic<unsigned int> count = 0;
+    std::wstring const name = L"fl-" + std::to_wstring(::GetCurrentProcessId()) + L'-' +
+                              std::to_wstring(::GetTickCount64() % 1000000) + L'-' +
+                              std::to_wstring(++count);
+    return narrow(name);
+}
+
+/// The folder for temporary files, or a drive's root directory if that is too deep.
+std::u16string base_directory()
+{
+    wchar_t buffer[MAX_PATH + 1] = {};
+    DWORD const length = ::GetTempPathW(MAX_PATH, buffer);
+    std::u16string const temporary = narrow(std::wstring_view(buffer, length));
+    bool const is_short = !temporary.empty() && temporary.size() <= longest_root - 30;
+    return is_short ? temporary : temporary.substr(0, 3);
+}
+
+std::wstring current_directory()
+{
+    std::wstring text(::GetCurrentDirectoryW(0, nullptr), L'\0');
+    text.resize(::GetCurrentDirectoryW(static_cast<DWORD>(text.size()), text.data()));
+    return text;
+}
+
+/// Asked once: a server that isn't there takes its time.
+bool has_test_share()
+{
+    static bool const has =
+        ::GetFileAttributesW(L"\\\\fl-server\\share\\") != INVALID_FILE_ATTRIBUTES;
+    return has;
+}
+
+} // namespace
+
+struct workspace::state
+{
+    std::wstring former_directory = current_directory();
+    std::u16string root;
+    std::u16string share_root;
+};
+
+workspace::workspace() : state_(std::make_unique<state>())
+{
+    std::u16string const name = fresh_name();
+    state_->root = base_directory() + name;
+    create_directory(state_->root);
+    if (has_test_share()) {
+        state_->share_root = u"\\\\fl-server\\share\\" + name;
+        create_directory(state_->share_root);
+    }
+}
+
+workspace::~workspace()
+{
+    ::SetCurrentDirectoryW(state_->former_directory.c_str());
+    remove_all(state_->root);
+    if (!state_->share_root.empty())
+        remove_all(state_->share_root);
+}
+
+std::u16string const &workspace::root() const
+{
+    return state_->root;
+}
+
+std::u16string workspace::path(std::u16string_view relative) const
+{
+    return state_->root + u'\\' + std::u16string(relative);
+}
+
+bool workspace::has_share() const
+{
+    return !state_->share_root.empty();
+}
+
+std::u16string workspace::share_root() const
+{
+    if (!has_share())
+        throw std::logic_error("there is no share");
+    return state_->share_root;
+}
+
+void workspace::make_directory(std::u16string const &path)
+{
+    create_directories(path);
+    if (!is_directory(path))
+        throw std::runtime_error("there is something else than a directory");
+}
+
+void workspace::make_file(std::u16string const &path, std::string const &content)
+{
+    create_directories(parent_of(path));
+    HANDLE const file = ::CreateFileW(long_form(path).c_str(), GENERIC_WRITE, 0, nullptr,
+                                      CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE)
+        fail("CreateFileW");
+    DWORD written = 0;
+    bool const done = ::WriteFile(file, content.data(), static_cast<DWORD>(content.size()),
+                                  &written, nullptr) != 0;
+    ::CloseHandle(file);
+    if (!done || written != content.size())
+        throw std::runtime_error("the content could not be written");
+}
+
+bool workspace::exists(std::u16string const &path) const
+{
+    return attributes_of(path) != INVALID_FILE_ATTRIBUTES;
+}
+
+bool workspace::is_directory(std::u16string const &path) const
+{
+    return exists(path) && (attributes_of(path) & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+bool workspace::is_file(std::u16string const &path) const
+{
+    return exists(path) && !is_directory(path);
+}
+
+std::vector<std::u16string> workspace::entries(std::u16string const &path) const
+{
+    return names_in(path);
+}
+
+void workspace::change_directory(std::u16string const &path)
+{
+    if (!::SetCurrentDirectoryW(widen(path).c_str()))
+        fail("SetCurrentDirectoryW");
+}
+
+bool workspace::can_deny_rights() const
+{
+    return false; // access control lists are out of these tests' reach
+}
+
+void workspace::deny_creation(std::u16string const &)
+{
+    throw std::logic_error("rights can't be denied here");
+}
+
+bool runs_under_wine()
+{
+    static bool const does = [] {
+        HMODULE const module = ::GetModuleHandleW(L"ntdll.dll");
+        return module != nullptr && ::GetProcAddress(module, "wine_get_version") != nullptr;
+    }();
+    return does;
+}
+
+} // namespace test_support
