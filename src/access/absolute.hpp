@@ -6,8 +6,8 @@
 
 namespace fl::filesystem::detail {
 
-/// Returns `p` joined to `base` if `p` isn't absolute and `base` isn't empty, else
-/// a copy of `p`. So does a `p` that can't be joined, such as `\foo`. Throws
+/// Returns `p` joined to `base` if `p` isn't absolute and `base` isn't empty. Else
+/// returns a copy of `p`, also if it can't be joined, as `\foo` can't. Throws
 /// `InvalidArgument` "Invalid path type for base path" if a base is needed and
 /// isn't absolute.
 upath join_with_base(upath const &p, upath const &base);

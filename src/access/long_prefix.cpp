@@ -52,13 +52,13 @@ template std::u16string add_long_prefix(std::wstring_view);
 std::wstring &strip_long_path_prefix(std::wstring &path, std::size_t length, std::size_t limit)
 {
     std::wstring_view const text = std::wstring_view(path).substr(0, length);
+    std::size_t const size = text.size();
     // a server pathname gets two backslashes in exchange for its prefix
-    if (is_long_unc_prefix_at(text, 0) &&
-        length - long_unc_prefix_size + unc_prefix_size <= limit) {
-        path.resize(length);
+    if (is_long_unc_prefix_at(text, 0) && size - long_unc_prefix_size + unc_prefix_size <= limit) {
+        path.resize(size);
         path.replace(0, long_unc_prefix_size, pathname_traits<wchar_t>::UNC_PREFIX);
-    } else if (is_long_prefix_at(text, 0) && length - long_prefix_size <= limit) {
-        path.resize(length);
+    } else if (is_long_prefix_at(text, 0) && size - long_prefix_size <= limit) {
+        path.resize(size);
         path.erase(0, long_prefix_size);
     }
     return path;

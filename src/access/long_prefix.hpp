@@ -19,8 +19,9 @@ extern template std::wstring add_long_prefix(std::u16string_view);
 extern template std::wstring add_long_prefix(std::wstring_view);
 extern template std::u16string add_long_prefix(std::wstring_view);
 
-/// Takes the long prefix off the first `length` units of `path` if at most `limit`
-/// remain, and returns `path`. Otherwise `path` stays as it is.
+/// Cuts `path` to its first `length` units without their long prefix, if at most
+/// `limit` remain, and returns `path`. Otherwise `path` stays as it is, what stands
+/// behind `length` included.
 std::wstring &strip_long_path_prefix(std::wstring &path, std::size_t length, std::size_t limit);
 
 } // namespace fl::filesystem::detail

@@ -6,8 +6,11 @@
 #include <fl/filesystem/exceptions.hpp>
 
 #include <boost/exception/enable_current_exception.hpp>
+#include <boost/version.hpp>
 
 #include <string>
+
+static_assert(BOOST_VERSION >= 107400, "fl::filesystem needs Boost 1.74 or later");
 
 namespace fl::filesystem::detail {
 

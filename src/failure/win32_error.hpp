@@ -6,10 +6,11 @@
 
 namespace fl::filesystem::detail {
 
-/// Throws what `error_code` stands for. Call it with the very string that the
-/// system was handed and the code that `GetLastError()` gave right after the
-/// call: pathnames go into the exception as they are, long prefix included.
-/// `second_path` is empty for an operation with one pathname.
+/// Throws what `error_code` stands for, which `GetLastError()` gave right after the
+/// call. Pathnames go into the exception as they are: a routine near the system
+/// hands over the very string that it called with, long prefix included, and an
+/// operation of the standard filesystem facility what its caller wrote.
+/// `second_path` is empty where there is one pathname.
 [[noreturn]] void throw_win32_exception(unsigned int error_code, std::wstring const &path,
                                         std::wstring const &second_path);
 [[noreturn]] void throw_win32_exception(unsigned int error_code, std::wstring const &path);

@@ -85,13 +85,12 @@ bool is_invalid_extension(std::u16string_view extension)
 }
 
 /// The index behind what stays of `pathname`: behind the full stop of the old
-/// extension, or the end. A name that ends in its full stop has no extension.
+/// extension, or the end. They are one where the name ends in its full stop, which
+/// then is no extension's.
 std::size_t end_of_kept_part(std::u16string_view pathname, std::size_t filename)
 {
     std::size_t const stop = pathname.rfind(pathname_traits<char16_t>::DOT_CHARACTER);
-    bool const is_extension =
-        stop != pathname.npos && stop >= filename && stop + 1 != pathname.size();
-    return is_extension ? stop + 1 : pathname.size();
+    return stop != pathname.npos && stop >= filename ? stop + 1 : pathname.size();
 }
 
 } // namespace

@@ -131,8 +131,6 @@ pathname_element_context<char16_t> extract_pathname_elements(std::u16string cons
 {
     pathname_element_context<char16_t> elements;
     std::size_t const root = element_root_length<char16_t>(text);
-    if (text.empty())
-        return elements;
     if (root != text.size()) {
         split_filename(text, root, elements);
         split_extension(elements);

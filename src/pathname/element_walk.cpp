@@ -24,8 +24,7 @@ void move_up_to_name(std::u16string_view text, std::size_t root, std::uint64_t &
     std::size_t const last_unit = position < text.size() ? inside : position;
     std::size_t const before = text.rfind(traits::PATHNAME_SEPARATOR_CHARACTER, last_unit);
     std::size_t const begin = before == text.npos ? root : before + 1;
-    element =
-        begin <= last_unit ? text.substr(begin, last_unit + 1 - begin) : std::u16string_view();
+    element = text.substr(begin, last_unit + 1 - begin);
     position = begin;
 }
 

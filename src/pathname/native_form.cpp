@@ -43,50 +43,37 @@ void drop_trailing_backslash(std::basic_string<Char> &text, std::size_t root, st
         text.pop_back();
 }
 
-/// A server, and a server and share, may keep the backslash behind them.
-template <typename Char>
-std::basic_string<Char> finish_server(std::basic_string<Char> text)
-{
-    drop_trailing_backslash(text, skip_two_separators<Char>(text, 2), text.size());
-    return text;
-}
-
-/// The root is taken for three units even where the drive has no backslash, so
+/// Taken for the root of every drive, also where the drive has no backslash, so
 /// that a single unit behind `C:` keeps the backslash behind it.
-template <typename Char>
-std::basic_string<Char> finish_drive(std::basic_string<Char> text)
-{
-    drop_trailing_backslash(text, 3, text.size());
-    return text;
-}
+constexpr std::size_t drive_root = 3;
 
 template <typename Char>
-std::basic_string<Char> finish(std::basic_string<Char> text, std::size_t root)
+std::basic_string<Char> finish(std::basic_string<Char> form, std::size_t root)
 {
-    drop_trailing_backslash(text, root, text.size());
-    return text;
+    drop_trailing_backslash(form, root, form.size());
+    return form;
 }
 
 /// What stands behind `\\?\`, which begins at `prefix`.
 template <typename Char>
 std::basic_string<Char> without_long_prefix(std::basic_string_view<Char> text, std::size_t prefix)
 {
-    if (text.size() == 4)
-        return {};
     std::basic_string<Char> form = collapse_separators_from(text, text.size(), prefix + 4, 0);
     if (is_drive_at<Char>(form, 0))
-        return finish_drive(std::move(form));
+        return finish(std::move(form), drive_root);
     std::size_t const root = is_backslash(unit_at<Char>(form, 0)) ? 1 : 0;
     return finish(std::move(form), root);
 }
 
-/// A server pathname whose two separators stand at `server`.
+/// A server pathname whose two separators stand at `server`. A server, and a server
+/// and share, may keep the backslash behind them.
 template <typename Char>
 std::basic_string<Char> server_form(std::basic_string_view<Char> text, std::size_t server)
 {
     std::basic_string<Char> form = collapse_separators_from(text, text.size(), server, 2);
     form[0] = form[1] = backslash<Char>;
-    return finish_server(std::move(form));
+    std::size_t const root = skip_two_separators<Char>(form, 2);
+    return finish(std::move(form), root);
 }
 
 /// A device pathname whose prefix begins at `prefix`. Its trailing backslash goes
@@ -111,10 +98,9 @@ std::basic_string<Char> form_by_shape(std::basic_string_view<Char> text)
     std::size_t const start = skip_white_space(text);
     std::size_t const size = text.size();
     if (!is_separator(unit_at(text, start))) {
-        std::basic_string<Char> form = collapse_separators_from(text, size, 0, 0);
-        // C:\foo, or foo
-        return is_drive_at(text, start) ? finish_drive(std::move(form))
-                                        : finish(std::move(form), 0);
+        // C:\foo or foo
+        std::size_t const root = is_drive_at(text, start) ? drive_root : 0;
+        return finish(collapse_separators_from(text, size, 0, 0), root);
     }
     // \\server\share
     if (is_unc_prefix_at(text, start))

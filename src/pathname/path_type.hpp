@@ -73,14 +73,15 @@ constexpr std::size_t analyse_unc_root(std::basic_string_view<Char> text,
     return share_end + 1;
 }
 
-/// Whether `text` has at least `least` units and begins with `\\?\UNC\`. Throws
-/// `foundation::ustring::CtypeInvalidCharacter` on a unit above 127 ahead of the
-/// first difference.
+/// Whether `text` begins with `\\?\UNC\` and has room for a server and a share
+/// behind it. Throws `foundation::ustring::CtypeInvalidCharacter` on a unit above
+/// 127 ahead of the first difference.
 template <typename Char>
-constexpr bool begins_with_long_unc_prefix(std::basic_string_view<Char> text, std::size_t least)
+constexpr bool begins_with_long_unc_prefix(std::basic_string_view<Char> text)
 {
+    constexpr std::size_t shortest = 11; // the prefix and `a\b`
     std::basic_string_view<Char> const prefix = pathname_traits<Char>::LONG_UNC_PATHNAME_PREFIX;
-    return text.size() >= least &&
+    return text.size() >= shortest &&
            compare_ignoring_case(text.substr(0, prefix.size()), prefix) == 0;
 }
 
@@ -126,8 +127,8 @@ constexpr std::size_t analyse_path_root(std::basic_string_view<Char> text,
                            : windows::PATH_TYPE_LONG_DRIVE_RELATIVE;
         return length;
     }
-    // \\?\UNC\server\share, which has at least 11 units
-    if (begins_with_long_unc_prefix(text, 11)) {
+    // \\?\UNC\server\share
+    if (begins_with_long_unc_prefix(text)) {
         type = windows::PATH_TYPE_LONG_UNC;
         return analyse_unc_root(text, type);
     }

@@ -38,4 +38,14 @@ pathname_traits<Char>::replace_tilde_with_home_dir(std::basic_string<Char> const
 template struct FL_FILESYSTEM_TEMPLATE_INSTANTIATION pathname_traits<char16_t>;
 template struct FL_FILESYSTEM_TEMPLATE_INSTANTIATION pathname_traits<wchar_t>;
 
+// Their values are in the header; these are the objects that the library exports
+// for code that takes an address.
+constexpr char16_t const *upath_constant::GENERIC_PATHNAME_SEPARATOR;
+constexpr char16_t const *upath_constant::PATHNAME_SEPARATOR;
+constexpr char16_t const *upath_constant::PATH_SEPARATOR;
+constexpr char16_t const *upath_constant::FILE_EXTENSION_SEPARATOR;
+constexpr char16_t const *upath_constant::CURRENT_DIRECTORY;
+constexpr char16_t const *upath_constant::PARENT_DIRECTORY;
+constexpr char16_t const *upath_constant::WILD_CARD;
+
 } // namespace fl::filesystem

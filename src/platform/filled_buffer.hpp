@@ -5,20 +5,19 @@
 
 #include <windows.h>
 
-#include <cstddef>
 #include <optional>
 #include <string>
 
 namespace fl::filesystem::detail {
 
 /// How often a call is asked, and how an answer as long as the buffer is read.
-/// The system's own answers are shorter than the buffer or longer, since the room
-/// that it asks for includes the NUL; a filter driver's need not be.
+/// Windows never gives that one, since the room that it asks for includes the NUL.
 enum class growth
 {
     /// Ask at most twice; an answer as long as the buffer fits.
     once,
-    /// Ask until the answer is shorter than the buffer.
+    /// Ask until the answer is shorter than the buffer, however often the text
+    /// grows in between.
     until_it_fits
 };
 

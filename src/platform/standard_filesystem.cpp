@@ -119,6 +119,7 @@ bool create_directory(std::wstring const &text, std::error_code &ec)
     if (::CreateDirectoryW(text.c_str(), nullptr))
         return true;
     DWORD const code = ::GetLastError();
+    // something has that name; what can't be looked at counts as no directory
     if (code == ERROR_ALREADY_EXISTS) {
         DWORD const attributes = ::GetFileAttributesW(text.c_str());
         if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0)
@@ -137,10 +138,13 @@ bool create_directories(std::wstring const &text, std::error_code &ec)
     }
     bool created = false;
     std::error_code noted;
+    std::wstring level;
+    level.reserve(text.size());
     std::size_t begin = root_length(text);
     while (begin < text.size()) {
         std::size_t const end = find_separator<wchar_t>(text, begin);
-        created = create_directory(text.substr(0, end), ec);
+        level.append(text, level.size(), end - level.size());
+        created = create_directory(level, ec);
         if (ec && !is_not_found(ec))
             noted = ec;
         begin = skip_separators<wchar_t>(text, end);

@@ -31,10 +31,11 @@ std::wstring absolute(std::wstring const &text, std::error_code &ec);
 bool create_directory(std::wstring const &text, std::error_code &ec);
 
 /// Creates each element of `text` behind its root, from the root downward, and
-/// returns whether the last one was created. A level that exists is no error. If
-/// the last level ends well there is no error at all; otherwise it is the last
-/// one that wasn't of a not-found kind, so that the reason why a level couldn't be
-/// made isn't hidden by the levels missing below it.
+/// returns whether the last one was created. A level that exists is no error, and a
+/// root alone is false without one. If the last level ends well there is no error at
+/// all. Otherwise it is the last error that wasn't of a not-found kind, so that the
+/// reason why a level couldn't be made isn't hidden by the levels missing below it,
+/// or the last level's own if all were of that kind.
 bool create_directories(std::wstring const &text, std::error_code &ec);
 
 } // namespace fl::filesystem::detail::standard

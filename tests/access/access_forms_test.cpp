@@ -1,16 +1,14 @@
 #include <fl/filesystem/access_forms.hpp>
 #include <fl/filesystem/windows.hpp>
 
+#include "support/text.hpp"
+
 #include <gtest/gtest.h>
 
 namespace fl::filesystem::detail {
 namespace {
 
-/// `head` and as many units more as make `size` in all.
-std::wstring of_size(std::wstring const &head, std::size_t size)
-{
-    return head + std::wstring(size - head.size(), L'a');
-}
+using test_support::of_size;
 
 TEST(ToFilesystem, CopiesUnits)
 {
@@ -23,7 +21,7 @@ TEST(ToFilesystem, CopiesUnits)
 
 TEST(MakeAccessForm, DriveAtTheLimit)
 {
-    std::wstring const drive = LR"(C:\)";
+    wchar_t const *const drive = LR"(C:\)";
     EXPECT_EQ(make_access_form(of_size(drive, 258)), of_size(drive, 258));
     EXPECT_EQ(make_access_form(of_size(drive, 259)), of_size(drive, 259));
     EXPECT_EQ(make_access_form(of_size(drive, 260)), LR"(\\?\)" + of_size(drive, 260));
@@ -32,7 +30,7 @@ TEST(MakeAccessForm, DriveAtTheLimit)
 
 TEST(MakeAccessForm, ServerAtTheLimit)
 {
-    std::wstring const share = LR"(\\server\share\)";
+    wchar_t const *const share = LR"(\\server\share\)";
     EXPECT_EQ(make_access_form(of_size(share, 259)), of_size(share, 259));
     EXPECT_EQ(make_access_form(of_size(share, 260)),
               LR"(\\?\UNC\)" + of_size(share, 260).substr(2));
@@ -40,6 +38,20 @@ TEST(MakeAccessForm, ServerAtTheLimit)
     EXPECT_EQ(make_access_form(of_size(L"//server/share/", 260)),
               LR"(\\?\UNC\)" + of_size(L"server/share/", 258))
         << "either separator";
+}
+
+TEST(MakeAccessForm, ExamplesOfTheHeader)
+{
+    EXPECT_EQ(make_access_form(LR"(C:\)" + std::wstring(256, L'a')).size(), 259U);
+    EXPECT_EQ(make_access_form(LR"(C:\)" + std::wstring(257, L'a')).size(), 264U);
+}
+
+TEST(MakeAccessForm, AMarkWithoutASeparatorBeginsAServersName)
+{
+    EXPECT_EQ(make_access_form(of_size(LR"(\\?x\)", 260)), LR"(\\?\UNC\)" + of_size(L"?x\\", 258));
+    EXPECT_EQ(make_access_form(of_size(LR"(\\?\UNC\s\)", 260)),
+              LR"(\\?\)" + of_size(LR"(\\?\UNC\s\)", 260))
+        << "and a prefix is not looked for";
 }
 
 TEST(MakeAccessForm, WithoutARootNeverGetsAPrefix)

@@ -12,17 +12,13 @@ namespace {
 
 using test_support::failure_of;
 using test_support::invalid_argument;
+using test_support::of_size;
 using test_support::wide;
 using test_support::workspace;
 
-std::u16string of_size(std::u16string const &head, std::size_t size)
-{
-    return head + std::u16string(size - head.size(), u'a');
-}
-
 TEST(MakeFilesystemForm, GetsThePrefixBeyond247Units)
 {
-    std::u16string const drive = uR"(C:\)";
+    char16_t const *const drive = uR"(C:\)";
     for (std::size_t const size : {4U, 246U, 247U})
         EXPECT_EQ(make_filesystem_form(upath(of_size(drive, size))), wide(of_size(drive, size)));
     for (std::size_t const size : {248U, 249U, 1000U})
@@ -32,7 +28,7 @@ TEST(MakeFilesystemForm, GetsThePrefixBeyond247Units)
 
 TEST(MakeFilesystemForm, OfAShareBeyond247Units)
 {
-    std::u16string const share = uR"(\\server\share\)";
+    char16_t const *const share = uR"(\\server\share\)";
     EXPECT_EQ(make_filesystem_form(upath(of_size(share, 247))), wide(of_size(share, 247)));
     EXPECT_EQ(make_filesystem_form(upath(of_size(share, 248))),
               LR"(\\?\UNC\)" + wide(of_size(share, 248).substr(2)));
@@ -64,6 +60,13 @@ TEST(MakeFilesystemForm, OfALongPrefixedTextIsTheFormWithoutIt)
               wide(of_size(uR"(\\?\C:\)", 252)));
 }
 
+TEST(MakeFilesystemForm, LeavesAPrefixThatNativeFormUncovers)
+{
+    // a server named `?` twice over: what is left begins like a long prefix
+    std::u16string const odd = uR"(\\?\UNC\?\UNC\?\foo\)" + std::u16string(250, u'a');
+    EXPECT_EQ(make_filesystem_form(upath(odd)), LR"(\\?\foo\)" + std::wstring(250, L'a'));
+}
+
 TEST(MakeFilesystemForm, RefusesALongPathnameThatCantHaveThePrefix)
 {
     EXPECT_EQ(failure_of([] { make_filesystem_form(upath(of_size(uR"(\\server)", 248))); }),
@@ -75,9 +78,9 @@ TEST(JoinWithBase, KeepsTextAndFlagOfWhatItReturns)
     upath const relative(u"a", false);
     EXPECT_FALSE(join_with_base(relative, upath()).form_flag()) << "a copy of the path";
     EXPECT_EQ(join_with_base(relative, upath()).native(), u"a");
-    upath const joined = join_with_base(relative, upath(uR"(C:\b)", true));
+    upath const joined = join_with_base(upath(u"a"), upath(uR"(C:\b)", false));
     EXPECT_EQ(joined.native(), uR"(C:\b\a)");
-    EXPECT_TRUE(joined.form_flag()) << "the base's flag";
+    EXPECT_FALSE(joined.form_flag()) << "the base's flag";
     upath const rooted = join_with_base(upath(uR"(\a)", false), upath(uR"(C:\b)"));
     EXPECT_EQ(rooted.native(), uR"(\a)") << "can't be joined: a copy of the path";
     EXPECT_FALSE(rooted.form_flag());

@@ -10,6 +10,7 @@ namespace {
 
 using test_support::failure_of;
 using test_support::invalid_argument;
+using test_support::of_size;
 using test_support::printable;
 using test_support::wide;
 
@@ -72,12 +73,6 @@ TEST(AddLongPrefix, RefusesEveryOtherTypeWithOneMessage)
     }
 }
 
-/// `head` and as many units more as make `size` in all.
-std::wstring of_size(std::wstring const &head, std::size_t size)
-{
-    return head + std::wstring(size - head.size(), L'a');
-}
-
 std::wstring stripped(std::wstring text, std::size_t length, std::size_t limit)
 {
     std::wstring &result = strip_long_path_prefix(text, length, limit);
@@ -122,6 +117,8 @@ TEST(StripLongPathPrefix, GoesByTheLengthThatItIsGiven)
     EXPECT_EQ(stripped(LR"(\\?\UNC\server)", 10, 259), LR"(\\se)");
     EXPECT_EQ(stripped(LR"(\\?\UNC\server)", 7, 259), L"UNC")
         << "seven units are no server prefix, whatever follows them";
+    EXPECT_EQ(stripped(LR"(\\?\C:\a)", 20, 259), LR"(C:\a)") << "never beyond the text";
+    EXPECT_EQ(stripped(LR"(\\?\UNC\s\h)", 20, 5), LR"(\\s\h)") << "whose own size counts then";
     EXPECT_EQ(stripped(LR"(\\?\C:\abc)", 3, 259), LR"(\\?\C:\abc)") << "nor three a prefix";
     EXPECT_EQ(stripped(of_size(LR"(\\?\C:\)", 300), 263, 259), of_size(LR"(C:\)", 259));
 }

@@ -75,11 +75,12 @@ TEST(Exceptions, LayoutOfTheBase)
     std::size_t const string_size = sizeof(std::string);
     SystemError const error;
     EXPECT_EQ(offset<base_identifier>(error), sizeof(std::exception));
-    EXPECT_EQ(offset<base_id>(error), sizeof(void *) + string_size);
-    EXPECT_EQ(offset<base_path>(error), sizeof(void *) + string_size + 8);
-    EXPECT_EQ(offset<base_additional>(error), sizeof(void *) + 2 * string_size + 8);
+    std::size_t const first = sizeof(std::exception);
+    EXPECT_EQ(offset<base_id>(error), first + string_size);
+    EXPECT_EQ(offset<base_path>(error), first + string_size + 8);
+    EXPECT_EQ(offset<base_additional>(error), first + 2 * string_size + 8);
     EXPECT_EQ(offset<base_code>(error),
-              sizeof(void *) + 2 * string_size + 8 + sizeof(std::vector<std::u16string>));
+              first + 2 * string_size + 8 + sizeof(std::vector<std::u16string>));
     EXPECT_EQ(sizeof(FsysExceptionBase), sizeof(expected_layout));
 }
 
@@ -96,6 +97,16 @@ constexpr bool add_no_data = ((sizeof(Classes) == sizeof(FsysExceptionBase)) && 
 template <typename... Classes>
 constexpr bool derive_directly = (std::is_base_of_v<FsysExceptionBase, Classes> && ...);
 
+/// A class is a base of itself, and here of no other.
+template <typename... Classes>
+constexpr bool none_derives_from_another()
+{
+    auto const derived_from = []<typename Class>(std::type_identity<Class>) {
+        return (static_cast<int>(std::is_base_of_v<Class, Classes>) + ...);
+    };
+    return ((derived_from(std::type_identity<Classes>()) == 1) && ...);
+}
+
 TEST(Exceptions, OtherClassesAddNoData)
 {
     EXPECT_TRUE((add_no_data<InvalidOperation, FileNameTooLarge, FileNameConversionFailure,
@@ -107,6 +118,12 @@ TEST(Exceptions, OtherClassesAddNoData)
                          FileNameConversionFailure, CvtInvalidCharacter, AccessDenied, PathNotFound,
                          NotDirectoryError, DirectoryNotEmpty, FileIsDirectory, FileExistsError,
                          PathNameComparisonFailure, SystemError, TempEnvNotSpecified>));
+    EXPECT_TRUE(
+        (none_derives_from_another<InvalidArgument, InvalidOperation, FileNameTooLarge,
+                                   FileNameConversionFailure, CvtInvalidCharacter, AccessDenied,
+                                   PathNotFound, NotDirectoryError, DirectoryNotEmpty,
+                                   FileIsDirectory, FileExistsError, PathNameComparisonFailure,
+                                   SystemError, TempEnvNotSpecified>()));
     EXPECT_TRUE((std::is_base_of_v<std::exception, FsysExceptionBase>));
     EXPECT_TRUE((std::has_virtual_destructor_v<FsysExceptionBase>));
 }
@@ -276,9 +293,10 @@ TEST(CtypeInvalidCharacter, MessageAndCodes)
 TEST(CtypeExceptionBase, LayoutAndCopies)
 {
     CtypeExceptionBase const error("text", 7, 9);
-    EXPECT_EQ(offset<ctype_message>(error), sizeof(void *));
-    EXPECT_EQ(offset<ctype_code>(error), sizeof(void *) + sizeof(std::string));
-    EXPECT_EQ(offset<ctype_subcode>(error), sizeof(void *) + sizeof(std::string) + 4);
+    std::size_t const first = sizeof(std::exception);
+    EXPECT_EQ(offset<ctype_message>(error), first);
+    EXPECT_EQ(offset<ctype_code>(error), first + sizeof(std::string));
+    EXPECT_EQ(offset<ctype_subcode>(error), first + sizeof(std::string) + 4);
     CtypeExceptionBase copy = CtypeInvalidCharacter();
     copy = error;
     EXPECT_STREQ(copy.what(), "text");

@@ -61,6 +61,8 @@ TEST(ThrowInvalidCharacter, IsCarriedToo)
         throw_invalid_character();
     } catch (CtypeInvalidCharacter const &caught) {
         EXPECT_STREQ(caught.what(), "Invalid character error.");
+        using carried_type = boost::exception_detail::clone_impl<CtypeInvalidCharacter>;
+        EXPECT_NE(dynamic_cast<carried_type const *>(&caught), nullptr);
         carried = boost::current_exception();
     }
     EXPECT_THROW(boost::rethrow_exception(carried), CtypeInvalidCharacter);

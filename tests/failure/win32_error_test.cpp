@@ -10,34 +10,14 @@
 namespace fl::filesystem::detail {
 namespace {
 
+using test_support::about;
+using test_support::denied;
+using test_support::exists;
 using test_support::failure;
 using test_support::failure_of;
 using test_support::invalid_argument;
-
-failure about(fsys_excp_id id, char const *what, std::u16string const &path)
-{
-    return {id, what, path, {}, 0};
-}
-
-failure not_found(std::u16string const &path)
-{
-    return about(fsys_excp_path_not_found, "fl:filesystem:PathNotFound", path);
-}
-
-failure too_large(std::u16string const &path)
-{
-    return about(fsys_excp_file_name_too_large, "fl:filesystem:FileNameTooLarge", path);
-}
-
-failure denied(std::u16string const &path)
-{
-    return about(fsys_excp_access_denied, "fl:filesystem:AccessDenied", path);
-}
-
-failure exists(std::u16string const &path)
-{
-    return about(fsys_excp_file_exists_error, "fl:filesystem:FileExistsError", path);
-}
+using test_support::not_found;
+using test_support::too_large;
 
 struct code_case
 {

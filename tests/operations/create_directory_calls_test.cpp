@@ -10,13 +10,21 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
+#include <string>
+#include <vector>
+
 namespace fl::filesystem {
 namespace {
 
 using simulation::simulated_machine;
+using test_support::denied;
+using test_support::exists;
 using test_support::failure;
 using test_support::failure_of;
 using test_support::invalid_argument;
+using test_support::not_found;
+using test_support::system_error;
 
 /// "function(text)" of each call so far.
 std::vector<std::string> calls(simulated_machine const &machine)
@@ -28,26 +36,6 @@ std::vector<std::string> calls(simulated_machine const &machine)
 }
 
 using lines = std::vector<std::string>;
-
-failure denied(std::u16string const &path)
-{
-    return {fsys_excp_access_denied, "fl:filesystem:AccessDenied", path, {}, 0};
-}
-
-failure not_found(std::u16string const &path)
-{
-    return {fsys_excp_path_not_found, "fl:filesystem:PathNotFound", path, {}, 0};
-}
-
-failure exists(std::u16string const &path)
-{
-    return {fsys_excp_file_exists_error, "fl:filesystem:FileExistsError", path, {}, 0};
-}
-
-failure system_error(unsigned int code, std::u16string const &path)
-{
-    return {fsys_excp_system_error, "fl:filesystem:SystemError", path, {u""}, code};
-}
 
 TEST(CreateDirectoryCalls, OneExpansionAndOneCreation)
 {
@@ -131,8 +119,8 @@ TEST(CreateDirectoryCalls, AnyCodeNamesTheCallersPath)
     for (auto const &row : cases) {
         auto const fault = machine.fail_every_call_on("CreateDirectoryW", row.code);
         EXPECT_EQ(failure_of([] { create_directory(u"a"); }), row.expected) << row.code;
-        EXPECT_EQ(failure_of([] { create_directories(u"a"); }), row.expected) << row.code;
         EXPECT_TRUE(fault.fired());
+        EXPECT_EQ(failure_of([] { create_directories(u"a"); }), row.expected) << row.code;
     }
 }
 
@@ -160,7 +148,7 @@ TEST(CreateDirectoriesCalls, TheLastTellingCodeWins)
         auto const second = machine.fail_call("CreateDirectoryW", 2, row.second);
         auto const third = machine.fail_call("CreateDirectoryW", 3, row.third);
         EXPECT_EQ(failure_of([] { create_directories(uR"(C:\a\b\c)"); }), row.expected) << row.why;
-        EXPECT_TRUE(third.fired());
+        EXPECT_TRUE(first.fired() && second.fired() && third.fired());
     }
 }
 
@@ -205,21 +193,56 @@ TEST(CreateDirectoriesCalls, LevelsThatWereCreatedStay)
     EXPECT_FALSE(machine.exists(uR"(C:\a\b\c)"));
 }
 
-TEST(CreateDirectoryCalls, SurviveTheFailureOfEachCall)
+TEST(CreateDirectoryCalls, EachCallThatFailsIsReportedUnlessALaterLevelSucceeds)
 {
-    for (int nth = 1;; ++nth) {
-        ASSERT_LT(nth, 100) << "the operation never ends";
+    // the calls: expansion, `a` (which is there), its attributes, `b`, `c`
+    std::optional<failure> const reported = system_error(1117, uR"(C:\a\b\c)");
+    std::optional<failure> const expected[] = {reported, std::nullopt, std::nullopt, reported,
+                                               reported};
+    int nth = 1;
+    for (auto const &outcome : expected) {
         simulated_machine machine;
+        machine.add_directory(u"C:\\a");
         auto const fault = machine.fail_call(nth, 1117);
         auto const thrown = failure_of([] { create_directories(uR"(C:\a\b\c)"); });
-        if (!fault.fired()) {
-            EXPECT_EQ(thrown, std::nullopt);
-            break; // every call has failed once
-        }
-        if (thrown) {
-            EXPECT_EQ(*thrown, system_error(1117, uR"(C:\a\b\c)")) << "failing call " << nth;
-        }
+        EXPECT_TRUE(fault.fired()) << "failing call " << nth;
+        // without `b` there is no `c`: the code of `b` is noted, as it tells more
+        EXPECT_EQ(thrown, outcome) << "failing call " << nth;
+        ++nth;
     }
+    simulated_machine machine;
+    machine.add_directory(u"C:\\a");
+    auto const fault = machine.fail_call(nth, 1117);
+    create_directories(uR"(C:\a\b\c)");
+    EXPECT_FALSE(fault.fired()) << "there is no further call";
+}
+
+TEST(CreateDirectoryCalls, WhatCantBeLookedAtIsNoDirectory)
+{
+    simulated_machine machine;
+    machine.add_directory(u"C:\\a");
+    auto const fault = machine.fail_every_call_on("GetFileAttributesW", 5);
+    EXPECT_EQ(failure_of([] { create_directory(u"C:\\a"); }), exists(u"C:\\a"));
+    EXPECT_EQ(failure_of([] { create_directories(uR"(C:\a\no|\c)"); }), exists(uR"(C:\a\no|\c)"))
+        << "183 is noted for it, and levels that can't be named don't hide that";
+    EXPECT_TRUE(fault.fired());
+}
+
+TEST(CreateDirectoriesCalls, OnAShareBeyondTheLimitBeginBehindThePrefix)
+{
+    simulated_machine machine;
+    machine.add_share(u"server", u"share");
+    std::u16string const name(250, u'n');
+    create_directories(uR"(\\server\share\)" + name);
+    EXPECT_TRUE(machine.is_directory(uR"(\\server\share\)" + name));
+    std::vector<std::string> creations;
+    for (auto const &line : calls(machine))
+        if (line.rfind("CreateDirectoryW", 0) == 0)
+            creations.push_back(line);
+    EXPECT_EQ(creations,
+              (lines{R"(CreateDirectoryW(\\?\UNC))", R"(CreateDirectoryW(\\?\UNC\server))",
+                     R"(CreateDirectoryW(\\?\UNC\server\share))",
+                     R"(CreateDirectoryW(\\?\UNC\server\share\)" + std::string(250, 'n') + ")"}));
 }
 
 TEST(AbsoluteCalls, OneCallForAShortResultAndMoreForALongOne)
@@ -253,6 +276,14 @@ TEST(AbsoluteCalls, AFailureNamesThePathAndNotTheJoinedText)
     EXPECT_EQ(failure_of([] { absolute(u"x", uR"(C:\base)"); }), denied(u"x"));
     EXPECT_EQ(failure_of([] { absolute(u"", uR"(C:\base)"); }), denied(u""));
     EXPECT_EQ(failure_of([] { create_directory(u"x"); }), denied(u"x"));
+}
+
+TEST(AbsoluteCalls, ExamplesOfTheHeader)
+{
+    simulated_machine machine;
+    machine.add_directory(u"C:\\work").set_current_directory(u"C:\\work");
+    EXPECT_EQ(absolute(u"foo"), uR"(C:\work\foo)");
+    EXPECT_EQ(absolute(uR"(\foo)", uR"(C:\dir)"), uR"(C:\foo)");
 }
 
 TEST(AbsoluteCalls, NoneForNothing)

@@ -5,30 +5,22 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <optional>
+#include <thread>
+
 namespace fl::filesystem {
 namespace {
 
+using test_support::denied;
+using test_support::exists;
 using test_support::failure;
 using test_support::failure_of;
 using test_support::invalid_argument;
+using test_support::not_found;
 using test_support::workspace;
 
 using names = std::vector<std::u16string>;
-
-failure exists(std::u16string const &path)
-{
-    return {fsys_excp_file_exists_error, "fl:filesystem:FileExistsError", path, {}, 0};
-}
-
-failure not_found(std::u16string const &path)
-{
-    return {fsys_excp_path_not_found, "fl:filesystem:PathNotFound", path, {}, 0};
-}
-
-failure denied(std::u16string const &path)
-{
-    return {fsys_excp_access_denied, "fl:filesystem:AccessDenied", path, {}, 0};
-}
 
 TEST(CreateDirectory, CreatesTheLastElement)
 {
@@ -179,6 +171,23 @@ TEST(CreateDirectories, OnAShare)
     create_directories(wanted);
     EXPECT_TRUE(work.is_directory(wanted));
     EXPECT_EQ(failure_of([&] { create_directories(wanted); }), exists(wanted));
+}
+
+TEST(CreateDirectories, ByTwoThreadsSucceedsInOneOfThem)
+{
+    workspace work;
+    std::u16string const wanted = work.path(uR"(a\b\c\d)");
+    std::optional<failure> results[2];
+    auto const create = [&](std::optional<failure> &result) {
+        result = failure_of([&] { create_directories(wanted); });
+    };
+    std::thread other(create, std::ref(results[0]));
+    create(results[1]);
+    other.join();
+    EXPECT_NE(results[0].has_value(), results[1].has_value());
+    EXPECT_EQ(results[0] ? results[0] : results[1], exists(wanted))
+        << "the other one lost the race";
+    EXPECT_TRUE(work.is_directory(wanted));
 }
 
 /// A chain below `head` whose absolute pathname has `size` units.

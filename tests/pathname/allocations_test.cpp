@@ -1,3 +1,7 @@
+#include <fl/filesystem/exceptions.hpp>
+#include <fl/filesystem/pathname.hpp>
+
+#include "access/absolute.hpp"
 #include "pathname/native_form.hpp"
 #include "pathname/path_type.hpp"
 #include "support/allocations.hpp"
@@ -5,6 +9,9 @@
 #include "support/text.hpp"
 
 #include <gtest/gtest.h>
+
+#include <new>
+#include <utility>
 
 namespace fl::filesystem::detail {
 namespace {
@@ -33,6 +40,12 @@ void measure_everything(std::basic_string_view<Char> text)
     static_cast<void>(element_root_length(text));
     static_cast<void>(unc_root_length(text, 2));
     static_cast<void>(skip_two_separators(text, 2));
+    static_cast<void>(is_drive_at(text, 0));
+    static_cast<void>(is_device_prefix_at(text, 0));
+    static_cast<void>(is_long_prefix_at(text, 0));
+    static_cast<void>(is_long_unc_prefix_at(text, 0));
+    static_cast<void>(is_unc_prefix_at(text, 0));
+    static_cast<void>(is_dot_element(text, 0, 2));
 }
 
 TEST(Allocations, NoneIsMadeForClassifyingOrMeasuring)
@@ -44,6 +57,7 @@ TEST(Allocations, NoneIsMadeForClassifyingOrMeasuring)
         std::wstring const wide_text = wide(text);
         EXPECT_EQ(allocations_of([&] { measure_everything<char16_t>(text); }), 0U)
             << printable(text);
+        EXPECT_EQ(allocations_of([&] { get_root_path_length(text); }), 0U) << printable(text);
         EXPECT_EQ(allocations_of([&] { measure_everything<wchar_t>(wide_text); }), 0U)
             << printable(text);
     }
@@ -81,6 +95,72 @@ TEST(Allocations, OneForANativeFormAndOneMoreIfSeparatorsWereDoubled)
         EXPECT_EQ(allocations_of([&] { native_form<wchar_t>(wide_text); }), row.expected)
             << row.why;
     }
+}
+
+// Where memory runs out, nothing is left half done.
+
+/// Runs `call` with its first allocation failing, then its second, and so on until
+/// none fails, and calls `check` after each failure. Returns how many failed.
+template <typename Call, typename Check>
+std::size_t fail_each_allocation(Call call, Check check)
+{
+    for (std::size_t nth = 1; nth < 100; ++nth) {
+        bool failed = false;
+        {
+            test_support::failing_allocation const fault(nth);
+            try {
+                call();
+            } catch (std::bad_alloc const &) {
+                failed = true;
+            }
+            if (failed != fault.fired())
+                break; // swallowed: the caller sees too few
+        }
+        if (!failed)
+            return nth - 1;
+        check();
+    }
+    return 0;
+}
+
+TEST(LackOfMemory, LeavesTheBaseOfAJoinAsItWas)
+{
+    std::u16string const addition = tail + u"\\" + tail;
+    std::u16string base = tail;
+    base.shrink_to_fit();
+    std::size_t const failures = fail_each_allocation(
+        [&] { concatenate_pathname(base, addition, true); }, [&] { EXPECT_EQ(base, tail); });
+    EXPECT_EQ(failures, 2U) << "the native form of the addition, and the room for it";
+    EXPECT_EQ(base, tail + u"\\" + addition);
+}
+
+TEST(LackOfMemory, LeavesAPathnameWithItsOldExtension)
+{
+    std::u16string pathname = tail + u".txt";
+    {
+        test_support::failing_allocation const fault(1);
+        EXPECT_THROW(replace_extension(pathname, tail), std::bad_alloc);
+    }
+    EXPECT_EQ(pathname, tail + u".txt");
+}
+
+TEST(LackOfMemory, IsNoPathnameThatCantBeJoined)
+{
+    upath const base(uR"(C:\)" + tail);
+    upath const relative(tail);
+    upath joined;
+    std::size_t const failures = fail_each_allocation(
+        [&] { joined = join_with_base(relative, base); }, [&] { EXPECT_TRUE(joined.empty()); });
+    EXPECT_GT(failures, 1U);
+    EXPECT_EQ(joined.native(), base.native() + u"\\" + tail);
+}
+
+TEST(LackOfMemory, ReplacesAnExceptionThatItKeepsFromBeingBuilt)
+{
+    std::size_t const failures =
+        fail_each_allocation([] { AccessDenied const error(tail); }, [] {});
+    EXPECT_EQ(failures, 2U) << "the identifier and the pathname";
+    static_assert(noexcept(std::declval<InvalidArgument const &>().what()));
 }
 
 } // namespace

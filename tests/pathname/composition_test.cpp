@@ -26,6 +26,7 @@ constexpr join_case join_cases[] = {
     {u"foo", u"bar", uR"(foo\bar)"},
     {u"foo\\", u"bar", uR"(foo\bar)"},
     {u"foo", u"bar\\", uR"(foo\bar)"},
+    {u"foo/", u"bar", uR"(foo/\bar)"}, // a slash in the base is a character like any other
     {u"foo", u"a/b", uR"(foo\a\b)"},
     {u"foo", u"", u"foo\\"},
     {u"foo", uR"(\\?\)", u"foo\\"},
@@ -77,7 +78,8 @@ constexpr refused_join_case refused_join_cases[] = {
     {u"foo", uR"(\\.\COM1)", rooted_message}, // a device's root is one unit long
     {u"foo", u"/bar", rooted_message},
     {uR"(\\)", uR"(\x)", rooted_message},
-    {u"//server", uR"(\x)", rooted_message}, // only backslashes begin a bare server here
+    {uR"(\foo)", uR"(\bar)", rooted_message},
+    {uR"(/\server)", uR"(\x)", rooted_message}, // only backslashes begin a bare server here
 };
 
 TEST(ConcatenatePathname, RefusesAndLeavesTheBaseAsItWas)
@@ -166,6 +168,8 @@ constexpr extension_case extension_cases[] = {
     {u"foo", u"/", nullptr},
     {u"", u"txt", u""},
     {u"C:", u"txt", u"C:"},
+    {u"foo:", u"txt", u"foo:"},
+    {uR"(\foo)", u"txt", uR"(\foo.txt)"},
     {uR"(C:\)", u"txt", uR"(C:\)"},
     {u"C:foo", u"txt", u"C:foo.txt"},
     {u"foo\\", u"txt", u"foo\\"},

@@ -58,6 +58,9 @@ constexpr decomposition_case decomposition_cases[] = {
      uR"(share\foo)", uR"(\\?\UNC\server\share)", u"foo", u"foo", u""},
     {uR"(\\.\COM1)", u"", u"\\", u"\\", uR"(\.\COM1)", uR"(\\.)", u"COM1", u"COM1", u""},
     {u"a/b", u"", u"", u"", u"a/b", u"", u"a/b", u"a/b", u""},
+    {uR"(C:\foo\bar)", u"C:", u"\\", uR"(C:\)", uR"(foo\bar)", uR"(C:\foo)", u"bar", u"bar", u""},
+    {uR"(C:\foo\bar.txt)", u"C:", u"\\", uR"(C:\)", uR"(foo\bar.txt)", uR"(C:\foo)", u"bar.txt",
+     u"bar", u"txt"},
     {uR"(C:\dir\)", u"C:", u"\\", uR"(C:\)", u"dir\\", uR"(C:\dir)", u"", u"", u""},
 };
 

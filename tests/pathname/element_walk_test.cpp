@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <vector>
 
 namespace fl::filesystem::detail {
@@ -68,6 +69,7 @@ walk_case const walk_cases[] = {
      {uR"(\\server)", u"\\", u"share", u"foo"},
      {u"foo", u"share", u"\\", uR"(\\server)"}},
     {uR"(\\?\C:\foo)", {uR"(\\?\C:)", u"\\", u"foo"}, {u"foo", u"\\", uR"(\\?\C:)"}},
+    {uR"(\\\share)", {uR"(\\)", u"\\", u"share"}, {u"share", u"\\", uR"(\\)"}},
     {uR"(\\.\COM1)", {u"\\", u"", u".", u"COM1"}, {u"COM1", u".", u"", u"\\"}},
     // a text that ends in a backslash behind its root can't be walked from its end
     {uR"(\\server\share\)", {uR"(\\server)", u"\\", u"share"}, {}},
@@ -122,6 +124,15 @@ TEST(MoveDown, AtTheEndClearsTheElementAndStays)
     EXPECT_EQ(element, u"");
 }
 
+TEST(MoveDown, WithAnElementThatReachesBehindTheEndStopsThere)
+{
+    std::uint64_t position = 3;
+    std::u16string element = u"longer than the rest";
+    move_down(uR"(C:\foo)", 3, position, element);
+    EXPECT_EQ(position, 6U);
+    EXPECT_EQ(element, u"");
+}
+
 TEST(MoveDown, OnAnEmptyTextChangesNothing)
 {
     std::uint64_t position = 7;
@@ -168,8 +179,22 @@ TEST(MoveUp, NeverLeadsBelowTheFront)
     // from a position that no element begins at
     std::uint64_t position = 1;
     std::u16string element;
-    move_up(u"ab", 0, position, element);
+    move_up(uR"(a\b)", 0, position, element);
     EXPECT_EQ(position, 0U);
+    EXPECT_EQ(element, u"a");
+}
+
+TEST(ElementWalk, OfAllShortTextsIsTheSameBothWays)
+{
+    for_all_texts(shape_alphabet, 6, [](std::u16string const &text) {
+        std::uint64_t const root = get_root_path_length(text);
+        bool const stuck = text.size() > root && text.back() == u'\\';
+        if (stuck)
+            return;
+        elements down = walk_down(text);
+        std::reverse(down.begin(), down.end());
+        ASSERT_EQ(walk_up(text), down) << printable(text);
+    });
 }
 
 TEST(ElementWalk, OfAllShortTextsEndsAndStaysInside)

@@ -80,6 +80,24 @@ constexpr root_case root_cases[] = {
     {uR"(\\ab)", PATH_TYPE_INVALID, PATH_TYPE_INVALID, 0, 4, 4},
     {uR"(\\a\b)", PATH_TYPE_UNC, PATH_TYPE_UNC_NO_ROOT, 5, 4, 5},
     {u"\u00E9:\\", PATH_TYPE_RELATIVE, PATH_TYPE_RELATIVE, 0, 0, 0},
+    // the usual example of each type
+    {uR"(foo\bar)", PATH_TYPE_RELATIVE, PATH_TYPE_RELATIVE, 0, 0, 0},
+    {uR"(C:\foo)", PATH_TYPE_DRIVE_ABSOLUTE, PATH_TYPE_DRIVE_ABSOLUTE, 3, 3, 3},
+    {uR"(\\?\C:\foo)", PATH_TYPE_LONG_DRIVE_ABSOLUTE, PATH_TYPE_LONG_DRIVE_ABSOLUTE, 7, 7, 7},
+    {uR"(\\?\UNC\server\share\foo)", PATH_TYPE_LONG_UNC, PATH_TYPE_LONG_UNC, 21, 15, 21},
+    // prefixes that one classifier takes and the other doesn't
+    {uR"(\\.\C:\foo)", PATH_TYPE_DEVICE, PATH_TYPE_DEVICE, 4, 1, 1},
+    {uR"(\\?/C:\x)", PATH_TYPE_LONG_DRIVE_ABSOLUTE, PATH_TYPE_RELATIVE, 0, 7, 7},
+    {uR"(\\./COM1)", PATH_TYPE_DEVICE, PATH_TYPE_RELATIVE, 0, 1, 1},
+    // the shortest server and share behind a long prefix, and a share of dots
+    {uR"(\\?\UNC\a\b)", PATH_TYPE_LONG_UNC, PATH_TYPE_LONG_UNC_NO_ROOT, 11, 10, 11},
+    {uR"(\\?\UNC\server\..\x)", PATH_TYPE_INVALID, PATH_TYPE_INVALID, 0, 15, 18},
+    // one separator ends one root, two end the other, wherever they stand
+    {uR"(\\?\foo\bar\x)", PATH_TYPE_INVALID, PATH_TYPE_RELATIVE, 0, 8, 12},
+    {uR"(\\?\\foo)", PATH_TYPE_INVALID, PATH_TYPE_RELATIVE, 0, 5, 8},
+    {uR"(\\?\\a\b)", PATH_TYPE_INVALID, PATH_TYPE_RELATIVE, 0, 5, 7},
+    {uR"(\\?\UNC\\share\x)", PATH_TYPE_LONG_UNC, PATH_TYPE_LONG_UNC_NO_ROOT, 16, 9, 15},
+    {uR"(\\\share\x)", PATH_TYPE_UNC, PATH_TYPE_UNC_NO_ROOT, 10, 3, 9},
 };
 
 TEST(PathType, Table)
@@ -126,6 +144,37 @@ TEST(PathType, Numbers)
     EXPECT_EQ(PATH_TYPE_LONG_UNC_NO_ROOT, 28682U);
     EXPECT_EQ(PATH_TYPE_DEVICE, 32779U);
     static_assert(sizeof(path_type_enum) == 4);
+}
+
+TEST(PathType, Flags)
+{
+    struct
+    {
+        path_type_enum type;
+        bool root, server, long_prefix, device;
+    } constexpr cases[] = {
+        {PATH_TYPE_INVALID, false, false, false, false},
+        {PATH_TYPE_RELATIVE, false, false, false, false},
+        {PATH_TYPE_ROOTED, true, false, false, false},
+        {PATH_TYPE_DRIVE_ABSOLUTE, true, false, false, false},
+        {PATH_TYPE_DRIVE_RELATIVE, true, false, false, false},
+        {PATH_TYPE_UNC, true, true, false, false},
+        {PATH_TYPE_UNC_NO_ROOT, true, true, false, false},
+        {PATH_TYPE_LONG_DRIVE_ABSOLUTE, true, false, true, false},
+        {PATH_TYPE_LONG_DRIVE_RELATIVE, true, false, true, false},
+        {PATH_TYPE_LONG_UNC, true, true, true, false},
+        {PATH_TYPE_LONG_UNC_NO_ROOT, true, true, true, false},
+        {PATH_TYPE_DEVICE, false, false, false, true},
+    };
+    unsigned int number = 0;
+    for (auto const &row : cases) {
+        EXPECT_EQ(row.type & 0xFFFU, number) << "a running number";
+        EXPECT_EQ((row.type & 0x1000U) != 0, row.root) << number;
+        EXPECT_EQ((row.type & 0x2000U) != 0, row.server) << number;
+        EXPECT_EQ((row.type & 0x4000U) != 0, row.long_prefix) << number;
+        EXPECT_EQ((row.type & 0x8000U) != 0, row.device) << number;
+        ++number;
+    }
 }
 
 TEST(PathType, LengthCountsAndNotTheTextBehindIt)

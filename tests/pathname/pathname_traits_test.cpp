@@ -66,32 +66,52 @@ TEST(PathnameTraits, Texts)
 
 TEST(PathnameTraits, UpathConstants)
 {
-    EXPECT_EQ(std::u16string(upath_constant::GENERIC_PATHNAME_SEPARATOR), u"/");
-    EXPECT_EQ(std::u16string(upath_constant::PATHNAME_SEPARATOR), u"\\");
-    EXPECT_EQ(std::u16string(upath_constant::PATH_SEPARATOR), u";");
-    EXPECT_EQ(std::u16string(upath_constant::FILE_EXTENSION_SEPARATOR), u".");
-    EXPECT_EQ(std::u16string(upath_constant::CURRENT_DIRECTORY), u".");
-    EXPECT_EQ(std::u16string(upath_constant::PARENT_DIRECTORY), u"..");
-    EXPECT_EQ(std::u16string(upath_constant::WILD_CARD), u"*");
+    // by address, as above
+    struct
+    {
+        char16_t const *const *constant;
+        char16_t const *expected;
+    } const cases[] = {
+        {&upath_constant::GENERIC_PATHNAME_SEPARATOR, u"/"},
+        {&upath_constant::PATHNAME_SEPARATOR, u"\\"},
+        {&upath_constant::PATH_SEPARATOR, u";"},
+        {&upath_constant::FILE_EXTENSION_SEPARATOR, u"."},
+        {&upath_constant::CURRENT_DIRECTORY, u"."},
+        {&upath_constant::PARENT_DIRECTORY, u".."},
+        {&upath_constant::WILD_CARD, u"*"},
+    };
+    for (auto const &row : cases)
+        EXPECT_EQ(std::u16string(*row.constant), row.expected);
 }
 
-template <typename T, typename = void>
-constexpr bool has_prefixes = false;
-template <typename T>
-constexpr bool has_prefixes<T, std::void_t<decltype(T::LONG_PATHNAME_PREFIX)>> = true;
-template <typename T, typename = void>
-constexpr bool has_wild_card = false;
-template <typename T>
-constexpr bool
-    has_wild_card<T, std::void_t<decltype(T::WILD_CARD), decltype(T::FILE_EXTENSION_SEPARATOR)>> =
-        true;
+#define FL_TEST_DETECT(member)                                                                     \
+    template <typename T, typename = void>                                                         \
+    constexpr bool has_##member = false;                                                           \
+    template <typename T>                                                                          \
+    constexpr bool has_##member<T, std::void_t<decltype(T::member)>> = true;
+
+FL_TEST_DETECT(LONG_PATHNAME_PREFIX)
+FL_TEST_DETECT(LONG_UNC_PATHNAME_PREFIX)
+FL_TEST_DETECT(UNC_PREFIX)
+FL_TEST_DETECT(DEVICE_PATHNAME_PREFIX)
+FL_TEST_DETECT(MOUNT_POINT_PREFIX)
+FL_TEST_DETECT(VOLUME_NAME_PREFIX)
+FL_TEST_DETECT(WILD_CARD)
+FL_TEST_DETECT(FILE_EXTENSION_SEPARATOR)
 
 TEST(PathnameTraits, PrefixesAndWildCardStandInOneStructureEach)
 {
-    EXPECT_TRUE(has_prefixes<narrow_traits>);
-    EXPECT_FALSE(has_prefixes<upath_constant>);
-    EXPECT_TRUE(has_wild_card<upath_constant>);
-    EXPECT_FALSE(has_wild_card<narrow_traits>);
+    EXPECT_FALSE(has_LONG_PATHNAME_PREFIX<upath_constant>);
+    EXPECT_FALSE(has_LONG_UNC_PATHNAME_PREFIX<upath_constant>);
+    EXPECT_FALSE(has_UNC_PREFIX<upath_constant>);
+    EXPECT_FALSE(has_DEVICE_PATHNAME_PREFIX<upath_constant>);
+    EXPECT_FALSE(has_MOUNT_POINT_PREFIX<upath_constant>);
+    EXPECT_FALSE(has_VOLUME_NAME_PREFIX<upath_constant>);
+    EXPECT_TRUE(has_UNC_PREFIX<wide_traits>) << "the detection works";
+    EXPECT_FALSE(has_WILD_CARD<narrow_traits> || has_WILD_CARD<wide_traits>);
+    EXPECT_FALSE(has_FILE_EXTENSION_SEPARATOR<narrow_traits> ||
+                 has_FILE_EXTENSION_SEPARATOR<wide_traits>);
+    EXPECT_TRUE(has_WILD_CARD<upath_constant>);
 }
 
 TEST(PathnameTraits, StructuresAreEmptyAndAssignable)

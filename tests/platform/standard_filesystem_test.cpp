@@ -93,6 +93,13 @@ TEST(StandardCreateDirectories, OfTheEmptyTextIsNotFound)
     EXPECT_EQ(ec, system_code(3));
 }
 
+TEST(StandardCreateDirectories, OfARootCreatesNothingAndIsNoError)
+{
+    std::error_code ec = stale;
+    EXPECT_FALSE(standard::create_directories(L"C:\\", ec));
+    EXPECT_EQ(ec, std::error_code());
+}
+
 TEST(StandardCreateDirectories, AnswersForTheLastLevelOnly)
 {
     workspace work;

@@ -18,6 +18,20 @@ std::size_t allocations_of(Call call)
     return allocations() - before;
 }
 
+/// Lets the nth allocation of this thread from now on fail, once, as long as this
+/// object lives.
+class failing_allocation
+{
+public:
+    explicit failing_allocation(std::size_t nth);
+    ~failing_allocation();
+    failing_allocation(failing_allocation const &) = delete;
+    failing_allocation &operator=(failing_allocation const &) = delete;
+
+    /// Whether it has failed.
+    bool fired() const;
+};
+
 } // namespace test_support
 
 #endif

@@ -74,6 +74,39 @@ std::optional<failure> failure_of(Call call)
     return std::nullopt;
 }
 
+inline failure about(fl::filesystem::fsys_excp_id id, char const *what, std::u16string const &path)
+{
+    return {id, what, path, {}, 0};
+}
+
+inline failure exists(std::u16string const &path)
+{
+    return about(fl::filesystem::fsys_excp_file_exists_error, "fl:filesystem:FileExistsError",
+                 path);
+}
+
+inline failure not_found(std::u16string const &path)
+{
+    return about(fl::filesystem::fsys_excp_path_not_found, "fl:filesystem:PathNotFound", path);
+}
+
+inline failure denied(std::u16string const &path)
+{
+    return about(fl::filesystem::fsys_excp_access_denied, "fl:filesystem:AccessDenied", path);
+}
+
+inline failure too_large(std::u16string const &path)
+{
+    return about(fl::filesystem::fsys_excp_file_name_too_large, "fl:filesystem:FileNameTooLarge",
+                 path);
+}
+
+/// As the translation of a code with one pathname makes it.
+inline failure system_error(unsigned int code, std::u16string const &path)
+{
+    return {fl::filesystem::fsys_excp_system_error, "fl:filesystem:SystemError", path, {u""}, code};
+}
+
 /// An `InvalidArgument` as the library raises most of them: without a pathname.
 inline failure invalid_argument(std::string const &message)
 {

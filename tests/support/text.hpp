@@ -18,6 +18,15 @@ inline std::u16string units(std::wstring_view text)
     return std::u16string(text.begin(), text.end());
 }
 
+/// `head` and as many units more as make `size` in all.
+template <typename Char>
+std::basic_string<Char> of_size(Char const *head, std::size_t size)
+{
+    std::basic_string<Char> text = head;
+    text.resize(size, Char{'a'});
+    return text;
+}
+
 /// Calls `visit` with every text of up to `longest` units out of `alphabet`, the
 /// empty one first.
 template <typename Visit>

@@ -2,9 +2,9 @@
 #define FL_FLFS_DRAWING_HPP
 // A pathname with marks under the units of its parts:
 //
-//     C:\work\report.tar.gz
+//     C:\data\report.tar.gz
 //     ^^^                     root       C:\ (its backslash included)
-//     ^^^^^^^                 parent     C:\work
+//     ^^^^^^^                 parent     C:\data
 //             ^^^^^^^^^^      stem       report.tar
 //                        ^^   extension  gz
 

@@ -18,7 +18,7 @@ namespace flfs {
 namespace {
 
 constexpr char const *footer = R"(Examples:
-  flfs inspect "C:/work//report.tar.gz"        types, forms, parts and a drawing
+  flfs inspect "C:/data//report.tar.gz"        types, forms, parts and a drawing
   flfs inspect --json "\\server\share\dir"     the same for a program
   flfs mkdir --parents "C:\work\2024\reports"  a directory and those above it
 

@@ -21,9 +21,9 @@ FL_FILESYSTEM_API std::u16string from_filesystem(std::wstring const &text);
 /// at the disk, and doesn't look for a prefix either: a long pathname that has
 /// one gets a second.
 ///
-///     C:\ and 256 units                \\?\ ahead of it: 263 units in all
-///     \\server\share\ and 245 units    \\?\UNC\ for its two backslashes: 266
-///     C:\ and 256 units less one       as it is: 259 units need no prefix
+///     C:\ and 256 units more           as it is: 259 units need no prefix
+///     C:\ and 257 units more           \\?\ ahead of it: 264 in all
+///     \\server\share\, 260 in all      \\?\UNC\ for its two backslashes: 266
 ///     300 units without a root         as they are
 FL_FILESYSTEM_API std::wstring make_access_form(std::wstring const &path);
 

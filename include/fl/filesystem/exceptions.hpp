@@ -85,11 +85,10 @@ public:
     InvalidArgument &operator=(InvalidArgument const &other);
     ~InvalidArgument() override;
 
-    /// Returns identifier, message and pathname in ASCII: "fl:filesystem:
-    /// InvalidArgument: message: {pathname}" without the line break. An empty
-    /// message or pathname is left out together with its punctuation; a code
-    /// unit outside 32 to 127 stands as a backslash, a `u` and four hexadecimal
-    /// digits.
+    /// Returns identifier, message and pathname: "fl:filesystem:InvalidArgument:
+    /// message: {pathname}" in one line. An empty message or pathname is left out
+    /// together with its punctuation. A code unit of the pathname outside 32 to 127
+    /// stands as a backslash, a `u` and four upper-case hexadecimal digits.
     ///
     /// The text is built anew at each call and is valid until the next one, so
     /// two threads must not ask the same object at once.

@@ -1,8 +1,10 @@
 #ifndef FL_FILESYSTEM_OPERATIONS_HPP
 #define FL_FILESYSTEM_OPERATIONS_HPP
 // Public. Everything that reads or changes the file system. Each operation takes
-// path objects or texts; a text is brought to native form on the way in. All
-// pathnames may be longer than 260 units, and all failures are exceptions out of
+// path objects or texts; a text is brought to native form on the way in, and where
+// an exception names a pathname "as it was given", it is that form. Pathnames may be
+// as long as the system takes them with a long prefix, 32,767 units; a NUL in one
+// ends it, as everywhere in Windows. All failures are exceptions out of
 // exceptions.hpp.
 
 #include <fl/filesystem/config.hpp>
@@ -14,8 +16,8 @@ namespace fl::filesystem {
 
 /// Returns `p` as an absolute pathname in native form: joined to `base` if `p`
 /// needs one and `base` isn't empty, then expanded by `GetFullPathNameW`, which
-/// supplies the process's current directories and drops "." and "..". Doesn't look
-/// at the disk. Both empty: the empty path.
+/// supplies the process's current directories and drops "." and "..". Doesn't ask
+/// whether the name exists. Both empty: the empty path.
 ///
 ///     p         base      result
 ///     foo       C:\dir    C:\dir\foo
@@ -27,7 +29,7 @@ namespace fl::filesystem {
 ///
 /// Throws `InvalidArgument` "Invalid path type for base path", without a pathname,
 /// if a base is needed and isn't absolute; otherwise what the code of the failed
-/// call stands for, naming `p` as it was given.
+/// call stands for, about `p` as it was given and not the joined pathname.
 FL_FILESYSTEM_API upath absolute(upath const &p, upath const &base = upath());
 FL_FILESYSTEM_API std::u16string absolute(std::u16string const &p,
                                           std::u16string const &base = std::u16string());
@@ -35,24 +37,28 @@ FL_FILESYSTEM_API std::u16string absolute(std::u16string const &p,
 /// Creates the directory `p` with `CreateDirectoryW`. Its parent must exist, and
 /// `p` itself must not: to find a directory there is a failure, too.
 ///
-/// Every exception names `p` as it was given:
+/// Throws, about `p` as it was given and never the string that went to the system:
 ///
 ///     `p` is a directory or a file already   FileExistsError
 ///     its parent is missing                  PathNotFound
-///     no right to create it                  AccessDenied
+///     no right to create it, or a drive      AccessDenied
+///     any other code                         what it stands for
 ///
-/// An empty `p` is `InvalidArgument` "Empty Path not permitted", without a
-/// pathname. Other codes become what they stand for.
+/// An `InvalidArgument` names no pathname: "Empty Path not permitted" if `p` is
+/// empty, "Long UNC path without root not permitted" if it is a device, or a server
+/// without a share, beyond 247 units, and the system's refusal of a name.
 FL_FILESYSTEM_API void create_directory(upath const &p);
 FL_FILESYSTEM_API void create_directory(std::u16string const &p);
 
 /// Creates the directory `p` and every missing directory above it, from the root
 /// downward, each with one `CreateDirectoryW`. Levels that exist are passed over,
 /// but the last one must have been created here: a chain that exists already is a
-/// `FileExistsError`, and so is a file that stands in the way. Levels created
-/// before a failure stay.
+/// `FileExistsError`, and so is a file that stands in the way. What failed above a
+/// last level that could be created is no failure. Levels created before a failure
+/// stay.
 ///
-/// Throws as `create_directory` does, naming `p` and never the level that failed.
+/// Throws as `create_directory` does, about `p` and never the level that failed: of
+/// several failing levels it is the last one with a reason better than missing.
 FL_FILESYSTEM_API void create_directories(upath const &p);
 FL_FILESYSTEM_API void create_directories(std::u16string const &p);
 

@@ -82,10 +82,10 @@ struct basic_path_iterator
 /// A pathname in native form (see `detail::make_native_form`). Use it as `upath`.
 ///
 /// Members are named as in `std::filesystem::path`. What differs throughout:
-/// - Text is brought to native form on the way in: `C:/dir//file` is held as
-///   `C:\dir\file`, a long prefix is dropped, trailing blanks and backslashes go.
-/// - Queries return text, the very text of the `detail` function of the same
-///   name. A part of a pathname need not be in native form by itself.
+/// - Text is brought to native form on the way in: `C:/dir//file/` is held as
+///   `C:\dir\file`, and `\\?\C:\dir` as `C:\dir`.
+/// - Queries return text, that of `detail::extract_filename` and its kin. A part of
+///   a pathname need not be in native form by itself.
 /// - Comparison is of the exact texts, unit by unit and case included; the
 ///   standard compares element by element.
 template <typename Native, typename Portable, typename Traits>
@@ -102,11 +102,8 @@ public:
 
     /// The native form of `text`. Fails on no text. Implicit, but not from a
     /// literal: a call with `u"..."` picks the text overload of an operation.
-    /// `form_flag` is carried with the object and changes no behaviour.
-    basic_path(string_type const &text, bool form_flag = true) : form_flag_(form_flag)
-    {
-        *this = text;
-    }
+    /// `flag` is carried with the object and changes no behaviour.
+    basic_path(string_type const &text, bool flag = true) : form_flag_(flag) { *this = text; }
 
     /// Takes the native form of `text`; the flag stays.
     basic_path &operator=(string_type const &text)
@@ -119,9 +116,9 @@ public:
     }
 
     /// Joins a path or a text behind this one; an empty one changes nothing. The
-    /// standard lets an absolute right side replace the left one; here it is
-    /// `InvalidArgument`, as told at `detail::concatenate_pathname`, and the left
-    /// side stays as it was.
+    /// standard lets an absolute right side replace the left one; here that is
+    /// `InvalidArgument`, unless the left one is empty, as told at
+    /// `detail::concatenate_pathname`, and the left side stays as it was.
     basic_path &operator/=(basic_path const &right)
     {
         return join(right.pathname_, right.form_flag_);
@@ -247,10 +244,10 @@ public:
     }
 
 private:
-    basic_path &join(string_type const &right, bool form_flag)
+    basic_path &join(string_type const &right, bool flag)
     {
         if (!right.empty())
-            detail::concatenate_pathname(pathname_, right, form_flag);
+            detail::concatenate_pathname(pathname_, right, flag);
         return *this;
     }
 

@@ -16,9 +16,9 @@ template <typename Char>
 struct pathname_element_context
 {
     std::basic_string<Char> parent_path; ///< the pathname without its filename
-    std::basic_string<Char> filename;    ///< the last element, or a root as a whole
-    std::basic_string<Char> stem;        ///< the filename up to its last full stop
-    std::basic_string<Char> extension;   ///< what follows that full stop
+    std::basic_string<Char> filename;    ///< the last element; a root names itself
+    std::basic_string<Char> stem;        ///< the filename without its extension
+    std::basic_string<Char> extension;   ///< what follows its last full stop
 };
 
 extern template struct FL_FILESYSTEM_TEMPLATE_DECLARATION pathname_element_context<char16_t>;
@@ -116,12 +116,13 @@ FL_FILESYSTEM_API std::u16string extract_first_element(std::u16string const &tex
                                                        std::uint64_t root_length);
 
 /// Takes `text` apart in one pass. Unlike the functions above, it counts the
-/// share to the root, keeps a trailing full stop in the stem, and has no special
-/// case for "." and "..".
+/// share to the root, has `C:` for the parent of what is relative to a drive, keeps
+/// a trailing full stop in the stem, and has no special case for "." and "..".
 ///
 ///     text                   parent_path          filename   stem   extension
 ///     C:\foo\bar.txt         C:\foo               bar.txt    bar    txt
 ///     \\server\share\foo     \\server\share\      foo        foo
+///     C:foo                  C:                   foo        foo
 ///     foo.                                        foo.       foo.
 FL_FILESYSTEM_API pathname_element_context<char16_t>
 extract_pathname_elements(std::u16string const &text);
@@ -168,31 +169,36 @@ FL_FILESYSTEM_API std::u16string &concatenate_pathname(std::u16string &base,
 FL_FILESYSTEM_API std::u16string &remove_filename(std::u16string &text);
 
 /// Replaces the extension of the last element of `pathname`, or adds one, and
-/// returns `pathname`. `new_extension` may begin with its full stop or not. A
-/// drive, a server, a share, "." and ".." stay as they are, and an empty
-/// extension removes nothing.
+/// returns `pathname`. `new_extension` may begin with its full stop or not; an empty
+/// one removes nothing. What ends in a colon or a backslash, a server, a share, "."
+/// and ".." stay as they are, and then the extension isn't looked at. (Behind a
+/// drive without a backslash, as in `C:..`, dots are a name like any other.)
 ///
 ///     foo.txt     doc         foo.doc
 ///     foo         .doc        foo.doc
 ///     .bashrc     txt         .txt
 ///     C:\         txt         C:\      (a root has no extension)
 ///
-/// Throws `InvalidArgument` "Invalid extension" without a pathname, and leaves
-/// `pathname` as it was, if the extension is a full stop alone, begins with two,
+/// Otherwise throws `InvalidArgument` "Invalid extension" without a pathname, and
+/// leaves `pathname` as it was, if the extension is a full stop alone, begins with two,
 /// or holds a separator of either kind.
 FL_FILESYSTEM_API std::u16string &replace_extension(std::u16string &pathname,
                                                     std::u16string const &new_extension);
 
 /// Returns `text` in native form, the one notation that the library works on:
-/// backslashes only, none of them doubled, no trailing blanks, no long prefix,
-/// and no trailing backslash behind an element. "." and ".." stay. Every text
-/// has a native form; that of a bare prefix is empty. The `bool` has no effect.
+/// backslashes only, doubled ones made one, trailing blanks cut, a long prefix
+/// dropped, and the backslash behind a last name dropped. "." and ".." stay. Every
+/// text has a native form; that of a bare prefix is empty. The `bool` has no effect.
 ///
 ///     C:/foo//bar/           C:\foo\bar
 ///     \\?\C:\foo             C:\foo
 ///     \\?\UNC\server\share   \\server\share
-///     foo                    foo
-///     \\server\share\        \\server\share\          (a share may keep its backslash)
+///     \\server\share\        \\server\share\    (a share may keep its backslash)
+///     C:a\                   C:a\             (so may one unit behind a drive)
+///     foo\ and two blanks    as it is         (blanks there are a name)
+///
+/// It is made once: the native form of what stood behind a prefix, or of a name that
+/// ended in a blank, may be another one.
 ///
 /// Allocates the result once, and once more only if separators were doubled.
 FL_FILESYSTEM_API std::u16string make_native_form(std::u16string const &text, bool);
@@ -224,8 +230,9 @@ FL_FILESYSTEM_API std::u16string make_expanded_path(std::u16string const &text, 
 ///     C:foo                  false
 FL_FILESYSTEM_API bool is_absolute(std::u16string const &text);
 
-/// Returns whether `make_expanded_path` makes or leaves `text` absolute. Asks
-/// the system nothing. The `bool` has no effect.
+/// Returns whether `text` is a full pathname, with a drive and a backslash or a
+/// server and a share, or one that `make_expanded_path` makes into one. Asks the
+/// system nothing. The `bool` has no effect.
 ///
 ///     \foo                   true
 ///     C:foo                  true
