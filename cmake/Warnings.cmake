@@ -9,6 +9,10 @@ else()
   set(FL_WARNINGS_AS_ERRORS -Werror)
 endif()
 
+# for scripts/check-headers
+string(REPLACE ";" " " FL_WARNING_LINE "${FL_WARNINGS} ${FL_WARNINGS_AS_ERRORS}")
+file(WRITE "${PROJECT_BINARY_DIR}/warnings.txt" "${FL_WARNING_LINE}\n")
+
 # How our own code is compiled, wherever it stands: the library, tests, tools.
 function(fl_compile_as_ours target)
   target_compile_features(${target} PRIVATE cxx_std_20)

@@ -10,6 +10,10 @@ set(CMAKE_CXX_COMPILER_TARGET x86_64-w64-mingw32)
 
 # Debian keeps two thread models side by side, in folders that Clang doesn't know.
 file(GLOB fl_mingw_gcc /usr/lib/gcc/x86_64-w64-mingw32/*-posix)
+if(NOT fl_mingw_gcc)
+  message(FATAL_ERROR "Clang needs the headers of MinGW-w64 GCC with the posix thread model "
+                      "(Debian: g++-mingw-w64-x86-64-posix)")
+endif()
 list(GET fl_mingw_gcc 0 fl_mingw_gcc)
 set(CMAKE_CXX_FLAGS_INIT
     "-nostdinc++ -isystem ${fl_mingw_gcc}/include/c++ -isystem ${fl_mingw_gcc}/include/c++/x86_64-w64-mingw32 -isystem ${fl_mingw_gcc}/include/c++/backward")

@@ -44,7 +44,8 @@ DWORD attributes_of(std::u16string_view path)
 std::vector<std::u16string> names_in(std::u16string const &path)
 {
     WIN32_FIND_DATAW data;
-    HANDLE const search = ::FindFirstFileW(long_form(path + u"\\*").c_str(), &data);
+    std::wstring const pattern = long_form(path + u"\\*");
+    HANDLE const search = ::FindFirstFileW(pattern.c_str(), &data);
     if (search == INVALID_HANDLE_VALUE)
         fail("FindFirstFileW");
     std::vector<std::u16string> names;
@@ -79,8 +80,8 @@ void remove_all(std::u16string const &path)
 
 void create_directory(std::u16string const &path)
 {
-    bool const made = ::CreateDirectoryW(long_form(path).c_str(), nullptr) != 0;
-    if (!made && ::GetLastError() != ERROR_ALREADY_EXISTS)
+    std::wstring const name = long_form(path); // lives until the code has been read
+    if (!::CreateDirectoryW(name.c_str(), nullptr) && ::GetLastError() != ERROR_ALREADY_EXISTS)
         fail("CreateDirectoryW");
 }
 
@@ -196,8 +197,9 @@ void workspace::make_directory(std::u16string const &path)
 void workspace::make_file(std::u16string const &path, std::string const &content)
 {
     create_directories(parent_of(path));
-    HANDLE const file = ::CreateFileW(long_form(path).c_str(), GENERIC_WRITE, 0, nullptr,
-                                      CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    std::wstring const name = long_form(path);
+    HANDLE const file = ::CreateFileW(name.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                                      FILE_ATTRIBUTE_NORMAL, nullptr);
     if (file == INVALID_HANDLE_VALUE)
         fail("CreateFileW");
     DWORD written = 0;
@@ -230,7 +232,8 @@ std::vector<std::u16string> workspace::entries(std::u16string const &path) const
 
 void workspace::change_directory(std::u16string const &path)
 {
-    if (!::SetCurrentDirectoryW(widen(path).c_str()))
+    std::wstring const name = widen(path);
+    if (!::SetCurrentDirectoryW(name.c_str()))
         fail("SetCurrentDirectoryW");
 }
 
