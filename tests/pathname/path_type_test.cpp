@@ -100,32 +100,23 @@ constexpr root_case root_cases[] = {
     {uR"(\\\share\x)", PATH_TYPE_UNC, PATH_TYPE_UNC_NO_ROOT, 10, 3, 9},
 };
 
+template <typename Char>
+void expect_roots(root_case const &row, std::basic_string_view<Char> text)
+{
+    std::string const shown = printable(row.text);
+    EXPECT_EQ(classify_path_type(text), row.classified) << shown;
+    path_type_enum analysed{};
+    EXPECT_EQ(analyse_path_root(text, analysed), row.analysed_root) << shown;
+    EXPECT_EQ(analysed, row.analysed) << shown;
+    EXPECT_EQ(root_path_length(text), row.root_path) << shown;
+    EXPECT_EQ(element_root_length(text), row.element_root) << shown;
+}
+
 TEST(PathType, Table)
 {
     for (auto const &row : root_cases) {
-        std::u16string_view const text = row.text;
-        std::string const shown = printable(text);
-        EXPECT_EQ(classify_path_type(text), row.classified) << shown;
-        path_type_enum analysed{};
-        EXPECT_EQ(analyse_path_root(text, analysed), row.analysed_root) << shown;
-        EXPECT_EQ(analysed, row.analysed) << shown;
-        EXPECT_EQ(root_path_length(text), row.root_path) << shown;
-        EXPECT_EQ(element_root_length(text), row.element_root) << shown;
-    }
-}
-
-TEST(PathType, TableInTheSystemsCharacterType)
-{
-    for (auto const &row : root_cases) {
-        std::wstring const owned = wide(row.text);
-        std::wstring_view const text = owned;
-        std::string const shown = printable(row.text);
-        EXPECT_EQ(classify_path_type(text), row.classified) << shown;
-        path_type_enum analysed{};
-        EXPECT_EQ(analyse_path_root(text, analysed), row.analysed_root) << shown;
-        EXPECT_EQ(analysed, row.analysed) << shown;
-        EXPECT_EQ(root_path_length(text), row.root_path) << shown;
-        EXPECT_EQ(element_root_length(text), row.element_root) << shown;
+        expect_roots<char16_t>(row, row.text);
+        expect_roots<wchar_t>(row, wide(row.text));
     }
 }
 
