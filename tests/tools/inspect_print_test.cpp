@@ -211,11 +211,23 @@ drawing_case const drawing_cases[] = {
      "a letter of two bytes takes one column"},
     {"\\\xF0\x9F\x98\x80\\a.\xF0\x9F\x98\x80",
      "\\\xF0\x9F\x98\x80\\a.\xF0\x9F\x98\x80\n"
-     "^        root       \\\n"
-     "^^       parent     \\\xF0\x9F\x98\x80\n"
-     "   ^     stem       a\n"
-     "     ^   extension  \xF0\x9F\x98\x80\n",
-     "a surrogate pair takes one column"},
+     "^          root       \\\n"
+     "^^^        parent     \\\xF0\x9F\x98\x80\n"
+     "    ^      stem       a\n"
+     "      ^^   extension  \xF0\x9F\x98\x80\n",
+     "a surrogate pair that is an emoji takes two columns"},
+    {"\\\xE6\x97\xA5\xE6\x9C\xAC.a",
+     "\\\xE6\x97\xA5\xE6\x9C\xAC.a\n"
+     "^         root       \\\n"
+     "^         parent     \\\n"
+     " ^^^^     stem       \xE6\x97\xA5\xE6\x9C\xAC\n"
+     "      ^   extension  a\n",
+     "East Asian characters take two columns"},
+    {"e\xCC\x81.a",
+     "e\xCC\x81.a\n"
+     "^     stem       e\xCC\x81\n"
+     "  ^   extension  a\n",
+     "an accent over the letter before it takes none"},
     {"C:\\a\xED\xA0\x80\\b.t\xED\xB0\x80",
      R"(C:\a\uD800\b.t\uDC00
 ^^^                    root       C:\

@@ -3,6 +3,7 @@
 #include "flfs/text.hpp"
 
 #include <algorithm>
+#include <iterator>
 #include <string_view>
 
 namespace flfs {
@@ -46,12 +47,46 @@ std::vector<span> spans_of(std::u16string const &native, parts const &all)
     return spans;
 }
 
-/// How many columns `character` takes: as many as its escape has, else one.
+struct range
+{
+    char32_t first;
+    char32_t last;
+};
+
+// What terminals draw in two columns: the blocks of Unicode that are wide throughout.
+constexpr range wide_characters[] = {
+    {0x1100, 0x115F},   {0x2E80, 0x303E},   {0x3041, 0xA4CF},   {0xA960, 0xA97C},
+    {0xAC00, 0xD7A3},   {0xF900, 0xFAFF},   {0xFE30, 0xFE6F},   {0xFF01, 0xFF60},
+    {0xFFE0, 0xFFE6},   {0x1F300, 0x1F64F}, {0x1F680, 0x1F6FF}, {0x1F900, 0x1F9FF},
+    {0x20000, 0x3FFFD},
+};
+
+// What they draw over the character before it, such as the accents of names that come
+// decomposed from other systems.
+constexpr range combining_characters[] = {
+    {0x0300, 0x036F}, {0x0483, 0x0489}, {0x0591, 0x05BD}, {0x1AB0, 0x1AFF}, {0x1DC0, 0x1DFF},
+    {0x20D0, 0x20FF}, {0x3099, 0x309A}, {0xFE00, 0xFE0F}, {0xFE20, 0xFE2F},
+};
+
+template <std::size_t Count>
+bool is_among(range const (&ranges)[Count], char32_t value)
+{
+    return std::any_of(std::begin(ranges), std::end(ranges), [value](range const &one) {
+        return value >= one.first && value <= one.last;
+    });
+}
+
+/// How many columns `character` takes in a terminal; those of its escape, if it is
+/// shown as one.
 std::size_t width_of(character const &one)
 {
     std::string const bytes = displayed(one);
     bool const is_escape = one.value != U'\\' && bytes.front() == '\\';
-    return is_escape ? bytes.size() : 1;
+    if (is_escape)
+        return bytes.size();
+    if (is_among(combining_characters, one.value))
+        return 0;
+    return is_among(wide_characters, one.value) ? 2 : 1;
 }
 
 /// The columns that the units from `begin` to `end` take.

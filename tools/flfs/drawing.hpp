@@ -16,7 +16,7 @@
 namespace flfs {
 
 /// The lines of the drawing, without line ends or blanks at theirs. A mark stands
-/// under each character, or under each unit of an escape; empty parts are left out.
+/// under each column that a terminal draws; empty parts are left out.
 /// A pathname too wide for a line is drawn in pieces, one below the other. None for
 /// an empty pathname.
 std::vector<std::string> draw(std::u16string const &native, parts const &all);

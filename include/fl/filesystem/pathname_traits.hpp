@@ -78,7 +78,7 @@ struct pathname_traits
 
     pathname_traits() = default;
     pathname_traits(pathname_traits const &) = default;
-    pathname_traits(pathname_traits &&) = default;
+    pathname_traits(pathname_traits &&) noexcept = default;
     pathname_traits &operator=(pathname_traits const &) noexcept;
     pathname_traits &operator=(pathname_traits &&) noexcept;
     ~pathname_traits() = default;
