@@ -82,7 +82,7 @@ std::basic_string<Char> server_form(std::basic_string_view<Char> text, std::size
 template <typename Char>
 std::basic_string<Char> device_form(std::basic_string_view<Char> text, std::size_t prefix)
 {
-    if (text.size() == 4)
+    if (text.size() == 4) // nothing but the prefix; with white space ahead it is kept
         return {};
     std::basic_string<Char> form = collapse_separators_from(text, text.size(), prefix, 4);
     form[0] = form[1] = form[3] = backslash<Char>;
@@ -105,7 +105,7 @@ std::basic_string<Char> form_by_shape(std::basic_string_view<Char> text)
     // \\server\share
     if (is_unc_prefix_at(text, start))
         return server_form(text, start);
-    // \\?\UNC\server\share
+    // \\?\UNC\server\share; nothing but the prefix, and no white space ahead, is empty
     if (is_long_unc_prefix_at(text, start))
         return size == 8 ? std::basic_string<Char>() : server_form(text, start + 6);
     // \\?\C:\foo
