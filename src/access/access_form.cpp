@@ -1,7 +1,6 @@
 #include <fl/filesystem/access_forms.hpp>
 
-#include <fl/filesystem/windows.hpp>
-
+#include "access/long_prefix.hpp"
 #include "pathname/root_length.hpp"
 #include "platform/code_units.hpp"
 #include "platform/limits.hpp"
@@ -22,10 +21,8 @@ std::wstring make_access_form(std::wstring const &path)
 {
     if (path.size() <= longest_bare_pathname || root_path_length<wchar_t>(path) < 2)
         return path;
-    windows::path_type_enum const type = is_unc_prefix_at<wchar_t>(path, 0)
-                                             ? windows::PATH_TYPE_UNC
-                                             : windows::PATH_TYPE_DRIVE_ABSOLUTE;
-    return windows::add_long_path_prefix_bridge(path, path.size(), type);
+    bool const names_server = is_unc_prefix_at<wchar_t>(path, 0);
+    return with_long_prefix<wchar_t, wchar_t>(path, names_server);
 }
 
 } // namespace fl::filesystem::detail

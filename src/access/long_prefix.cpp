@@ -15,28 +15,34 @@ constexpr std::size_t unc_prefix_size = 2;      // the two backslashes ahead of 
 constexpr std::size_t long_prefix_size = 4;     // \\?\ ahead of a drive
 constexpr std::size_t long_unc_prefix_size = 8; // \\?\UNC\ ahead of a server
 
-/// `prefix` and the units of `text`.
+} // namespace
+
 template <typename Result, typename Char>
-std::basic_string<Result> behind(Result const *prefix, std::basic_string_view<Char> text)
+std::basic_string<Result> with_long_prefix(std::basic_string_view<Char> text, bool names_server)
 {
-    std::basic_string_view<Result> const head = prefix;
+    using traits = pathname_traits<Result>;
+    std::basic_string_view<Result> const prefix =
+        names_server ? traits::LONG_UNC_PATHNAME_PREFIX : traits::LONG_PATHNAME_PREFIX;
+    if (names_server)
+        text.remove_prefix(std::min(unc_prefix_size, text.size()));
     std::basic_string<Result> prefixed;
-    prefixed.reserve(head.size() + text.size());
-    prefixed.append(head).append(text.begin(), text.end());
+    prefixed.reserve(prefix.size() + text.size());
+    prefixed.append(prefix).append(text.begin(), text.end());
     return prefixed;
 }
 
-} // namespace
+template std::wstring with_long_prefix(std::u16string_view, bool);
+template std::wstring with_long_prefix(std::wstring_view, bool);
+template std::u16string with_long_prefix(std::wstring_view, bool);
 
 template <typename Result, typename Char>
 std::basic_string<Result> add_long_prefix(std::basic_string_view<Char> text)
 {
-    using traits = pathname_traits<Result>;
     switch (classify_path_type(text)) {
     case windows::PATH_TYPE_DRIVE_ABSOLUTE:
-        return behind(traits::LONG_PATHNAME_PREFIX, text);
+        return with_long_prefix<Result>(text, false);
     case windows::PATH_TYPE_UNC:
-        return behind(traits::LONG_UNC_PATHNAME_PREFIX, text.substr(unc_prefix_size));
+        return with_long_prefix<Result>(text, true);
     case windows::PATH_TYPE_LONG_DRIVE_ABSOLUTE:
     case windows::PATH_TYPE_LONG_UNC:
         return std::basic_string<Result>(text.begin(), text.end());
@@ -67,12 +73,9 @@ std::wstring &strip_long_path_prefix(std::wstring &path, std::size_t length, std
 std::wstring windows::add_long_path_prefix_bridge(std::wstring const &path, std::uint64_t length,
                                                   path_type_enum path_type)
 {
-    constexpr std::uint32_t names_a_server = 0x2000;
-    std::wstring_view text = std::wstring_view(path).substr(0, length);
-    if ((path_type & names_a_server) == 0)
-        return behind(pathname_traits<wchar_t>::LONG_PATHNAME_PREFIX, text);
-    text.remove_prefix(std::min(unc_prefix_size, text.size()));
-    return behind(pathname_traits<wchar_t>::LONG_UNC_PATHNAME_PREFIX, text);
+    constexpr std::uint32_t server_flag = 0x2000;
+    std::wstring_view const text = std::wstring_view(path).substr(0, length);
+    return with_long_prefix<wchar_t>(text, (path_type & server_flag) != 0);
 }
 
 } // namespace fl::filesystem::detail

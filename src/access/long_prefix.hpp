@@ -8,6 +8,15 @@
 
 namespace fl::filesystem::detail {
 
+/// Returns `text` behind `\\?\`, or behind `\\?\UNC\` in place of its two leading
+/// backslashes if it names a server. Looks neither for a prefix nor at the type.
+template <typename Result, typename Char>
+std::basic_string<Result> with_long_prefix(std::basic_string_view<Char> text, bool names_server);
+
+extern template std::wstring with_long_prefix(std::u16string_view, bool);
+extern template std::wstring with_long_prefix(std::wstring_view, bool);
+extern template std::u16string with_long_prefix(std::wstring_view, bool);
+
 /// Returns `text` behind the long prefix that its path type calls for, or as it
 /// is if it has one. Throws `InvalidArgument` "Long UNC path without root not
 /// permitted", without the pathname, on every other type: relative, rooted,
