@@ -110,7 +110,7 @@ TEST(CreateDirectory, DeniedNamesTheCallersPathname)
 {
     workspace work;
     if (!work.can_deny_rights())
-        GTEST_SKIP() << "this system lets the tests' user create everywhere";
+        GTEST_SKIP() << "this workspace writes no access control lists";
     work.make_directory(work.path(u"closed"));
     work.deny_creation(work.path(u"closed"));
     EXPECT_EQ(failure_of([&] { create_directory(work.path(uR"(closed\a)")); }),

@@ -26,8 +26,9 @@ TEST(MakeExpandedPath, TakesTheCurrentDirectoryOfADrive)
     workspace work;
     work.change_directory(work.root());
     std::u16string const drive = work.root().substr(0, 2);
-    // Wine ends the current directory in a backslash where Windows doesn't
-    EXPECT_EQ(make_native_form(make_expanded_path(drive, true), true), work.root());
+    // Wine ends the directory in a backslash, Windows doesn't
+    std::u16string const ending = test_support::runs_under_wine() ? u"\\" : u"";
+    EXPECT_EQ(make_expanded_path(drive, true), work.root() + ending);
     EXPECT_EQ(make_expanded_path(drive + u"foo", true), work.path(u"foo"));
     EXPECT_EQ(make_expanded_path(drive + uR"(..\foo)", false), work.path(uR"(..\foo)"))
         << "only the drive is expanded";

@@ -4,6 +4,7 @@
 // under Wine and on Windows. Each states what Windows does; where Wine does
 // something else, the row or the test says what, and is held to it there.
 
+#include "support/text.hpp"
 #include "support/workspace.hpp"
 
 #include <gtest/gtest.h>
@@ -16,6 +17,8 @@
 namespace contract {
 
 using test_support::runs_under_wine;
+using test_support::units;
+using test_support::wide;
 using test_support::workspace;
 
 /// No system code, so that a call that leaves the last error alone shows.
@@ -41,20 +44,21 @@ inline DWORD expected(DWORD windows, DWORD wine)
     return runs_under_wine() && wine != as_windows ? wine : windows;
 }
 
-inline std::wstring widen(std::u16string_view text)
-{
-    return std::wstring(text.begin(), text.end());
-}
-
-inline std::u16string narrow(std::wstring_view text)
-{
-    return std::u16string(text.begin(), text.end());
-}
-
 /// The folder of a workspace, a backslash and `relative`.
 inline std::wstring in(workspace const &space, std::wstring_view relative)
 {
-    return widen(space.path(narrow(relative)));
+    return wide(space.path(units(relative)));
+}
+
+/// The text of a row: `@` ahead stands for the folder, and `?@` for the folder with a
+/// long prefix.
+inline std::wstring text_in(workspace const &space, std::wstring_view text)
+{
+    if (text.starts_with(L"?@"))
+        return LR"(\\?\)" + wide(space.root()) + std::wstring(text.substr(2));
+    if (text.starts_with(L'@'))
+        return wide(space.root()) + std::wstring(text.substr(1));
+    return std::wstring(text);
 }
 
 /// A pathname in the folder that has exactly `length` units. Its last name is long,
@@ -66,7 +70,7 @@ inline std::wstring long_path(workspace &space, std::size_t length)
         directory += u'\\' + std::u16string(100, u'd');
     space.make_directory(directory);
     directory += u'\\';
-    return widen(directory) + std::wstring(length - directory.size(), L'n');
+    return wide(directory) + std::wstring(length - directory.size(), L'n');
 }
 
 inline DWORD create_directory(std::wstring const &name)

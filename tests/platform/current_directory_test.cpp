@@ -6,7 +6,7 @@ namespace {
 
 struct current_directory_case
 {
-    wchar_t const *text; // `@` stands for the workspace's folder
+    wchar_t const *text; // see `text_in`
     DWORD code;
     char const *why;
     DWORD wine = as_windows;
@@ -36,15 +36,12 @@ TEST(CurrentDirectory, Outcomes)
         space.make_directory(space.path(u"dir"));
         space.make_file(space.path(u"file"));
         space.change_directory(space.root());
-        std::wstring text = row.text;
-        if (text.starts_with(L'@'))
-            text = widen(space.root()) + text.substr(1);
         DWORD const code = expected(row.code, row.wine);
-        EXPECT_EQ(set_current_directory(text), code) << row.why;
+        EXPECT_EQ(set_current_directory(text_in(space, row.text)), code) << row.why;
         if (row.wine == success && runs_under_wine())
             continue; // Wine stands nowhere then
         std::wstring const there = in(space, L"dir");
-        EXPECT_EQ(current_directory(), code == success ? there : widen(space.root())) << row.why;
+        EXPECT_EQ(current_directory(), code == success ? there : wide(space.root())) << row.why;
     }
 }
 
@@ -59,7 +56,7 @@ TEST(CurrentDirectory, KeepsTheNameAsItWasTyped)
 TEST(CurrentDirectory, EndsInASeparatorOnlyInARoot)
 {
     workspace space;
-    std::wstring const drive = widen(space.root()).substr(0, 3);
+    std::wstring const drive = wide(space.root()).substr(0, 3);
     EXPECT_EQ(set_current_directory(drive), success);
     EXPECT_EQ(current_directory(), drive);
 }
@@ -68,9 +65,9 @@ TEST(CurrentDirectory, EndsInASeparatorOnlyInARoot)
 TEST(CurrentDirectory, IsNotNotedInTheEnvironment)
 {
     workspace space;
-    std::wstring const variable = L'=' + widen(space.root()).substr(0, 2);
+    std::wstring const variable = L'=' + wide(space.root()).substr(0, 2);
     ::SetEnvironmentVariableW(variable.c_str(), nullptr);
-    EXPECT_EQ(set_current_directory(widen(space.root())), success);
+    EXPECT_EQ(set_current_directory(wide(space.root())), success);
     DWORD const code =
         outcome_of([&] { return ::GetEnvironmentVariableW(variable.c_str(), nullptr, 0) != 0; });
     EXPECT_EQ(code, DWORD{ERROR_ENVVAR_NOT_FOUND});
@@ -82,7 +79,7 @@ TEST(CurrentDirectory, HasALimit)
     workspace space;
     for (std::size_t const length : {257U, 259U}) {
         std::wstring const directory = long_path(space, length);
-        space.make_directory(narrow(directory));
+        space.make_directory(units(directory));
         DWORD const windows = length == 257 ? success : ERROR_FILENAME_EXCED_RANGE;
         EXPECT_EQ(set_current_directory(directory), expected(windows, success)) << length;
     }
@@ -92,7 +89,7 @@ TEST(CurrentDirectory, SaysHowMuchRoomItNeeds)
 {
     workspace space;
     space.change_directory(space.root());
-    std::wstring const root = widen(space.root());
+    std::wstring const root = wide(space.root());
     DWORD const length = static_cast<DWORD>(root.size());
     std::wstring buffer(100, L'#');
 

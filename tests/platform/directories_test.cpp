@@ -5,8 +5,7 @@ namespace contract {
 namespace {
 
 /// One call on a folder that holds `dir`, `dir\inner`, `empty` and `file`, and that
-/// is the current directory. In a text, `@` stands for the folder and `?` ahead of
-/// it for its long prefix.
+/// is the current directory. See `text_in`.
 struct directory_case
 {
     wchar_t const *text;
@@ -21,15 +20,6 @@ void fill(workspace &space)
     space.make_directory(space.path(u"empty"));
     space.make_file(space.path(u"file"));
     space.change_directory(space.root());
-}
-
-std::wstring text_in(workspace const &space, std::wstring_view text)
-{
-    if (text.starts_with(L"?@"))
-        return LR"(\\?\)" + widen(space.root()) + std::wstring(text.substr(2));
-    if (text.starts_with(L'@'))
-        return widen(space.root()) + std::wstring(text.substr(1));
-    return std::wstring(text);
 }
 
 constexpr directory_case create_cases[] = {
@@ -142,7 +132,7 @@ TEST(CreatingDirectories, HasALimitOfItsOwn)
         DWORD const windows = length < 248 ? success : ERROR_FILENAME_EXCED_RANGE;
         std::wstring const name = long_path(space, length);
         EXPECT_EQ(create_directory(name), expected(windows, success)) << length;
-        EXPECT_EQ(space.exists(narrow(name)), windows == success || runs_under_wine()) << length;
+        EXPECT_EQ(space.exists(units(name)), windows == success || runs_under_wine()) << length;
         remove_directory(LR"(\\?\)" + name);
     }
 }
@@ -151,8 +141,8 @@ TEST(CreatingDirectories, MeasuresTheFullPathname)
 {
     workspace space;
     std::wstring const directory = long_path(space, 240);
-    space.make_directory(narrow(directory));
-    space.change_directory(narrow(directory));
+    space.make_directory(units(directory));
+    space.change_directory(units(directory));
     EXPECT_EQ(create_directory(L"sixsix"), success) << "247 units";
     EXPECT_EQ(create_directory(L"seven77"), expected(ERROR_FILENAME_EXCED_RANGE, success));
     std::wstring const detour = in(space, std::wstring(200, L'x') + LR"(\..\short)");
@@ -165,14 +155,14 @@ TEST(CreatingDirectories, HasNoLimitBehindALongPrefix)
     for (std::size_t const length : {248U, 260U, 1000U}) {
         std::wstring const name = long_path(space, length);
         EXPECT_EQ(create_directory(LR"(\\?\)" + name), success) << length;
-        EXPECT_TRUE(space.is_directory(narrow(name))) << length;
+        EXPECT_TRUE(space.is_directory(units(name))) << length;
     }
 }
 
 TEST(CreatingDirectories, TakesNamesOf255Units)
 {
     workspace space;
-    std::wstring const prefixed = LR"(\\?\)" + widen(space.root()) + LR"(\)";
+    std::wstring const prefixed = LR"(\\?\)" + wide(space.root()) + LR"(\)";
     EXPECT_EQ(create_directory(prefixed + std::wstring(255, L'n')), success);
     EXPECT_EQ(create_directory(prefixed + std::wstring(256, L'n')),
               expected(ERROR_INVALID_NAME, ERROR_FILE_NOT_FOUND));
@@ -183,7 +173,7 @@ TEST(CreatingDirectories, WorksOnAShare)
     workspace space;
     if (!space.has_share())
         GTEST_SKIP() << "there is no share";
-    std::wstring const root = widen(space.share_root());
+    std::wstring const root = wide(space.share_root());
     EXPECT_EQ(create_directory(root + LR"(\new)"), success);
     EXPECT_TRUE(space.is_directory(space.share_root() + u"\\new"));
     EXPECT_EQ(create_directory(root + LR"(\NEW\)"), DWORD{ERROR_ALREADY_EXISTS});
@@ -198,7 +188,7 @@ TEST(CreatingDirectories, WorksOnAShareBehindALongPrefix)
     workspace space;
     if (!space.has_share())
         GTEST_SKIP() << "there is no share";
-    std::wstring const root = widen(space.share_root());
+    std::wstring const root = wide(space.share_root());
     std::wstring const prefixed = LR"(\\?\UNC)" + root.substr(1);
     EXPECT_EQ(create_directory(prefixed + LR"(\new.)"), success);
     EXPECT_EQ(get_file_attributes(prefixed + LR"(\new.)"), success);
@@ -211,7 +201,7 @@ TEST(CreatingDirectories, NeedsTheRight)
 {
     workspace space;
     if (!space.can_deny_rights())
-        GTEST_SKIP() << "no rights can be denied here: Wine has none";
+        GTEST_SKIP() << "this workspace writes no access control lists";
     fill(space);
     space.deny_creation(space.path(u"dir"));
     EXPECT_EQ(create_directory(in(space, LR"(dir\new)")), DWORD{ERROR_ACCESS_DENIED});

@@ -4,8 +4,7 @@ namespace contract {
 
 namespace {
 
-/// On a folder that holds `dir` and `file`. `@` stands for the folder, `?` ahead of
-/// it for its long prefix.
+/// One call on a folder that holds `dir` and `file`. See `text_in`.
 struct attribute_case
 {
     wchar_t const *text;
@@ -48,12 +47,8 @@ TEST(FileAttributes, Outcomes)
     space.make_file(space.path(u"file"));
     space.change_directory(space.root());
     for (attribute_case const &row : attribute_cases) {
-        std::wstring text = row.text;
-        if (text.starts_with(L"?@"))
-            text = LR"(\\?\)" + widen(space.root()) + text.substr(2);
-        if (text.starts_with(L'@'))
-            text = widen(space.root()) + text.substr(1);
-        EXPECT_EQ(get_file_attributes(text), expected(row.code, row.wine)) << row.why;
+        DWORD const code = expected(row.code, row.wine);
+        EXPECT_EQ(get_file_attributes(text_in(space, row.text)), code) << row.why;
     }
 }
 
@@ -67,7 +62,7 @@ TEST(FileAttributes, TellDirectoriesFromFiles)
     workspace space;
     space.make_file(space.path(u"file"));
     constexpr DWORD kind = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_ARCHIVE;
-    EXPECT_EQ(attributes_of(widen(space.root())) & kind, DWORD{FILE_ATTRIBUTE_DIRECTORY});
+    EXPECT_EQ(attributes_of(wide(space.root())) & kind, DWORD{FILE_ATTRIBUTE_DIRECTORY});
     EXPECT_EQ(attributes_of(in(space, L"file")) & kind, DWORD{FILE_ATTRIBUTE_ARCHIVE});
 }
 
@@ -84,7 +79,7 @@ TEST(FileAttributes, NeedALongPrefixFrom260Units)
     workspace space;
     for (std::size_t const length : {258U, 259U, 260U, 300U}) {
         std::wstring const name = long_path(space, length);
-        space.make_file(narrow(name));
+        space.make_file(units(name));
         DWORD const windows = length < 260 ? success : ERROR_PATH_NOT_FOUND;
         EXPECT_EQ(get_file_attributes(name), expected(windows, success)) << length;
         EXPECT_EQ(get_file_attributes(LR"(\\?\)" + name), success) << length;
@@ -96,7 +91,7 @@ TEST(FileAttributes, ExistForAShare)
     workspace space;
     if (!space.has_share())
         GTEST_SKIP() << "there is no share";
-    std::wstring const root = widen(space.share_root());
+    std::wstring const root = wide(space.share_root());
     space.make_file(space.share_root() + u"\\file");
     EXPECT_EQ(get_file_attributes(root), success);
     EXPECT_EQ(get_file_attributes(root + LR"(\FILE)"), success);

@@ -200,14 +200,14 @@ TEST(FullPathName, StartsFromTheCurrentDirectory)
         std::wstring const text = row.expected;
         EXPECT_EQ(full_path(row.text), here + text.substr(1)) << row.why;
     }
-    EXPECT_EQ(full_path(L".."), widen(space.root()));
+    EXPECT_EQ(full_path(L".."), wide(space.root()));
 }
 
 TEST(FullPathName, StartsFromTheRootOfTheCurrentDrive)
 {
     workspace space;
     space.change_directory(space.root());
-    std::wstring const drive = widen(space.root()).substr(0, 2);
+    std::wstring const drive = wide(space.root()).substr(0, 2);
     EXPECT_EQ(full_path(LR"(\)"), drive + LR"(\)");
     EXPECT_EQ(full_path(LR"(\name)"), drive + LR"(\name)");
     EXPECT_EQ(full_path(LR"(\..\name\)"), drive + LR"(\name\)");
@@ -220,7 +220,7 @@ TEST(FullPathName, TakesASlashAheadForABackslash)
 {
     workspace space;
     space.change_directory(space.root());
-    std::wstring const drive = runs_under_wine() ? L"Z:" : widen(space.root()).substr(0, 2);
+    std::wstring const drive = runs_under_wine() ? L"Z:" : wide(space.root()).substr(0, 2);
     EXPECT_EQ(full_path(L"/name//a"), drive + LR"(\name\a)");
 }
 
@@ -228,13 +228,13 @@ TEST(FullPathName, StartsFromTheCurrentDirectoryOfTheSameDrive)
 {
     workspace space;
     space.change_directory(space.root());
-    std::wstring const drive = widen(space.root()).substr(0, 2);
+    std::wstring const drive = wide(space.root()).substr(0, 2);
     EXPECT_EQ(full_path(drive + L"name"), in(space, L"name"));
-    EXPECT_EQ(full_path(drive + LR"(a\..)"), widen(space.root()));
+    EXPECT_EQ(full_path(drive + LR"(a\..)"), wide(space.root()));
     std::wstring const lower = {static_cast<wchar_t>(drive[0] | 0x20), L':'};
     EXPECT_EQ(full_path(lower + L"name"), in(space, L"name")) << "in the directory's own case";
     // Wine leaves a separator behind
-    std::wstring const bare = widen(space.root()) + (runs_under_wine() ? LR"(\)" : L"");
+    std::wstring const bare = wide(space.root()) + (runs_under_wine() ? LR"(\)" : L"");
     EXPECT_EQ(full_path(drive), bare);
 }
 
@@ -244,7 +244,7 @@ TEST(FullPathName, StartsFromAShareAsFromADrive)
     if (!space.has_share())
         GTEST_SKIP() << "there is no share to stand in";
     space.make_directory(space.share_root() + u"\\here");
-    std::wstring const root = widen(space.share_root());
+    std::wstring const root = wide(space.share_root());
     ASSERT_EQ(set_current_directory(root + LR"(\here)"), success);
     EXPECT_EQ(full_path(L"name"), root + LR"(\here\name)");
     EXPECT_EQ(full_path(L".."), root);
@@ -288,9 +288,9 @@ TEST(FullPathName, FindsTheDirectoryOfAnotherDriveInTheEnvironment)
 {
     workspace space;
     space.change_directory(space.root());
-    scoped_variable const variable(L"=Q:", widen(space.root()));
+    scoped_variable const variable(L"=Q:", wide(space.root()));
     EXPECT_EQ(full_path(L"Q:name"), in(space, L"name")) << "even on yet another drive";
-    EXPECT_EQ(full_path(L"q:a/.."), widen(space.root())) << "in either case";
+    EXPECT_EQ(full_path(L"q:a/.."), wide(space.root())) << "in either case";
 }
 
 TEST(FullPathName, IgnoresTheVariableOfTheCurrentDrive)
@@ -298,7 +298,7 @@ TEST(FullPathName, IgnoresTheVariableOfTheCurrentDrive)
     workspace space;
     space.make_directory(space.path(u"here"));
     space.change_directory(space.root());
-    std::wstring const drive = widen(space.root()).substr(0, 2);
+    std::wstring const drive = wide(space.root()).substr(0, 2);
     scoped_variable const variable(L'=' + drive, in(space, L"here"));
     EXPECT_EQ(full_path(drive + L"name"), in(space, L"name"));
 }

@@ -1,3 +1,5 @@
+#include "platform/contract.hpp"
+
 #include <simulation/machine.hpp>
 
 #include <gtest/gtest.h>
@@ -11,25 +13,20 @@ namespace simulation {
 
 namespace {
 
-DWORD look(LPCWSTR name)
-{
-    bool const found = ::GetFileAttributesW(name) != INVALID_FILE_ATTRIBUTES;
-    return found ? ERROR_SUCCESS : ::GetLastError();
-}
-
-constexpr DWORD success = ERROR_SUCCESS;
+using contract::get_file_attributes;
+using contract::success;
 
 TEST(Faults, FailTheNthCallOfAFunction)
 {
     simulated_machine machine;
-    ASSERT_EQ(look(L"C:\\"), success);
+    ASSERT_EQ(get_file_attributes(L"C:\\"), success);
     fault const second = machine.fail_call("GetFileAttributesW", 2, ERROR_IO_DEVICE);
     EXPECT_TRUE(::CreateDirectoryW(L"C:\\dir", nullptr)) << "another function";
-    EXPECT_EQ(look(L"C:\\"), success) << "the first from now on";
+    EXPECT_EQ(get_file_attributes(L"C:\\"), success) << "the first from now on";
     EXPECT_FALSE(second.fired());
-    EXPECT_EQ(look(L"C:\\"), DWORD{ERROR_IO_DEVICE});
+    EXPECT_EQ(get_file_attributes(L"C:\\"), DWORD{ERROR_IO_DEVICE});
     EXPECT_TRUE(second.fired());
-    EXPECT_EQ(look(L"C:\\"), success) << "only that one";
+    EXPECT_EQ(get_file_attributes(L"C:\\"), success) << "only that one";
 }
 
 TEST(Faults, FailTheNthCallOfAny)
@@ -38,7 +35,7 @@ TEST(Faults, FailTheNthCallOfAny)
     fault const second = machine.fail_call(2, ERROR_IO_DEVICE);
     ::SetLastError(1);
     EXPECT_EQ(::GetLastError(), 1U) << "these are no calls";
-    EXPECT_EQ(look(L"C:\\"), success);
+    EXPECT_EQ(get_file_attributes(L"C:\\"), success);
     EXPECT_FALSE(::CreateDirectoryW(L"C:\\dir", nullptr));
     EXPECT_EQ(::GetLastError(), DWORD{ERROR_IO_DEVICE});
     EXPECT_FALSE(machine.exists(u"C:\\dir")) << "a failed call has no effect";
@@ -50,10 +47,10 @@ TEST(Faults, FailEveryCallWhileTheyLive)
     simulated_machine machine;
     {
         fault const each = machine.fail_every_call_on("GetFileAttributesW", ERROR_NOT_READY);
-        EXPECT_EQ(look(L"C:\\"), DWORD{ERROR_NOT_READY});
-        EXPECT_EQ(look(L"C:\\"), DWORD{ERROR_NOT_READY});
+        EXPECT_EQ(get_file_attributes(L"C:\\"), DWORD{ERROR_NOT_READY});
+        EXPECT_EQ(get_file_attributes(L"C:\\"), DWORD{ERROR_NOT_READY});
     }
-    EXPECT_EQ(look(L"C:\\"), success);
+    EXPECT_EQ(get_file_attributes(L"C:\\"), success);
 }
 
 TEST(Faults, CountForThemselves)
@@ -61,8 +58,8 @@ TEST(Faults, CountForThemselves)
     simulated_machine machine;
     fault const first = machine.fail_call("GetFileAttributesW", 1, ERROR_NOT_READY);
     fault const second = machine.fail_call("GetFileAttributesW", 2, ERROR_IO_DEVICE);
-    EXPECT_EQ(look(L"C:\\"), DWORD{ERROR_NOT_READY});
-    EXPECT_EQ(look(L"C:\\"), DWORD{ERROR_IO_DEVICE});
+    EXPECT_EQ(get_file_attributes(L"C:\\"), DWORD{ERROR_NOT_READY});
+    EXPECT_EQ(get_file_attributes(L"C:\\"), DWORD{ERROR_IO_DEVICE});
     EXPECT_TRUE(first.fired() && second.fired());
 }
 
@@ -71,7 +68,7 @@ TEST(Faults, MoveAndOutliveTheirMachine)
     fault kept = [] {
         simulated_machine machine;
         fault made = machine.fail_call(1, ERROR_IO_DEVICE);
-        EXPECT_EQ(look(L"C:\\"), DWORD{ERROR_IO_DEVICE});
+        EXPECT_EQ(get_file_attributes(L"C:\\"), DWORD{ERROR_IO_DEVICE});
         return made;
     }();
     EXPECT_TRUE(kept.fired());
@@ -79,7 +76,7 @@ TEST(Faults, MoveAndOutliveTheirMachine)
     kept = machine.fail_call(1, ERROR_NOT_READY);
     EXPECT_FALSE(kept.fired());
     fault const moved = std::move(kept);
-    EXPECT_EQ(look(L"C:\\"), DWORD{ERROR_NOT_READY}) << "moved, it still lives";
+    EXPECT_EQ(get_file_attributes(L"C:\\"), DWORD{ERROR_NOT_READY}) << "moved, it still lives";
     EXPECT_TRUE(moved.fired());
 }
 

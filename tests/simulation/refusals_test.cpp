@@ -1,5 +1,7 @@
 // What a test can only arrange on a simulated machine: rights, servers, attributes.
 
+#include "platform/contract.hpp"
+
 #include <simulation/machine.hpp>
 
 #include <gtest/gtest.h>
@@ -8,33 +10,20 @@ namespace simulation {
 
 namespace {
 
-DWORD create(LPCWSTR name)
-{
-    return ::CreateDirectoryW(name, nullptr) ? ERROR_SUCCESS : ::GetLastError();
-}
-
-DWORD remove(LPCWSTR name)
-{
-    return ::RemoveDirectoryW(name) ? ERROR_SUCCESS : ::GetLastError();
-}
-
-DWORD look(LPCWSTR name)
-{
-    bool const found = ::GetFileAttributesW(name) != INVALID_FILE_ATTRIBUTES;
-    return found ? ERROR_SUCCESS : ::GetLastError();
-}
-
-constexpr DWORD success = ERROR_SUCCESS;
+using contract::create_directory;
+using contract::get_file_attributes;
+using contract::remove_directory;
+using contract::success;
 
 TEST(Refusals, CreationIsDenied)
 {
     simulated_machine machine;
     machine.add_directory(u"C:\\dir\\inner").deny_creation(u"C:\\dir");
-    EXPECT_EQ(create(L"C:\\dir\\new"), DWORD{ERROR_ACCESS_DENIED});
+    EXPECT_EQ(create_directory(L"C:\\dir\\new"), DWORD{ERROR_ACCESS_DENIED});
     EXPECT_FALSE(machine.exists(u"C:\\dir\\new"));
-    EXPECT_EQ(create(L"C:\\dir\\inner"), DWORD{ERROR_ALREADY_EXISTS});
-    EXPECT_EQ(create(L"C:\\dir\\inner\\new"), success);
-    EXPECT_EQ(look(L"C:\\dir"), success);
+    EXPECT_EQ(create_directory(L"C:\\dir\\inner"), DWORD{ERROR_ALREADY_EXISTS});
+    EXPECT_EQ(create_directory(L"C:\\dir\\inner\\new"), success);
+    EXPECT_EQ(get_file_attributes(L"C:\\dir"), success);
 }
 
 TEST(Refusals, ServersAreUnknownOrDead)
@@ -59,52 +48,53 @@ TEST(Refusals, ServersAreUnknownOrDead)
         {L"\\\\.\\UNC\\server\\other\\dir", ERROR_BAD_NET_NAME, "with the other prefix"},
     };
     for (auto const &row : rows)
-        EXPECT_EQ(look(row.name), row.code) << row.why;
+        EXPECT_EQ(get_file_attributes(row.name), row.code) << row.why;
 }
 
 TEST(Refusals, ReadOnlyDirectoriesStay)
 {
     simulated_machine machine;
     machine.add_directory(u"C:\\dir\\inner").set_attributes(u"C:\\dir", FILE_ATTRIBUTE_READONLY);
-    EXPECT_EQ(remove(L"C:\\dir"), DWORD{ERROR_ACCESS_DENIED}) << "that comes before its entries";
-    EXPECT_EQ(remove(L"C:\\dir\\inner"), success);
-    EXPECT_EQ(remove(L"C:\\dir"), DWORD{ERROR_ACCESS_DENIED});
+    EXPECT_EQ(remove_directory(L"C:\\dir"), DWORD{ERROR_ACCESS_DENIED})
+        << "that comes before its entries";
+    EXPECT_EQ(remove_directory(L"C:\\dir\\inner"), success);
+    EXPECT_EQ(remove_directory(L"C:\\dir"), DWORD{ERROR_ACCESS_DENIED});
     machine.set_attributes(u"C:\\dir", 0);
-    EXPECT_EQ(remove(L"C:\\dir"), success);
+    EXPECT_EQ(remove_directory(L"C:\\dir"), success);
 }
 
 TEST(Refusals, RootsStay)
 {
     simulated_machine machine;
     machine.add_drive(u'D').add_share(u"server", u"share");
-    EXPECT_EQ(remove(L"D:\\"), DWORD{ERROR_ACCESS_DENIED});
-    EXPECT_EQ(remove(L"\\\\server\\share"), DWORD{ERROR_ACCESS_DENIED});
-    EXPECT_EQ(remove(L"C:\\"), DWORD{ERROR_SHARING_VIOLATION}) << "the current directory";
+    EXPECT_EQ(remove_directory(L"D:\\"), DWORD{ERROR_ACCESS_DENIED});
+    EXPECT_EQ(remove_directory(L"\\\\server\\share"), DWORD{ERROR_ACCESS_DENIED});
+    EXPECT_EQ(remove_directory(L"C:\\"), DWORD{ERROR_SHARING_VIOLATION}) << "the current directory";
 }
 
 TEST(Refusals, TheCurrentDirectoryIsHeldOpen)
 {
     simulated_machine machine;
     machine.add_directory(u"C:\\dir").set_current_directory(u"C:\\DIR");
-    EXPECT_EQ(remove(L"C:\\dir"), DWORD{ERROR_SHARING_VIOLATION});
+    EXPECT_EQ(remove_directory(L"C:\\dir"), DWORD{ERROR_SHARING_VIOLATION});
     machine.set_current_directory(u"C:\\");
-    EXPECT_EQ(remove(L"C:\\dir"), success);
+    EXPECT_EQ(remove_directory(L"C:\\dir"), success);
 }
 
 TEST(Refusals, ALongPrefixHasALimit)
 {
     simulated_machine machine;
     std::wstring const text = L"\\\\?\\C:\\" + std::wstring(32767 - 7, L'n');
-    EXPECT_EQ(look(text.c_str()), DWORD{ERROR_INVALID_NAME}) << "only the name is too long";
-    EXPECT_EQ(look((text + L'n').c_str()), DWORD{ERROR_FILENAME_EXCED_RANGE});
+    EXPECT_EQ(get_file_attributes(text), DWORD{ERROR_INVALID_NAME}) << "only the name is too long";
+    EXPECT_EQ(get_file_attributes(text + L'n'), DWORD{ERROR_FILENAME_EXCED_RANGE});
 }
 
 TEST(Refusals, TheObjectManagersPrefixIsTakenAsItStands)
 {
     simulated_machine machine;
     machine.add_directory(u"C:\\dir.");
-    EXPECT_EQ(look(L"\\??\\C:\\dir."), success);
-    EXPECT_EQ(look(L"\\??\\C:\\dir"), DWORD{ERROR_FILE_NOT_FOUND});
+    EXPECT_EQ(get_file_attributes(L"\\??\\C:\\dir."), success);
+    EXPECT_EQ(get_file_attributes(L"\\??\\C:\\dir"), DWORD{ERROR_FILE_NOT_FOUND});
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "support/workspace.hpp"
 
+#include "support/text.hpp"
+
 #include <windows.h>
 
 #include <algorithm>
@@ -12,16 +14,6 @@ namespace {
 
 constexpr std::size_t longest_root = 60;
 
-std::wstring widen(std::u16string_view text)
-{
-    return std::wstring(text.begin(), text.end());
-}
-
-std::u16string narrow(std::wstring_view text)
-{
-    return std::u16string(text.begin(), text.end());
-}
-
 /// The failure of the last call, for the test's output.
 [[noreturn]] void fail(char const *what)
 {
@@ -32,8 +24,8 @@ std::u16string narrow(std::wstring_view text)
 /// The text with a long prefix: it may have any length, and names may end in dots.
 std::wstring long_form(std::u16string_view path)
 {
-    std::wstring const wide = widen(path);
-    return wide.starts_with(L"\\\\") ? L"\\\\?\\UNC" + wide.substr(1) : L"\\\\?\\" + wide;
+    std::wstring const name = wide(path);
+    return name.starts_with(L"\\\\") ? L"\\\\?\\UNC" + name.substr(1) : L"\\\\?\\" + name;
 }
 
 DWORD attributes_of(std::u16string_view path)
@@ -50,7 +42,7 @@ std::vector<std::u16string> names_in(std::u16string const &path)
         fail("FindFirstFileW");
     std::vector<std::u16string> names;
     do {
-        std::u16string const name = narrow(data.cFileName);
+        std::u16string const name = units(data.cFileName);
         if (name != u"." && name != u"..")
             names.push_back(name);
     } while (::FindNextFileW(search, &data));
@@ -109,7 +101,7 @@ std::u16string fresh_name()
     std::wstring const name = L"fl-" + std::to_wstring(::GetCurrentProcessId()) + L'-' +
                               std::to_wstring(::GetTickCount64() % 1000000) + L'-' +
                               std::to_wstring(++count);
-    return narrow(name);
+    return units(name);
 }
 
 /// The folder for temporary files, or a drive's root directory if that is too deep.
@@ -117,7 +109,7 @@ std::u16string base_directory()
 {
     wchar_t buffer[MAX_PATH + 1] = {};
     DWORD const length = ::GetTempPathW(MAX_PATH, buffer);
-    std::u16string const temporary = narrow(std::wstring_view(buffer, length));
+    std::u16string const temporary = units(std::wstring_view(buffer, length));
     bool const is_short = !temporary.empty() && temporary.size() <= longest_root - 30;
     return is_short ? temporary : temporary.substr(0, 3);
 }
@@ -232,7 +224,7 @@ std::vector<std::u16string> workspace::entries(std::u16string const &path) const
 
 void workspace::change_directory(std::u16string const &path)
 {
-    std::wstring const name = widen(path);
+    std::wstring const name = wide(path);
     if (!::SetCurrentDirectoryW(name.c_str()))
         fail("SetCurrentDirectoryW");
 }
