@@ -1,7 +1,10 @@
 #include "faults.hpp"
 
 #include "failure.hpp"
+#include "full_path.hpp"
+#include "names.hpp"
 
+#include <algorithm>
 #include <utility>
 
 namespace simulation {
@@ -34,21 +37,48 @@ fault faults::add(std::shared_ptr<fault_record> record)
     return fault(std::move(record));
 }
 
-void faults::meet(std::string_view function)
+std::u16string comparable_name(std::u16string_view text, machine_state &machine)
+{
+    std::u16string name(text);
+    try {
+        if (!is_literal(text))
+            name = full_path(text, machine);
+    } catch (failure const &) {
+        return name; // no pathname: comparable with its like
+    }
+    if (is_literal(name))
+        name = name.substr(4);
+    if (upcase(name).starts_with(u"UNC\\"))
+        name = u"\\" + name.substr(3);
+    while (name.ends_with(u'\\'))
+        name.pop_back();
+    return upcase(name);
+}
+
+std::optional<DWORD> faults::meet(std::string_view function,
+                                  std::vector<std::u16string> const &texts, machine_state &machine)
 {
     forget_dead();
+    std::vector<std::u16string> names;
+    if (knows_names()) {
+        for (std::u16string const &text : texts)
+            names.push_back(comparable_name(text, machine));
+    }
     std::shared_ptr<fault_record> met;
     for (auto const &record : records_) {
         if (record->hook || (!record->function.empty() && record->function != function))
+            continue;
+        if (!record->name.empty() &&
+            std::find(names.begin(), names.end(), record->name) == names.end())
             continue;
         ++record->seen; // each counts for itself, also when another fails the call
         if (!met && (record->nth == 0 || record->nth == record->seen))
             met = record;
     }
     if (!met)
-        return;
+        return std::nullopt;
     met->has_fired = true;
-    throw failure(met->code);
+    return met->code;
 }
 
 std::optional<DWORD> faults::full_path_name(DWORD room, wchar_t *buffer)
@@ -64,6 +94,12 @@ std::optional<DWORD> faults::full_path_name(DWORD room, wchar_t *buffer)
         return answer;
     }
     return std::nullopt;
+}
+
+bool faults::knows_names() const
+{
+    return std::any_of(records_.begin(), records_.end(),
+                       [](auto const &record) { return !record->name.empty(); });
 }
 
 void faults::forget_dead()

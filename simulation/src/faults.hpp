@@ -16,6 +16,7 @@ namespace simulation {
 struct fault_record
 {
     std::string function;     // empty: any
+    std::u16string name;      // as `comparable_name` writes it; empty: any
     int nth = 0;              // 0: each
     DWORD code = 0;           // what the call fails with
     full_path_name_hook hook; // instead of a code
@@ -24,19 +25,28 @@ struct fault_record
     std::atomic<bool> has_fired = false;
 };
 
+class machine_state;
+
+/// A pathname in the form that all texts for it have in common: full, in upper case,
+/// without a long prefix and without a separator at its end. Links stay.
+std::u16string comparable_name(std::u16string_view text, machine_state &machine);
+
 class faults
 {
 public:
     fault add(std::shared_ptr<fault_record> record);
 
-    /// Counts a call of `function`, and throws `failure` if it is to fail.
-    void meet(std::string_view function);
+    /// Counts a call of `function` on these texts, and returns the code with which it
+    /// is to fail, if it is.
+    std::optional<DWORD> meet(std::string_view function, std::vector<std::u16string> const &texts,
+                              machine_state &machine);
 
     /// What a hook answers for GetFullPathNameW, if any does.
     std::optional<DWORD> full_path_name(DWORD room, wchar_t *buffer);
 
 private:
     void forget_dead();
+    bool knows_names() const;
 
     std::vector<std::shared_ptr<fault_record>> records_;
 };

@@ -2,27 +2,156 @@
 
 #include "failure.hpp"
 #include "names.hpp"
+#include "reparse_data.hpp"
+
+#include <algorithm>
 
 namespace simulation {
 
-place find_place(pathname const &path)
+namespace {
+
+/// So many links the system follows for one pathname. The next one is too many.
+constexpr int most_links = 63;
+
+/// A walk ends at a place, or at a link that sends it elsewhere.
+struct walk_end
 {
-    place here{nullptr, {}, path.root};
-    for (std::u16string const &name : path.elements) {
-        // A missing directory and a file in the place of one are told alike.
-        if (!here.found || !here.found->is_directory())
-            throw failure(ERROR_PATH_NOT_FOUND);
-        if (!is_valid_name(name))
-            throw failure(ERROR_INVALID_NAME);
-        std::shared_ptr<node> const parent = here.found;
-        here = {parent, name, parent->find(name)};
-    }
-    return here;
+    place here;
+    std::size_t names_walked = 0;
+    bool is_at_link = false;
+};
+
+/// Whether a link turns the walk aside. Deduplicated files are put together by the
+/// system where they are.
+bool turns_aside(node const &target)
+{
+    return target.reparse && target.reparse->tag != IO_REPARSE_TAG_DEDUP;
 }
 
-place find_existing(pathname const &path)
+void check_traversal(node const &directory)
 {
-    place const here = find_place(path);
+    if (directory.denied.contains(right::traverse))
+        throw failure(ERROR_ACCESS_DENIED);
+}
+
+walk_end walk(pathname const &path, last_link last)
+{
+    walk_end end;
+    end.here.disk = path.disk;
+    end.here.found = path.disk->root;
+    for (std::u16string const &name : path.elements) {
+        // A missing directory and a file in the place of one are told alike.
+        if (!end.here.found || !end.here.found->target->is_directory())
+            throw failure(ERROR_PATH_NOT_FOUND);
+        std::shared_ptr<node> const parent = end.here.found->target;
+        check_traversal(*parent);
+        if (!is_valid_name(name))
+            throw failure(ERROR_INVALID_NAME);
+        end.here.parent = parent;
+        end.here.name = name;
+        end.here.found = parent->find(name);
+        ++end.names_walked;
+        bool const is_last = end.names_walked == path.elements.size();
+        if (is_last && last == last_link::keep)
+            return end;
+        end.is_at_link = end.here.found && turns_aside(*end.here.found->target);
+        if (end.is_at_link)
+            return end;
+    }
+    return end;
+}
+
+/// Adds names to those of a directory. Only here, in relative links, does the system
+/// itself resolve dots by text; above the root there is nothing.
+void append_relative(pathname &path, std::u16string_view text)
+{
+    pathname parsed;
+    split(text, parsed);
+    for (std::u16string const &name : parsed.elements) {
+        if (name != u"." && name != u"..")
+            path.elements.push_back(name);
+        else if (name == u".." && !path.elements.empty())
+            path.elements.pop_back();
+    }
+}
+
+/// Where a link in `path` leads that stands behind `count` names. The links among
+/// those were followed before, so that they are the way as it is on disk.
+pathname target_of(redirection const &link, pathname const &path, std::size_t count,
+                   machine_state const &machine)
+{
+    if (!link.is_relative) {
+        if (!link.target.starts_with(u'\\'))
+            throw failure(ERROR_BAD_PATHNAME);
+        if (!link.target.starts_with(u"\\??\\"))
+            throw failure(ERROR_PATH_NOT_FOUND);
+        return parse_object(std::u16string_view(link.target).substr(4), machine);
+    }
+    pathname target;
+    target.disk = path.disk;
+    std::u16string_view text = link.target;
+    if (text.starts_with(u'\\'))
+        text.remove_prefix(1);
+    else
+        target.elements.assign(path.elements.begin(),
+                               path.elements.begin() + static_cast<std::ptrdiff_t>(count));
+    append_relative(target, text);
+    return target;
+}
+
+/// What a client does about a link on a share. The server follows junctions by
+/// itself, on disks that this machine knows nothing of.
+void check_remote_link(reparse_point const &point, machine_state const &machine)
+{
+    if (point.tag == IO_REPARSE_TAG_MOUNT_POINT)
+        throw failure(ERROR_PATH_NOT_FOUND);
+    if (!machine.follows_remote_links)
+        throw failure(ERROR_SYMLINK_CLASS_DISABLED);
+}
+
+pathname redirected(pathname const &path, walk_end const &end, machine_state const &machine)
+{
+    reparse_point const &point = *end.here.found->target->reparse;
+    if (point.tag != IO_REPARSE_TAG_SYMLINK && point.tag != IO_REPARSE_TAG_MOUNT_POINT)
+        throw failure(ERROR_CANT_ACCESS_FILE);
+    if (path.disk->is_remote)
+        check_remote_link(point, machine);
+    pathname target = target_of(decode(point), path, end.names_walked - 1, machine);
+    if (target.is_device())
+        throw failure(ERROR_CANT_ACCESS_FILE);
+    target.elements.insert(target.elements.end(),
+                           path.elements.begin() + static_cast<std::ptrdiff_t>(end.names_walked),
+                           path.elements.end());
+    target.ends_in_separator = path.ends_in_separator;
+    return target;
+}
+
+} // namespace
+
+place find_place(pathname path, machine_state const &machine, last_link last)
+{
+    bool is_behind_link = false;
+    bool is_behind_directory_link = false;
+    for (int followed = 0;; ++followed) {
+        walk_end end = walk(path, last);
+        if (!end.is_at_link) {
+            end.here.is_behind_link = is_behind_link;
+            end.here.is_behind_directory_link = is_behind_directory_link;
+            return end.here;
+        }
+        if (followed == most_links)
+            throw failure(ERROR_CANT_RESOLVE_FILENAME);
+        if (end.names_walked == path.elements.size() && !is_behind_link) {
+            is_behind_link = true;
+            is_behind_directory_link = end.here.found->target->is_directory();
+        }
+        path = redirected(path, end, machine);
+    }
+}
+
+place find_existing(pathname path, machine_state const &machine, last_link last)
+{
+    place const here = find_place(std::move(path), machine, last);
     if (!here.found)
         throw failure(ERROR_FILE_NOT_FOUND);
     return here;
@@ -31,8 +160,8 @@ place find_existing(pathname const &path)
 bool is_directory_at(std::u16string_view text, machine_state const &machine)
 {
     try {
-        place const here = find_place(parse_literal(text, machine));
-        return here.found && here.found->is_directory();
+        place const here = find_place(parse_literal(text, machine), machine, last_link::follow);
+        return here.found && here.found->target->is_directory();
     } catch (failure const &) {
         return false;
     }

@@ -2,9 +2,12 @@
 
 #include "calls/current_directory.hpp"
 #include "failure.hpp"
+#include "full_path.hpp"
+#include "handles.hpp"
 #include "lookup.hpp"
 #include "machine_state.hpp"
 #include "names.hpp"
+#include "reparse_data.hpp"
 
 #include <algorithm>
 #include <stdexcept>
@@ -35,44 +38,83 @@ std::shared_ptr<node> look(std::u16string_view path, machine_state const &machin
 {
     std::lock_guard const lock(machine_mutex());
     try {
-        return find_place(parse_literal(path, machine)).found;
+        place const here = find_place(parse_literal(path, machine), machine);
+        return here.found ? here.found->target : nullptr;
     } catch (failure const &) {
         return nullptr;
     }
 }
 
-std::shared_ptr<node> demand(std::u16string_view path, machine_state const &machine)
+place demand_place(std::u16string_view path, machine_state const &machine)
 {
-    return arrange(path, [&] { return find_existing(parse_literal(path, machine)).found; });
+    return arrange(path, [&] { return find_existing(parse_literal(path, machine), machine); });
 }
 
-std::shared_ptr<node> make_directory(pathname const &path)
+std::shared_ptr<node> demand(std::u16string_view path, machine_state const &machine)
 {
-    std::shared_ptr<node> here = path.root;
+    return demand_place(path, machine).found->target;
+}
+
+/// A directory to which entries can be added. Behind a link it would be another one.
+void check_plain_directory(node const &directory)
+{
+    if (!directory.is_directory() || directory.reparse)
+        throw failure(ERROR_DIRECTORY);
+}
+
+std::shared_ptr<node> make_directory(pathname const &path, machine_state &machine)
+{
+    std::shared_ptr<node> here = path.disk->root->target;
     for (std::u16string const &name : path.elements) {
-        if (!here->is_directory())
-            throw failure(ERROR_DIRECTORY);
+        check_plain_directory(*here);
         if (!is_valid_name(name))
             throw failure(ERROR_INVALID_NAME);
-        std::shared_ptr<node> const next = here->find(name);
-        here = next ? next : here->add(name, FILE_ATTRIBUTE_DIRECTORY);
+        std::shared_ptr<entry> next = here->find(name);
+        if (!next) {
+            auto made = std::make_shared<node>(DWORD{FILE_ATTRIBUTE_DIRECTORY}, machine.now());
+            next = node::add(here, name, std::move(made), machine.now());
+        }
+        here = next->target;
     }
     return here;
 }
 
-void make_file(pathname path, std::string_view content)
+/// Gives `target` the name `path`, in place of a former file.
+void place_file(std::u16string_view text, std::shared_ptr<node> target, machine_state &machine)
 {
+    pathname path = parse_literal(text, machine);
     if (path.elements.empty())
         throw failure(ERROR_DIRECTORY);
     std::u16string const name = path.elements.back();
     path.elements.pop_back();
-    std::shared_ptr<node> const parent = make_directory(path);
-    if (!parent->is_directory() || !is_valid_name(name))
+    std::shared_ptr<node> const parent = make_directory(path, machine);
+    check_plain_directory(*parent);
+    if (!is_valid_name(name))
         throw failure(ERROR_INVALID_NAME);
-    std::shared_ptr<node> const former = parent->find(name);
-    if (former && former->is_directory())
+    std::shared_ptr<entry> const former = parent->find(name);
+    if (former && former->target->is_directory())
         throw failure(ERROR_FILE_EXISTS);
-    parent->add(former ? former->name() : name, FILE_ATTRIBUTE_ARCHIVE)->content = content;
+    node::add(parent, former ? former->name : name, std::move(target), machine.now());
+}
+
+std::shared_ptr<node> make_file(std::u16string_view path, machine_state &machine,
+                                DWORD attributes = FILE_ATTRIBUTE_ARCHIVE)
+{
+    auto made = std::make_shared<node>(attributes, machine.now());
+    arrange(path, [&] { place_file(path, made, machine); });
+    return made;
+}
+
+void make_reparse_point(std::u16string_view path, reparse_point point, flavour is,
+                        machine_state &machine)
+{
+    std::shared_ptr<node> target = look(path, machine);
+    if (!target && is == flavour::directory)
+        target =
+            arrange(path, [&] { return make_directory(parse_literal(path, machine), machine); });
+    if (!target)
+        target = make_file(path, machine);
+    target->reparse = std::move(point);
 }
 
 } // namespace
@@ -123,7 +165,7 @@ simulated_machine &simulated_machine::add_dead_server(std::u16string_view name)
 simulated_machine &simulated_machine::add_directory(std::u16string_view path)
 {
     arrange(path, [&] {
-        if (!make_directory(parse_literal(path, *state_))->is_directory())
+        if (!make_directory(parse_literal(path, *state_), *state_)->is_directory())
             throw failure(ERROR_ALREADY_EXISTS);
     });
     return *this;
@@ -131,7 +173,81 @@ simulated_machine &simulated_machine::add_directory(std::u16string_view path)
 
 simulated_machine &simulated_machine::add_file(std::u16string_view path, std::string_view content)
 {
-    arrange(path, [&] { make_file(parse_literal(path, *state_), content); });
+    std::lock_guard const lock(machine_mutex());
+    make_file(path, *state_)->content = byte_store(content);
+    return *this;
+}
+
+simulated_machine &simulated_machine::add_sparse_file(std::u16string_view path, std::uint64_t size)
+{
+    std::lock_guard const lock(machine_mutex());
+    make_file(path, *state_, FILE_ATTRIBUTE_ARCHIVE | FILE_ATTRIBUTE_SPARSE_FILE)
+        ->content.resize(size);
+    return *this;
+}
+
+simulated_machine &simulated_machine::add_deduplicated_file(std::u16string_view path,
+                                                            std::string_view content)
+{
+    std::lock_guard const lock(machine_mutex());
+    auto const made = make_file(path, *state_, FILE_ATTRIBUTE_ARCHIVE | FILE_ATTRIBUTE_SPARSE_FILE);
+    made->content = byte_store(content);
+    made->reparse = reparse_point{DWORD{IO_REPARSE_TAG_DEDUP}, std::string(16, '\x01')};
+    return *this;
+}
+
+simulated_machine &simulated_machine::add_hard_link(std::u16string_view path,
+                                                    std::u16string_view existing)
+{
+    std::lock_guard const lock(machine_mutex());
+    arrange(path, [&] {
+        place const source = demand_place(existing, *state_);
+        if (source.found->target->is_directory())
+            throw failure(ERROR_ACCESS_DENIED);
+        if (parse_literal(path, *state_).disk != source.disk)
+            throw failure(ERROR_NOT_SAME_DEVICE);
+        place_file(path, source.found->target, *state_);
+    });
+    return *this;
+}
+
+simulated_machine &simulated_machine::add_symbolic_link(std::u16string_view path,
+                                                        std::u16string_view target, flavour is)
+{
+    std::lock_guard const lock(machine_mutex());
+    auto point = arrange(path, [&] { return make_symbolic_link(target, *state_); });
+    make_reparse_point(path, std::move(point), is, *state_);
+    return *this;
+}
+
+simulated_machine &simulated_machine::add_junction(std::u16string_view path,
+                                                   std::u16string_view target)
+{
+    return add_junction(path, u"\\??\\" + std::u16string(target), target);
+}
+
+simulated_machine &simulated_machine::add_junction(std::u16string_view path,
+                                                   std::u16string_view substitute,
+                                                   std::u16string_view print)
+{
+    return add_reparse_point(path, DWORD{IO_REPARSE_TAG_MOUNT_POINT},
+                             mount_point_data(substitute, print), flavour::directory);
+}
+
+simulated_machine &simulated_machine::add_mount_point(std::u16string_view path, char16_t letter)
+{
+    std::lock_guard const lock(machine_mutex());
+    auto const disk = state_->disks.find_drive(letter);
+    if (!disk)
+        throw std::invalid_argument("there is no such drive to mount");
+    return add_junction(path, u"\\??\\" + disk->guid_name + u'\\', {});
+}
+
+simulated_machine &simulated_machine::add_reparse_point(std::u16string_view path, DWORD tag,
+                                                        std::string_view data, flavour is)
+{
+    std::lock_guard const lock(machine_mutex());
+    make_reparse_point(path, reparse_point{tag, std::string(data)}, is, *state_);
     return *this;
 }
 
@@ -139,6 +255,13 @@ simulated_machine &simulated_machine::set_attributes(std::u16string_view path, D
 {
     std::lock_guard const lock(machine_mutex());
     demand(path, *state_)->set_attributes(attributes);
+    return *this;
+}
+
+simulated_machine &simulated_machine::set_times(std::u16string_view path, times const &changed)
+{
+    std::lock_guard const lock(machine_mutex());
+    demand(path, *state_)->times = changed;
     return *this;
 }
 
@@ -150,19 +273,44 @@ simulated_machine &simulated_machine::set_current_directory(std::u16string_view 
 
 simulated_machine &simulated_machine::remove(std::u16string_view path)
 {
-    arrange(path, [&] {
-        place const here = find_existing(parse_literal(path, *state_));
-        if (!here.parent)
-            throw failure(ERROR_ACCESS_DENIED);
-        here.parent->remove(here.name);
-    });
+    std::lock_guard const lock(machine_mutex());
+    place const here = demand_place(path, *state_);
+    if (here.is_root())
+        throw std::invalid_argument("a root can't be removed");
+    here.parent->remove(here.name, state_->now());
+    return *this;
+}
+
+simulated_machine &simulated_machine::deny(std::u16string_view path, right denied)
+{
+    std::lock_guard const lock(machine_mutex());
+    demand(path, *state_)->denied.insert(denied);
+    return *this;
+}
+
+simulated_machine &simulated_machine::allow(std::u16string_view path, right allowed)
+{
+    std::lock_guard const lock(machine_mutex());
+    demand(path, *state_)->denied.erase(allowed);
     return *this;
 }
 
 simulated_machine &simulated_machine::deny_creation(std::u16string_view path)
 {
+    return deny(path, right::create_entries);
+}
+
+simulated_machine &simulated_machine::deny_symbolic_links()
+{
     std::lock_guard const lock(machine_mutex());
-    demand(path, *state_)->denied.insert(right::create_entries);
+    state_->may_create_links = false;
+    return *this;
+}
+
+simulated_machine &simulated_machine::follow_remote_links()
+{
+    std::lock_guard const lock(machine_mutex());
+    state_->follows_remote_links = true;
     return *this;
 }
 
@@ -187,12 +335,15 @@ bool simulated_machine::is_file(std::u16string_view path) const
 
 std::vector<std::u16string> simulated_machine::entries(std::u16string_view path) const
 {
-    return arrange(path, [&] {
-        auto const found = find_existing(parse_literal(path, *state_)).found;
-        if (!found->is_directory())
-            throw failure(ERROR_DIRECTORY);
-        return found->names();
-    });
+    std::lock_guard const lock(machine_mutex());
+    auto const found = demand(path, *state_);
+    if (!found->is_directory())
+        throw std::invalid_argument("only a directory has entries");
+    std::vector<std::u16string> names;
+    for (auto const &held : found->entries())
+        names.push_back(held->name);
+    std::sort(names.begin(), names.end());
+    return names;
 }
 
 DWORD simulated_machine::attributes(std::u16string_view path) const
@@ -201,10 +352,54 @@ DWORD simulated_machine::attributes(std::u16string_view path) const
     return demand(path, *state_)->attributes();
 }
 
+times simulated_machine::times_of(std::u16string_view path) const
+{
+    std::lock_guard const lock(machine_mutex());
+    return demand(path, *state_)->times;
+}
+
 std::string simulated_machine::content(std::u16string_view path) const
 {
     std::lock_guard const lock(machine_mutex());
-    return demand(path, *state_)->content;
+    return demand(path, *state_)->content.text();
+}
+
+DWORD simulated_machine::link_count(std::u16string_view path) const
+{
+    std::lock_guard const lock(machine_mutex());
+    return demand(path, *state_)->link_count;
+}
+
+DWORD simulated_machine::reparse_tag(std::u16string_view path) const
+{
+    std::lock_guard const lock(machine_mutex());
+    auto const found = demand(path, *state_);
+    return found->reparse ? found->reparse->tag : 0;
+}
+
+std::string simulated_machine::reparse_data(std::u16string_view path) const
+{
+    std::lock_guard const lock(machine_mutex());
+    auto const found = demand(path, *state_);
+    return found->reparse ? found->reparse->data : std::string();
+}
+
+bool simulated_machine::is_same(std::u16string_view path, std::u16string_view other) const
+{
+    std::lock_guard const lock(machine_mutex());
+    return demand(path, *state_) == demand(other, *state_);
+}
+
+int simulated_machine::open_handles() const
+{
+    std::lock_guard const lock(machine_mutex());
+    return state_->open->open_files();
+}
+
+int simulated_machine::find_handles() const
+{
+    std::lock_guard const lock(machine_mutex());
+    return state_->open->searches();
 }
 
 std::u16string simulated_machine::current_directory() const
@@ -231,6 +426,22 @@ fault simulated_machine::fail_call(int nth, DWORD code)
 fault simulated_machine::fail_every_call_on(std::string_view function, DWORD code)
 {
     return fail_call(function, 0, code);
+}
+
+fault simulated_machine::fail_every_call_on_name(std::u16string_view path, DWORD code)
+{
+    return fail_every_call_on_name(std::string_view(), path, code);
+}
+
+fault simulated_machine::fail_every_call_on_name(std::string_view function,
+                                                 std::u16string_view path, DWORD code)
+{
+    std::lock_guard const lock(machine_mutex());
+    auto record = std::make_shared<fault_record>();
+    record->function = function;
+    record->name = comparable_name(path, *state_);
+    record->code = code;
+    return state_->broken.add(std::move(record));
 }
 
 fault simulated_machine::on_full_path_name(full_path_name_hook hook)

@@ -1,5 +1,7 @@
 #include "machine_state.hpp"
 
+#include "handles.hpp"
+
 #include <algorithm>
 #include <utility>
 
@@ -24,11 +26,13 @@ std::vector<std::shared_ptr<machine_state>> &machines()
 
 } // namespace
 
-machine_state::machine_state()
+machine_state::machine_state() : open(std::make_unique<handles>())
 {
     disks.add_drive(u'C');
-    running.current_node = disks.find_drive(u'C');
+    running.stand_in(disks.find_drive(u'C'), disks.find_drive(u'C')->root);
 }
+
+machine_state::~machine_state() = default;
 
 std::recursive_mutex &machine_mutex()
 {

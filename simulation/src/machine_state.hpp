@@ -14,18 +14,28 @@
 
 namespace simulation {
 
+class handles;
+
 class machine_state
 {
 public:
     machine_state();
+    ~machine_state();
+
+    std::uint64_t now() noexcept { return disks.clock()->now(); }
 
     volumes disks;
     process running;
+    std::unique_ptr<handles> open; ///< after the disks, on which they close
     faults broken;
     std::vector<journal_entry> journal;
     /// Not on the machine that is there from the start: nobody could read it, and
     /// a program that runs for long would only fill the memory.
     bool keeps_journal = true;
+    /// Windows follows symbolic links on a share only where it was told to.
+    bool follows_remote_links = false;
+    /// Without the right, symbolic links can't be made.
+    bool may_create_links = true;
 };
 
 /// Held by every call and by every look of a test. Recursive, since hooks of tests

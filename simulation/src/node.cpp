@@ -2,44 +2,91 @@
 
 #include "names.hpp"
 
-#include <algorithm>
+#include <atomic>
+#include <utility>
 
 namespace simulation {
 
-void node::set_attributes(DWORD attributes)
+namespace {
+
+std::uint64_t next_id()
 {
-    DWORD const kind = attributes_ & FILE_ATTRIBUTE_DIRECTORY;
-    DWORD const others = attributes & ~DWORD{FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_NORMAL};
-    attributes_ = kind | others;
-    if (attributes_ == 0)
-        attributes_ = FILE_ATTRIBUTE_NORMAL; // which stands for none, and alone
+    static std::atomic<std::uint64_t> last = 0x0001'0000'0000'0024; // as the files of a real disk
+    return ++last;
 }
 
-std::shared_ptr<node> node::find(std::u16string_view name) const
+} // namespace
+
+node::node(DWORD attributes, std::uint64_t now)
+    : times{now, now, now}, id_(next_id()), attributes_(attributes)
+{
+}
+
+/// A tree may be thousands of levels deep: no recursion here.
+node::~node()
+{
+    std::vector<entries_by_name> doomed;
+    doomed.push_back(std::move(entries_));
+    while (!doomed.empty()) {
+        entries_by_name level = std::move(doomed.back());
+        doomed.pop_back();
+        for (auto &[key, gone] : level) {
+            // held by nobody else: it would take its own entries along
+            if (gone.use_count() == 1 && gone->target.use_count() == 1)
+                doomed.push_back(std::move(gone->target->entries_));
+        }
+    }
+}
+
+DWORD node::attributes() const noexcept
+{
+    DWORD const all = attributes_ | (reparse ? FILE_ATTRIBUTE_REPARSE_POINT : 0);
+    return all == 0 ? FILE_ATTRIBUTE_NORMAL : all; // which stands for none, and alone
+}
+
+void node::set_attributes(DWORD attributes)
+{
+    constexpr DWORD others =
+        FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_NORMAL | FILE_ATTRIBUTE_REPARSE_POINT;
+    attributes_ = (attributes_ & FILE_ATTRIBUTE_DIRECTORY) | (attributes & ~others);
+}
+
+std::shared_ptr<entry> node::find(std::u16string_view name) const
 {
     auto const found = entries_.find(upcase(name));
     return found == entries_.end() ? nullptr : found->second;
 }
 
-std::shared_ptr<node> node::add(std::u16string_view name, DWORD attributes)
+std::shared_ptr<entry> node::add(std::shared_ptr<node> const &directory, std::u16string_view name,
+                                 std::shared_ptr<node> target, std::uint64_t now)
 {
-    auto made = std::make_shared<node>(name, attributes);
-    entries_[upcase(name)] = made;
+    directory->remove(name, now);
+    auto made = std::make_shared<entry>(entry{std::u16string(name), directory, target, false});
+    ++target->link_count;
+    if (target->is_directory())
+        target->own_entry = made;
+    directory->entries_[upcase(name)] = made;
+    directory->times.write = now;
     return made;
 }
 
-void node::remove(std::u16string_view name)
+void node::remove(std::u16string_view name, std::uint64_t now)
 {
-    entries_.erase(upcase(name));
+    auto const found = entries_.find(upcase(name));
+    if (found == entries_.end())
+        return;
+    --found->second->target->link_count;
+    entries_.erase(found);
+    times.write = now;
 }
 
-std::vector<std::u16string> node::names() const
+std::vector<std::shared_ptr<entry>> node::entries() const
 {
-    std::vector<std::u16string> names;
-    for (auto const &[key, entry] : entries_)
-        names.push_back(entry->name());
-    std::sort(names.begin(), names.end());
-    return names;
+    std::vector<std::shared_ptr<entry>> all;
+    all.reserve(entries_.size());
+    for (auto const &[key, held] : entries_)
+        all.push_back(held);
+    return all;
 }
 
 } // namespace simulation

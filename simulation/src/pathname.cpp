@@ -15,24 +15,6 @@ constexpr std::u16string_view unc_device = u"UNC";
 /// The longest text that the system takes with a long prefix.
 constexpr std::size_t longest_literal = 32767;
 
-/// Splits at backslashes only and keeps empty names: they are wrong, and the disk
-/// will say so. One backslash at the end is fine.
-void split(std::u16string_view text, pathname &parsed)
-{
-    parsed.ends_in_separator = text.ends_with(u'\\');
-    if (parsed.ends_in_separator)
-        text.remove_suffix(1);
-    while (!text.empty()) {
-        std::size_t const end = text.find(u'\\');
-        parsed.elements.emplace_back(text.substr(0, end));
-        if (end == std::u16string_view::npos)
-            return;
-        text.remove_prefix(end + 1);
-        if (text.empty())
-            parsed.elements.emplace_back();
-    }
-}
-
 /// Takes the text up to the next backslash, and that backslash.
 std::u16string_view take_name(std::u16string_view &text)
 {
@@ -48,13 +30,21 @@ pathname parse_network(std::u16string_view text, machine_state const &machine)
     std::u16string_view const server = take_name(text);
     std::u16string_view const share = take_name(text);
     pathname parsed;
-    parsed.root = machine.disks.find_share(server, share);
-    parsed.is_on_share = true;
+    parsed.disk = machine.disks.find_share(server, share);
     split(text, parsed);
     return parsed;
 }
 
-/// What stands behind `\\?\` or `\\.\`.
+/// The volume that the object manager knows by this name, or null.
+std::shared_ptr<volume> find_volume(std::u16string_view object, machine_state const &machine)
+{
+    if (object.size() == 2 && is_drive_at(object, 0))
+        return machine.disks.find_drive(object[0]);
+    return machine.disks.find_by_guid(object);
+}
+
+} // namespace
+
 pathname parse_object(std::u16string_view text, machine_state const &machine)
 {
     std::u16string_view rest = text;
@@ -65,15 +55,28 @@ pathname parse_object(std::u16string_view text, machine_state const &machine)
     if (is_device_name(object) && is_alone)
         return {};
     pathname parsed;
-    if (object.size() == 2 && is_drive_at(object, 0))
-        parsed.root = machine.disks.find_drive(object[0]);
-    if (!parsed.root)
+    parsed.disk = find_volume(object, machine);
+    if (!parsed.disk)
         throw failure(is_alone ? ERROR_FILE_NOT_FOUND : ERROR_PATH_NOT_FOUND);
     split(rest, parsed);
     return parsed;
 }
 
-} // namespace
+void split(std::u16string_view text, pathname &parsed)
+{
+    parsed.ends_in_separator = text.ends_with(u'\\');
+    if (parsed.ends_in_separator)
+        text.remove_suffix(1);
+    while (!text.empty()) {
+        std::size_t const end = text.find(u'\\');
+        parsed.elements.emplace_back(text.substr(0, end));
+        if (end == std::u16string_view::npos)
+            return;
+        text.remove_prefix(end + 1);
+        if (text.empty())
+            parsed.elements.emplace_back();
+    }
+}
 
 pathname parse_pathname(std::u16string_view text, machine_state &machine)
 {

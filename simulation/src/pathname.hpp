@@ -16,12 +16,11 @@ inline constexpr std::size_t longest_bare_pathname = MAX_PATH - 1;
 
 struct pathname
 {
-    std::shared_ptr<node> root; ///< null if the pathname means a device
+    std::shared_ptr<volume> disk; ///< null if the pathname means a device
     std::vector<std::u16string> elements;
     bool ends_in_separator = false;
-    bool is_on_share = false;
 
-    bool is_device() const noexcept { return root == nullptr; }
+    bool is_device() const noexcept { return disk == nullptr; }
 };
 
 /// What a call makes of the text that it is handed: treated first (full_path.hpp),
@@ -32,6 +31,14 @@ pathname parse_pathname(std::u16string_view text, machine_state &machine);
 /// The same for an absolute text of any length that is taken as it stands, with or
 /// without a long prefix.
 pathname parse_literal(std::u16string_view text, machine_state const &machine);
+
+/// Takes a name as the object manager knows it, without the prefix: `C:\dir`,
+/// `UNC\server\share\dir`, `Volume{...}\dir`.
+pathname parse_object(std::u16string_view text, machine_state const &machine);
+
+/// Splits at backslashes only and keeps empty names: they are wrong, and the disk
+/// will say so. One backslash at the end is fine.
+void split(std::u16string_view text, pathname &parsed);
 
 } // namespace simulation
 

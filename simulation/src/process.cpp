@@ -1,6 +1,7 @@
 #include "process.hpp"
 
 #include "names.hpp"
+#include "opening.hpp"
 
 namespace simulation {
 
@@ -18,6 +19,14 @@ void environment::set(std::u16string_view name, std::u16string_view value)
 void environment::remove(std::u16string_view name)
 {
     values_.erase(upcase(name));
+}
+
+void process::stand_in(std::shared_ptr<volume> disk, std::shared_ptr<entry> directory)
+{
+    constexpr DWORD access = FILE_TRAVERSE | FILE_READ_ATTRIBUTES;
+    constexpr DWORD share = FILE_SHARE_READ | FILE_SHARE_WRITE;
+    current_file =
+        std::make_shared<open_file>(std::move(disk), std::move(directory), access, share);
 }
 
 } // namespace simulation

@@ -3,7 +3,7 @@
 // What the system keeps for the running process: where it stands, and its
 // environment.
 
-#include "node.hpp"
+#include "volumes.hpp"
 
 #include <map>
 #include <memory>
@@ -24,12 +24,17 @@ private:
     std::map<std::u16string, std::u16string> values_; // by name in upper case
 };
 
+class open_file;
+
 struct process
 {
+    /// Holds the directory open as the system does: nobody removes or moves it. Fails if
+    /// the caller has no right to go there.
+    void stand_in(std::shared_ptr<volume> disk, std::shared_ptr<entry> directory);
+
     /// A full pathname that ends in a backslash, as the system keeps it.
     std::u16string current_directory = u"C:\\";
-    /// The system holds the directory open, so that nobody removes it.
-    std::shared_ptr<node> current_node;
+    std::shared_ptr<open_file> current_file;
     environment variables;
 };
 

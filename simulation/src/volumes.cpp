@@ -3,20 +3,45 @@
 #include "failure.hpp"
 #include "names.hpp"
 
+#include <algorithm>
+
 namespace simulation {
 
 namespace {
 
-std::shared_ptr<node> make_root()
+/// A name for the volume of a drive that no other drive has.
+std::u16string guid_name_of(char16_t letter)
 {
-    return std::make_shared<node>(u"", DWORD{FILE_ATTRIBUTE_DIRECTORY});
+    constexpr std::u16string_view digits = u"0123456789abcdef";
+    std::u16string name = u"Volume{5f1e6c8a-0000-0000-0000-0000000000";
+    name += digits[letter / 16U];
+    name += digits[letter % 16U];
+    return name + u'}';
 }
 
 } // namespace
 
+std::shared_ptr<volume> volumes::make_volume(std::u16string name)
+{
+    auto made = std::make_shared<volume>();
+    made->root = std::make_shared<entry>();
+    made->root->target = std::make_shared<node>(DWORD{FILE_ATTRIBUTE_DIRECTORY}, clock_->now());
+    made->root->target->own_entry = made->root;
+    made->root->target->link_count = 1;
+    made->name = std::move(name);
+    made->serial_number = ++last_serial_number_;
+    made->clock = clock_;
+    return made;
+}
+
 void volumes::add_drive(char16_t letter)
 {
-    drives_.try_emplace(upcase(letter), make_root());
+    char16_t const upper = upcase(letter);
+    if (drives_.contains(upper))
+        return;
+    auto made = make_volume({upper, u':'});
+    made->guid_name = guid_name_of(upper);
+    drives_[upper] = std::move(made);
 }
 
 void volumes::remove_drive(char16_t letter)
@@ -26,7 +51,11 @@ void volumes::remove_drive(char16_t letter)
 
 void volumes::add_share(std::u16string_view server, std::u16string_view share)
 {
-    servers_[upcase(server)].shares.try_emplace(upcase(share), make_root());
+    std::shared_ptr<volume> &held = servers_[upcase(server)].shares[upcase(share)];
+    if (held)
+        return;
+    held = make_volume(u"UNC\\" + std::u16string(server) + u'\\' + std::u16string(share));
+    held->is_remote = true;
 }
 
 void volumes::add_dead_server(std::u16string_view name)
@@ -34,14 +63,23 @@ void volumes::add_dead_server(std::u16string_view name)
     servers_[upcase(name)].is_dead = true;
 }
 
-std::shared_ptr<node> volumes::find_drive(char16_t letter) const
+std::shared_ptr<volume> volumes::find_drive(char16_t letter) const
 {
     auto const found = drives_.find(upcase(letter));
     return found == drives_.end() ? nullptr : found->second;
 }
 
-std::shared_ptr<node> volumes::find_share(std::u16string_view server,
-                                          std::u16string_view share) const
+std::shared_ptr<volume> volumes::find_by_guid(std::u16string_view guid_name) const
+{
+    std::u16string const wanted = upcase(guid_name);
+    auto const found = std::find_if(drives_.begin(), drives_.end(), [&](auto const &drive) {
+        return upcase(drive.second->guid_name) == wanted;
+    });
+    return found == drives_.end() ? nullptr : found->second;
+}
+
+std::shared_ptr<volume> volumes::find_share(std::u16string_view server,
+                                            std::u16string_view share) const
 {
     auto const host = servers_.find(upcase(server));
     if (host == servers_.end() || host->second.is_dead)

@@ -11,6 +11,18 @@
 
 namespace simulation {
 
+struct volume
+{
+    std::shared_ptr<entry> root;
+    /// What its pathnames begin with behind a long prefix: `C:` or `UNC\server\share`.
+    std::u16string name;
+    /// `Volume{...}`, the name that a mount point knows it by. A share has none.
+    std::u16string guid_name;
+    DWORD serial_number = 0;
+    bool is_remote = false;
+    std::shared_ptr<machine_clock> clock;
+};
+
 class volumes
 {
 public:
@@ -19,22 +31,31 @@ public:
     void add_share(std::u16string_view server, std::u16string_view share);
     void add_dead_server(std::u16string_view name);
 
-    /// The root directory, or null if there is no such drive.
-    std::shared_ptr<node> find_drive(char16_t letter) const;
+    /// The volume, or null if there is no such drive.
+    std::shared_ptr<volume> find_drive(char16_t letter) const;
 
-    /// The root directory of a share. Fails as the network does, with a code for
-    /// the server and another for the share.
-    std::shared_ptr<node> find_share(std::u16string_view server, std::u16string_view share) const;
+    /// A volume by its `Volume{...}`, or null.
+    std::shared_ptr<volume> find_by_guid(std::u16string_view guid_name) const;
+
+    /// The volume of a share. Fails as the network does, with a code for the server
+    /// and another for the share.
+    std::shared_ptr<volume> find_share(std::u16string_view server, std::u16string_view share) const;
+
+    std::shared_ptr<machine_clock> const &clock() const noexcept { return clock_; }
 
 private:
     struct server_entry
     {
         bool is_dead = false;
-        std::map<std::u16string, std::shared_ptr<node>> shares; // by name in upper case
+        std::map<std::u16string, std::shared_ptr<volume>> shares; // by name in upper case
     };
 
-    std::map<char16_t, std::shared_ptr<node>> drives_;
+    std::shared_ptr<volume> make_volume(std::u16string name);
+
+    std::shared_ptr<machine_clock> clock_ = std::make_shared<machine_clock>();
+    std::map<char16_t, std::shared_ptr<volume>> drives_;
     std::map<std::u16string, server_entry> servers_; // by name in upper case
+    DWORD last_serial_number_ = 0x1A2B'3C00;
 };
 
 } // namespace simulation

@@ -26,14 +26,58 @@ inline constexpr DWORD stale_last_error = 0x20005A1E;
 /// What fills a caller's buffer behind the text that was promised.
 inline constexpr wchar_t buffer_junk = 0xDBAD;
 
+/// Ticks of 100 ns since 1601-01-01 UTC, as in a FILETIME.
+struct times
+{
+    std::uint64_t creation = 0;
+    std::uint64_t access = 0;
+    std::uint64_t write = 0;
+
+    friend bool operator==(times const &, times const &) = default;
+};
+
+/// What the caller can be denied.
+enum class right
+{
+    read_attributes,          ///< of a file or directory, and with it every opening
+    read_extended_attributes, ///< of a file or directory: what reads reparse data opens it so
+    read,                     ///< a file's content
+    write,                    ///< a file's content; attributes and times of either
+    remove,                   ///< the file or directory: deleting and moving it
+    list,                     ///< the names in a directory
+    traverse,                 ///< passing through a directory; executing a file
+    create_entries            ///< files and directories in a directory
+};
+
+/// The two flavours of symbolic links, and of reparse points at all.
+enum class flavour
+{
+    file,
+    directory
+};
+
 /// One call, in the order in which calls ended.
 struct journal_entry
 {
     std::string function;
-    std::u16string text; ///< the name or pathname as the caller handed it over
+    /// The name or pathname as the caller handed it over. For a call on a handle, what
+    /// the handle was opened with.
+    std::u16string text;
+    std::u16string second_text;
+    DWORD flags = 0; ///< also attributes to set, a control code, a class of information
+    // of CreateFileW only
+    DWORD access = 0;
+    DWORD share = 0;
+    DWORD disposition = 0;
     std::uint64_t answer = 0;
     DWORD last_error = 0;
 };
+
+/// What stands in a reparse point behind the tag and the length. `substitute` is the
+/// name that the system follows, such as `\??\C:\dir`; `print` is for people.
+std::string symbolic_link_data(std::u16string_view substitute, std::u16string_view print,
+                               DWORD flags);
+std::string mount_point_data(std::u16string_view substitute, std::u16string_view print);
 
 /// Something wrong with the machine, for as long as this object lives.
 class [[nodiscard]] fault
@@ -60,8 +104,9 @@ using full_path_name_hook = std::function<std::optional<DWORD>(DWORD room, wchar
 /// its root directory.
 ///
 /// Pathnames here are absolute, of any length, and taken as they stand: `C:\dir`,
-/// `\\server\share\dir`, either also with its long prefix. What can't be done, such
-/// as a file on a drive that doesn't exist, throws `std::invalid_argument`.
+/// `\\server\share\dir`, either also with its long prefix. A link at the end of one
+/// means the link itself. What can't be done, such as a file on a drive that doesn't
+/// exist, throws `std::invalid_argument`.
 class simulated_machine
 {
 public:
@@ -75,8 +120,31 @@ public:
     simulated_machine &add_share(std::u16string_view server, std::u16string_view share);
     simulated_machine &add_directory(std::u16string_view path);
     simulated_machine &add_file(std::u16string_view path, std::string_view content = {});
-    /// Whether it is a directory is not changed by FILE_ATTRIBUTE_DIRECTORY.
+    /// A file of that many zeros, which takes no memory for them.
+    simulated_machine &add_sparse_file(std::u16string_view path, std::uint64_t size);
+    /// A reparse point with the tag for it, that the system puts together when it is read.
+    simulated_machine &add_deduplicated_file(std::u16string_view path,
+                                             std::string_view content = {});
+    /// One more name for a file.
+    simulated_machine &add_hard_link(std::u16string_view path, std::u16string_view existing);
+
+    /// As CreateSymbolicLinkW makes it from that text.
+    simulated_machine &add_symbolic_link(std::u16string_view path, std::u16string_view target,
+                                         flavour is = flavour::file);
+    /// A junction to an absolute pathname, which is also what it shows to people.
+    simulated_machine &add_junction(std::u16string_view path, std::u16string_view target);
+    simulated_machine &add_junction(std::u16string_view path, std::u16string_view substitute,
+                                    std::u16string_view print);
+    /// Shows the volume of a drive in a directory. It has no name for people.
+    simulated_machine &add_mount_point(std::u16string_view path, char16_t letter);
+    /// Any tag with any bytes behind it. A file or directory that is there is changed.
+    simulated_machine &add_reparse_point(std::u16string_view path, DWORD tag, std::string_view data,
+                                         flavour is = flavour::file);
+
+    /// Also those that no call can set, such as FILE_ATTRIBUTE_SPARSE_FILE. Whether it is a
+    /// directory or a reparse point isn't changed.
     simulated_machine &set_attributes(std::u16string_view path, DWORD attributes);
+    simulated_machine &set_times(std::u16string_view path, times const &changed);
     simulated_machine &set_current_directory(std::u16string_view path);
     simulated_machine &remove_drive(char16_t letter);
     /// Takes the name and all below it away, whatever stands in the way.
@@ -89,19 +157,40 @@ public:
     /// The names in a directory, sorted by their units.
     std::vector<std::u16string> entries(std::u16string_view path) const;
     DWORD attributes(std::u16string_view path) const;
+    times times_of(std::u16string_view path) const;
     std::string content(std::u16string_view path) const;
+    DWORD link_count(std::u16string_view path) const;
+    /// 0 if it is no reparse point.
+    DWORD reparse_tag(std::u16string_view path) const;
+    /// The bytes behind tag and length.
+    std::string reparse_data(std::u16string_view path) const;
+    /// Whether two names stand for one file or directory.
+    bool is_same(std::u16string_view path, std::u16string_view other) const;
     std::u16string current_directory() const;
 
+    /// What the process has not closed yet.
+    int open_handles() const;
+    int find_handles() const;
+
     // What the caller may not do, and whom it can't reach.
+    simulated_machine &deny(std::u16string_view path, right denied);
+    simulated_machine &allow(std::u16string_view path, right allowed);
     /// No entry may be made in this directory.
     simulated_machine &deny_creation(std::u16string_view path);
+    /// Nobody may make symbolic links.
+    simulated_machine &deny_symbolic_links();
     /// A server that doesn't answer any longer, whatever it shares.
     simulated_machine &add_dead_server(std::u16string_view name);
+    /// Follow symbolic links on shares, which Windows leaves alone unless it is told to.
+    simulated_machine &follow_remote_links();
 
     // Breaking calls. Calls are counted from now, the first is 1.
     fault fail_call(std::string_view function, int nth, DWORD code);
     fault fail_call(int nth, DWORD code);
     fault fail_every_call_on(std::string_view function, DWORD code);
+    /// Every call on a name, however it is written, or on a handle that was opened by it.
+    fault fail_every_call_on_name(std::u16string_view path, DWORD code);
+    fault fail_every_call_on_name(std::string_view function, std::u16string_view path, DWORD code);
     fault on_full_path_name(full_path_name_hook hook);
 
     // Reading what was called. GetLastError and SetLastError are no calls here.

@@ -1,24 +1,62 @@
+#include "calls/attributes.hpp"
 #include "calls/call.hpp"
 
-#include "lookup.hpp"
+#include "opening.hpp"
 
 namespace simulation {
 
 namespace {
 
-DWORD attributes_of(machine_state &machine, std::u16string_view text)
+/// The file or directory to ask, or null for a device.
+std::shared_ptr<open_file> open_for_attributes(machine_state &machine, LPCWSTR name)
 {
-    pathname const path = parse_pathname(text, machine);
-    // the system answers for its legacy devices without asking them
-    if (path.is_device())
-        return FILE_ATTRIBUTE_ARCHIVE;
-    place const here = find_existing(path);
-    if (path.ends_in_separator && !here.found->is_directory())
-        throw failure(ERROR_INVALID_NAME);
-    return here.found->attributes();
+    pathname const path = parse_pathname(from_wide(name), machine);
+    return path.is_device() ? nullptr : open_existing(machine, path, terms{});
+}
+
+WIN32_FILE_ATTRIBUTE_DATA data_of(open_file const *file)
+{
+    WIN32_FILE_ATTRIBUTE_DATA data = {};
+    if (file == nullptr) {
+        // the system answers for its legacy devices without asking them
+        data.dwFileAttributes = FILE_ATTRIBUTE_ARCHIVE;
+        return data;
+    }
+    node const &target = file->target();
+    data.dwFileAttributes = target.attributes();
+    data.ftCreationTime = as_file_time(target.times.creation);
+    data.ftLastAccessTime = as_file_time(target.times.access);
+    data.ftLastWriteTime = as_file_time(target.times.write);
+    data.nFileSizeHigh = static_cast<DWORD>(target.content.size() >> 32);
+    data.nFileSizeLow = static_cast<DWORD>(target.content.size());
+    return data;
+}
+
+void set_attributes(machine_state &machine, LPCWSTR name, DWORD attributes)
+{
+    auto const file = open_for_attributes(machine, name);
+    if (!file)
+        throw failure(ERROR_INVALID_PARAMETER);
+    change_attributes(*file, attributes);
 }
 
 } // namespace
+
+FILETIME as_file_time(std::uint64_t ticks)
+{
+    return {static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32)};
+}
+
+void change_attributes(open_file const &file, DWORD attributes)
+{
+    node &target = file.target();
+    if (target.denied.contains(right::write))
+        throw failure(ERROR_ACCESS_DENIED);
+    if ((attributes & FILE_ATTRIBUTE_TEMPORARY) != 0 && target.is_directory())
+        throw failure(ERROR_INVALID_PARAMETER);
+    DWORD const kept = target.attributes() & ~settable_attributes;
+    target.set_attributes(kept | (attributes & settable_attributes));
+}
 
 } // namespace simulation
 
@@ -26,5 +64,29 @@ extern "C" DWORD GetFileAttributesW(LPCWSTR name)
 {
     using namespace simulation;
     return perform("GetFileAttributesW", name, INVALID_FILE_ATTRIBUTES,
-                   [&](machine_state &machine) { return attributes_of(machine, from_wide(name)); });
+                   [&](machine_state &machine) {
+                       return data_of(open_for_attributes(machine, name).get()).dwFileAttributes;
+                   });
+}
+
+extern "C" BOOL GetFileAttributesExW(LPCWSTR name, GET_FILEEX_INFO_LEVELS level, LPVOID data)
+{
+    using namespace simulation;
+    return perform("GetFileAttributesExW", name, BOOL{FALSE}, [&](machine_state &machine) {
+        if (level != GetFileExInfoStandard)
+            throw failure(ERROR_INVALID_PARAMETER);
+        *static_cast<WIN32_FILE_ATTRIBUTE_DATA *>(data) =
+            data_of(open_for_attributes(machine, name).get());
+        return BOOL{TRUE};
+    });
+}
+
+extern "C" BOOL SetFileAttributesW(LPCWSTR name, DWORD attributes)
+{
+    using namespace simulation;
+    call const made{.function = "SetFileAttributesW", .text = name, .flags = attributes};
+    return perform(made, BOOL{FALSE}, [&](machine_state &machine) {
+        set_attributes(machine, name, attributes);
+        return BOOL{TRUE};
+    });
 }

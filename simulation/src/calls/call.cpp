@@ -1,8 +1,37 @@
 #include "calls/call.hpp"
 
+#include "handles.hpp"
+
 #include <algorithm>
 
 namespace simulation {
+
+std::u16string opened_text(machine_state const &machine, HANDLE handle)
+{
+    try {
+        return machine.open->text_of(handle);
+    } catch (failure const &) {
+        return {};
+    }
+}
+
+void write_journal(machine_state &machine, call const &made, std::u16string text,
+                   std::uint64_t answer, DWORD code)
+{
+    if (!machine.keeps_journal)
+        return;
+    journal_entry line;
+    line.function = made.function;
+    line.text = std::move(text);
+    line.second_text = from_wide(made.second_text);
+    line.flags = made.flags;
+    line.access = made.access;
+    line.share = made.share;
+    line.disposition = made.disposition;
+    line.answer = answer;
+    line.last_error = code;
+    machine.journal.push_back(std::move(line));
+}
 
 DWORD hand_over(std::u16string_view text, DWORD room, LPWSTR buffer)
 {

@@ -7,32 +7,86 @@
 #include "names.hpp"
 
 #include <cstdint>
+#include <string>
 #include <string_view>
+#include <type_traits>
+#include <utility>
 
 namespace simulation {
 
 void set_last_error(DWORD code) noexcept;
 
-/// Runs `body(machine)` as the call `function`, which was handed `text`. A
-/// `failure` out of the body is answered with `on_failure` and its code.
+/// A call as the journal tells it and as faults know it.
+struct call
+{
+    char const *function;
+    LPCWSTR text = nullptr;
+    LPCWSTR second_text = nullptr;
+    /// What the call acts on if it has no text: it is known by the text of its opening.
+    HANDLE handle = nullptr;
+    DWORD flags = 0;
+    DWORD access = 0;
+    DWORD share = 0;
+    DWORD disposition = 0;
+    /// A closing call that fails has closed all the same.
+    bool happens_anyway = false;
+};
+
+/// The text by which a handle was opened, or none.
+std::u16string opened_text(machine_state const &machine, HANDLE handle);
+
+void write_journal(machine_state &machine, call const &made, std::u16string text,
+                   std::uint64_t answer, DWORD code);
+
+/// Answers of calls as one number, for the journal.
+template <typename Answer>
+std::uint64_t as_number(Answer answer)
+{
+    if constexpr (std::is_pointer_v<Answer>)
+        return reinterpret_cast<std::uintptr_t>(answer);
+    else
+        return static_cast<std::uint64_t>(answer);
+}
+
+/// Runs `body(machine)` as a call. A `failure` out of the body is answered with
+/// `on_failure` and its code. A body that promises a last error also where it succeeds
+/// takes a reference to it behind the machine.
 template <typename Answer, typename Body>
-Answer perform(char const *function, LPCWSTR text, Answer on_failure, Body body)
+Answer perform(call const &made, Answer on_failure, Body body)
 {
     std::lock_guard const lock(machine_mutex());
     machine_state &machine = current_machine();
+    std::u16string text =
+        made.handle == nullptr ? from_wide(made.text) : opened_text(machine, made.handle);
     Answer answer = on_failure;
     DWORD code = stale_last_error;
+    auto const run = [&] {
+        if constexpr (std::is_invocable_v<Body, machine_state &, DWORD &>)
+            return body(machine, code);
+        else
+            return body(machine);
+    };
     try {
-        machine.broken.meet(function);
-        answer = body(machine);
+        auto const broken =
+            machine.broken.meet(made.function, {text, from_wide(made.second_text)}, machine);
+        if (!broken || made.happens_anyway)
+            answer = run();
+        if (broken)
+            throw failure(*broken);
     } catch (failure const &refusal) {
+        answer = on_failure;
         code = refusal.code();
     }
     set_last_error(code);
-    if (machine.keeps_journal)
-        machine.journal.push_back(
-            {function, from_wide(text), static_cast<std::uint64_t>(answer), code});
+    write_journal(machine, made, std::move(text), as_number(answer), code);
     return answer;
+}
+
+/// The same for a call that has only a name.
+template <typename Answer, typename Body>
+Answer perform(char const *function, LPCWSTR text, Answer on_failure, Body body)
+{
+    return perform(call{.function = function, .text = text}, on_failure, std::move(body));
 }
 
 /// Hands `text` over as most calls do: its length if it fits with its NUL, else

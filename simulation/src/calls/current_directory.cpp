@@ -18,13 +18,15 @@ void change_directory(machine_state &machine, std::u16string full)
     pathname const path = parse_literal(full, machine);
     if (path.is_device())
         throw failure(ERROR_DIRECTORY);
-    place const here = find_existing(path);
-    if (!here.found->is_directory())
+    place const here = find_existing(path, machine, last_link::follow);
+    if (!here.found->target->is_directory())
         throw failure(ERROR_DIRECTORY);
+    if (here.found->is_delete_pending)
+        throw failure(ERROR_ACCESS_DENIED);
     if (!full.ends_with(u'\\'))
         full += u'\\';
+    machine.running.stand_in(here.disk, here.found);
     machine.running.current_directory = std::move(full);
-    machine.running.current_node = here.found;
 }
 
 std::u16string shown_current_directory(machine_state const &machine)

@@ -1,7 +1,7 @@
 #include "calls/call.hpp"
 
 #include "full_path.hpp"
-#include "lookup.hpp"
+#include "opening.hpp"
 
 namespace simulation {
 
@@ -26,33 +26,15 @@ void create_directory(machine_state &machine, std::u16string_view text)
     pathname const path = parse_pathname(text, machine);
     if (path.is_device())
         throw failure(ERROR_DIRECTORY);
-    place const here = find_place(path);
+    place const here = find_place(path, machine);
     // Nobody makes the root of a drive. A share is some directory of its server.
-    if (!here.parent && !path.is_on_share)
+    if (here.is_root() && !here.disk->is_remote)
         throw failure(ERROR_ACCESS_DENIED);
     if (here.found)
         throw failure(ERROR_ALREADY_EXISTS);
-    if (here.parent->denied.contains(right::create_entries))
-        throw failure(ERROR_ACCESS_DENIED);
-    here.parent->add(here.name, FILE_ATTRIBUTE_DIRECTORY);
-}
-
-void remove_directory(machine_state &machine, std::u16string_view text)
-{
-    pathname const path = parse_pathname(text, machine);
-    if (path.is_device())
-        throw failure(ERROR_DIRECTORY);
-    place const here = find_existing(path);
-    if (!here.found->is_directory())
-        throw failure(ERROR_DIRECTORY);
-    // opening it comes first, then its attributes, then its entries
-    if (here.found == machine.running.current_node)
-        throw failure(ERROR_SHARING_VIOLATION);
-    if (!here.parent || (here.found->attributes() & FILE_ATTRIBUTE_READONLY) != 0)
-        throw failure(ERROR_ACCESS_DENIED);
-    if (!here.found->is_empty())
-        throw failure(ERROR_DIR_NOT_EMPTY);
-    here.parent->remove(here.name);
+    check_creation(here);
+    auto made = std::make_shared<node>(DWORD{FILE_ATTRIBUTE_DIRECTORY}, machine.now());
+    node::add(here.parent, here.name, std::move(made), machine.now());
 }
 
 } // namespace
@@ -64,15 +46,6 @@ extern "C" BOOL CreateDirectoryW(LPCWSTR name, LPSECURITY_ATTRIBUTES)
     using namespace simulation;
     return perform("CreateDirectoryW", name, BOOL{FALSE}, [&](machine_state &machine) {
         create_directory(machine, from_wide(name));
-        return BOOL{TRUE};
-    });
-}
-
-extern "C" BOOL RemoveDirectoryW(LPCWSTR name)
-{
-    using namespace simulation;
-    return perform("RemoveDirectoryW", name, BOOL{FALSE}, [&](machine_state &machine) {
-        remove_directory(machine, from_wide(name));
         return BOOL{TRUE};
     });
 }

@@ -1,0 +1,86 @@
+#ifndef FL_SIMULATION_OPENING_HPP
+#define FL_SIMULATION_OPENING_HPP
+// Opening what is there: rights, share modes, and what happens when the last one
+// who has it open lets go. Every call that acts on a name opens it first, as on
+// Windows, if only for the time of the call.
+
+#include "lookup.hpp"
+
+#include <memory>
+#include <string>
+
+namespace simulation {
+
+inline constexpr DWORD share_all = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
+/// The attributes that calls can set. The others tell what the disk does with a file.
+inline constexpr DWORD settable_attributes = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN |
+                                             FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE |
+                                             FILE_ATTRIBUTE_TEMPORARY | FILE_ATTRIBUTE_OFFLINE |
+                                             FILE_ATTRIBUTE_NOT_CONTENT_INDEXED;
+
+/// What the caller needs it to be.
+enum class kind
+{
+    any,
+    file,
+    directory
+};
+
+/// How something is opened.
+struct terms
+{
+    DWORD access = FILE_READ_ATTRIBUTES;
+    DWORD share = share_all;
+    kind wanted = kind::any;
+    last_link last = last_link::keep;
+};
+
+/// What has been opened, until this object goes.
+class open_file
+{
+public:
+    /// Checks rights and share modes, and fails with what is in the way.
+    open_file(std::shared_ptr<volume> disk, std::shared_ptr<entry> name, DWORD access, DWORD share);
+    /// Removes the name if it was waiting for that.
+    ~open_file();
+    open_file(open_file const &) = delete;
+    open_file &operator=(open_file const &) = delete;
+
+    node &target() const noexcept { return *name->target; }
+    bool may(DWORD needed) const noexcept { return (access & needed) == needed; }
+    /// Fails unless it was opened for all of `needed`.
+    void demand(DWORD needed) const;
+
+    std::shared_ptr<volume> const disk;
+    std::shared_ptr<entry> const name;
+    DWORD const access; ///< specific rights only
+    DWORD const share;
+    std::u16string text;        ///< by which it was opened, for the journal
+    std::uint64_t position = 0; ///< of the next byte to read or write
+    bool deletes_on_close = false;
+};
+
+/// The rights for files and directories that a generic right stands for.
+DWORD specific_access(DWORD access);
+
+/// Opens the file or directory that a pathname of the caller's means.
+std::shared_ptr<open_file> open_existing(machine_state &machine, std::u16string_view text,
+                                         terms const &how);
+
+/// The same for a pathname that has been parsed.
+std::shared_ptr<open_file> open_existing(machine_state &machine, pathname const &path,
+                                         terms const &how);
+
+/// Opens what a lookup has found.
+std::shared_ptr<open_file> open_found(place const &here, bool ends_in_separator, terms const &how);
+
+/// Fails if no entry can be made in the directory of a free place.
+void check_creation(place const &here);
+
+/// Has the name removed once nobody has it open. Fails if it has to stay.
+void mark_for_deletion(open_file const &file, bool ignores_read_only = false);
+
+} // namespace simulation
+
+#endif
