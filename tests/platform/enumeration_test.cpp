@@ -1,0 +1,250 @@
+#include "platform/finding.hpp"
+
+#include <algorithm>
+#include <vector>
+
+namespace contract {
+
+namespace {
+
+/// One enumeration in a folder that is the current directory. See `text_in`, and `found`
+/// for what stands in `names`; `wine` is empty where Wine does as Windows does.
+struct search_case
+{
+    wchar_t const *pattern;
+    wchar_t const *names;
+    char const *why;
+    wchar_t const *wine = L"";
+};
+
+void fill(workspace &space)
+{
+    for (char16_t const *name : {u"ab", u"Abc.txt", u"a", u"two.part.txt", u"b.TXT"})
+        space.make_file(space.path(name));
+    space.make_file(space.path(u"dir\\inner.txt"));
+    space.make_directory(space.path(u"empty"));
+    space.change_directory(space.root());
+}
+
+void expect_found(workspace const &space, search_case const &row)
+{
+    bool const differs = runs_under_wine() && *row.wine != L'\0';
+    std::wstring const names = differs ? row.wine : row.names;
+    std::wstring const pattern = text_in(space, row.pattern);
+    EXPECT_EQ(units(found(pattern)), units(names)) << row.why;
+    EXPECT_EQ(units(found(pattern, FindExInfoStandard)), units(names)) << row.why << ", standard";
+}
+
+constexpr search_case matching_cases[] = {
+    {LR"(@\*)", L".|..|a|ab|Abc.txt|b.TXT|dir|empty|two.part.txt", "dots first, then by name"},
+    {L"*", L".|..|a|ab|Abc.txt|b.TXT|dir|empty|two.part.txt", "in the current directory"},
+    {LR"(?@\*)", L".|..|a|ab|Abc.txt|b.TXT|dir|empty|two.part.txt", "as it stands"},
+    {LR"(@\*.*)", L".|..|a|ab|Abc.txt|b.TXT|dir|empty|two.part.txt",
+     "all, even without a full stop"},
+    {LR"(@\dir\*)", L".|..|inner.txt", "one entry"},
+    {LR"(@/dir/*)", L".|..|inner.txt", "slashes are fine"},
+    {LR"(@\missing\..\dir\*)", L".|..|inner.txt", "dots are resolved before"},
+    {LR"(@\empty\*)", L".|..", "none but the dots"},
+    {LR"(@\*.txt)", L"Abc.txt|b.TXT|two.part.txt", "an extension, in whatever case"},
+    {LR"(@\*.*.txt)", L"two.part.txt", "two full stops"},
+    {LR"(@\a*)", L"a|ab|Abc.txt", "a beginning"},
+    {LR"(@\?)", L"a", "one unit", L".|a"},
+    {LR"(@\a?)", L"a|ab", "one unit or the end", L"ab"},
+    {LR"(@\???.txt)", L"Abc.txt|b.TXT", "up to three, then the extension", L"Abc.txt"},
+    {LR"(@\*.)", L".|..|a|ab|dir|empty", "no extension",
+     L".|..|a|ab|Abc.txt|b.TXT|dir|empty|two.part.txt"},
+    {LR"(@\ABC.TXT)", L"Abc.txt", "one name, in its own case"},
+    {LR"(@\dir)", L"dir", "the directory itself"},
+    {LR"(@\dir. )", L"dir", "once the end is trimmed"},
+    {LR"(@\dir\.)", L"dir", "a dot goes before"},
+    {L"dir", L"dir", "from the current directory"},
+    {LR"(@\nul)", L"nul", "a device"},
+};
+
+constexpr search_case failing_cases[] = {
+    {LR"(@\missing)", L"error 2", "no such name"},
+    {LR"(@\z*)", L"error 2", "nothing matches"},
+    {LR"(@\empty\x*)", L"error 2", "nor in an empty directory"},
+    {LR"(@\missing\*)", L"error 3", "no such directory"},
+    {LR"(@\missing\a\*)", L"error 3", "nor the one above"},
+    {LR"(@\a\*)", L"error 267", "a file has no entries", L"error 123"},
+    {LR"(@\a\b)", L"error 267", "nor one of this name", L"error 123"},
+    {LR"(@\a\b\*)", L"error 3", "below a file"},
+    {LR"(@\dir\)", L"error 2", "no pattern behind the separator"},
+    {LR"(@\missing\)", L"error 3", "nor a directory ahead of it", L"error 2"},
+    {LR"(C:\)", L"error 2", "a root is no entry"},
+    {L"", L"error 3", "no text"},
+    {L"  ", L"error 3", "blanks only"},
+    {LR"(@\d*\inner.txt)", L"error 123", "wildcards stand in the last name only"},
+    {LR"(@\d?r\*)", L"error 123", "in either form"},
+    {LR"(@\a|b)", L"error 123", "no name", L"error 2"},
+    {LR"(?@\dir/*)", L"error 123", "as it stands, a slash is no separator", L"error 2"},
+    {LR"(Q:\*)", L"error 3", "no such drive"},
+    {LR"(\\fl-dead-server\share\*)", L"error 53", "no such server", L"error 3"},
+    {LR"(\\?\UNC\fl-dead-server\share\*)", L"error 53", "with a long prefix", L"error 3"},
+};
+
+TEST(Enumeration, Matches)
+{
+    workspace space;
+    fill(space);
+    for (search_case const &row : matching_cases)
+        expect_found(space, row);
+}
+
+TEST(Enumeration, Fails)
+{
+    workspace space;
+    fill(space);
+    for (search_case const &row : failing_cases)
+        expect_found(space, row);
+}
+
+TEST(Enumeration, GivesNoDotsInARoot)
+{
+    workspace space;
+    std::wstring const names = L"|" + found(LR"(C:\*)") + L"|";
+    EXPECT_EQ(names.find(L"|.|"), std::wstring::npos);
+    EXPECT_EQ(names.find(L"|..|"), std::wstring::npos);
+    EXPECT_EQ(names.find(L"error"), std::wstring::npos);
+}
+
+TEST(Enumeration, GivesNamesWithDotsAndBlanksAtTheirEnd)
+{
+    workspace space;
+    for (char16_t const *name : {u"dots..", u"blank ", u".hidden"})
+        space.make_file(space.path(name));
+    EXPECT_EQ(units(found(in(space, L"*"))), u".|..|.hidden|blank |dots..");
+    EXPECT_EQ(units(found(LR"(\\?\)" + in(space, L"dots.."))), u"dots..");
+    EXPECT_EQ(units(found(in(space, L"dots.."))), u"error 2") << "trimmed, it is another name";
+}
+
+TEST(Enumeration, OrdersBySomethingLikeCapitals)
+{
+    workspace space;
+    for (char16_t const *name : {u"b", u"_", u"C", u"A", u"1", u"a-"})
+        space.make_file(space.path(name));
+    EXPECT_EQ(units(found(in(space, L"*"))), u".|..|1|A|a-|b|C|_");
+}
+
+TEST(Enumeration, TellsWhatAFileIs)
+{
+    workspace space;
+    space.make_file(space.path(u"Some File Of Long Name.txt"), "12345");
+    std::wstring const name = in(space, L"some file of long name.TXT");
+    ASSERT_TRUE(::SetFileAttributesW(name.c_str(), FILE_ATTRIBUTE_READONLY));
+    WIN32_FILE_ATTRIBUTE_DATA known = {};
+    ASSERT_TRUE(::GetFileAttributesExW(name.c_str(), GetFileExInfoStandard, &known));
+    search const entry(name);
+    ASSERT_EQ(entry.code, success);
+    EXPECT_EQ(entry.data.nFileSizeLow, 5U);
+    EXPECT_EQ(entry.data.nFileSizeHigh, 0U);
+    // Wine can't take this attribute from a file
+    EXPECT_EQ(entry.data.dwFileAttributes,
+              expected(FILE_ATTRIBUTE_READONLY, FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_ARCHIVE));
+    EXPECT_EQ(entry.data.cAlternateFileName[0], L'\0') << "not asked for";
+    EXPECT_EQ(::CompareFileTime(&entry.data.ftLastWriteTime, &known.ftLastWriteTime), 0);
+    EXPECT_EQ(::CompareFileTime(&entry.data.ftCreationTime, &known.ftCreationTime), 0);
+}
+
+TEST(Enumeration, TellsWhatADirectoryIs)
+{
+    workspace space;
+    space.make_directory(space.path(u"dir"));
+    search entry(in(space, L"*"));
+    ASSERT_EQ(entry.code, success);
+    for (wchar_t const *name : {L".", L"..", L"dir"}) {
+        EXPECT_STREQ(entry.data.cFileName, name);
+        EXPECT_EQ(entry.data.dwFileAttributes, DWORD{FILE_ATTRIBUTE_DIRECTORY})
+            << testing::PrintToString(units(name));
+        EXPECT_EQ(entry.data.nFileSizeLow, 0U);
+        entry.next();
+    }
+}
+
+TEST(Enumeration, StaysAtItsEnd)
+{
+    workspace space;
+    search entries(in(space, L"*"));
+    ASSERT_EQ(entries.code, success);
+    EXPECT_EQ(entries.next(), success);
+    EXPECT_EQ(entries.next(), DWORD{ERROR_NO_MORE_FILES});
+    EXPECT_EQ(entries.next(), DWORD{ERROR_NO_MORE_FILES}) << "again";
+}
+
+TEST(Enumeration, GoesOnWhileEntriesAreRemoved)
+{
+    workspace space;
+    for (char16_t unit = u'a'; unit <= u'z'; ++unit)
+        space.make_file(space.path(std::u16string(200, unit)));
+    search entries(in(space, L"*"));
+    ASSERT_EQ(entries.code, success);
+    ASSERT_EQ(entries.next(), success);
+    int count = 0;
+    while (entries.next() == success) {
+        std::wstring const name = LR"(\\?\)" + in(space, entries.data.cFileName);
+        EXPECT_TRUE(::DeleteFileW(name.c_str()));
+        ++count;
+    }
+    EXPECT_EQ(count, 26);
+    EXPECT_TRUE(space.entries(space.root()).empty());
+}
+
+// Wine knows no such limit.
+TEST(Enumeration, NeedsALongPrefixFrom260Units)
+{
+    workspace space;
+    for (std::size_t const length : {258U, 259U, 260U, 300U}) {
+        std::wstring const name = long_path(space, length);
+        space.make_file(units(name));
+        DWORD const windows = length < 260 ? success : ERROR_PATH_NOT_FOUND;
+        EXPECT_EQ(search(name).code, expected(windows, success)) << length;
+        EXPECT_EQ(search(LR"(\\?\)" + name).code, success) << length;
+    }
+}
+
+DWORD find_first(std::wstring const &pattern, int level, int operation, DWORD flags)
+{
+    return outcome_of([&] {
+        WIN32_FIND_DATAW data;
+        HANDLE const handle =
+            ::FindFirstFileExW(pattern.c_str(), static_cast<FINDEX_INFO_LEVELS>(level), &data,
+                               static_cast<FINDEX_SEARCH_OPS>(operation), nullptr, flags);
+        return handle != INVALID_HANDLE_VALUE && ::FindClose(handle) != FALSE;
+    });
+}
+
+TEST(Enumeration, RefusesWrongArguments)
+{
+    workspace space;
+    std::wstring const pattern = in(space, L"*");
+    EXPECT_EQ(find_first(pattern, FindExInfoBasic, FindExSearchNameMatch, 0), success);
+    EXPECT_EQ(find_first(pattern, 2, FindExSearchNameMatch, 0), DWORD{ERROR_INVALID_PARAMETER});
+    EXPECT_EQ(find_first(pattern, FindExInfoBasic, 3, 0), DWORD{ERROR_INVALID_PARAMETER});
+    WIN32_FIND_DATAW data;
+    auto const next = [&] { return ::FindNextFileW(INVALID_HANDLE_VALUE, &data) != FALSE; };
+    EXPECT_EQ(outcome_of(next), DWORD{ERROR_INVALID_HANDLE});
+    auto const close = [] { return ::FindClose(INVALID_HANDLE_VALUE) != FALSE; };
+    EXPECT_EQ(outcome_of(close), DWORD{ERROR_INVALID_HANDLE});
+}
+
+TEST(Enumeration, WorksOnAShare)
+{
+    workspace space;
+    if (!space.has_share())
+        GTEST_SKIP() << "there is no share";
+    std::wstring const root = wide(space.share_root());
+    space.make_file(space.share_root() + u"\\File");
+    EXPECT_EQ(units(found(root + LR"(\*)")), u".|..|File");
+    EXPECT_EQ(units(found(root + LR"(\file)")), u"File");
+    EXPECT_EQ(units(found(LR"(\\?\UNC)" + root.substr(1) + LR"(\f*)")), u"File");
+    EXPECT_EQ(units(found(root + LR"(\missing)")), u"error 2");
+    std::wstring const name = root.substr(root.find_last_of(L'\\') + 1);
+    EXPECT_EQ(units(found(LR"(\\fl-server\share\)" + name)), units(name)) << "in the share's root";
+    EXPECT_EQ(search(LR"(\\fl-server\fl-missing-share\*)").code,
+              expected(ERROR_BAD_NET_NAME, ERROR_PATH_NOT_FOUND));
+}
+
+} // namespace
+
+} // namespace contract

@@ -1,0 +1,233 @@
+#include "platform/opened.hpp"
+
+namespace contract {
+
+namespace {
+
+constexpr DWORD replace = MOVEFILE_REPLACE_EXISTING;
+constexpr DWORD copy = MOVEFILE_COPY_ALLOWED;
+
+DWORD move(std::wstring const &from, std::wstring const &to, DWORD flags = 0)
+{
+    return outcome_of([&] { return ::MoveFileExW(from.c_str(), to.c_str(), flags) != FALSE; });
+}
+
+/// A folder with the files `file`, `other` and `locked`, which is read-only, and the
+/// directories `dir`, with `dir\sub` and `dir\inner`, and `empty`.
+void fill(workspace &space)
+{
+    space.make_file(space.path(u"file"), "content");
+    space.make_file(space.path(u"other"), "former");
+    space.make_file(space.path(u"locked"), "kept");
+    set_attributes(in(space, L"locked"), FILE_ATTRIBUTE_READONLY);
+    space.make_file(space.path(u"dir\\inner"), "inner");
+    space.make_directory(space.path(u"dir\\sub"));
+    space.make_directory(space.path(u"empty"));
+}
+
+/// See `text_in`.
+struct move_case
+{
+    wchar_t const *from;
+    wchar_t const *to;
+    DWORD flags;
+    DWORD code;
+    char const *why;
+    DWORD wine = as_windows;
+};
+
+constexpr move_case move_cases[] = {
+    {LR"(@\file)", LR"(@\new)", 0, success, "to a new name"},
+    {LR"(@\file)", LR"(@\new)", replace | copy, success, "whatever the flags"},
+    {LR"(@\file)", LR"(@\dir\new)", 0, success, "into another directory"},
+    {LR"(?@\file)", LR"(?@\dir\new)", 0, success, "as they stand"},
+    {LR"(@/file)", LR"(@/dir/new. )", 0, success, "in a form that is tidied up"},
+    {LR"(@\locked)", LR"(@\new)", 0, success, "a read-only file"},
+    {LR"(@\dir)", LR"(@\new)", 0, success, "a directory with all below it"},
+    {LR"(@\dir\)", LR"(@\new)", 0, success, "with a separator at its end"},
+    {LR"(@\dir)", LR"(@\new\)", 0, success, "with one at the end of the target"},
+    {LR"(@\dir)", LR"(@\empty\new)", copy, success, "a directory into another"},
+    {LR"(@\file)", LR"(@\other)", replace, success, "over a file"},
+    {LR"(@\locked)", LR"(@\other)", replace, success, "read-only, over a file"},
+    {LR"(@\dir)", LR"(@\file)", replace, success, "a directory over a file"},
+    {LR"(@\file)", LR"(@\other)", 0, ERROR_ALREADY_EXISTS, "the target is there"},
+    {LR"(@\file)", LR"(@\other)", copy, ERROR_ALREADY_EXISTS, "nor is it copied over"},
+    {LR"(@\file)", LR"(@\empty)", 0, ERROR_ALREADY_EXISTS, "the target is a directory"},
+    {LR"(@\file)", LR"(@\empty)", replace, ERROR_ACCESS_DENIED, "over a directory"},
+    {LR"(@\dir)", LR"(@\file)", 0, ERROR_ALREADY_EXISTS, "a directory onto a file"},
+    {LR"(@\dir)", LR"(@\empty)", 0, ERROR_ALREADY_EXISTS, "a directory onto another"},
+    {LR"(@\dir)", LR"(@\empty)", replace | copy, ERROR_ACCESS_DENIED, "even if that is empty"},
+    {LR"(@\dir)", LR"(@\dir\new)", 0, ERROR_SHARING_VIOLATION, "a directory into itself",
+     ERROR_INVALID_PARAMETER},
+    {LR"(@\dir)", LR"(@\dir\sub\new)", 0, ERROR_ACCESS_DENIED, "or deeper into itself",
+     ERROR_INVALID_PARAMETER},
+    {LR"(@\missing)", LR"(@\new)", 0, ERROR_FILE_NOT_FOUND, "not there"},
+    {LR"(@\missing)", LR"(@\missing)", 0, ERROR_FILE_NOT_FOUND, "nor onto itself"},
+    {LR"(@\missing\a)", LR"(@\new)", 0, ERROR_PATH_NOT_FOUND, "nor the directory above"},
+    {LR"(@\file\a)", LR"(@\new)", 0, ERROR_PATH_NOT_FOUND, "below a file"},
+    {LR"(@\file)", LR"(@\missing\new)", 0, ERROR_PATH_NOT_FOUND, "into no directory"},
+    {LR"(@\file)", LR"(@\missing\new)", replace | copy, ERROR_PATH_NOT_FOUND, "nor with flags"},
+    {LR"(@\file)", LR"(@\other\new)", 0, ERROR_PATH_NOT_FOUND, "into a file"},
+    {LR"(@\file\)", LR"(@\new)", 0, ERROR_INVALID_NAME, "a file is no directory"},
+    {LR"(@\file)", LR"(@\new\)", 0, ERROR_INVALID_NAME, "nor becomes one", ERROR_DIRECTORY},
+    {L"", LR"(@\new)", 0, ERROR_PATH_NOT_FOUND, "no text"},
+    {LR"(@\file)", L"", 0, ERROR_PATH_NOT_FOUND, "no text for the target"},
+    {LR"(@\a*b)", LR"(@\new)", 0, ERROR_INVALID_NAME, "no name"},
+    {LR"(@\file)", LR"(@\a*b)", 0, ERROR_INVALID_NAME, "no name for the target"},
+    {LR"(Q:\a)", LR"(@\new)", 0, ERROR_PATH_NOT_FOUND, "no such drive", ERROR_FILE_NOT_FOUND},
+    {LR"(@\file)", LR"(Q:\new)", 0, ERROR_PATH_NOT_FOUND, "nor one to move to",
+     ERROR_FILE_NOT_FOUND},
+    {LR"(\\fl-dead-server\share\a)", LR"(@\new)", 0, ERROR_BAD_NETPATH, "no such server",
+     ERROR_PATH_NOT_FOUND},
+};
+
+TEST(Moving, Outcomes)
+{
+    for (move_case const &row : move_cases) {
+        workspace space;
+        fill(space);
+        std::wstring const from = text_in(space, row.from);
+        bool const there = get_file_attributes(from) == success;
+        DWORD const code = expected(row.code, row.wine);
+        EXPECT_EQ(move(from, text_in(space, row.to), row.flags), code) << row.why;
+        bool const stays = get_file_attributes(from) == success;
+        EXPECT_EQ(stays, there && code != success) << row.why;
+        if (code != success) {
+            EXPECT_EQ(content_of(in(space, L"other")), "former") << row.why;
+        }
+    }
+}
+
+// Under Wine the host decides, and its administrator may do as he likes.
+TEST(Moving, StopsAtAReadOnlyTarget)
+{
+    workspace space;
+    fill(space);
+    DWORD const code = move(in(space, L"file"), in(space, L"locked"), replace);
+    bool const allowed = runs_under_wine() && code == success;
+    EXPECT_EQ(code, allowed ? success : DWORD{ERROR_ACCESS_DENIED});
+    EXPECT_EQ(content_of(in(space, L"locked")), allowed ? "content" : "kept");
+    EXPECT_NE(space.exists(space.path(u"file")), allowed);
+}
+
+TEST(Moving, KeepsContentAttributesAndTimes)
+{
+    workspace space;
+    fill(space);
+    std::wstring const from = in(space, L"file");
+    std::wstring const to = in(space, L"other");
+    set_last_write(from, past_moment());
+    set_attributes(from, FILE_ATTRIBUTE_READONLY);
+    BY_HANDLE_FILE_INFORMATION const before = information_of(from);
+    ASSERT_EQ(move(from, to, replace), success);
+    BY_HANDLE_FILE_INFORMATION const after = information_of(to);
+    EXPECT_EQ(content_of(to), "content");
+    EXPECT_TRUE(same(after.ftLastWriteTime, past_moment()));
+    EXPECT_EQ(after.dwFileAttributes & FILE_ATTRIBUTE_READONLY, DWORD{FILE_ATTRIBUTE_READONLY});
+    EXPECT_EQ(after.nFileIndexLow, before.nFileIndexLow) << "it is the same file";
+    EXPECT_EQ(after.nFileIndexHigh, before.nFileIndexHigh);
+}
+
+TEST(Moving, TakesADirectoryWithAllBelowIt)
+{
+    workspace space;
+    fill(space);
+    ASSERT_EQ(move(in(space, L"dir"), in(space, LR"(empty\new)")), success);
+    EXPECT_EQ(content_of(in(space, LR"(empty\new\inner)")), "inner");
+    EXPECT_TRUE(space.is_directory(space.path(u"empty\\new\\sub")));
+}
+
+TEST(Moving, ChangesTheCaseOfAName)
+{
+    for (DWORD const flags : {DWORD{0}, replace, replace | copy}) {
+        workspace space;
+        space.make_file(space.path(u"file"), "content");
+        space.make_directory(space.path(u"sub"));
+        EXPECT_EQ(move(in(space, L"file"), in(space, L"FiLe"), flags), success) << flags;
+        EXPECT_EQ(move(in(space, L"SUB"), in(space, L"Sub"), flags), success) << flags;
+        std::vector<std::u16string> names = {u"FiLe", u"Sub"};
+        if (runs_under_wine())
+            names = {u"file", u"sub"}; // it succeeds and changes nothing
+        EXPECT_EQ(space.entries(space.root()), names);
+        EXPECT_EQ(content_of(in(space, L"file")), "content");
+    }
+}
+
+TEST(Moving, OntoItselfChangesNothing)
+{
+    for (DWORD const flags : {DWORD{0}, replace, replace | copy}) {
+        workspace space;
+        fill(space);
+        EXPECT_EQ(move(in(space, L"file"), in(space, L"file"), flags), success) << flags;
+        EXPECT_EQ(move(in(space, L"dir"), in(space, L"dir"), flags), success) << flags;
+        EXPECT_EQ(move(in(space, L"locked"), in(space, L"locked"), flags), success) << flags;
+        EXPECT_EQ(content_of(in(space, L"file")), "content");
+        EXPECT_EQ(content_of(in(space, LR"(dir\inner)")), "inner");
+    }
+}
+
+struct held_case
+{
+    wchar_t const *held;
+    DWORD share;
+    wchar_t const *from;
+    wchar_t const *to;
+    DWORD code;
+    char const *why;
+    DWORD wine = as_windows;
+};
+
+constexpr DWORD no_delete = FILE_SHARE_READ | FILE_SHARE_WRITE;
+
+constexpr held_case held_cases[] = {
+    {L"file", share_all, L"file", L"new", success, "a source that may be deleted"},
+    {L"file", no_delete, L"file", L"new", ERROR_SHARING_VIOLATION, "one that may not"},
+    {L"other", no_delete, L"file", L"other", ERROR_ACCESS_DENIED, "a target that may not"},
+    {L"other", share_all, L"file", L"other", ERROR_ACCESS_DENIED, "nor one that may"},
+    {L"dir", share_all, L"dir", L"new", success, "a directory that may"},
+    {L"dir", no_delete, L"dir", L"new", ERROR_SHARING_VIOLATION, "one that may not"},
+    {LR"(dir\inner)", share_all, L"dir", L"new", ERROR_ACCESS_DENIED, "something below it",
+     success},
+    {LR"(dir\sub)", share_all, L"dir", L"new", ERROR_ACCESS_DENIED, "a directory below it",
+     success},
+    {L"empty", no_delete, L"file", LR"(empty\new)", success, "the directory of the target"},
+};
+
+TEST(Moving, MindsWhatIsOpen)
+{
+    for (held_case const &row : held_cases) {
+        workspace space;
+        fill(space);
+        opened const held(in(space, row.held), GENERIC_READ, row.share);
+        ASSERT_EQ(held.code, success) << row.why;
+        EXPECT_EQ(move(in(space, row.from), in(space, row.to), replace | copy),
+                  expected(row.code, row.wine))
+            << row.why;
+    }
+}
+
+// Under Wine the share is a folder of the same disk.
+TEST(Moving, CopiesFilesToAnotherVolumeIfAllowed)
+{
+    workspace space;
+    if (!space.has_share())
+        GTEST_SKIP() << "there is no share";
+    fill(space);
+    std::wstring const to = wide(space.share_root()) + LR"(\new)";
+    if (!runs_under_wine()) {
+        EXPECT_EQ(move(in(space, L"file"), to), DWORD{ERROR_NOT_SAME_DEVICE});
+        EXPECT_EQ(move(in(space, L"dir"), to), DWORD{ERROR_NOT_SAME_DEVICE});
+        EXPECT_EQ(move(in(space, L"dir"), to, copy), DWORD{ERROR_ACCESS_DENIED});
+    }
+    set_last_write(in(space, L"file"), past_moment());
+    EXPECT_EQ(move(in(space, L"file"), to, copy), success);
+    EXPECT_EQ(content_of(to), "content");
+    EXPECT_TRUE(same(information_of(to).ftLastWriteTime, past_moment()));
+    EXPECT_FALSE(space.exists(space.path(u"file")));
+    EXPECT_EQ(move(in(space, L"other"), to, replace | copy), success) << "over what is there";
+    EXPECT_EQ(content_of(to), "former");
+}
+
+} // namespace
+
+} // namespace contract
