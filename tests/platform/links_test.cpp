@@ -1,0 +1,346 @@
+#include "platform/links.hpp"
+
+#include "platform/finding.hpp"
+
+namespace contract {
+
+namespace {
+
+constexpr DWORD to_file = SYMBOLIC_LINK_FLAG_ALLOW_UNPRIVILEGED_CREATE;
+constexpr DWORD to_directory = to_file | SYMBOLIC_LINK_FLAG_DIRECTORY;
+constexpr DWORD any_link = FILE_ATTRIBUTE_REPARSE_POINT | FILE_ATTRIBUTE_DIRECTORY;
+
+class SymbolicLinks : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        if (!has_symlinks())
+            GTEST_SKIP() << "no symbolic links can be made here";
+        space.make_file(space.path(u"file"), "content");
+        space.make_file(space.path(u"dir\\inner"), "inner");
+        space.make_directory(space.path(u"dir\\sub"));
+    }
+    std::wstring at(std::wstring const &name) const { return in(space, name); }
+    void link(std::wstring const &name, std::wstring const &target, DWORD flags = to_file)
+    {
+        ASSERT_EQ(make_symlink(at(name), target, flags), success);
+    }
+    DWORD open(std::wstring const &name) const { return opened(at(name), GENERIC_READ).code; }
+
+    workspace space;
+};
+
+/// See `text_in`.
+struct symlink_case
+{
+    wchar_t const *link;
+    wchar_t const *target;
+    DWORD flags;
+    DWORD code;
+    char const *why;
+};
+
+constexpr symlink_case symlink_cases[] = {
+    {LR"(@\new)", L"file", to_file, success, "to a file"},
+    {LR"(@\new)", L"dir", to_directory, success, "to a directory"},
+    {LR"(@\new)", L"missing", to_file, success, "to nothing"},
+    {LR"(@\new)", LR"(Q:\missing)", to_directory, success, "to no drive"},
+    {LR"(?@\new)", L"file", to_file, success, "as it stands"},
+    {LR"(@/dir/new. )", L"file", to_file, success, "in a form that is tidied up"},
+    {LR"(@\file)", L"dir", to_file, ERROR_ALREADY_EXISTS, "there"},
+    {LR"(@\dir)", L"file", to_directory, ERROR_ALREADY_EXISTS, "there, a directory"},
+    {LR"(@\missing\new)", L"file", to_file, ERROR_PATH_NOT_FOUND, "no parent"},
+    {LR"(@\file\new)", L"file", to_file, ERROR_PATH_NOT_FOUND, "below a file"},
+    {LR"(@\a*b)", L"file", to_file, ERROR_INVALID_NAME, "no name"},
+    {L"", L"file", to_file, ERROR_PATH_NOT_FOUND, "no text"},
+    {LR"(@\new)", L"file", 8, ERROR_INVALID_PARAMETER, "no such flag"},
+};
+
+TEST_F(SymbolicLinks, Outcomes)
+{
+    for (symlink_case const &row : symlink_cases) {
+        workspace fresh;
+        fresh.make_file(fresh.path(u"file"));
+        fresh.make_directory(fresh.path(u"dir"));
+        std::wstring const name = text_in(fresh, row.link);
+        EXPECT_EQ(make_symlink(name, row.target, row.flags), row.code) << row.why;
+        if (row.code == success) {
+            DWORD const directory = row.flags == to_directory ? FILE_ATTRIBUTE_DIRECTORY : 0U;
+            EXPECT_EQ(attributes_of(name) & any_link, FILE_ATTRIBUTE_REPARSE_POINT | directory)
+                << row.why;
+        }
+    }
+}
+
+struct target_case
+{
+    wchar_t const *target;
+    char16_t const *substitute;
+    char16_t const *print;
+    unsigned long relative;
+    char const *why;
+};
+
+constexpr target_case target_cases[] = {
+    {L"file", u"file", u"file", 1, "a name"},
+    {LR"(..\A\.\b)", uR"(..\A\.\b)", uR"(..\A\.\b)", 1, "kept as it is"},
+    {LR"(\dir)", uR"(\dir)", uR"(\dir)", 1, "on the link's own volume"},
+    {LR"(C:\dir\x)", uR"(\??\C:\dir\x)", uR"(C:\dir\x)", 0, "absolute"},
+    {LR"(\\server\share\x)", uR"(\??\UNC\server\share\x)", uR"(\\server\share\x)", 0, "on a share"},
+    {LR"(\\?\C:\x)", uR"(\??\C:\x)", uR"(\\?\C:\x)", 0, "with a long prefix"},
+};
+
+TEST_F(SymbolicLinks, KeepTheTextOfTheirTarget)
+{
+    for (target_case const &row : target_cases) {
+        link(L"link", row.target);
+        bytes const data = reparse_data(at(L"link"));
+        ASSERT_GE(data.size(), 20U);
+        EXPECT_EQ(number_at(data, 0, 4), symlink_tag) << row.why;
+        EXPECT_EQ(number_at(data, 4, 2), data.size() - 8) << row.why;
+        EXPECT_EQ(number_at(data, 16, 4), row.relative) << row.why;
+        EXPECT_EQ(text_at(data, 8, 20), row.substitute) << row.why;
+        EXPECT_EQ(text_at(data, 12, 20), row.print) << row.why;
+        ASSERT_TRUE(::DeleteFileW(at(L"link").c_str()));
+    }
+}
+
+TEST_F(SymbolicLinks, AreFollowedByOpening)
+{
+    link(L"to_file", L"file");
+    link(L"to_dir", at(L"dir"), to_directory);
+    link(LR"(dir\up)", LR"(..\file)");
+    link(L"rooted", wide(space.root()).substr(2) + LR"(\file)");
+    for (wchar_t const *name : {L"to_file", LR"(to_dir\up)", L"rooted"})
+        EXPECT_EQ(content_of(at(name)), "content") << testing::PrintToString(units(name));
+    EXPECT_EQ(content_of(at(LR"(to_dir\inner)")), "inner");
+    EXPECT_EQ(attributes_of(at(LR"(to_dir\inner)")) & any_link, 0U) << "followed within";
+    EXPECT_EQ(content_of(at(LR"(to_dir\..\file)")), "content") << "dots go before";
+}
+
+TEST_F(SymbolicLinks, AreNotFollowedOnDemand)
+{
+    link(L"link", L"dir", to_directory);
+    reparse_point const self(at(L"link"), FILE_READ_ATTRIBUTES);
+    ASSERT_EQ(self.code, success);
+    BY_HANDLE_FILE_INFORMATION information = {};
+    ASSERT_TRUE(::GetFileInformationByHandle(self.get(), &information));
+    EXPECT_EQ(information.dwFileAttributes & any_link, any_link);
+    EXPECT_EQ(attributes_of(at(L"link")) & any_link, any_link);
+    WIN32_FILE_ATTRIBUTE_DATA data = {};
+    ASSERT_TRUE(::GetFileAttributesExW(at(L"link").c_str(), GetFileExInfoStandard, &data));
+    EXPECT_EQ(data.dwFileAttributes & any_link, any_link);
+    EXPECT_EQ(information_of(at(L"link")).dwFileAttributes & any_link,
+              DWORD{FILE_ATTRIBUTE_DIRECTORY});
+}
+
+struct broken_case
+{
+    wchar_t const *target;
+    DWORD flags;
+    DWORD code;
+    char const *why;
+};
+
+constexpr broken_case broken_cases[] = {
+    {L"missing", to_file, ERROR_FILE_NOT_FOUND, "nothing there"},
+    {LR"(missing\a)", to_file, ERROR_PATH_NOT_FOUND, "nor the directory above"},
+    {LR"(Q:\a)", to_file, ERROR_PATH_NOT_FOUND, "no such drive"},
+    {L"dir/inner", to_file, ERROR_INVALID_NAME, "in the target, a slash is no separator"},
+    {L"link", to_file, ERROR_CANT_RESOLVE_FILENAME, "itself"},
+    {L"link", to_directory, ERROR_CANT_RESOLVE_FILENAME, "itself, a directory"},
+    {L"dir", to_file, ERROR_ACCESS_DENIED, "a file was meant"},
+    {L"file", to_directory, ERROR_DIRECTORY, "a directory was meant"},
+};
+
+TEST_F(SymbolicLinks, LeadAstray)
+{
+    for (broken_case const &row : broken_cases) {
+        link(L"link", row.target, row.flags);
+        EXPECT_EQ(open(L"link"), row.code) << row.why;
+        EXPECT_EQ(get_file_attributes(at(L"link")), success) << row.why;
+        auto const remove = row.flags == to_file ? &::DeleteFileW : &::RemoveDirectoryW;
+        ASSERT_TRUE(remove(at(L"link").c_str())) << row.why;
+    }
+}
+
+TEST_F(SymbolicLinks, AreFollowedUpTo63Times)
+{
+    std::wstring target = L"file";
+    for (int count = 1; count <= 64; ++count) {
+        std::wstring const name = L"link" + std::to_wstring(count);
+        link(name, target);
+        target = name;
+    }
+    EXPECT_EQ(open(L"link63"), success);
+    EXPECT_EQ(open(L"link64"), DWORD{ERROR_CANT_RESOLVE_FILENAME});
+}
+
+TEST_F(SymbolicLinks, AreDeletedThemselves)
+{
+    link(L"to_file", L"file");
+    link(L"to_dir", L"dir", to_directory);
+    auto const remove_file = [&](wchar_t const *name) {
+        return outcome_of([&] { return ::DeleteFileW(at(name).c_str()) != FALSE; });
+    };
+    EXPECT_EQ(remove_file(L"to_dir"), DWORD{ERROR_ACCESS_DENIED});
+    EXPECT_EQ(remove_directory(at(L"to_file")), DWORD{ERROR_DIRECTORY});
+    EXPECT_EQ(remove_file(L"to_file"), success);
+    EXPECT_EQ(remove_directory(at(L"to_dir")), success);
+    EXPECT_EQ(space.entries(space.root()), (std::vector<std::u16string>{u"dir", u"file"}));
+    EXPECT_EQ(content_of(at(LR"(dir\inner)")), "inner");
+}
+
+TEST_F(SymbolicLinks, AreMovedThemselvesAndCopiedByContent)
+{
+    link(L"link", L"file");
+    ASSERT_TRUE(::MoveFileExW(at(L"link").c_str(), at(L"moved").c_str(), 0));
+    EXPECT_NE(attributes_of(at(L"moved")) & FILE_ATTRIBUTE_REPARSE_POINT, 0U);
+    ASSERT_TRUE(::CopyFileW(at(L"moved").c_str(), at(L"copied").c_str(), TRUE));
+    EXPECT_EQ(attributes_of(at(L"copied")) & FILE_ATTRIBUTE_REPARSE_POINT, 0U);
+    EXPECT_EQ(content_of(at(L"copied")), "content");
+    EXPECT_FALSE(space.exists(space.path(u"link")));
+}
+
+TEST_F(SymbolicLinks, AreEnumeratedThemselves)
+{
+    link(L"link", L"dir", to_directory);
+    search const entry(at(L"link"));
+    ASSERT_EQ(entry.code, success);
+    EXPECT_EQ(entry.data.dwFileAttributes & any_link, any_link);
+    EXPECT_EQ(entry.data.dwReserved0, symlink_tag);
+    EXPECT_EQ(units(found(at(LR"(link\*)"))), u".|..|inner|sub") << "followed within";
+}
+
+// Wine, too, says that there is none.
+TEST(ReparseQueries, FailWhereThereIsNone)
+{
+    workspace space;
+    space.make_file(space.path(u"file"));
+    space.make_directory(space.path(u"dir"));
+    for (wchar_t const *name : {L"file", L"dir"}) {
+        bytes data;
+        reparse_point point(in(space, name));
+        ASSERT_EQ(point.code, success);
+        EXPECT_EQ(point.read(data), DWORD{ERROR_NOT_A_REPARSE_POINT});
+        EXPECT_TRUE(data.empty());
+        bytes const nothing = with_header(mount_point_tag, {});
+        EXPECT_EQ(point.control(FSCTL_DELETE_REPARSE_POINT, nothing),
+                  expected(ERROR_NOT_A_REPARSE_POINT, ERROR_NOT_SUPPORTED));
+    }
+}
+
+TEST(ReparseQueries, KnowNoOtherCodes)
+{
+    workspace space;
+    constexpr DWORD unknown =
+        CTL_CODE(FILE_DEVICE_FILE_SYSTEM, 999, METHOD_BUFFERED, FILE_ANY_ACCESS);
+    EXPECT_EQ(reparse_point(wide(space.root())).control(unknown, {}),
+              expected(ERROR_INVALID_FUNCTION, ERROR_NOT_SUPPORTED));
+}
+
+class Junctions : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        if (!has_reparse_data())
+            GTEST_SKIP() << "no reparse data can be set here";
+        space.make_file(space.path(u"dir\\inner"), "inner");
+        space.make_file(space.path(u"file"), "content");
+        space.make_directory(space.path(u"point"));
+        data = junction_data(in(space, L"dir"));
+    }
+    DWORD clear(wchar_t const *name, bytes const &header)
+    {
+        return reparse_point(in(space, name)).control(FSCTL_DELETE_REPARSE_POINT, header);
+    }
+
+    workspace space;
+    bytes data;
+    std::wstring point = in(space, L"point");
+};
+
+TEST_F(Junctions, AreFollowed)
+{
+    ASSERT_EQ(set_reparse_data(point, data), success);
+    EXPECT_EQ(attributes_of(point) & any_link, any_link);
+    EXPECT_EQ(content_of(point + LR"(\inner)"), "inner");
+    EXPECT_EQ(search(point).data.dwReserved0, mount_point_tag);
+    EXPECT_TRUE(reparse_data(point) == data) << "given back as it was";
+    EXPECT_EQ(remove_directory(point), success);
+    EXPECT_EQ(content_of(in(space, LR"(dir\inner)")), "inner");
+}
+
+TEST_F(Junctions, GoWithTheirData)
+{
+    ASSERT_EQ(set_reparse_data(point, data), success);
+    EXPECT_EQ(clear(L"point", with_header(symlink_tag, {})), DWORD{ERROR_REPARSE_TAG_MISMATCH});
+    EXPECT_EQ(clear(L"point", strange_data(0, 0, {})), DWORD{ERROR_REPARSE_TAG_INVALID});
+    EXPECT_EQ(clear(L"point", data), DWORD{ERROR_INVALID_REPARSE_DATA}) << "the header only";
+    EXPECT_EQ(clear(L"point", with_header(mount_point_tag, {})), success);
+    EXPECT_EQ(attributes_of(point) & any_link, DWORD{FILE_ATTRIBUTE_DIRECTORY});
+    EXPECT_EQ(units(found(point + LR"(\*)")), u".|..");
+}
+
+TEST_F(Junctions, AreReadInPartOrNotAtAll)
+{
+    ASSERT_EQ(set_reparse_data(point, data), success);
+    bytes read;
+    EXPECT_EQ(reparse_point(point).read(read, 30), DWORD{ERROR_MORE_DATA});
+    EXPECT_TRUE(read == bytes(data.begin(), data.begin() + 30));
+    EXPECT_EQ(reparse_point(point).read(read, 4), DWORD{ERROR_INSUFFICIENT_BUFFER});
+    EXPECT_TRUE(read.empty());
+}
+
+TEST_F(Junctions, AreSetOnEmptyDirectoriesOnly)
+{
+    EXPECT_EQ(set_reparse_data(in(space, L"dir"), data), DWORD{ERROR_DIR_NOT_EMPTY});
+    EXPECT_EQ(set_reparse_data(in(space, L"file"), data), DWORD{ERROR_DIRECTORY});
+    EXPECT_EQ(attributes_of(in(space, L"dir")) & any_link, DWORD{FILE_ATTRIBUTE_DIRECTORY});
+}
+
+TEST_F(Junctions, TakeOtherDataOfTheirTagOnly)
+{
+    ASSERT_EQ(set_reparse_data(point, data), success);
+    bytes const other = junction_data(wide(space.root()));
+    EXPECT_EQ(set_reparse_data(point, strange_data(strange_tag, 7, {})),
+              DWORD{ERROR_REPARSE_TAG_MISMATCH});
+    EXPECT_EQ(set_reparse_data(point, other), success);
+    EXPECT_EQ(content_of(point + LR"(\file)"), "content");
+}
+
+TEST_F(Junctions, RefuseMalformedData)
+{
+    bytes longer = data;
+    longer.push_back(0);
+    bytes const shorter(data.begin(), data.end() - 1);
+    bytes beyond = data;
+    beyond[11] = 0x40; // a text that is longer than all data
+    for (bytes const &wrong : {longer, shorter, beyond, bytes(7, 1), bytes()})
+        EXPECT_EQ(set_reparse_data(point, wrong), DWORD{ERROR_INVALID_REPARSE_DATA})
+            << wrong.size();
+    EXPECT_EQ(set_reparse_data(point, strange_data(0, 7, {1})), DWORD{ERROR_INVALID_REPARSE_DATA})
+        << "the system's own tag";
+    EXPECT_EQ(attributes_of(point) & any_link, DWORD{FILE_ATTRIBUTE_DIRECTORY});
+}
+
+TEST_F(Junctions, AreNotTheOnlyTags)
+{
+    bytes const strange = strange_data(strange_tag, 7, {1, 2, 3});
+    std::wstring const file = in(space, L"file");
+    ASSERT_EQ(set_reparse_data(file, strange), success);
+    EXPECT_TRUE(reparse_data(file) == strange);
+    EXPECT_EQ(opened(file, GENERIC_READ).code, DWORD{ERROR_CANT_ACCESS_FILE});
+    EXPECT_EQ(search(file).data.dwReserved0, strange_tag);
+    EXPECT_EQ(set_reparse_data(file, strange_data(strange_tag, 8, {})),
+              DWORD{ERROR_REPARSE_ATTRIBUTE_CONFLICT})
+        << "another GUID";
+    EXPECT_EQ(clear(L"file", strange_data(strange_tag, 7, {})), success);
+    EXPECT_EQ(content_of(file), "content");
+}
+
+} // namespace
+
+} // namespace contract
