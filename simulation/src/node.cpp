@@ -80,6 +80,21 @@ void node::remove(std::u16string_view name, std::uint64_t now)
     times.write = now;
 }
 
+void node::move(std::shared_ptr<entry> const &moved, std::shared_ptr<node> const &to,
+                std::u16string_view name, std::uint64_t now)
+{
+    std::shared_ptr<entry> const kept = moved; // the directory may hold the only other one
+    if (std::shared_ptr<node> const from = kept->parent.lock()) {
+        from->entries_.erase(upcase(kept->name));
+        from->times.write = now;
+    }
+    to->remove(name, now);
+    kept->name = name;
+    kept->parent = to;
+    to->entries_[upcase(name)] = kept;
+    to->times.write = now;
+}
+
 std::vector<std::shared_ptr<entry>> node::entries() const
 {
     std::vector<std::shared_ptr<entry>> all;

@@ -77,6 +77,10 @@ public:
                                       std::u16string_view name, std::shared_ptr<node> target,
                                       std::uint64_t now);
     void remove(std::u16string_view name, std::uint64_t now);
+    /// Gives an entry another name, here or in another directory, in place of what has
+    /// that name. Who has it open keeps it.
+    static void move(std::shared_ptr<entry> const &moved, std::shared_ptr<node> const &to,
+                     std::u16string_view name, std::uint64_t now);
     bool is_empty() const noexcept { return entries_.empty(); }
     /// In the order in which a disk of NTFS tells them: by name in upper case.
     std::vector<std::shared_ptr<entry>> entries() const;

@@ -83,6 +83,8 @@ void check_kind(place const &here, bool ends_in_separator, kind wanted)
         throw failure(ERROR_ACCESS_DENIED);
     if (wanted == kind::directory && !(is_directory && leads_to_directory))
         throw failure(ERROR_DIRECTORY);
+    if (is_directory != leads_to_directory)
+        throw failure(is_directory ? ERROR_DIRECTORY : ERROR_ACCESS_DENIED);
 }
 
 } // namespace
@@ -118,8 +120,10 @@ open_file::~open_file()
     std::erase(all, this);
     if (deletes_on_close)
         name->is_delete_pending = true;
-    bool const is_last = std::none_of(
-        all.begin(), all.end(), [this](open_file const *other) { return other->name == name; });
+    bool const is_last =
+        is_posix_deletion || std::none_of(all.begin(), all.end(), [this](open_file const *other) {
+            return other->name == name;
+        });
     std::shared_ptr<node> const parent = name->parent.lock();
     // a machine in the hands of a test can lose the name in the meantime
     if (name->is_delete_pending && is_last && parent && parent->find(name->name) == name)

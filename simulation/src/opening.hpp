@@ -59,6 +59,7 @@ public:
     std::u16string text;        ///< by which it was opened, for the journal
     std::uint64_t position = 0; ///< of the next byte to read or write
     bool deletes_on_close = false;
+    bool is_posix_deletion = false; ///< the name goes when this lets go, whoever has it open
 };
 
 /// The rights for files and directories that a generic right stands for.

@@ -13,12 +13,6 @@ constexpr DWORD relative_flag = 1; // SYMLINK_FLAG_RELATIVE
 constexpr std::size_t names_of_link = 12;
 constexpr std::size_t names_of_mount_point = 8;
 
-void append_number(std::string &bytes, std::size_t number, std::size_t size)
-{
-    for (std::size_t index = 0; index < size; ++index)
-        bytes += static_cast<char>((number >> (8 * index)) & 0xFF);
-}
-
 void append_text(std::string &bytes, std::u16string_view text)
 {
     for (char16_t const unit : text)
@@ -46,6 +40,12 @@ std::u16string object_name_of(std::u16string_view text, machine_state &machine)
 }
 
 } // namespace
+
+void append_number(std::string &bytes, std::size_t number, std::size_t size)
+{
+    for (std::size_t index = 0; index < size; ++index)
+        bytes += static_cast<char>((number >> (8 * index)) & 0xFF);
+}
 
 DWORD number_at(std::string_view bytes, std::size_t offset, std::size_t size)
 {

@@ -23,7 +23,9 @@ redirection decode(reparse_point const &point);
 /// relative; any other is made full.
 reparse_point make_symbolic_link(std::u16string_view text, machine_state &machine);
 
-/// Little-endian numbers out of strangers' bytes: 0 where there are none.
+/// Little-endian numbers in and out of bytes; out of strangers' bytes comes 0 where there
+/// are none.
+void append_number(std::string &bytes, std::size_t number, std::size_t size);
 DWORD number_at(std::string_view bytes, std::size_t offset, std::size_t size);
 
 } // namespace simulation

@@ -143,8 +143,8 @@ TEST(Enumeration, TellsWhatAFileIs)
     EXPECT_EQ(entry.data.dwFileAttributes,
               expected(FILE_ATTRIBUTE_READONLY, FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_ARCHIVE));
     EXPECT_EQ(entry.data.cAlternateFileName[0], L'\0') << "not asked for";
-    EXPECT_EQ(::CompareFileTime(&entry.data.ftLastWriteTime, &known.ftLastWriteTime), 0);
-    EXPECT_EQ(::CompareFileTime(&entry.data.ftCreationTime, &known.ftCreationTime), 0);
+    EXPECT_TRUE(same(entry.data.ftLastWriteTime, known.ftLastWriteTime));
+    EXPECT_TRUE(same(entry.data.ftCreationTime, known.ftCreationTime));
 }
 
 TEST(Enumeration, TellsWhatADirectoryIs)

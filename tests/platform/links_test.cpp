@@ -240,8 +240,7 @@ TEST(ReparseQueries, FailWhereThereIsNone)
 TEST(ReparseQueries, KnowNoOtherCodes)
 {
     workspace space;
-    constexpr DWORD unknown =
-        CTL_CODE(FILE_DEVICE_FILE_SYSTEM, 999, METHOD_BUFFERED, FILE_ANY_ACCESS);
+    constexpr DWORD unknown = 0x00090F9C; // of the file systems, and none that there is
     EXPECT_EQ(reparse_point(wide(space.root())).control(unknown, {}),
               expected(ERROR_INVALID_FUNCTION, ERROR_NOT_SUPPORTED));
 }

@@ -81,12 +81,15 @@ inline FILETIME past_moment()
 inline void set_last_write(std::wstring const &name, FILETIME moment)
 {
     opened const file(name, FILE_WRITE_ATTRIBUTES);
-    EXPECT_TRUE(::SetFileTime(file.get(), nullptr, nullptr, &moment));
+    FILE_BASIC_INFO changed = {}; // a time of zero stays as it is
+    changed.LastWriteTime.QuadPart =
+        static_cast<long long>(moment.dwHighDateTime) << 32 | moment.dwLowDateTime;
+    EXPECT_TRUE(::SetFileInformationByHandle(file.get(), FileBasicInfo, &changed, sizeof changed));
 }
 
 inline bool same(FILETIME left, FILETIME right)
 {
-    return ::CompareFileTime(&left, &right) == 0;
+    return left.dwHighDateTime == right.dwHighDateTime && left.dwLowDateTime == right.dwLowDateTime;
 }
 
 } // namespace contract

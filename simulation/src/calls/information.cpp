@@ -1,0 +1,251 @@
+#include "calls/attributes.hpp"
+#include "calls/call.hpp"
+
+#include "handles.hpp"
+
+#include <algorithm>
+#include <cstring>
+
+namespace simulation {
+
+namespace {
+
+std::int64_t as_signed(std::uint64_t ticks)
+{
+    return static_cast<std::int64_t>(ticks);
+}
+
+BY_HANDLE_FILE_INFORMATION information_of(open_file const &file)
+{
+    node const &target = file.target();
+    BY_HANDLE_FILE_INFORMATION information = {};
+    information.dwFileAttributes = target.attributes();
+    information.ftCreationTime = as_file_time(target.times.creation);
+    information.ftLastAccessTime = as_file_time(target.times.access);
+    information.ftLastWriteTime = as_file_time(target.times.write);
+    information.dwVolumeSerialNumber = file.disk->serial_number;
+    information.nFileSizeHigh = static_cast<DWORD>(target.content.size() >> 32);
+    information.nFileSizeLow = static_cast<DWORD>(target.content.size());
+    information.nNumberOfLinks = target.link_count;
+    information.nFileIndexHigh = static_cast<DWORD>(target.id() >> 32);
+    information.nFileIndexLow = static_cast<DWORD>(target.id());
+    return information;
+}
+
+FILE_BASIC_INFO basic_information(open_file const &file)
+{
+    file.demand(FILE_READ_ATTRIBUTES);
+    times const &taken = file.target().times;
+    FILE_BASIC_INFO information = {};
+    information.CreationTime.QuadPart = as_signed(taken.creation);
+    information.LastAccessTime.QuadPart = as_signed(taken.access);
+    information.LastWriteTime.QuadPart = as_signed(taken.write);
+    information.ChangeTime.QuadPart = as_signed(taken.write);
+    information.FileAttributes = file.target().attributes();
+    return information;
+}
+
+FILE_STANDARD_INFO standard_information(open_file const &file)
+{
+    constexpr std::uint64_t cluster = 4096;
+    std::uint64_t const size = file.target().content.size();
+    FILE_STANDARD_INFO information = {};
+    information.AllocationSize.QuadPart = as_signed((size + cluster - 1) / cluster * cluster);
+    information.EndOfFile.QuadPart = as_signed(size);
+    // a name that is about to go doesn't count any more
+    information.NumberOfLinks = file.target().link_count - (file.name->is_delete_pending ? 1 : 0);
+    information.DeletePending = file.name->is_delete_pending ? 1 : 0;
+    information.Directory = file.target().is_directory() ? 1 : 0;
+    return information;
+}
+
+FILE_ATTRIBUTE_TAG_INFO tag_information(open_file const &file)
+{
+    file.demand(FILE_READ_ATTRIBUTES);
+    auto const &reparse = file.target().reparse;
+    return {file.target().attributes(), reparse ? reparse->tag : 0};
+}
+
+FILE_ID_INFO id_information(open_file const &file)
+{
+    FILE_ID_INFO information = {};
+    information.VolumeSerialNumber = file.disk->serial_number;
+    std::uint64_t const id = file.target().id();
+    for (std::size_t byte = 0; byte < sizeof id; ++byte)
+        information.FileId.Identifier[byte] = static_cast<BYTE>(id >> (8 * byte));
+    return information;
+}
+
+template <typename Information>
+void hand_over(Information const &information, LPVOID buffer, DWORD room)
+{
+    if (room < sizeof information)
+        throw failure(ERROR_BAD_LENGTH);
+    std::memcpy(buffer, &information, sizeof information);
+}
+
+void get_information(open_file const &file, FILE_INFO_BY_HANDLE_CLASS kind_of_it, LPVOID buffer,
+                     DWORD room)
+{
+    switch (kind_of_it) {
+    case FileBasicInfo:
+        return hand_over(basic_information(file), buffer, room);
+    case FileStandardInfo:
+        return hand_over(standard_information(file), buffer, room);
+    case FileAttributeTagInfo:
+        return hand_over(tag_information(file), buffer, room);
+    case FileIdInfo:
+        return hand_over(id_information(file), buffer, room);
+    default:
+        throw failure(ERROR_INVALID_PARAMETER);
+    }
+}
+
+/// 0 leaves a time as it is, and so does -1, which also keeps the handle from changing it.
+void set_time(std::uint64_t &time, LARGE_INTEGER asked)
+{
+    if (asked.QuadPart < -2)
+        throw failure(ERROR_INVALID_PARAMETER);
+    if (asked.QuadPart > 0)
+        time = static_cast<std::uint64_t>(asked.QuadPart);
+}
+
+void set_basic_information(open_file const &file, FILE_BASIC_INFO const &asked)
+{
+    file.demand(FILE_WRITE_ATTRIBUTES);
+    times changed = file.target().times;
+    set_time(changed.creation, asked.CreationTime);
+    set_time(changed.access, asked.LastAccessTime);
+    set_time(changed.write, asked.LastWriteTime);
+    if (asked.FileAttributes != 0)
+        change_attributes(file, asked.FileAttributes);
+    file.target().times = changed;
+}
+
+void set_disposition(open_file &file, FILE_DISPOSITION_INFO const &asked)
+{
+    file.demand(DELETE);
+    if (asked.DeleteFile != 0)
+        mark_for_deletion(file);
+    else
+        file.name->is_delete_pending = false;
+}
+
+/// Since Windows 10 version 1709. The name of a file that is deleted as POSIX has it is
+/// free at once, whoever still has the file open.
+void set_disposition_ex(open_file &file, FILE_DISPOSITION_INFO_EX const &asked)
+{
+    file.demand(DELETE);
+    if ((asked.Flags & FILE_DISPOSITION_FLAG_DELETE) == 0) {
+        file.name->is_delete_pending = false;
+        return;
+    }
+    mark_for_deletion(file, (asked.Flags & FILE_DISPOSITION_FLAG_IGNORE_READONLY_ATTRIBUTE) != 0);
+    if ((asked.Flags & FILE_DISPOSITION_FLAG_POSIX_SEMANTICS) != 0)
+        file.is_posix_deletion = true;
+}
+
+template <typename Information>
+Information const &taken_from(LPVOID buffer, DWORD size)
+{
+    if (size < sizeof(Information))
+        throw failure(ERROR_BAD_LENGTH);
+    return *static_cast<Information const *>(buffer);
+}
+
+void set_information(open_file &file, FILE_INFO_BY_HANDLE_CLASS kind_of_it, LPVOID buffer,
+                     DWORD size)
+{
+    switch (kind_of_it) {
+    case FileBasicInfo:
+        return set_basic_information(file, taken_from<FILE_BASIC_INFO>(buffer, size));
+    case FileDispositionInfo:
+        return set_disposition(file, taken_from<FILE_DISPOSITION_INFO>(buffer, size));
+    case FileDispositionInfoEx:
+        return set_disposition_ex(file, taken_from<FILE_DISPOSITION_INFO_EX>(buffer, size));
+    default:
+        throw failure(ERROR_INVALID_PARAMETER);
+    }
+}
+
+/// The names from the root down, each as the disk has it.
+std::u16string names_to(open_file const &file)
+{
+    std::vector<std::shared_ptr<entry>> way;
+    for (auto here = file.name; here && here != file.disk->root;) {
+        way.push_back(here);
+        auto const parent = here->parent.lock();
+        here = parent ? parent->own_entry.lock() : nullptr;
+    }
+    std::u16string text;
+    std::for_each(way.rbegin(), way.rend(), [&](auto const &here) { text += u'\\' + here->name; });
+    return text.empty() ? u"\\" : text;
+}
+
+std::u16string final_path(open_file const &file, DWORD flags)
+{
+    volume const &disk = *file.disk;
+    std::u16string const names = names_to(file);
+    switch (flags & ~DWORD{FILE_NAME_OPENED}) {
+    case VOLUME_NAME_DOS:
+        return u"\\\\?\\" + disk.name + names;
+    case VOLUME_NAME_GUID:
+        if (disk.guid_name.empty())
+            throw failure(ERROR_PATH_NOT_FOUND);
+        return u"\\\\?\\" + disk.guid_name + names;
+    case VOLUME_NAME_NONE:
+        // without the volume a share is still told: the redirector has its names
+        return disk.is_remote ? disk.name.substr(3) + names : names;
+    default:
+        throw failure(ERROR_INVALID_PARAMETER);
+    }
+}
+
+} // namespace
+
+} // namespace simulation
+
+extern "C" BOOL GetFileInformationByHandle(HANDLE file, LPBY_HANDLE_FILE_INFORMATION information)
+{
+    using namespace simulation;
+    call const made{.function = "GetFileInformationByHandle", .handle = file};
+    return perform(made, BOOL{FALSE}, [&](machine_state &machine) {
+        *information = information_of(*machine.open->file(file));
+        return BOOL{TRUE};
+    });
+}
+
+extern "C" BOOL GetFileInformationByHandleEx(HANDLE file, FILE_INFO_BY_HANDLE_CLASS kind,
+                                             LPVOID information, DWORD size)
+{
+    using namespace simulation;
+    call const made{.function = "GetFileInformationByHandleEx",
+                    .handle = file,
+                    .flags = static_cast<DWORD>(kind)};
+    return perform(made, BOOL{FALSE}, [&](machine_state &machine) {
+        get_information(*machine.open->file(file), kind, information, size);
+        return BOOL{TRUE};
+    });
+}
+
+extern "C" BOOL SetFileInformationByHandle(HANDLE file, FILE_INFO_BY_HANDLE_CLASS kind,
+                                           LPVOID information, DWORD size)
+{
+    using namespace simulation;
+    call const made{.function = "SetFileInformationByHandle",
+                    .handle = file,
+                    .flags = static_cast<DWORD>(kind)};
+    return perform(made, BOOL{FALSE}, [&](machine_state &machine) {
+        set_information(*machine.open->file(file), kind, information, size);
+        return BOOL{TRUE};
+    });
+}
+
+extern "C" DWORD GetFinalPathNameByHandleW(HANDLE file, LPWSTR buffer, DWORD room, DWORD flags)
+{
+    using namespace simulation;
+    call const made{.function = "GetFinalPathNameByHandleW", .handle = file, .flags = flags};
+    return perform(made, DWORD{0}, [&](machine_state &machine) {
+        return hand_over(final_path(*machine.open->file(file), flags), room, buffer);
+    });
+}

@@ -1,0 +1,118 @@
+#include "calls/call.hpp"
+#include "calls/copying.hpp"
+
+#include "opening.hpp"
+
+#include <algorithm>
+
+namespace simulation {
+
+namespace {
+
+/// Whether anything below a directory is open, which keeps it where it is.
+bool holds_open_files(node const &directory)
+{
+    std::vector<node const *> waiting = {&directory};
+    while (!waiting.empty()) {
+        node const &here = *waiting.back();
+        waiting.pop_back();
+        for (auto const &held : here.entries()) {
+            if (!held->target->open_files.empty())
+                return true;
+            if (held->target->is_directory())
+                waiting.push_back(held->target.get());
+        }
+    }
+    return false;
+}
+
+/// How many levels above `place` the directory stands, or 0 if it isn't there at all.
+int levels_up(std::shared_ptr<node> place, node const &directory)
+{
+    for (int level = 1; place; ++level) {
+        if (place.get() == &directory)
+            return level;
+        auto const own = place->own_entry.lock();
+        place = own ? own->parent.lock() : nullptr;
+    }
+    return 0;
+}
+
+/// A directory can't go into itself. Right below, the system meets its own opening of it.
+void check_no_loop(node const &moved, place const &to)
+{
+    int const levels = moved.is_directory() ? levels_up(to.parent, moved) : 0;
+    if (levels != 0)
+        throw failure(levels == 1 ? ERROR_SHARING_VIOLATION : ERROR_ACCESS_DENIED);
+}
+
+void check_replacement(place const &to, DWORD flags)
+{
+    if ((flags & MOVEFILE_REPLACE_EXISTING) == 0)
+        throw failure(ERROR_ALREADY_EXISTS);
+    node const &replaced = *to.found->target;
+    bool const is_held = !replaced.open_files.empty() || to.found->is_delete_pending;
+    if (replaced.is_directory() || replaced.is_read_only() || is_held ||
+        replaced.denied.contains(right::remove))
+        throw failure(ERROR_ACCESS_DENIED);
+}
+
+/// Onto another volume a file goes as a copy.
+void move_across(machine_state &machine, std::shared_ptr<open_file> source, LPCWSTR from,
+                 LPCWSTR to, DWORD flags)
+{
+    if ((flags & MOVEFILE_COPY_ALLOWED) == 0)
+        throw failure(ERROR_NOT_SAME_DEVICE);
+    if (source->target().is_directory())
+        throw failure(ERROR_ACCESS_DENIED);
+    bool const fails_if_there = (flags & MOVEFILE_REPLACE_EXISTING) == 0;
+    copy_file(machine, from_wide(from), from_wide(to), fails_if_there, last_link::keep);
+    mark_for_deletion(*source, true);
+}
+
+void move_within(machine_state &machine, open_file const &source, place const &to, DWORD flags)
+{
+    bool const is_itself = to.found == source.name;
+    node &moved = source.target();
+    check_no_loop(moved, to);
+    if (to.found && !is_itself)
+        check_replacement(to, flags);
+    if (moved.is_directory() && holds_open_files(moved))
+        throw failure(ERROR_ACCESS_DENIED);
+    if (!is_itself)
+        check_creation(to);
+    node::move(source.name, to.parent, to.name, machine.now());
+}
+
+void move_file(machine_state &machine, LPCWSTR from, LPCWSTR to, DWORD flags)
+{
+    terms how;
+    how.access = DELETE | FILE_READ_ATTRIBUTES;
+    auto const source = open_existing(machine, from_wide(from), how);
+    pathname const target_path = parse_pathname(from_wide(to), machine);
+    if (target_path.is_device())
+        throw failure(ERROR_ALREADY_EXISTS);
+    place const target = find_place(target_path, machine);
+    if (target.is_root() || source->name == source->disk->root)
+        throw failure(ERROR_ACCESS_DENIED);
+    if (target_path.ends_in_separator && !source->target().is_directory())
+        throw failure(ERROR_INVALID_NAME);
+    if (target.disk == source->disk)
+        move_within(machine, *source, target, flags);
+    else
+        move_across(machine, source, from, to, flags);
+}
+
+} // namespace
+
+} // namespace simulation
+
+extern "C" BOOL MoveFileExW(LPCWSTR from, LPCWSTR to, DWORD flags)
+{
+    using namespace simulation;
+    call const made{.function = "MoveFileExW", .text = from, .second_text = to, .flags = flags};
+    return perform(made, BOOL{FALSE}, [&](machine_state &machine) {
+        move_file(machine, from, to, flags);
+        return BOOL{TRUE};
+    });
+}
