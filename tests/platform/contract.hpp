@@ -13,6 +13,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace contract {
 
@@ -93,6 +94,101 @@ inline DWORD get_file_attributes(std::wstring const &name)
 {
     return outcome_of(
         [&] { return ::GetFileAttributesW(name.c_str()) != INVALID_FILE_ATTRIBUTES; });
+}
+
+/// What `GetFileAttributesW` returns; the outcome is asked above.
+inline DWORD attributes_of(std::wstring const &name)
+{
+    return ::GetFileAttributesW(name.c_str());
+}
+
+inline DWORD set_attributes(std::wstring const &name, DWORD attributes)
+{
+    return outcome_of([&] { return ::SetFileAttributesW(name.c_str(), attributes) != FALSE; });
+}
+
+inline DWORD delete_file(std::wstring const &name)
+{
+    return outcome_of([&] { return ::DeleteFileW(name.c_str()) != FALSE; });
+}
+
+inline constexpr DWORD share_all = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
+/// Owns what `CreateFileW` opens. `close` is for tests that look at what happens then.
+class handle
+{
+public:
+    handle() noexcept = default;
+    explicit handle(HANDLE raw) noexcept : raw_(raw) {}
+    handle(handle &&other) noexcept : raw_(std::exchange(other.raw_, INVALID_HANDLE_VALUE)) {}
+    handle &operator=(handle other) noexcept
+    {
+        std::swap(raw_, other.raw_);
+        return *this;
+    }
+    ~handle() { close(); }
+    explicit operator bool() const noexcept { return raw_ != INVALID_HANDLE_VALUE; }
+    HANDLE get() const noexcept { return raw_; }
+    void close() noexcept
+    {
+        if (*this)
+            ::CloseHandle(std::exchange(raw_, INVALID_HANDLE_VALUE));
+    }
+
+private:
+    HANDLE raw_ = INVALID_HANDLE_VALUE;
+};
+
+/// How a name is opened. Unless a test says more, it is there, and others may do
+/// with it as they like.
+struct manner
+{
+    DWORD access = GENERIC_READ;
+    DWORD share = share_all;
+    DWORD disposition = OPEN_EXISTING;
+    DWORD flags = 0;
+};
+
+inline handle open(std::wstring const &name, manner const &how = {})
+{
+    return handle(::CreateFileW(name.c_str(), how.access, how.share, nullptr, how.disposition,
+                                how.flags, nullptr));
+}
+
+/// Whether `open` would succeed, and with which code it would fail.
+inline DWORD code_of_open(std::wstring const &name, manner const &how = {})
+{
+    handle opened;
+    return outcome_of([&] { return static_cast<bool>(opened = open(name, how)); });
+}
+
+/// Opens a file or a directory to look at it only: this is in nobody's way.
+inline handle look_at(std::wstring const &name, DWORD access = FILE_READ_ATTRIBUTES)
+{
+    return open(name, {.access = access, .flags = FILE_FLAG_BACKUP_SEMANTICS});
+}
+
+/// What becomes of attributes under Wine, which keeps few: each file is to be archived,
+/// no directory is, nor is one read-only.
+inline DWORD kept_attributes(DWORD windows)
+{
+    constexpr DWORD kept = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
+    if (!runs_under_wine())
+        return windows;
+    if ((windows & FILE_ATTRIBUTE_DIRECTORY) != 0)
+        return windows & (kept | FILE_ATTRIBUTE_DIRECTORY);
+    return (windows & (kept | FILE_ATTRIBUTE_READONLY)) | FILE_ATTRIBUTE_ARCHIVE;
+}
+
+/// Whether a read-only file can't be written to. Always so on Windows; Wine asks its
+/// host, and there the administrator may write to any file.
+inline bool keeps_writers_out()
+{
+    workspace space;
+    std::wstring const name = in(space, L"file");
+    space.make_file(units(name));
+    set_attributes(name, FILE_ATTRIBUTE_READONLY);
+    return !runs_under_wine() || code_of_open(name, {.access = GENERIC_WRITE}) != success;
 }
 
 inline std::wstring full_path(std::wstring const &text)

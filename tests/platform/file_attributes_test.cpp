@@ -52,11 +52,6 @@ TEST(FileAttributes, Outcomes)
     }
 }
 
-DWORD attributes_of(std::wstring const &name)
-{
-    return ::GetFileAttributesW(name.c_str());
-}
-
 TEST(FileAttributes, TellDirectoriesFromFiles)
 {
     workspace space;
