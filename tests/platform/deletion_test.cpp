@@ -1,0 +1,375 @@
+#include "platform/contract.hpp"
+
+namespace contract {
+
+namespace {
+
+/// One call on a folder that holds `dir`, `dir\inner`, `file` and `readonly`, and
+/// that is the current directory. See `text_in`.
+struct deletion_case
+{
+    wchar_t const *text;
+    DWORD code;
+    char const *why;
+    DWORD wine = as_windows;
+};
+
+void fill(workspace &space)
+{
+    space.make_directory(space.path(u"dir\\inner"));
+    space.make_file(space.path(u"file"));
+    space.make_file(space.path(u"readonly"));
+    set_attributes(in(space, L"readonly"), FILE_ATTRIBUTE_READONLY);
+    space.change_directory(space.root());
+}
+
+constexpr deletion_case delete_cases[] = {
+    {LR"(@\file)", success, "a file"},
+    {LR"(@/dir/../FILE)", success, "by a detour, in another case"},
+    {LR"(@\file. .)", success, "once the end is trimmed"},
+    {LR"(?@\file)", success, "as it stands"},
+    {L"file", success, "from the current directory"},
+    {LR"(?@\file.)", ERROR_FILE_NOT_FOUND, "as it stands, it is another name"},
+    {LR"(@\missing)", ERROR_FILE_NOT_FOUND, "not there"},
+    {LR"(@\missing\a)", ERROR_PATH_NOT_FOUND, "nor the directory above"},
+    {LR"(@\file\a)", ERROR_PATH_NOT_FOUND, "below a file"},
+    {LR"(@\file\)", ERROR_INVALID_NAME, "a file is no directory"},
+    {LR"(@\dir)", ERROR_ACCESS_DENIED, "a directory"},
+    {LR"(@\dir\inner)", ERROR_ACCESS_DENIED, "an empty one"},
+    {LR"(@\dir\)", ERROR_ACCESS_DENIED, "with a separator"},
+    {L".", ERROR_ACCESS_DENIED, "the current one"},
+    {LR"(C:\)", ERROR_ACCESS_DENIED, "a root"},
+    {LR"(@\readonly)", ERROR_ACCESS_DENIED, "read-only"},
+    {LR"(@\a*b)", ERROR_INVALID_NAME, "no name"},
+    {LR"(@\missing\a*b)", ERROR_PATH_NOT_FOUND, "names are checked in their turn",
+     ERROR_INVALID_NAME},
+    {L"", ERROR_PATH_NOT_FOUND, "no text"},
+    {L"  ", ERROR_PATH_NOT_FOUND, "blanks only"},
+    {LR"(Q:\a)", ERROR_PATH_NOT_FOUND, "no such drive", ERROR_FILE_NOT_FOUND},
+    {LR"(\\fl-dead-server\share\a)", ERROR_BAD_NETPATH, "no such server", ERROR_PATH_NOT_FOUND},
+    {L"nul", ERROR_INVALID_FUNCTION, "a device", ERROR_INVALID_PARAMETER},
+    {LR"(@\nul)", ERROR_INVALID_FUNCTION, "a device in a directory", ERROR_INVALID_PARAMETER},
+};
+
+TEST(DeletingFiles, Outcomes)
+{
+    for (deletion_case const &row : delete_cases) {
+        workspace space;
+        fill(space);
+        EXPECT_EQ(delete_file(text_in(space, row.text)), expected(row.code, row.wine))
+            << row.text << ": " << row.why;
+        EXPECT_EQ(space.exists(space.path(u"file")), row.code != success) << row.text;
+        EXPECT_TRUE(space.exists(space.path(u"readonly"))) << row.text;
+        EXPECT_TRUE(space.is_directory(space.path(u"dir\\inner"))) << row.text;
+    }
+}
+
+TEST(DeletingFiles, TakesADotAtTheEndOfAPrefixedName)
+{
+    workspace space;
+    space.make_file(space.path(u"file"));
+    space.make_file(space.path(u"file."));
+    EXPECT_EQ(delete_file(LR"(\\?\)" + in(space, L"file.")), success);
+    EXPECT_EQ(space.entries(space.root()), std::vector<std::u16string>{u"file"});
+}
+
+TEST(DeletingFiles, WorksOnAShare)
+{
+    workspace space;
+    if (!space.has_share())
+        GTEST_SKIP() << "there is no share";
+    space.make_file(space.share_root() + u"\\file");
+    EXPECT_EQ(delete_file(wide(space.share_root()) + LR"(\FILE)"), success);
+    EXPECT_EQ(delete_file(wide(space.share_root()) + LR"(\FILE)"), DWORD{ERROR_FILE_NOT_FOUND});
+}
+
+// Wine knows no such limit.
+TEST(DeletingFiles, NeedsALongPrefixFrom260Units)
+{
+    workspace space;
+    for (std::size_t const length : {258U, 259U, 260U, 300U}) {
+        std::wstring const name = long_path(space, length);
+        space.make_file(units(name));
+        DWORD const windows = length < 260 ? success : ERROR_PATH_NOT_FOUND;
+        EXPECT_EQ(delete_file(name), expected(windows, success)) << length;
+        space.make_file(units(name));
+        EXPECT_EQ(delete_file(LR"(\\?\)" + name), success) << length;
+        EXPECT_FALSE(space.exists(units(name))) << length;
+    }
+}
+
+TEST(DeletingFiles, WantsOthersToShareThat)
+{
+    workspace space;
+    fill(space);
+    std::wstring const name = in(space, L"file");
+    handle reader = open(name, {.share = FILE_SHARE_READ | FILE_SHARE_WRITE});
+    EXPECT_EQ(delete_file(name), DWORD{ERROR_SHARING_VIOLATION});
+    reader = look_at(name, 0);
+    EXPECT_EQ(delete_file(name), success) << "who looks only is in nobody's way";
+    reader.close();
+    EXPECT_FALSE(space.exists(units(name)));
+}
+
+/// What the others see of a name that is gone but still open: nobody gets at it. Wine
+/// shows it as before.
+void expect_pending(std::wstring const &name, bool is_file = true)
+{
+    manner const anew = {.access = GENERIC_WRITE, .disposition = CREATE_NEW};
+    constexpr DWORD denied = ERROR_ACCESS_DENIED;
+    DWORD const wine = is_file ? success : denied; // that is no call for directories
+    EXPECT_EQ(code_of_open(name), expected(denied, wine));
+    EXPECT_EQ(code_of_open(name, {.access = 0}), expected(denied, wine));
+    EXPECT_EQ(code_of_open(name, anew), expected(denied, ERROR_FILE_EXISTS));
+    EXPECT_EQ(create_directory(name), expected(denied, ERROR_ALREADY_EXISTS));
+    EXPECT_EQ(get_file_attributes(name), expected(denied, success));
+    EXPECT_EQ(set_attributes(name, FILE_ATTRIBUTE_NORMAL), expected(denied, success));
+    EXPECT_EQ(delete_file(name), expected(denied, wine)) << "a second time";
+    std::wstring const parent = name.substr(0, name.rfind(L'\\'));
+    EXPECT_EQ(remove_directory(parent), DWORD{ERROR_DIR_NOT_EMPTY}) << "the name is still there";
+}
+
+TEST(PendingDeletion, WaitsForTheLastHandle)
+{
+    workspace space;
+    space.make_file(space.path(u"dir\\file"), "content");
+    std::wstring const name = in(space, LR"(dir\file)");
+    handle first = open(name);
+    handle second = open(name);
+    EXPECT_EQ(delete_file(name), success);
+    expect_pending(name);
+    first.close();
+    expect_pending(name);
+    FILE_STANDARD_INFO info = {};
+    EXPECT_TRUE(::GetFileInformationByHandleEx(second.get(), FileStandardInfo, &info, sizeof info));
+    EXPECT_EQ(info.DeletePending != FALSE, !runs_under_wine());
+    EXPECT_EQ(info.NumberOfLinks, expected(0, 1));
+    second.close();
+    EXPECT_EQ(get_file_attributes(name), DWORD{ERROR_FILE_NOT_FOUND});
+    EXPECT_EQ(remove_directory(in(space, L"dir")), success);
+}
+
+TEST(PendingDeletion, LeavesTheContentToItsReaders)
+{
+    workspace space;
+    space.make_file(space.path(u"file"), "content");
+    handle const reader = open(in(space, L"file"));
+    EXPECT_EQ(delete_file(in(space, L"file")), success);
+    char buffer[10] = {};
+    DWORD got = 0;
+    EXPECT_TRUE(::ReadFile(reader.get(), buffer, 10, &got, nullptr));
+    EXPECT_EQ(std::string(buffer, got), "content");
+}
+
+template <typename Info>
+DWORD dispose(handle const &opened, FILE_INFO_BY_HANDLE_CLASS which, Info info)
+{
+    return outcome_of([&] {
+        return ::SetFileInformationByHandle(opened.get(), which, &info, sizeof info) != FALSE;
+    });
+}
+
+DWORD mark(handle const &opened, bool gone = true)
+{
+    return dispose(opened, FileDispositionInfo, FILE_DISPOSITION_INFO{static_cast<BOOLEAN>(gone)});
+}
+
+/// FileDispositionInfoEx, which some headers show only to the newest targets.
+constexpr auto disposition_with_flags = static_cast<FILE_INFO_BY_HANDLE_CLASS>(21);
+
+DWORD mark_with(handle const &opened, DWORD flags)
+{
+    return dispose(opened, disposition_with_flags, FILE_DISPOSITION_INFO_EX{flags});
+}
+
+TEST(MarkedHandles, DeleteWithTheLastClose)
+{
+    workspace space;
+    space.make_file(space.path(u"dir\\file"));
+    std::wstring const name = in(space, LR"(dir\file)");
+    handle marked = look_at(name, DELETE);
+    EXPECT_EQ(mark(marked), success);
+    expect_pending(name);
+    EXPECT_EQ(mark(marked), success) << "a second time";
+    marked.close();
+    EXPECT_FALSE(space.exists(units(name)));
+}
+
+TEST(MarkedHandles, CanBeUnmarked)
+{
+    workspace space;
+    space.make_file(space.path(u"file"));
+    std::wstring const name = in(space, L"file");
+    handle marked = look_at(name, DELETE);
+    EXPECT_EQ(mark(marked), success);
+    EXPECT_EQ(mark(marked, false), success);
+    EXPECT_EQ(get_file_attributes(name), success);
+    marked.close();
+    EXPECT_TRUE(space.exists(units(name)));
+}
+
+TEST(MarkedHandles, DeleteAnEmptyDirectory)
+{
+    workspace space;
+    space.make_directory(space.path(u"dir\\inner"));
+    EXPECT_EQ(mark(look_at(in(space, L"dir"), DELETE)), DWORD{ERROR_DIR_NOT_EMPTY});
+    EXPECT_EQ(mark(look_at(in(space, LR"(dir\inner)"), DELETE)), success);
+    EXPECT_EQ(mark(look_at(in(space, L"dir"), DELETE)), success);
+    EXPECT_FALSE(space.exists(space.path(u"dir")));
+}
+
+TEST(MarkedHandles, NeedTheRightAndAWritableFile)
+{
+    workspace space;
+    fill(space);
+    EXPECT_EQ(mark(look_at(in(space, L"file"), GENERIC_READ | GENERIC_WRITE)),
+              DWORD{ERROR_ACCESS_DENIED});
+    EXPECT_EQ(mark(look_at(in(space, L"readonly"), DELETE)), DWORD{ERROR_ACCESS_DENIED});
+    EXPECT_TRUE(space.exists(space.path(u"file")));
+    EXPECT_TRUE(space.exists(space.path(u"readonly")));
+}
+
+/// Whether the class of information is known at all. Wine 8 doesn't know it.
+bool knows_disposition_flags()
+{
+    workspace space;
+    handle const opened = look_at(wide(space.root()), DELETE);
+    return !runs_under_wine() ||
+           mark_with(opened, FILE_DISPOSITION_FLAG_DO_NOT_DELETE) != ERROR_INVALID_PARAMETER;
+}
+
+TEST(MarkedHandles, TakeFlags)
+{
+    if (!knows_disposition_flags())
+        GTEST_SKIP() << "this Wine knows no flags of deletion";
+    workspace space;
+    fill(space);
+    constexpr DWORD gone = FILE_DISPOSITION_FLAG_DELETE;
+    constexpr DWORD at_once = gone | FILE_DISPOSITION_FLAG_POSIX_SEMANTICS;
+    constexpr DWORD anyway = gone | FILE_DISPOSITION_FLAG_IGNORE_READONLY_ATTRIBUTE;
+    EXPECT_EQ(mark_with(look_at(in(space, L"file"), GENERIC_ALL), gone), success);
+    EXPECT_FALSE(space.exists(space.path(u"file")));
+    EXPECT_EQ(mark_with(look_at(in(space, L"readonly"), GENERIC_READ), anyway),
+              DWORD{ERROR_ACCESS_DENIED})
+        << "the right";
+    EXPECT_EQ(mark_with(look_at(in(space, L"readonly"), DELETE), at_once),
+              DWORD{ERROR_ACCESS_DENIED})
+        << "read-only";
+    EXPECT_EQ(mark_with(look_at(in(space, L"dir"), DELETE), at_once), DWORD{ERROR_DIR_NOT_EMPTY});
+    EXPECT_EQ(mark_with(look_at(in(space, L"readonly"), DELETE), anyway), success);
+    EXPECT_FALSE(space.exists(space.path(u"readonly")));
+}
+
+// The name is free as soon as the handle that marked it is closed.
+TEST(MarkedHandles, FreeTheNameAtOnceIfAsked)
+{
+    if (!knows_disposition_flags())
+        GTEST_SKIP() << "this Wine knows no flags of deletion";
+    workspace space;
+    fill(space);
+    std::wstring const name = in(space, L"file");
+    handle const reader = open(name);
+    handle marked = look_at(name, DELETE);
+    EXPECT_EQ(
+        mark_with(marked, FILE_DISPOSITION_FLAG_DELETE | FILE_DISPOSITION_FLAG_POSIX_SEMANTICS),
+        success);
+    EXPECT_EQ(get_file_attributes(name), DWORD{ERROR_ACCESS_DENIED});
+    marked.close();
+    EXPECT_EQ(get_file_attributes(name), DWORD{ERROR_FILE_NOT_FOUND});
+    EXPECT_EQ(code_of_open(name, {.access = GENERIC_WRITE, .disposition = CREATE_NEW}), success);
+}
+
+constexpr manner deletes_on_close = {.access = GENERIC_READ | DELETE,
+                                     .flags =
+                                         FILE_FLAG_DELETE_ON_CLOSE | FILE_FLAG_BACKUP_SEMANTICS};
+
+TEST(DeletingOnClose, ShowsTheFileUntilThen)
+{
+    workspace space;
+    fill(space);
+    std::wstring const name = in(space, L"file");
+    handle doomed = open(name, deletes_on_close);
+    ASSERT_TRUE(doomed);
+    EXPECT_EQ(get_file_attributes(name), success);
+    EXPECT_EQ(code_of_open(name, {.share = FILE_SHARE_READ}), DWORD{ERROR_SHARING_VIOLATION});
+    handle other = open(name);
+    EXPECT_TRUE(other);
+    doomed.close();
+    EXPECT_EQ(code_of_open(name), expected(ERROR_ACCESS_DENIED, success)) << "pending now";
+    other.close();
+    EXPECT_EQ(code_of_open(name), DWORD{ERROR_FILE_NOT_FOUND});
+}
+
+TEST(DeletingOnClose, TakesNewFilesAndEmptyDirectories)
+{
+    workspace space;
+    fill(space);
+    manner anew = deletes_on_close;
+    anew.disposition = CREATE_NEW;
+    EXPECT_EQ(code_of_open(in(space, L"new"), anew), success);
+    EXPECT_FALSE(space.exists(space.path(u"new")));
+    EXPECT_EQ(code_of_open(in(space, LR"(dir\inner)"), deletes_on_close), success);
+    EXPECT_FALSE(space.exists(space.path(u"dir\\inner")));
+    EXPECT_EQ(code_of_open(in(space, L"readonly"), deletes_on_close), DWORD{ERROR_ACCESS_DENIED});
+    EXPECT_TRUE(space.exists(space.path(u"readonly")));
+}
+
+TEST(DeletingOnClose, LeavesADirectoryThatIsNotEmpty)
+{
+    workspace space;
+    fill(space);
+    EXPECT_EQ(code_of_open(in(space, L"dir"), deletes_on_close), success) << "quietly";
+    EXPECT_TRUE(space.is_directory(space.path(u"dir\\inner")));
+}
+
+TEST(RemovingOpenDirectories, WaitsForTheLastHandle)
+{
+    workspace space;
+    space.make_directory(space.path(u"dir\\inner"));
+    std::wstring const name = in(space, LR"(dir\inner)");
+    handle lister = look_at(name, FILE_LIST_DIRECTORY);
+    EXPECT_EQ(remove_directory(name), success);
+    expect_pending(name, false);
+    EXPECT_EQ(remove_directory(name), expected(ERROR_ACCESS_DENIED, success)) << "again";
+    lister.close();
+    EXPECT_EQ(get_file_attributes(name), DWORD{ERROR_FILE_NOT_FOUND});
+}
+
+TEST(RemovingOpenDirectories, TakesNoNewEntries)
+{
+    workspace space;
+    space.make_directory(space.path(u"dir"));
+    handle const lister = look_at(in(space, L"dir"), FILE_LIST_DIRECTORY);
+    EXPECT_EQ(remove_directory(in(space, L"dir")), success);
+    EXPECT_EQ(create_directory(in(space, LR"(dir\new)")), expected(ERROR_ACCESS_DENIED, success));
+    EXPECT_EQ(code_of_open(in(space, LR"(dir\file)"), {.disposition = CREATE_NEW}),
+              expected(ERROR_ACCESS_DENIED, success));
+}
+
+TEST(RemovingOpenDirectories, WantsOthersToShareThat)
+{
+    workspace space;
+    space.make_directory(space.path(u"dir"));
+    std::wstring const name = in(space, L"dir");
+    manner how = {.access = FILE_LIST_DIRECTORY,
+                  .share = FILE_SHARE_READ | FILE_SHARE_WRITE,
+                  .flags = FILE_FLAG_BACKUP_SEMANTICS};
+    handle lister = open(name, how);
+    EXPECT_EQ(remove_directory(name), DWORD{ERROR_SHARING_VIOLATION});
+    how.access = FILE_READ_ATTRIBUTES;
+    lister = open(name, how);
+    EXPECT_EQ(remove_directory(name), success) << "who looks only is in nobody's way";
+}
+
+// Wine removes it.
+TEST(RemovingDirectories, LeavesAReadOnlyOne)
+{
+    workspace space;
+    space.make_directory(space.path(u"dir"));
+    set_attributes(in(space, L"dir"), FILE_ATTRIBUTE_READONLY);
+    EXPECT_EQ(remove_directory(in(space, L"dir")), expected(ERROR_ACCESS_DENIED, success));
+}
+
+} // namespace
+
+} // namespace contract
