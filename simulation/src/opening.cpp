@@ -118,7 +118,8 @@ open_file::~open_file()
 {
     auto &all = target().open_files;
     std::erase(all, this);
-    if (deletes_on_close)
+    // quietly: there is nobody to tell what is in the way
+    if (deletes_on_close && target().is_empty())
         name->is_delete_pending = true;
     bool const is_last =
         is_posix_deletion || std::none_of(all.begin(), all.end(), [this](open_file const *other) {
@@ -149,7 +150,7 @@ std::shared_ptr<open_file> open_existing(machine_state &machine, pathname const 
 {
     // devices are only names here, nothing that could be opened
     if (path.is_device())
-        throw failure(how.wanted == kind::directory ? ERROR_DIRECTORY : ERROR_INVALID_PARAMETER);
+        throw failure(how.wanted == kind::directory ? ERROR_DIRECTORY : ERROR_INVALID_FUNCTION);
     return open_found(find_existing(path, machine, how.last), path.ends_in_separator, how);
 }
 
@@ -161,6 +162,11 @@ std::shared_ptr<open_file> open_found(place const &here, bool ends_in_separator,
     DWORD const access = specific_access(how.access);
     check_read_only(*here.found->target, access);
     return std::make_shared<open_file>(here.disk, here.found, access, how.share);
+}
+
+failure collision(entry const &taken, DWORD code)
+{
+    return failure(taken.is_delete_pending ? ERROR_ACCESS_DENIED : code);
 }
 
 void check_creation(place const &here)

@@ -4,6 +4,7 @@
 // who has it open lets go. Every call that acts on a name opens it first, as on
 // Windows, if only for the time of the call.
 
+#include "failure.hpp"
 #include "lookup.hpp"
 
 #include <memory>
@@ -75,6 +76,10 @@ std::shared_ptr<open_file> open_existing(machine_state &machine, pathname const 
 
 /// Opens what a lookup has found.
 std::shared_ptr<open_file> open_found(place const &here, bool ends_in_separator, terms const &how);
+
+/// What is wrong with making something by a name that is taken: `code`, unless the one who
+/// has it is on the way out.
+failure collision(entry const &taken, DWORD code);
 
 /// Fails if no entry can be made in the directory of a free place.
 void check_creation(place const &here);

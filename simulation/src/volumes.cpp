@@ -21,11 +21,11 @@ std::u16string guid_name_of(char16_t letter)
 
 } // namespace
 
-std::shared_ptr<volume> volumes::make_volume(std::u16string name)
+std::shared_ptr<volume> volumes::make_volume(std::u16string name, DWORD attributes)
 {
     auto made = std::make_shared<volume>();
     made->root = std::make_shared<entry>();
-    made->root->target = std::make_shared<node>(DWORD{FILE_ATTRIBUTE_DIRECTORY}, clock_->now());
+    made->root->target = std::make_shared<node>(attributes, clock_->now());
     made->root->target->own_entry = made->root;
     made->root->target->link_count = 1;
     made->name = std::move(name);
@@ -61,6 +61,15 @@ void volumes::add_share(std::u16string_view server, std::u16string_view share)
 void volumes::add_dead_server(std::u16string_view name)
 {
     servers_[upcase(name)].is_dead = true;
+}
+
+std::shared_ptr<volume> volumes::device()
+{
+    if (!device_) {
+        device_ = make_volume({}, FILE_ATTRIBUTE_ARCHIVE);
+        device_->is_device = true;
+    }
+    return device_;
 }
 
 std::shared_ptr<volume> volumes::find_drive(char16_t letter) const

@@ -20,6 +20,8 @@ struct volume
     std::u16string guid_name;
     DWORD serial_number = 0;
     bool is_remote = false;
+    /// No volume at all: its root stands for a device, which takes all bytes and gives none.
+    bool is_device = false;
     std::shared_ptr<machine_clock> clock;
 };
 
@@ -41,6 +43,9 @@ public:
     /// and another for the share.
     std::shared_ptr<volume> find_share(std::u16string_view server, std::u16string_view share) const;
 
+    /// What the names of devices open. They are all the same: NUL.
+    std::shared_ptr<volume> device();
+
     std::shared_ptr<machine_clock> const &clock() const noexcept { return clock_; }
 
 private:
@@ -50,9 +55,11 @@ private:
         std::map<std::u16string, std::shared_ptr<volume>> shares; // by name in upper case
     };
 
-    std::shared_ptr<volume> make_volume(std::u16string name);
+    std::shared_ptr<volume> make_volume(std::u16string name,
+                                        DWORD attributes = FILE_ATTRIBUTE_DIRECTORY);
 
     std::shared_ptr<machine_clock> clock_ = std::make_shared<machine_clock>();
+    std::shared_ptr<volume> device_;
     std::map<char16_t, std::shared_ptr<volume>> drives_;
     std::map<std::u16string, server_entry> servers_; // by name in upper case
     DWORD last_serial_number_ = 0x1A2B'3C00;

@@ -26,7 +26,7 @@ std::u16string translated(std::u16string_view pattern)
         else if (unit == u'.' && (next == u'?' || next == u'*'))
             result += stop_or_end;
         else if (unit == u'*' && next == u'.' && index + 2 == pattern.size())
-            result += star_to_last_stop;
+            return result + star_to_last_stop;
         else
             result += unit;
     }
@@ -38,8 +38,11 @@ class comparison
 {
 public:
     comparison(std::u16string pattern, std::u16string name)
-        : pattern_(std::move(pattern)), name_(std::move(name)), last_stop_(name_.rfind(u'.'))
+        : pattern_(std::move(pattern)), name_(std::move(name))
     {
+        // the directory itself and the one above have no extension
+        if (name_ != u"." && name_ != u"..")
+            last_stop_ = name_.rfind(u'.');
     }
 
     /// Which prefixes of the name each prefix of the pattern means: one row after the
@@ -104,7 +107,7 @@ private:
 
     std::u16string pattern_;
     std::u16string name_;
-    std::size_t last_stop_;
+    std::size_t last_stop_ = std::u16string::npos;
 };
 
 } // namespace

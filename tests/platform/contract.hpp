@@ -112,6 +112,12 @@ inline DWORD delete_file(std::wstring const &name)
     return outcome_of([&] { return ::DeleteFileW(name.c_str()) != FALSE; });
 }
 
+/// Whether two times are one.
+inline bool same(FILETIME left, FILETIME right)
+{
+    return left.dwHighDateTime == right.dwHighDateTime && left.dwLowDateTime == right.dwLowDateTime;
+}
+
 inline constexpr DWORD share_all = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
 /// Owns what `CreateFileW` opens. `close` is for tests that look at what happens then.

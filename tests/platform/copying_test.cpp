@@ -23,8 +23,8 @@ void fill(workspace &space)
         space.make_file(space.path(name), "former");
     space.make_file(space.path(u"file"), "content");
     space.make_directory(space.path(u"dir"));
-    set_attributes(in(space, L"locked"), FILE_ATTRIBUTE_READONLY);
-    set_attributes(in(space, L"hidden"), FILE_ATTRIBUTE_HIDDEN);
+    give_attributes(in(space, L"locked"), FILE_ATTRIBUTE_READONLY);
+    give_attributes(in(space, L"hidden"), FILE_ATTRIBUTE_HIDDEN);
 }
 
 /// See `text_in`. `keep` is the flag that keeps a target that is there.
@@ -111,7 +111,7 @@ TEST(Copying, KeepsAttributesAndTheTimeOfWriting)
         fill(space);
         std::wstring const to = in(space, is_there ? L"other" : L"new");
         set_last_write(in(space, L"file"), past_moment());
-        set_attributes(in(space, L"file"), kept);
+        give_attributes(in(space, L"file"), kept);
         ASSERT_EQ(copy(in(space, L"file"), to), success);
         BY_HANDLE_FILE_INFORMATION const information = information_of(to);
         EXPECT_TRUE(same(information.ftLastWriteTime, past_moment()));
@@ -223,9 +223,9 @@ TEST(HardLinks, AreNamesOfOneFile)
     EXPECT_EQ(information_of(one).nNumberOfLinks, 2U);
     EXPECT_EQ(information_of(two).nNumberOfLinks, 2U);
     EXPECT_EQ(information_of(two).nFileIndexLow, information_of(one).nFileIndexLow);
-    set_attributes(one, FILE_ATTRIBUTE_READONLY);
+    give_attributes(one, FILE_ATTRIBUTE_READONLY);
     EXPECT_NE(attributes_of(two) & FILE_ATTRIBUTE_READONLY, 0U) << "attributes are the file's";
-    set_attributes(two, FILE_ATTRIBUTE_NORMAL);
+    give_attributes(two, FILE_ATTRIBUTE_NORMAL);
     {
         opened const file(two, GENERIC_WRITE);
         DWORD written = 0;

@@ -19,7 +19,7 @@ void fill(workspace &space)
     space.make_file(space.path(u"file"), "content");
     space.make_file(space.path(u"other"), "former");
     space.make_file(space.path(u"locked"), "kept");
-    set_attributes(in(space, L"locked"), FILE_ATTRIBUTE_READONLY);
+    give_attributes(in(space, L"locked"), FILE_ATTRIBUTE_READONLY);
     space.make_file(space.path(u"dir\\inner"), "inner");
     space.make_directory(space.path(u"dir\\sub"));
     space.make_directory(space.path(u"empty"));
@@ -117,7 +117,7 @@ TEST(Moving, KeepsContentAttributesAndTimes)
     std::wstring const from = in(space, L"file");
     std::wstring const to = in(space, L"other");
     set_last_write(from, past_moment());
-    set_attributes(from, FILE_ATTRIBUTE_READONLY);
+    give_attributes(from, FILE_ATTRIBUTE_READONLY);
     BY_HANDLE_FILE_INFORMATION const before = information_of(from);
     ASSERT_EQ(move(from, to, replace), success);
     BY_HANDLE_FILE_INFORMATION const after = information_of(to);

@@ -4,11 +4,9 @@
 
 #include "platform/contract.hpp"
 
-#include <utility>
+#include <string>
 
 namespace contract {
-
-inline constexpr DWORD share_all = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
 /// A file or directory that is open as long as this lives. Closed if it couldn't be
 /// opened; then `code` says why.
@@ -18,24 +16,18 @@ public:
     opened(std::wstring const &name, DWORD access, DWORD share = share_all, DWORD flags = 0)
     {
         code = outcome_of([&] {
-            handle_ = ::CreateFileW(name.c_str(), access, share, nullptr, OPEN_EXISTING,
-                                    flags | FILE_FLAG_BACKUP_SEMANTICS, nullptr);
-            return handle_ != INVALID_HANDLE_VALUE;
+            handle_ = open(
+                name,
+                {.access = access, .share = share, .flags = flags | FILE_FLAG_BACKUP_SEMANTICS});
+            return static_cast<bool>(handle_);
         });
     }
-    opened(opened const &) = delete;
-    opened &operator=(opened const &) = delete;
-    ~opened()
-    {
-        if (handle_ != INVALID_HANDLE_VALUE)
-            ::CloseHandle(handle_);
-    }
-    HANDLE get() const { return handle_; }
+    HANDLE get() const { return handle_.get(); }
 
     DWORD code = success;
 
 private:
-    HANDLE handle_ = INVALID_HANDLE_VALUE;
+    handle handle_;
 };
 
 /// The content of a small file, or "(closed)" if it can't be opened.
@@ -52,14 +44,9 @@ inline std::string content_of(std::wstring const &name)
     return content;
 }
 
-inline DWORD attributes_of(std::wstring const &name)
+inline void give_attributes(std::wstring const &name, DWORD attributes)
 {
-    return ::GetFileAttributesW(name.c_str());
-}
-
-inline void set_attributes(std::wstring const &name, DWORD attributes)
-{
-    EXPECT_TRUE(::SetFileAttributesW(name.c_str(), attributes));
+    EXPECT_EQ(set_attributes(name, attributes), success);
 }
 
 inline BY_HANDLE_FILE_INFORMATION information_of(std::wstring const &name)
@@ -85,11 +72,6 @@ inline void set_last_write(std::wstring const &name, FILETIME moment)
     changed.LastWriteTime.QuadPart =
         static_cast<long long>(moment.dwHighDateTime) << 32 | moment.dwLowDateTime;
     EXPECT_TRUE(::SetFileInformationByHandle(file.get(), FileBasicInfo, &changed, sizeof changed));
-}
-
-inline bool same(FILETIME left, FILETIME right)
-{
-    return left.dwHighDateTime == right.dwHighDateTime && left.dwLowDateTime == right.dwLowDateTime;
 }
 
 } // namespace contract

@@ -36,7 +36,7 @@ void set_attributes(machine_state &machine, LPCWSTR name, DWORD attributes)
 {
     auto const file = open_for_attributes(machine, name);
     if (!file)
-        throw failure(ERROR_INVALID_PARAMETER);
+        throw failure(ERROR_INVALID_FUNCTION);
     change_attributes(*file, attributes);
 }
 

@@ -62,7 +62,7 @@ void create_hard_link(machine_state &machine, LPCWSTR name, LPCWSTR existing)
     if (path.ends_in_separator && !here.is_root())
         throw failure(ERROR_INVALID_NAME);
     if (here.found)
-        throw failure(ERROR_ALREADY_EXISTS);
+        throw collision(*here.found, ERROR_ALREADY_EXISTS);
     check_creation(here);
     if (source->target().link_count == most_links)
         throw failure(ERROR_TOO_MANY_LINKS);

@@ -3,6 +3,7 @@
 
 #include "full_path.hpp"
 #include "handles.hpp"
+#include "legacy_device.hpp"
 #include "opening.hpp"
 #include "wildcard.hpp"
 
@@ -35,7 +36,7 @@ pattern parse_pattern(machine_state &machine, std::u16string_view text)
     parsed.directory = parse_pathname(text, machine);
     pathname &path = parsed.directory;
     if (path.is_device())
-        throw failure(ERROR_FILE_NOT_FOUND);
+        return parsed;
     // with a separator behind it, a directory's name says where to search and not for what
     if (path.ends_in_separator || path.elements.empty())
         return parsed;
@@ -125,16 +126,31 @@ void hand_over(found_name const &found, WIN32_FIND_DATAW &data)
     *std::copy(found.name.begin(), found.name.end(), data.cFileName) = L'\0';
 }
 
-HANDLE find_first(machine_state &machine, LPCWSTR name, WIN32_FIND_DATAW &data)
+/// A device is found by its name alone, as if it were a file.
+std::shared_ptr<search> find_device(std::u16string_view text)
 {
-    std::u16string const text = from_wide(name);
-    pattern const wanted = parse_pattern(machine, text);
+    auto found = std::make_shared<search>();
+    std::u16string_view const name = legacy_device(text);
+    found->names.push_back({std::u16string(name), FILE_ATTRIBUTE_ARCHIVE, {}, 0, 0});
+    return found;
+}
+
+std::shared_ptr<search> find_names(machine_state &machine, pattern const &wanted)
+{
     auto found = std::make_shared<search>();
     found->directory = open_directory(machine, wanted.directory);
     check_pattern(wanted);
     collect(*found, wanted);
     if (found->names.empty())
         throw failure(ERROR_FILE_NOT_FOUND);
+    return found;
+}
+
+HANDLE find_first(machine_state &machine, LPCWSTR name, WIN32_FIND_DATAW &data)
+{
+    std::u16string const text = from_wide(name);
+    pattern const wanted = parse_pattern(machine, text);
+    auto found = wanted.directory.is_device() ? find_device(text) : find_names(machine, wanted);
     found->text = text;
     hand_over(found->names[found->next++], data);
     return machine.open->add(std::move(found));

@@ -48,7 +48,9 @@ bool overwrites(creation const &asked)
 /// A file that is replaced keeps what it is only if the caller knows of it.
 void check_overwriting(node const &target, creation const &asked)
 {
-    if (target.is_directory() || target.is_read_only())
+    if (target.is_directory())
+        throw failure(ERROR_FILE_EXISTS); // a directory that was opened as any file would be
+    if (target.is_read_only())
         throw failure(ERROR_ACCESS_DENIED);
     constexpr DWORD shy = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
     bool const names_all = (target.attributes() & shy & ~asked.flags) == 0;
@@ -71,14 +73,15 @@ void check_directory(place const &here, pathname const &path, creation const &as
     bool const is_plain_directory =
         here.found->target->is_directory() && !has(asked.flags, FILE_FLAG_BACKUP_SEMANTICS);
     if (is_plain_directory)
-        throw failure(path.ends_in_separator ? ERROR_PATH_NOT_FOUND : ERROR_ACCESS_DENIED);
+        throw failure(path.ends_in_separator || here.is_root() ? ERROR_PATH_NOT_FOUND
+                                                               : ERROR_ACCESS_DENIED);
 }
 
 std::shared_ptr<open_file> open_it(place const &here, pathname const &path, creation const &asked,
                                    machine_state &machine)
 {
     if (asked.disposition == CREATE_NEW)
-        throw failure(ERROR_FILE_EXISTS);
+        throw collision(*here.found, ERROR_FILE_EXISTS);
     check_directory(here, path, asked);
     terms how;
     how.access = access_of(asked);
@@ -112,21 +115,36 @@ std::shared_ptr<open_file> make_it(place const &here, pathname const &path, crea
     return std::make_shared<open_file>(here.disk, name, access_of(asked), asked.share);
 }
 
-HANDLE create_file(machine_state &machine, LPCWSTR name, creation const &asked, DWORD &last_error)
+/// A device is there already, and nothing about it is created or cut.
+std::shared_ptr<open_file> open_device(creation const &asked, machine_state &machine)
 {
-    check_arguments(asked);
-    std::u16string const text = from_wide(name);
-    pathname const path = parse_pathname(text, machine);
+    if (asked.disposition == CREATE_NEW)
+        throw failure(ERROR_FILE_EXISTS);
+    auto const device = machine.disks.device();
+    return std::make_shared<open_file>(device, device->root, access_of(asked), share_all);
+}
+
+std::shared_ptr<open_file> open_or_make(pathname const &path, creation const &asked,
+                                        machine_state &machine, DWORD &last_error)
+{
     if (path.is_device())
-        throw failure(ERROR_ACCESS_DENIED); // only the names of devices are simulated
+        return open_device(asked, machine);
     bool const keeps = has(asked.flags, FILE_FLAG_OPEN_REPARSE_POINT);
     place const here = find_place(path, machine, keeps ? last_link::keep : last_link::follow);
     auto const file =
         here.found ? open_it(here, path, asked, machine) : make_it(here, path, asked, machine);
-    file->text = text;
     file->deletes_on_close = has(asked.flags, FILE_FLAG_DELETE_ON_CLOSE);
     if (asked.disposition == CREATE_ALWAYS || asked.disposition == OPEN_ALWAYS)
         last_error = here.found ? ERROR_ALREADY_EXISTS : ERROR_SUCCESS;
+    return file;
+}
+
+HANDLE create_file(machine_state &machine, LPCWSTR name, creation const &asked, DWORD &last_error)
+{
+    check_arguments(asked);
+    std::u16string const text = from_wide(name);
+    auto const file = open_or_make(parse_pathname(text, machine), asked, machine, last_error);
+    file->text = text;
     return machine.open->add(file);
 }
 
@@ -151,6 +169,8 @@ DWORD write_file(open_file &file, std::string_view bytes, machine_state &machine
     if (appends)
         file.demand(FILE_APPEND_DATA);
     check_content(file);
+    if (file.disk->is_device)
+        return static_cast<DWORD>(bytes.size());
     node &target = file.target();
     if (appends)
         file.position = target.content.size();

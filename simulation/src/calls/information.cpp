@@ -104,7 +104,7 @@ void get_information(open_file const &file, FILE_INFO_BY_HANDLE_CLASS kind_of_it
 /// 0 leaves a time as it is, and so does -1, which also keeps the handle from changing it.
 void set_time(std::uint64_t &time, LARGE_INTEGER asked)
 {
-    if (asked.QuadPart < -2)
+    if (asked.QuadPart < -1)
         throw failure(ERROR_INVALID_PARAMETER);
     if (asked.QuadPart > 0)
         time = static_cast<std::uint64_t>(asked.QuadPart);
@@ -117,6 +117,9 @@ void set_basic_information(open_file const &file, FILE_BASIC_INFO const &asked)
     set_time(changed.creation, asked.CreationTime);
     set_time(changed.access, asked.LastAccessTime);
     set_time(changed.write, asked.LastWriteTime);
+    bool const turns_into_directory = (asked.FileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+    if (turns_into_directory && !file.target().is_directory())
+        throw failure(ERROR_INVALID_PARAMETER);
     if (asked.FileAttributes != 0)
         change_attributes(file, asked.FileAttributes);
     file.target().times = changed;

@@ -49,7 +49,7 @@ void check_no_loop(node const &moved, place const &to)
 void check_replacement(place const &to, DWORD flags)
 {
     if ((flags & MOVEFILE_REPLACE_EXISTING) == 0)
-        throw failure(ERROR_ALREADY_EXISTS);
+        throw collision(*to.found, ERROR_ALREADY_EXISTS);
     node const &replaced = *to.found->target;
     bool const is_held = !replaced.open_files.empty() || to.found->is_delete_pending;
     if (replaced.is_directory() || replaced.is_read_only() || is_held ||

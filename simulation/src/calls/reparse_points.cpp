@@ -153,7 +153,7 @@ void create_symbolic_link(machine_state &machine, LPCWSTR name, LPCWSTR target, 
         throw failure(ERROR_ACCESS_DENIED);
     place const here = find_place(path, machine);
     if (here.found)
-        throw failure(ERROR_ALREADY_EXISTS);
+        throw collision(*here.found, ERROR_ALREADY_EXISTS);
     check_creation(here);
     if (!machine.may_create_links)
         throw failure(ERROR_PRIVILEGE_NOT_HELD);
