@@ -369,4 +369,60 @@ BOOLEAN WINAPI CreateSymbolicLinkW(LPCWSTR name, LPCWSTR target, DWORD flags);
 
 } // extern "C"
 
+// The process, its modules and its memory; volumes; the network provider's codes.
+
+using SIZE_T = std::uintptr_t;
+using ULONGLONG = std::uint64_t;
+using PVOID = void *;
+using LPCVOID = void const *;
+
+typedef struct HINSTANCE__ *HINSTANCE;
+typedef HINSTANCE HMODULE;
+
+typedef union _ULARGE_INTEGER {
+    struct
+    {
+        DWORD LowPart;
+        DWORD HighPart;
+    } u;
+    ULONGLONG QuadPart;
+} ULARGE_INTEGER, *PULARGE_INTEGER;
+
+typedef struct _MEMORY_BASIC_INFORMATION
+{
+    PVOID BaseAddress;
+    PVOID AllocationBase;
+    DWORD AllocationProtect;
+    SIZE_T RegionSize;
+    DWORD State;
+    DWORD Protect;
+    DWORD Type;
+} MEMORY_BASIC_INFORMATION, *PMEMORY_BASIC_INFORMATION;
+
+#define ERROR_BAD_LENGTH 24L
+#define ERROR_MOD_NOT_FOUND 126L
+#define ERROR_BAD_DEVICE 1200L
+#define ERROR_NO_NETWORK 1222L
+#define ERROR_NOT_CONNECTED 2250L
+
+#define MEM_COMMIT 0x00001000
+#define MEM_FREE 0x00010000
+#define MEM_PRIVATE 0x00020000
+#define MEM_IMAGE 0x01000000
+#define PAGE_NOACCESS 0x01
+#define PAGE_READWRITE 0x04
+#define PAGE_EXECUTE_READ 0x20
+#define PAGE_EXECUTE_WRITECOPY 0x80
+
+extern "C" {
+
+SIZE_T WINAPI VirtualQuery(LPCVOID address, PMEMORY_BASIC_INFORMATION info, SIZE_T size);
+DWORD WINAPI GetModuleFileNameW(HMODULE module, LPWSTR buffer, DWORD room);
+int WINAPI lstrcmpiW(LPCWSTR one, LPCWSTR other);
+BOOL WINAPI GetDiskFreeSpaceExW(LPCWSTR directory, PULARGE_INTEGER available,
+                                PULARGE_INTEGER capacity, PULARGE_INTEGER free);
+BOOL WINAPI GetVolumePathNameW(LPCWSTR name, LPWSTR buffer, DWORD room);
+
+} // extern "C"
+
 #endif

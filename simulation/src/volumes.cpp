@@ -47,6 +47,7 @@ void volumes::add_drive(char16_t letter)
 void volumes::remove_drive(char16_t letter)
 {
     drives_.erase(upcase(letter));
+    mappings_.erase(upcase(letter));
 }
 
 void volumes::add_share(std::u16string_view server, std::u16string_view share)
@@ -72,8 +73,21 @@ std::shared_ptr<volume> volumes::device()
     return device_;
 }
 
+void volumes::map_drive(char16_t letter, std::u16string_view server, std::u16string_view share)
+{
+    mappings_[upcase(letter)] = {std::u16string(server), std::u16string(share)};
+}
+
+std::optional<volumes::mapping> volumes::find_mapping(char16_t letter) const
+{
+    auto const found = mappings_.find(upcase(letter));
+    return found == mappings_.end() ? std::nullopt : std::optional(found->second);
+}
+
 std::shared_ptr<volume> volumes::find_drive(char16_t letter) const
 {
+    if (auto const mapped = find_mapping(letter))
+        return find_share(mapped->server, mapped->share);
     auto const found = drives_.find(upcase(letter));
     return found == drives_.end() ? nullptr : found->second;
 }

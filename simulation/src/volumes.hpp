@@ -6,6 +6,7 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -33,7 +34,18 @@ public:
     void add_share(std::u16string_view server, std::u16string_view share);
     void add_dead_server(std::u16string_view name);
 
-    /// The volume, or null if there is no such drive.
+    /// A letter that stands for a share of a server.
+    struct mapping
+    {
+        std::u16string server;
+        std::u16string share;
+    };
+
+    void map_drive(char16_t letter, std::u16string_view server, std::u16string_view share);
+    std::optional<mapping> find_mapping(char16_t letter) const;
+
+    /// The volume, or null if there is no such drive. Of a mapped drive, the volume of
+    /// its share; fails as that does.
     std::shared_ptr<volume> find_drive(char16_t letter) const;
 
     /// A volume by its `Volume{...}`, or null.
@@ -61,6 +73,7 @@ private:
     std::shared_ptr<machine_clock> clock_ = std::make_shared<machine_clock>();
     std::shared_ptr<volume> device_;
     std::map<char16_t, std::shared_ptr<volume>> drives_;
+    std::map<char16_t, mapping> mappings_;
     std::map<std::u16string, server_entry> servers_; // by name in upper case
     DWORD last_serial_number_ = 0x1A2B'3C00;
 };

@@ -6,6 +6,7 @@
 
 #include <windows.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -197,6 +198,41 @@ public:
     std::vector<journal_entry> journal() const;
     void clear_journal();
     int calls_of(std::string_view function) const;
+
+    // Drives and volumes of other kinds.
+    /// A drive letter for a share that is there: `X:\dir` is `\\server\share\dir`.
+    simulated_machine &map_drive(char16_t letter, std::u16string_view server,
+                                 std::u16string_view share);
+    /// Bytes on the volume with this root: all, free, and free for the caller. At
+    /// first the three are different, so that who mixes them up is found out.
+    simulated_machine &set_volume_space(std::u16string_view root, std::uint64_t capacity,
+                                        std::uint64_t free, std::uint64_t available);
+
+    // The program and its memory. At first all that this host has loaded counts as
+    // the program's file, `C:\program\program.exe`; nothing puts that on the disk.
+    simulated_machine &set_program_pathname(std::u16string_view pathname);
+    /// A module at these addresses, which needn't exist on this host.
+    simulated_machine &load_module(void const *base, std::size_t size,
+                                   std::u16string_view pathname);
+    /// Memory in use that belongs to no module, such as a block of a heap.
+    simulated_machine &reserve_memory(void const *base, std::size_t size);
+
+    // Shortcuts and COM. Calls of interface methods are journalled and fail as other
+    // calls do, by names like "IPersistFile::Load"; AddRef and Release neither. A
+    // code that is an HRESULT is the answer itself, any other becomes one.
+    /// A shortcut file with this target, as the shell link object would save it.
+    simulated_machine &add_shortcut(std::u16string_view path, std::u16string_view target);
+    /// The target in a shortcut file.
+    std::u16string shortcut_target(std::u16string_view path) const;
+    /// References to interfaces that were handed out and not released yet.
+    int live_interfaces() const;
+    /// How often the calling thread has initialised COM and not uninitialised it yet.
+    int com_apartments() const;
+    /// The same for all threads together.
+    int all_com_apartments() const;
+    /// References that were still held when the last apartment of the process went.
+    /// Calls by them would run in code that is gone.
+    int orphaned_interfaces() const;
 
 private:
     std::shared_ptr<machine_state> state_;

@@ -45,20 +45,20 @@ std::uint64_t as_number(Answer answer)
     if constexpr (std::is_pointer_v<Answer>)
         return reinterpret_cast<std::uintptr_t>(answer);
     else
-        return static_cast<std::uint64_t>(answer);
+        return static_cast<std::make_unsigned_t<Answer>>(answer);
 }
 
-/// Runs `body(machine)` as a call. A `failure` out of the body is answered with
-/// `on_failure` and its code. A body that promises a last error also where it succeeds
+/// Runs `body(machine)` as a call. A `failure` out of the body is answered with what
+/// `refuse` makes of its code. A body that promises a last error also where it succeeds
 /// takes a reference to it behind the machine.
-template <typename Answer, typename Body>
-Answer perform(call const &made, Answer on_failure, Body body)
+template <typename Refuse, typename Body>
+auto perform_refusing(call const &made, Refuse refuse, Body body) -> decltype(refuse(DWORD{}))
 {
     std::lock_guard const lock(machine_mutex());
     machine_state &machine = current_machine();
     std::u16string text =
         made.handle == nullptr ? from_wide(made.text) : opened_text(machine, made.handle);
-    Answer answer = on_failure;
+    decltype(refuse(DWORD{})) answer{};
     DWORD code = stale_last_error;
     auto const run = [&] {
         if constexpr (std::is_invocable_v<Body, machine_state &, DWORD &>)
@@ -74,8 +74,8 @@ Answer perform(call const &made, Answer on_failure, Body body)
         if (broken)
             throw failure(*broken);
     } catch (failure const &refusal) {
-        answer = on_failure;
         code = refusal.code();
+        answer = refuse(code);
     }
     set_last_error(code);
     write_journal(machine, made, std::move(text), as_number(answer), code);
@@ -83,6 +83,21 @@ Answer perform(call const &made, Answer on_failure, Body body)
 }
 
 /// The same for a call that has only a name.
+template <typename Refuse, typename Body>
+auto perform_refusing(char const *function, LPCWSTR text, Refuse refuse, Body body)
+    -> decltype(refuse(DWORD{}))
+{
+    return perform_refusing(call{.function = function, .text = text}, refuse, std::move(body));
+}
+
+/// The same for calls that fail with one answer and leave the code as the last error.
+template <typename Answer, typename Body>
+Answer perform(call const &made, Answer on_failure, Body body)
+{
+    return perform_refusing(
+        made, [on_failure](DWORD) { return on_failure; }, std::move(body));
+}
+
 template <typename Answer, typename Body>
 Answer perform(char const *function, LPCWSTR text, Answer on_failure, Body body)
 {

@@ -1,0 +1,40 @@
+#include "calls/call.hpp"
+
+#include <algorithm>
+#include <compare>
+
+namespace simulation {
+
+namespace {
+
+/// Where a unit stands in the order of a user's language: signs, digits, letters.
+std::pair<int, char16_t> rank(char16_t unit)
+{
+    char16_t const upper = upcase(unit);
+    bool const is_digit = upper >= u'0' && upper <= u'9';
+    bool const is_letter_of_some_script = is_letter(upper) || upper >= 0xC0;
+    return {is_letter_of_some_script ? 2 : (is_digit ? 1 : 0), upper};
+}
+
+int compare(LPCWSTR one, LPCWSTR other)
+{
+    if (one == nullptr || other == nullptr) // nothing comes before any text
+        return (one != nullptr) - (other != nullptr);
+    std::u16string const left = from_wide(one);
+    std::u16string const right = from_wide(other);
+    auto const order = std::lexicographical_compare_three_way(
+        left.begin(), left.end(), right.begin(), right.end(),
+        [](char16_t a, char16_t b) { return rank(a) <=> rank(b); });
+    return (order > 0) - (order < 0);
+}
+
+} // namespace
+
+} // namespace simulation
+
+extern "C" int lstrcmpiW(LPCWSTR one, LPCWSTR other)
+{
+    using namespace simulation;
+    // It can't fail, and leaves the last error alone: no call that a test could break.
+    return compare(one, other);
+}
