@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <compare>
+#include <utility>
 
 namespace simulation {
 
@@ -16,16 +17,33 @@ std::pair<int, char16_t> rank(char16_t unit)
     return {is_letter_of_some_script ? 2 : (is_digit ? 1 : 0), upper};
 }
 
+int compare_units(std::u16string_view left, std::u16string_view right)
+{
+    auto const order = std::lexicographical_compare_three_way(
+        left.begin(), left.end(), right.begin(), right.end(),
+        [](char16_t a, char16_t b) { return rank(a) <=> rank(b); });
+    return (order > 0) - (order < 0);
+}
+
+/// Signs within words, which keep `co-op` beside `coop`.
+std::u16string without_word_signs(std::u16string text)
+{
+    std::erase_if(text, [](char16_t unit) { return unit == u'-' || unit == u'\''; });
+    return text;
+}
+
 int compare(LPCWSTR one, LPCWSTR other)
 {
     if (one == nullptr || other == nullptr) // nothing comes before any text
         return (one != nullptr) - (other != nullptr);
     std::u16string const left = from_wide(one);
     std::u16string const right = from_wide(other);
-    auto const order = std::lexicographical_compare_three_way(
-        left.begin(), left.end(), right.begin(), right.end(),
-        [](char16_t a, char16_t b) { return rank(a) <=> rank(b); });
-    return (order > 0) - (order < 0);
+    int const order = compare_units(without_word_signs(left), without_word_signs(right));
+    if (order != 0)
+        return order;
+    // more of these signs come behind fewer
+    return left.size() == right.size() ? compare_units(left, right)
+                                       : (left.size() > right.size() ? 1 : -1);
 }
 
 } // namespace

@@ -35,7 +35,7 @@ std::size_t end_of_name(std::u16string_view text, std::size_t from)
 
 /// How much of a full pathname is the root of its volume. No volume is mounted in a
 /// directory here.
-std::size_t volume_length(std::u16string_view full)
+std::size_t volume_length(machine_state const &machine, std::u16string_view full)
 {
     std::size_t begin = is_literal(full) || form_of(full) == path_form::device ? 4 : 0;
     bool const is_long_network = begin != 0 && upcase(full.substr(begin, 4)) == u"UNC\\";
@@ -45,13 +45,15 @@ std::size_t volume_length(std::u16string_view full)
     }
     if (!is_drive_at(full, begin))
         throw failure(ERROR_INVALID_NAME); // a device
+    if (!machine.disks.find_drive(full[begin]))
+        throw failure(ERROR_FILE_NOT_FOUND);
     return end_of_name(full, begin);
 }
 
 std::u16string volume_path(machine_state &machine, std::u16string_view name)
 {
     std::u16string const full = is_literal(name) ? std::u16string(name) : full_path(name, machine);
-    std::u16string root = full.substr(0, volume_length(full));
+    std::u16string root = full.substr(0, volume_length(machine, full));
     if (!root.ends_with(u'\\'))
         root += u'\\';
     parse_literal(root, machine); // it has to be there; what is below it hasn't

@@ -1,0 +1,53 @@
+#include "platform/contract.hpp"
+
+namespace contract {
+
+namespace {
+
+struct comparison_case
+{
+    wchar_t const *one;
+    wchar_t const *other;
+    int order; // -1, 0 or 1
+    char const *why;
+};
+
+constexpr comparison_case comparison_cases[] = {
+    {L"win64", L"win64", 0, "the same"},
+    {L"win64", L"WIN64", 0, "in another case"},
+    {L"Bin", L"bIN", 0, "case by case"},
+    {L"bin", L"bin64", -1, "what is shorter comes first"},
+    {L"win32", L"win64", -1, "by the first difference"},
+    {L"a", L"B", -1, "letters in their order, whatever case they have"},
+    {L"9", L"a", -1, "digits come before letters"},
+    {L"_", L"a", -1, "and signs too"},
+    {L"_", L"1", -1, "also before digits"},
+    {L"bin ", L"bin", 1, "a blank counts"},
+    {L"", L"", 0, "nothing in both"},
+    {L"", L"a", -1, "nothing in one"},
+    {nullptr, L"", -1, "no text at all"},
+    {nullptr, nullptr, 0, "no texts at all"},
+    {L"\u00E4", L"\u00C4", 0, "a letter of Western Europe"},
+    {L"\u0436", L"\u0416", 0, "a Cyrillic one"},
+    {L"\u00E4", L"a", 1, "marks count"},
+    {L"co-op", L"coop", 1, "a hyphen counts where all else is equal"},
+};
+
+int sign_of(int order)
+{
+    return (order > 0) - (order < 0);
+}
+
+TEST(Comparison, Table)
+{
+    for (comparison_case const &row : comparison_cases) {
+        ::SetLastError(untouched);
+        EXPECT_EQ(sign_of(::lstrcmpiW(row.one, row.other)), row.order) << row.why;
+        EXPECT_EQ(sign_of(::lstrcmpiW(row.other, row.one)), -row.order) << row.why;
+        EXPECT_EQ(::GetLastError(), untouched) << row.why;
+    }
+}
+
+} // namespace
+
+} // namespace contract

@@ -1,0 +1,185 @@
+#include "platform/contract.hpp"
+
+#include <cstdint>
+
+namespace contract {
+
+namespace {
+
+DWORD get_space(wchar_t const *directory)
+{
+    ULARGE_INTEGER available, capacity, free;
+    return outcome_of(
+        [&] { return ::GetDiskFreeSpaceExW(directory, &available, &capacity, &free) != FALSE; });
+}
+
+/// One call on a folder that holds `dir` and `file` and is the current directory.
+struct space_case
+{
+    wchar_t const *text;
+    DWORD code;
+    char const *why;
+    DWORD wine = as_windows;
+};
+
+constexpr space_case space_cases[] = {
+    {LR"(C:\)", success, "the root of a drive"},
+    {L"C:", success, "the current directory of a drive"},
+    {LR"(@\dir)", success, "a directory"},
+    {LR"(@\dir\)", success, "with a backslash"},
+    {LR"(?@\dir)", success, "with a long prefix"},
+    {L".", success, "the current directory"},
+    {LR"(@\file)", ERROR_DIRECTORY, "a file"},
+    {LR"(@\file\)", ERROR_INVALID_NAME, "a file as a directory"},
+    {LR"(@\missing)", ERROR_FILE_NOT_FOUND, "not there"},
+    {LR"(@\missing\a)", ERROR_PATH_NOT_FOUND, "nor the directory above"},
+    {LR"(@\file\a)", ERROR_PATH_NOT_FOUND, "below a file"},
+    {L"", ERROR_PATH_NOT_FOUND, "an empty text"},
+    {LR"(@\a*b)", ERROR_INVALID_NAME, "no name"},
+    {L"nul", ERROR_DIRECTORY, "a device", ERROR_INVALID_FUNCTION},
+    {LR"(Q:\)", ERROR_PATH_NOT_FOUND, "no such drive"},
+    {LR"(Q:\a)", ERROR_PATH_NOT_FOUND, "nor anything on it", ERROR_FILE_NOT_FOUND},
+    {LR"(\\fl-dead-server\share\)", ERROR_BAD_NETPATH, "no such server", ERROR_PATH_NOT_FOUND},
+};
+
+TEST(DiskSpace, Outcomes)
+{
+    workspace space;
+    space.make_directory(space.path(u"dir"));
+    space.make_file(space.path(u"file"));
+    space.change_directory(space.root());
+    for (space_case const &row : space_cases)
+        EXPECT_EQ(get_space(text_in(space, row.text).c_str()), expected(row.code, row.wine))
+            << row.why;
+}
+
+TEST(DiskSpace, IsThatOfTheCurrentVolumeForNoText)
+{
+    workspace space;
+    EXPECT_EQ(get_space(nullptr), success);
+}
+
+TEST(DiskSpace, ExistsForAShare)
+{
+    workspace space;
+    if (!space.has_share())
+        GTEST_SKIP() << "there is no share";
+    EXPECT_EQ(get_space(LR"(\\fl-server\share\)"), success);
+    EXPECT_EQ(get_space(LR"(\\fl-server\share)"), success);
+    EXPECT_EQ(get_space(wide(space.share_root()).c_str()), success);
+    EXPECT_EQ(get_space(LR"(\\fl-server\fl-missing-share\)"),
+              expected(ERROR_BAD_NET_NAME, ERROR_FILE_NOT_FOUND));
+}
+
+TEST(DiskSpace, GivesThreeNumbersInThisOrder)
+{
+    workspace space;
+    ULARGE_INTEGER available{}, capacity{}, free{};
+    std::wstring const root = wide(space.root());
+    ASSERT_TRUE(::GetDiskFreeSpaceExW(root.c_str(), &available, &capacity, &free));
+    EXPECT_GT(capacity.QuadPart, free.QuadPart) << "some of it is in use";
+    EXPECT_GE(free.QuadPart, available.QuadPart) << "the caller may have a quota";
+    EXPECT_GT(available.QuadPart, 0U);
+}
+
+TEST(DiskSpace, MayBeAskedForInParts)
+{
+    workspace space;
+    std::wstring const root = wide(space.root());
+    ULARGE_INTEGER one{}, other{};
+    EXPECT_TRUE(::GetDiskFreeSpaceExW(root.c_str(), nullptr, nullptr, nullptr));
+    EXPECT_TRUE(::GetDiskFreeSpaceExW(root.c_str(), nullptr, &one, nullptr));
+    EXPECT_TRUE(::GetDiskFreeSpaceExW((root + L'\\').c_str(), nullptr, &other, nullptr));
+    EXPECT_EQ(one.QuadPart, other.QuadPart);
+    EXPECT_GT(one.QuadPart, 0U);
+}
+
+TEST(DiskSpace, IsLeftAloneByAFailure)
+{
+    ULARGE_INTEGER available, capacity, free;
+    available.QuadPart = capacity.QuadPart = free.QuadPart = 17;
+    EXPECT_FALSE(::GetDiskFreeSpaceExW(LR"(Q:\)", &available, &capacity, &free));
+    EXPECT_EQ(available.QuadPart + capacity.QuadPart + free.QuadPart, std::uint64_t{51});
+}
+
+/// What a call with room for all stored; empty if it failed.
+std::wstring volume_path(std::wstring const &name)
+{
+    wchar_t buffer[600] = L"#";
+    return ::GetVolumePathNameW(name.c_str(), buffer, 600) ? buffer : L"";
+}
+
+DWORD get_volume_path(std::wstring const &name, DWORD room)
+{
+    std::wstring buffer(room + 1, L'#');
+    DWORD const code = outcome_of(
+        [&] { return ::GetVolumePathNameW(name.c_str(), buffer.data(), room) != FALSE; });
+    EXPECT_EQ(buffer[room], L'#') << "it stays in the room";
+    return code;
+}
+
+struct volume_case
+{
+    wchar_t const *text;
+    wchar_t const *root; // nothing for a failure
+    DWORD code;
+    char const *why;
+    DWORD wine = as_windows;
+};
+
+constexpr volume_case volume_cases[] = {
+    {LR"(C:\fl-missing\x)", LR"(C:\)", success, "what is asked about needn't be there"},
+    {LR"(C:\)", LR"(C:\)", success, "a root"},
+    {L"C:", LR"(C:\)", success, "a drive"},
+    {L"C:x", LR"(C:\)", success, "a name on it"},
+    {L"C:/a/b", LR"(C:\)", success, "slashes"},
+    {LR"(\a)", LR"(C:\)", success, "on the current drive"},
+    {L"a", LR"(C:\)", success, "in the current directory"},
+    {LR"(\\?\C:\a\b)", LR"(\\?\C:\)", success, "a long prefix stays"},
+    {LR"(\\.\C:\a)", LR"(\\.\C:\)", success, "the other one too"},
+    {L"", nullptr, ERROR_INVALID_PARAMETER, "an empty text"},
+    {L"nul", nullptr, ERROR_INVALID_NAME, "a device"},
+    {LR"(\\?\Q:\a)", nullptr, ERROR_FILE_NOT_FOUND, "no such drive"},
+    {LR"(Q:\a)", nullptr, ERROR_FILE_NOT_FOUND, "nor without a prefix"},
+    {LR"(\\fl-dead-server\share\a)", nullptr, ERROR_BAD_NETPATH, "no such server",
+     ERROR_INVALID_NAME},
+};
+
+TEST(VolumePath, Outcomes)
+{
+    workspace space;
+    space.change_directory(space.root());
+    for (volume_case const &row : volume_cases) {
+        EXPECT_EQ(get_volume_path(row.text, 600), expected(row.code, row.wine)) << row.why;
+        EXPECT_EQ(volume_path(row.text), row.root == nullptr ? L"" : row.root) << row.why;
+    }
+}
+
+// Wine has none for network pathnames.
+TEST(VolumePath, IsTheShareOnANetwork)
+{
+    workspace space;
+    if (!space.has_share())
+        GTEST_SKIP() << "there is no share";
+    for (wchar_t const *const text :
+         {LR"(\\fl-server\share)", LR"(\\fl-server\share\)", LR"(\\fl-server\share\a\b)"}) {
+        EXPECT_EQ(get_volume_path(text, 600), expected(success, ERROR_INVALID_NAME));
+        EXPECT_EQ(volume_path(text), runs_under_wine() ? L"" : LR"(\\fl-server\share\)");
+    }
+    EXPECT_EQ(volume_path(LR"(\\?\UNC\fl-server\share\a)"),
+              runs_under_wine() ? L"" : LR"(\\?\UNC\fl-server\share\)");
+}
+
+// Wine leaves out the backslash if there is no room for it.
+TEST(VolumePath, NeedsRoom)
+{
+    EXPECT_EQ(get_volume_path(LR"(C:\a)", 0), DWORD{ERROR_INVALID_PARAMETER});
+    EXPECT_EQ(get_volume_path(LR"(C:\a)", 1), DWORD{ERROR_FILENAME_EXCED_RANGE});
+    EXPECT_EQ(get_volume_path(LR"(C:\a)", 2), DWORD{ERROR_FILENAME_EXCED_RANGE});
+    EXPECT_EQ(get_volume_path(LR"(C:\a)", 3), expected(ERROR_FILENAME_EXCED_RANGE, success));
+    EXPECT_EQ(get_volume_path(LR"(C:\a)", 4), success);
+}
+
+} // namespace
+
+} // namespace contract

@@ -1,0 +1,293 @@
+#include "platform/shell_link.hpp"
+#include "platform/shortcut_files.hpp"
+
+namespace contract {
+
+namespace {
+
+TEST(ShellLink, CountsReferencesForTheWholeObject)
+{
+    apartment const here;
+    IShellLinkW *link = nullptr;
+    ASSERT_EQ(create_link(reinterpret_cast<void **>(&link)), yes);
+    IPersistFile *file = nullptr;
+    ASSERT_EQ(code_of(link->QueryInterface(IID_IPersistFile, reinterpret_cast<void **>(&file))),
+              yes);
+    EXPECT_EQ(link->AddRef(), 3U);
+    EXPECT_EQ(file->Release(), 2U);
+    EXPECT_EQ(file->Release(), 1U);
+    EXPECT_EQ(link->Release(), 0U);
+}
+
+TEST(ShellLink, IsOneObject)
+{
+    apartment const here;
+    shortcut const made;
+    IUnknown *one = nullptr;
+    IUnknown *other = nullptr;
+    IShellLinkW *link = nullptr;
+    made.link()->QueryInterface(IID_IUnknown, reinterpret_cast<void **>(&one));
+    made.file()->QueryInterface(IID_IUnknown, reinterpret_cast<void **>(&other));
+    made.file()->QueryInterface(IID_IShellLinkW, reinterpret_cast<void **>(&link));
+    EXPECT_EQ(one, other);
+    EXPECT_EQ(link, made.link());
+    one->Release();
+    other->Release();
+    link->Release();
+    void *none = &none;
+    EXPECT_EQ(code_of(made.file()->QueryInterface(unknown_id, &none)), 0x80004002U);
+    EXPECT_EQ(none, nullptr);
+}
+
+TEST(ShellLink, TellsItsClass)
+{
+    apartment const here;
+    shortcut const made;
+    CLSID id = unknown_id;
+    EXPECT_EQ(code_of(made.file()->GetClassID(&id)), yes);
+    EXPECT_TRUE(id == CLSID_ShellLink);
+}
+
+TEST(ShellLink, HasNoPathAtFirst)
+{
+    apartment const here;
+    shortcut made;
+    EXPECT_EQ(made.path(), L"");
+    EXPECT_EQ(made.path_code(), no);
+    EXPECT_EQ(made.resolve(), yes);
+    EXPECT_EQ(code_of(made.file()->IsDirty()), no);
+}
+
+struct path_case
+{
+    wchar_t const *text;
+    wchar_t const *kept;
+    char const *why;
+};
+
+constexpr path_case path_cases[] = {
+    {LR"(@)", LR"(@)", "a directory"},
+    {LR"(@\file)", LR"(@\file)", "a file"},
+    {LR"(@\missing)", LR"(@\missing)", "nobody has to be there"},
+    {LR"(@/a/../b)", LR"(@\b)", "made full"},
+    {L"name", LR"(@\name)", "from the current directory"},
+    {LR"(Q:\a)", LR"(Q:\a)", "no such drive"},
+    {LR"(\\fl-dead-server\share\x)", LR"(\\fl-dead-server\share\x)", "no such server"},
+    {LR"(\\?\C:\fl-missing\x)", LR"(\\?\C:\fl-missing\x)", "a long prefix stays"},
+};
+
+// Wine says no about a target that is missing, and takes it all the same.
+TEST(ShellLink, TakesAnyPath)
+{
+    workspace space;
+    apartment const here;
+    space.make_file(space.path(u"file"));
+    space.change_directory(space.root());
+    for (path_case const &row : path_cases) {
+        std::wstring const text = text_in(space, row.text);
+        std::wstring const kept = text_in(space, row.kept);
+        shortcut made;
+        DWORD const wine = space.exists(units(text)) ? yes : no;
+        EXPECT_EQ(made.set_path(text), expected(yes, wine)) << row.why;
+        EXPECT_EQ(made.path(), kept) << row.why;
+        EXPECT_EQ(made.path_code(), yes) << row.why;
+    }
+}
+
+TEST(ShellLink, NeedsAText)
+{
+    apartment const here;
+    shortcut made;
+    EXPECT_EQ(code_of(made.link()->SetPath(nullptr)), from_win32(ERROR_INVALID_PARAMETER));
+    EXPECT_EQ(made.set_path(L""), yes);
+    EXPECT_EQ(made.path(), L"");
+}
+
+TEST(ShellLink, CutsThePathToTheRoom)
+{
+    apartment const here;
+    shortcut made;
+    made.set_path(LR"(C:\fl-missing)");
+    EXPECT_EQ(made.path(5), LR"(C:\f)");
+    EXPECT_EQ(made.path_code(), yes) << "nothing tells of it";
+    EXPECT_EQ(made.path(1), L"");
+    EXPECT_EQ(made.path(14), LR"(C:\fl-missing)");
+    EXPECT_EQ(made.path(13), LR"(C:\fl-missin)");
+    EXPECT_EQ(made.path(0).front(), L'#') << "no room, not even for the NUL";
+}
+
+TEST(ShellLink, SavesAndLoads)
+{
+    workspace space;
+    apartment const here;
+    for (wchar_t const *const target : {LR"(@\file)", LR"(@)", LR"(C:\fl-missing\x)", LR"(Q:\a)",
+                                        LR"(\\fl-dead-server\share\x)", L"C:\\fl-\u00E4\\x"}) {
+        shortcut made;
+        made.set_path(text_in(space, target));
+        ASSERT_EQ(made.save(in(space, L"a.lnk")), yes) << units(target).size();
+        shortcut read;
+        EXPECT_EQ(read.load(in(space, L"a.lnk")), yes);
+        EXPECT_EQ(read.path(), text_in(space, target));
+        EXPECT_EQ(read.path_code(), yes);
+    }
+}
+
+// A saved link without a target is a valid file.
+TEST(ShellLink, SavesNothingToo)
+{
+    workspace space;
+    apartment const here;
+    shortcut made;
+    ASSERT_EQ(made.save(in(space, L"a.lnk")), yes);
+    shortcut read;
+    read.set_path(LR"(C:\former)");
+    EXPECT_EQ(read.load(in(space, L"a.lnk")), yes);
+    EXPECT_EQ(read.path(), L"") << "what it had before is gone";
+    EXPECT_EQ(read.path_code(), no);
+}
+
+TEST(ShellLink, RemembersItsFile)
+{
+    workspace space;
+    apartment const here;
+    shortcut made;
+    made.set_path(LR"(C:\one)");
+    ASSERT_EQ(made.save(in(space, L"a.lnk")), yes);
+    made.set_path(LR"(C:\other)");
+    ASSERT_EQ(code_of(made.file()->Save(nullptr, TRUE)), yes);
+    shortcut read;
+    ASSERT_EQ(read.load(in(space, L"a.lnk")), yes);
+    EXPECT_EQ(read.path(), LR"(C:\other)");
+}
+
+/// One call on a folder that holds `dir`, a shortcut `a.lnk` and other files.
+struct file_case
+{
+    wchar_t const *text;
+    DWORD code;
+    char const *why;
+    DWORD wine = as_windows;
+};
+
+constexpr file_case load_cases[] = {
+    {LR"(@\a.lnk)", yes, "a shortcut"},
+    {LR"(@\A.LNK)", yes, "in another case"},
+    {LR"(@/dir/../a.lnk)", yes, "by a detour"},
+    {LR"(?@\a.lnk)", yes, "with a long prefix"},
+    {LR"(@\other)", yes, "whatever it is called"},
+    {LR"(@\missing.lnk)", from_win32(ERROR_FILE_NOT_FOUND), "not there"},
+    {LR"(@\missing\a.lnk)", from_win32(ERROR_PATH_NOT_FOUND), "nor the directory"},
+    {LR"(@\dir)", from_win32(ERROR_ACCESS_DENIED), "a directory"},
+    {LR"(@\a*b.lnk)", from_win32(ERROR_INVALID_NAME), "no name"},
+    {L"", from_win32(ERROR_PATH_NOT_FOUND), "no text"},
+    {LR"(Q:\a.lnk)", from_win32(ERROR_PATH_NOT_FOUND), "no such drive",
+     from_win32(ERROR_FILE_NOT_FOUND)},
+    {LR"(\\fl-dead-server\share\a.lnk)", from_win32(ERROR_BAD_NETPATH), "no such server",
+     from_win32(ERROR_PATH_NOT_FOUND)},
+    {LR"(nul)", garbage, "a device, with no content"},
+    {LR"(@\text.lnk)", garbage, "a file of another kind"},
+    {LR"(@\empty.lnk)", garbage, "nothing in it"},
+    {LR"(@\size.lnk)", garbage, "another size of the header"},
+    {LR"(@\class.lnk)", garbage, "another class"},
+    {LR"(@\cut.lnk)", garbage, "cut within the header"},
+    {LR"(@\bare.lnk)", garbage, "cut behind the header, which promises more"},
+};
+
+void make_shortcuts(workspace &space)
+{
+    std::string const content = content_of(wine_share_shortcut);
+    space.make_directory(space.path(u"dir"));
+    space.make_file(space.path(u"a.lnk"), content);
+    space.make_file(space.path(u"other"), content);
+    space.make_file(space.path(u"text.lnk"), std::string(200, 'x'));
+    space.make_file(space.path(u"empty.lnk"));
+    space.make_file(space.path(u"size.lnk"), 'M' + content.substr(1));
+    space.make_file(space.path(u"class.lnk"), content.substr(0, 4) + 'x' + content.substr(5));
+    space.make_file(space.path(u"cut.lnk"), content.substr(0, 75));
+    space.make_file(space.path(u"bare.lnk"), content.substr(0, 76));
+}
+
+TEST(ShellLink, LoadingOutcomes)
+{
+    workspace space;
+    apartment const here;
+    make_shortcuts(space);
+    for (file_case const &row : load_cases) {
+        shortcut made;
+        EXPECT_EQ(made.load(text_in(space, row.text)), expected(row.code, row.wine)) << row.why;
+        EXPECT_EQ(made.path(), row.code == yes ? LR"(\\fl-server\share\x)" : L"") << row.why;
+    }
+}
+
+constexpr file_case save_cases[] = {
+    {LR"(@\new.lnk)", yes, "a new name"},
+    {LR"(@\a.lnk)", yes, "over a former one"},
+    {LR"(@\text.lnk)", yes, "over a file of another kind"},
+    {LR"(?@\new.lnk)", yes, "with a long prefix"},
+    {LR"(@\missing\a.lnk)", from_win32(ERROR_PATH_NOT_FOUND), "no directory"},
+    {LR"(@\dir)", from_win32(ERROR_ACCESS_DENIED), "a directory"},
+    {LR"(@\a*b.lnk)", from_win32(ERROR_INVALID_NAME), "no name"},
+    {L"", from_win32(ERROR_PATH_NOT_FOUND), "no text"},
+    {LR"(Q:\a.lnk)", from_win32(ERROR_PATH_NOT_FOUND), "no such drive",
+     from_win32(ERROR_FILE_NOT_FOUND)},
+    {LR"(\\fl-dead-server\share\a.lnk)", from_win32(ERROR_BAD_NETPATH), "no such server",
+     from_win32(ERROR_PATH_NOT_FOUND)},
+};
+
+TEST(ShellLink, SavingOutcomes)
+{
+    for (file_case const &row : save_cases) {
+        workspace space;
+        apartment const here;
+        make_shortcuts(space);
+        shortcut made;
+        made.set_path(LR"(C:\new-target)");
+        std::wstring const name = text_in(space, row.text);
+        EXPECT_EQ(made.save(name), expected(row.code, row.wine)) << row.why;
+        if (row.code != yes)
+            continue;
+        shortcut read;
+        EXPECT_EQ(read.load(name), yes) << row.why;
+        EXPECT_EQ(read.path(), LR"(C:\new-target)") << row.why;
+    }
+}
+
+// Wine reads the narrow form of a pathname only.
+TEST(ShellLink, ReadsFilesFromElsewhere)
+{
+    workspace space;
+    apartment const here;
+    space.make_file(space.path(u"drive.lnk"), content_of(wine_drive_shortcut));
+    space.make_file(space.path(u"unicode.lnk"), content_of(unicode_shortcut));
+    shortcut made;
+    EXPECT_EQ(made.load(in(space, L"drive.lnk")), yes);
+    EXPECT_EQ(made.path(), LR"(C:\nodir\missing)");
+    EXPECT_EQ(made.load(in(space, L"unicode.lnk")), yes);
+    EXPECT_EQ(made.path(), runs_under_wine() ? L"C:\\nodir\\?" : L"C:\\nodir\\\u0436");
+}
+
+TEST(ShellLink, ResolvesWhatIsThere)
+{
+    workspace space;
+    apartment const here;
+    space.make_file(space.path(u"file"));
+    shortcut made;
+    made.set_path(in(space, L"file"));
+    EXPECT_EQ(made.resolve(), yes);
+    EXPECT_EQ(made.path(), in(space, L"file"));
+}
+
+// Wine never looks for the target.
+TEST(ShellLink, ResolvesNoMissingTarget)
+{
+    workspace space;
+    apartment const here;
+    shortcut made;
+    made.set_path(in(space, L"missing"));
+    EXPECT_EQ(made.resolve(), expected(from_win32(ERROR_FILE_NOT_FOUND), yes));
+    EXPECT_EQ(made.path(), in(space, L"missing")) << "it stays what it was";
+}
+
+} // namespace
+
+} // namespace contract

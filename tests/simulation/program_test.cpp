@@ -1,0 +1,129 @@
+#include "platform/contract.hpp"
+
+#include <simulation/machine.hpp>
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+namespace simulation {
+
+namespace {
+
+void *at(std::uintptr_t address)
+{
+    return reinterpret_cast<void *>(address);
+}
+
+void *base_of(std::uintptr_t address)
+{
+    MEMORY_BASIC_INFORMATION info{};
+    EXPECT_EQ(::VirtualQuery(at(address), &info, sizeof info), sizeof info);
+    return info.AllocationBase;
+}
+
+std::wstring file_of(void *base)
+{
+    wchar_t buffer[300] = {};
+    ::GetModuleFileNameW(static_cast<HMODULE>(base), buffer, 300);
+    return buffer;
+}
+
+void some_function() {}
+
+TEST(SimulatedProgram, HasModulesAtAddresses)
+{
+    simulated_machine machine;
+    machine.load_module(at(0x180000000), 0x20000, u"C:\\dir\\one.dll");
+    machine.load_module(at(0x180020000), 0x10000, u"D:\\other.dll");
+    EXPECT_EQ(base_of(0x180000000), at(0x180000000));
+    EXPECT_EQ(base_of(0x18001FFFF), at(0x180000000)) << "the last address of the first";
+    EXPECT_EQ(base_of(0x180020000), at(0x180020000));
+    EXPECT_EQ(base_of(0x180030000), nullptr) << "free";
+    EXPECT_EQ(file_of(at(0x180000000)), L"C:\\dir\\one.dll");
+    EXPECT_EQ(file_of(at(0x180020000)), L"D:\\other.dll");
+    EXPECT_EQ(file_of(at(0x180010000)), L"") << "an address in it is no module";
+}
+
+TEST(SimulatedProgram, DescribesMemory)
+{
+    simulated_machine machine;
+    machine.load_module(at(0x180000000), 0x20000, u"C:\\one.dll");
+    MEMORY_BASIC_INFORMATION info{};
+    ASSERT_NE(::VirtualQuery(at(0x180001234), &info, sizeof info), 0U);
+    EXPECT_EQ(info.BaseAddress, at(0x180001000)) << "the page";
+    EXPECT_EQ(info.RegionSize, 0x1F000U) << "from the page to the end";
+    EXPECT_EQ(info.State, DWORD{MEM_COMMIT});
+    EXPECT_EQ(info.Type, DWORD{MEM_IMAGE});
+    machine.reserve_memory(at(0x180000000), 0x2000);
+    ASSERT_NE(::VirtualQuery(at(0x180001234), &info, sizeof info), 0U);
+    EXPECT_EQ(info.Type, DWORD{MEM_PRIVATE}) << "what is said last counts";
+}
+
+TEST(SimulatedProgram, HasMemoryOfNoModule)
+{
+    simulated_machine machine;
+    machine.reserve_memory(at(0x200000000), 0x10000);
+    EXPECT_EQ(base_of(0x200000800), at(0x200000000));
+    ::SetLastError(0);
+    EXPECT_EQ(file_of(at(0x200000000)), L"");
+    EXPECT_EQ(::GetLastError(), DWORD{ERROR_MOD_NOT_FOUND});
+}
+
+TEST(SimulatedProgram, IsWhatTheHostHasLoaded)
+{
+    simulated_machine machine;
+    std::uintptr_t const code = reinterpret_cast<std::uintptr_t>(&some_function);
+    EXPECT_EQ(file_of(base_of(code)), L"C:\\program\\program.exe");
+    machine.set_program_pathname(u"E:\\app\\app.exe");
+    EXPECT_EQ(file_of(base_of(code)), L"E:\\app\\app.exe");
+    EXPECT_EQ(file_of(nullptr), L"E:\\app\\app.exe");
+    machine.load_module(at(code & ~std::uintptr_t{0xFFF}), 0x1000, u"E:\\app\\bin\\win64\\one.dll");
+    EXPECT_EQ(file_of(base_of(code)), L"E:\\app\\bin\\win64\\one.dll") << "what a test says counts";
+    EXPECT_EQ(file_of(nullptr), L"E:\\app\\app.exe");
+}
+
+TEST(SimulatedProgram, HasNamesOfAnyLength)
+{
+    simulated_machine machine;
+    std::u16string const name = u"C:\\" + std::u16string(5000, u'n');
+    machine.load_module(at(0x180000000), 0x1000, name);
+    std::wstring buffer(6000, L'\0');
+    EXPECT_EQ(::GetModuleFileNameW(static_cast<HMODULE>(at(0x180000000)), buffer.data(), 6000),
+              5003U);
+    EXPECT_EQ(::GetLastError(), 0U);
+    EXPECT_EQ(buffer[5003], L'\0');
+    EXPECT_EQ(buffer[5004], buffer_junk);
+    EXPECT_EQ(::GetModuleFileNameW(static_cast<HMODULE>(at(0x180000000)), buffer.data(), 5003),
+              5003U);
+    EXPECT_EQ(::GetLastError(), DWORD{ERROR_INSUFFICIENT_BUFFER});
+}
+
+TEST(SimulatedProgram, MeetsFaults)
+{
+    simulated_machine machine;
+    MEMORY_BASIC_INFORMATION info{};
+    wchar_t buffer[20] = L"untouched";
+    fault const first = machine.fail_call("VirtualQuery", 1, ERROR_IO_DEVICE);
+    EXPECT_EQ(::VirtualQuery(&info, &info, sizeof info), 0U);
+    EXPECT_EQ(::GetLastError(), DWORD{ERROR_IO_DEVICE});
+    EXPECT_EQ(info.AllocationBase, nullptr);
+    fault const second = machine.fail_call("GetModuleFileNameW", 1, ERROR_IO_DEVICE);
+    EXPECT_EQ(::GetModuleFileNameW(nullptr, buffer, 20), 0U);
+    EXPECT_EQ(::GetLastError(), DWORD{ERROR_IO_DEVICE});
+    EXPECT_STREQ(buffer, L"untouched");
+    EXPECT_EQ(machine.calls_of("VirtualQuery"), 1);
+}
+
+TEST(SimulatedProgram, RefusesModulesWithoutAPlace)
+{
+    simulated_machine machine;
+    EXPECT_THROW(machine.load_module(nullptr, 1, u"C:\\a"), std::invalid_argument);
+    EXPECT_THROW(machine.load_module(at(1), 0, u"C:\\a"), std::invalid_argument);
+    EXPECT_THROW(machine.load_module(at(1), 1, u""), std::invalid_argument);
+    EXPECT_THROW(machine.reserve_memory(nullptr, 1), std::invalid_argument);
+}
+
+} // namespace
+
+} // namespace simulation
