@@ -34,39 +34,39 @@ void some_function() {}
 TEST(SimulatedProgram, HasModulesAtAddresses)
 {
     simulated_machine machine;
-    machine.load_module(at(0x180000000), 0x20000, u"C:\\dir\\one.dll");
-    machine.load_module(at(0x180020000), 0x10000, u"D:\\other.dll");
-    EXPECT_EQ(base_of(0x180000000), at(0x180000000));
-    EXPECT_EQ(base_of(0x18001FFFF), at(0x180000000)) << "the last address of the first";
-    EXPECT_EQ(base_of(0x180020000), at(0x180020000));
-    EXPECT_EQ(base_of(0x180030000), nullptr) << "free";
-    EXPECT_EQ(file_of(at(0x180000000)), L"C:\\dir\\one.dll");
-    EXPECT_EQ(file_of(at(0x180020000)), L"D:\\other.dll");
-    EXPECT_EQ(file_of(at(0x180010000)), L"") << "an address in it is no module";
+    machine.load_module(at(0x500000000000), 0x20000, u"C:\\dir\\one.dll");
+    machine.load_module(at(0x500000020000), 0x10000, u"D:\\other.dll");
+    EXPECT_EQ(base_of(0x500000000000), at(0x500000000000));
+    EXPECT_EQ(base_of(0x50000001FFFF), at(0x500000000000)) << "the last address of the first";
+    EXPECT_EQ(base_of(0x500000020000), at(0x500000020000));
+    EXPECT_EQ(base_of(0x500000030000), nullptr) << "free";
+    EXPECT_EQ(file_of(at(0x500000000000)), L"C:\\dir\\one.dll");
+    EXPECT_EQ(file_of(at(0x500000020000)), L"D:\\other.dll");
+    EXPECT_EQ(file_of(at(0x500000010000)), L"") << "an address in it is no module";
 }
 
 TEST(SimulatedProgram, DescribesMemory)
 {
     simulated_machine machine;
-    machine.load_module(at(0x180000000), 0x20000, u"C:\\one.dll");
+    machine.load_module(at(0x500000000000), 0x20000, u"C:\\one.dll");
     MEMORY_BASIC_INFORMATION info{};
-    ASSERT_NE(::VirtualQuery(at(0x180001234), &info, sizeof info), 0U);
-    EXPECT_EQ(info.BaseAddress, at(0x180001000)) << "the page";
+    ASSERT_NE(::VirtualQuery(at(0x500000001234), &info, sizeof info), 0U);
+    EXPECT_EQ(info.BaseAddress, at(0x500000001000)) << "the page";
     EXPECT_EQ(info.RegionSize, 0x1F000U) << "from the page to the end";
     EXPECT_EQ(info.State, DWORD{MEM_COMMIT});
     EXPECT_EQ(info.Type, DWORD{MEM_IMAGE});
-    machine.reserve_memory(at(0x180000000), 0x2000);
-    ASSERT_NE(::VirtualQuery(at(0x180001234), &info, sizeof info), 0U);
+    machine.reserve_memory(at(0x500000000000), 0x2000);
+    ASSERT_NE(::VirtualQuery(at(0x500000001234), &info, sizeof info), 0U);
     EXPECT_EQ(info.Type, DWORD{MEM_PRIVATE}) << "what is said last counts";
 }
 
 TEST(SimulatedProgram, HasMemoryOfNoModule)
 {
     simulated_machine machine;
-    machine.reserve_memory(at(0x200000000), 0x10000);
-    EXPECT_EQ(base_of(0x200000800), at(0x200000000));
+    machine.reserve_memory(at(0x510000000000), 0x10000);
+    EXPECT_EQ(base_of(0x510000000800), at(0x510000000000));
     ::SetLastError(0);
-    EXPECT_EQ(file_of(at(0x200000000)), L"");
+    EXPECT_EQ(file_of(at(0x510000000000)), L"");
     EXPECT_EQ(::GetLastError(), DWORD{ERROR_MOD_NOT_FOUND});
 }
 
@@ -87,14 +87,14 @@ TEST(SimulatedProgram, HasNamesOfAnyLength)
 {
     simulated_machine machine;
     std::u16string const name = u"C:\\" + std::u16string(5000, u'n');
-    machine.load_module(at(0x180000000), 0x1000, name);
+    machine.load_module(at(0x500000000000), 0x1000, name);
     std::wstring buffer(6000, L'\0');
-    EXPECT_EQ(::GetModuleFileNameW(static_cast<HMODULE>(at(0x180000000)), buffer.data(), 6000),
+    EXPECT_EQ(::GetModuleFileNameW(static_cast<HMODULE>(at(0x500000000000)), buffer.data(), 6000),
               5003U);
     EXPECT_EQ(::GetLastError(), 0U);
     EXPECT_EQ(buffer[5003], L'\0');
     EXPECT_EQ(buffer[5004], buffer_junk);
-    EXPECT_EQ(::GetModuleFileNameW(static_cast<HMODULE>(at(0x180000000)), buffer.data(), 5003),
+    EXPECT_EQ(::GetModuleFileNameW(static_cast<HMODULE>(at(0x500000000000)), buffer.data(), 5003),
               5003U);
     EXPECT_EQ(::GetLastError(), DWORD{ERROR_INSUFFICIENT_BUFFER});
 }
