@@ -23,6 +23,8 @@ using DWORD = std::uint32_t;
 using ULONGLONG = std::uint64_t;
 using LONGLONG = std::int64_t;
 using WCHAR = wchar_t;
+using SIZE_T = std::uintptr_t;
+using PVOID = void *;
 using LPVOID = void *;
 using LPCVOID = void const *;
 using LPDWORD = DWORD *;
@@ -70,6 +72,7 @@ typedef struct _SECURITY_ATTRIBUTES
 #define ERROR_CALL_NOT_IMPLEMENTED 120L
 #define ERROR_INSUFFICIENT_BUFFER 122L
 #define ERROR_INVALID_NAME 123L
+#define ERROR_MOD_NOT_FOUND 126L
 #define ERROR_DIR_NOT_EMPTY 145L
 #define ERROR_BAD_PATHNAME 161L
 #define ERROR_ALREADY_EXISTS 183L
@@ -81,10 +84,13 @@ typedef struct _SECURITY_ATTRIBUTES
 #define ERROR_NOACCESS 998L
 #define ERROR_IO_DEVICE 1117L
 #define ERROR_TOO_MANY_LINKS 1142L
+#define ERROR_BAD_DEVICE 1200L
+#define ERROR_NO_NETWORK 1222L
 #define ERROR_PRIVILEGE_NOT_HELD 1314L
 #define ERROR_SYMLINK_CLASS_DISABLED 1463L
 #define ERROR_CANT_ACCESS_FILE 1920L
 #define ERROR_CANT_RESOLVE_FILENAME 1921L
+#define ERROR_NOT_CONNECTED 2250L
 #define ERROR_NOT_A_REPARSE_POINT 4390L
 #define ERROR_REPARSE_ATTRIBUTE_CONFLICT 4391L
 #define ERROR_INVALID_REPARSE_DATA 4392L
@@ -181,6 +187,15 @@ typedef struct _SECURITY_ATTRIBUTES
 #define FILE_DISPOSITION_FLAG_ON_CLOSE 0x00000008
 #define FILE_DISPOSITION_FLAG_IGNORE_READONLY_ATTRIBUTE 0x00000010
 
+#define MEM_COMMIT 0x00001000
+#define MEM_FREE 0x00010000
+#define MEM_PRIVATE 0x00020000
+#define MEM_IMAGE 0x01000000
+#define PAGE_NOACCESS 0x01
+#define PAGE_READWRITE 0x04
+#define PAGE_EXECUTE_READ 0x20
+#define PAGE_EXECUTE_WRITECOPY 0x80
+
 /// Ticks of 100 ns since 1601-01-01 UTC.
 typedef struct _FILETIME
 {
@@ -196,6 +211,29 @@ typedef union _LARGE_INTEGER {
     } u;
     LONGLONG QuadPart;
 } LARGE_INTEGER, *PLARGE_INTEGER;
+
+typedef union _ULARGE_INTEGER {
+    struct
+    {
+        DWORD LowPart;
+        DWORD HighPart;
+    } u;
+    ULONGLONG QuadPart;
+} ULARGE_INTEGER, *PULARGE_INTEGER;
+
+typedef struct HINSTANCE__ *HINSTANCE;
+typedef HINSTANCE HMODULE;
+
+typedef struct _MEMORY_BASIC_INFORMATION
+{
+    PVOID BaseAddress;
+    PVOID AllocationBase;
+    DWORD AllocationProtect;
+    SIZE_T RegionSize;
+    DWORD State;
+    DWORD Protect;
+    DWORD Type;
+} MEMORY_BASIC_INFORMATION, *PMEMORY_BASIC_INFORMATION;
 
 /// Only ever null here: files are read and written one call after the other.
 typedef struct _OVERLAPPED OVERLAPPED, *LPOVERLAPPED;
@@ -366,55 +404,6 @@ BOOL WINAPI CopyFileW(LPCWSTR from, LPCWSTR to, BOOL fail_if_there);
 BOOL WINAPI CreateHardLinkW(LPCWSTR name, LPCWSTR existing, LPSECURITY_ATTRIBUTES security);
 // of the original's type: one byte, and only that byte is an answer
 BOOLEAN WINAPI CreateSymbolicLinkW(LPCWSTR name, LPCWSTR target, DWORD flags);
-
-} // extern "C"
-
-// The process, its modules and its memory; volumes; the network provider's codes.
-
-using SIZE_T = std::uintptr_t;
-using ULONGLONG = std::uint64_t;
-using PVOID = void *;
-using LPCVOID = void const *;
-
-typedef struct HINSTANCE__ *HINSTANCE;
-typedef HINSTANCE HMODULE;
-
-typedef union _ULARGE_INTEGER {
-    struct
-    {
-        DWORD LowPart;
-        DWORD HighPart;
-    } u;
-    ULONGLONG QuadPart;
-} ULARGE_INTEGER, *PULARGE_INTEGER;
-
-typedef struct _MEMORY_BASIC_INFORMATION
-{
-    PVOID BaseAddress;
-    PVOID AllocationBase;
-    DWORD AllocationProtect;
-    SIZE_T RegionSize;
-    DWORD State;
-    DWORD Protect;
-    DWORD Type;
-} MEMORY_BASIC_INFORMATION, *PMEMORY_BASIC_INFORMATION;
-
-#define ERROR_BAD_LENGTH 24L
-#define ERROR_MOD_NOT_FOUND 126L
-#define ERROR_BAD_DEVICE 1200L
-#define ERROR_NO_NETWORK 1222L
-#define ERROR_NOT_CONNECTED 2250L
-
-#define MEM_COMMIT 0x00001000
-#define MEM_FREE 0x00010000
-#define MEM_PRIVATE 0x00020000
-#define MEM_IMAGE 0x01000000
-#define PAGE_NOACCESS 0x01
-#define PAGE_READWRITE 0x04
-#define PAGE_EXECUTE_READ 0x20
-#define PAGE_EXECUTE_WRITECOPY 0x80
-
-extern "C" {
 
 SIZE_T WINAPI VirtualQuery(LPCVOID address, PMEMORY_BASIC_INFORMATION info, SIZE_T size);
 DWORD WINAPI GetModuleFileNameW(HMODULE module, LPWSTR buffer, DWORD room);

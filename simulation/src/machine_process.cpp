@@ -38,7 +38,7 @@ simulated_machine &simulated_machine::set_volume_space(std::u16string_view root,
         pathname const path = parse_literal(root, *state_);
         if (path.is_device() || !path.elements.empty())
             throw failure(ERROR_INVALID_NAME);
-        state_->spaces.set(path.root, {capacity, free, available});
+        path.disk->space = {capacity, free, available};
     } catch (failure const &) {
         throw std::invalid_argument("there is no volume with this root");
     }

@@ -1,0 +1,58 @@
+#ifndef FL_SIMULATION_MACHINE_STATE_HPP
+#define FL_SIMULATION_MACHINE_STATE_HPP
+// The whole of one machine, and which machine the process runs on.
+
+#include "com_library.hpp"
+#include "faults.hpp"
+#include "process.hpp"
+#include "program_memory.hpp"
+#include "volumes.hpp"
+
+#include <simulation/machine.hpp>
+
+#include <memory>
+#include <mutex>
+#include <vector>
+
+namespace simulation {
+
+class handles;
+
+class machine_state
+{
+public:
+    machine_state();
+    ~machine_state();
+
+    std::uint64_t now() noexcept { return disks.clock()->now(); }
+
+    volumes disks;
+    process running;
+    std::unique_ptr<handles> open; ///< after the disks, on which they close
+    faults broken;
+    std::vector<journal_entry> journal;
+    /// Not on the machine that is there from the start: nobody could read it, and
+    /// a program that runs for long would only fill the memory.
+    bool keeps_journal = true;
+    /// Windows follows symbolic links on a share only where it was told to.
+    bool follows_remote_links = false;
+    /// Without the right, symbolic links can't be made.
+    bool may_create_links = true;
+
+    program_memory memory;
+    com_library com;
+};
+
+/// Held by every call and by every look of a test. Recursive, since hooks of tests
+/// run within a call and look into the machine.
+std::recursive_mutex &machine_mutex();
+
+/// The machine that calls run on. Hold the mutex.
+machine_state &current_machine();
+
+void enter_machine(std::shared_ptr<machine_state> machine);
+void leave_machine(std::shared_ptr<machine_state> const &machine);
+
+} // namespace simulation
+
+#endif

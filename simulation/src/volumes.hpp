@@ -12,6 +12,14 @@
 
 namespace simulation {
 
+/// How much room a volume has, in bytes.
+struct volume_space
+{
+    std::uint64_t capacity = 0;
+    std::uint64_t free = 0;
+    std::uint64_t available = 0; ///< to the caller, who may have a quota
+};
+
 struct volume
 {
     std::shared_ptr<entry> root;
@@ -23,6 +31,7 @@ struct volume
     bool is_remote = false;
     /// No volume at all: its root stands for a device, which takes all bytes and gives none.
     bool is_device = false;
+    volume_space space = {100ULL << 30, 40ULL << 30, 30ULL << 30};
     std::shared_ptr<machine_clock> clock;
 };
 

@@ -1,31 +1,19 @@
 #include "whole_file.hpp"
 
-#include "failure.hpp"
-#include "lookup.hpp"
+#include "opening.hpp"
 
 namespace simulation {
-
-namespace {
-
-void check_is_file(pathname const &path, place const &here)
-{
-    bool const is_directory = !here.parent || (here.found && here.found->is_directory());
-    if (path.ends_in_separator && !is_directory)
-        throw failure(ERROR_INVALID_NAME);
-    if (is_directory)
-        throw failure(ERROR_ACCESS_DENIED);
-}
-
-} // namespace
 
 std::string read_whole_file(machine_state &machine, std::u16string_view text)
 {
     pathname const path = parse_pathname(text, machine);
     if (path.is_device())
-        return {};
-    place const here = find_existing(path);
-    check_is_file(path, here);
-    return here.found->content;
+        return {}; // it has no content
+    terms how;
+    how.access = GENERIC_READ;
+    how.wanted = kind::file;
+    how.last = last_link::follow;
+    return open_existing(machine, path, how)->target().content.text();
 }
 
 void write_whole_file(machine_state &machine, std::u16string_view text, std::string_view content)
@@ -33,16 +21,21 @@ void write_whole_file(machine_state &machine, std::u16string_view text, std::str
     pathname const path = parse_pathname(text, machine);
     if (path.is_device())
         return;
-    place here = find_place(path);
-    check_is_file(path, here);
-    if (here.found && (here.found->attributes() & FILE_ATTRIBUTE_READONLY) != 0)
-        throw failure(ERROR_ACCESS_DENIED);
+    place here = find_place(path, machine, last_link::follow);
     if (!here.found) {
-        if (here.parent->denied.contains(right::create_entries))
-            throw failure(ERROR_ACCESS_DENIED);
-        here.found = here.parent->add(here.name, FILE_ATTRIBUTE_ARCHIVE);
+        if (path.ends_in_separator)
+            throw failure(ERROR_INVALID_NAME);
+        check_creation(here);
+        auto made = std::make_shared<node>(DWORD{FILE_ATTRIBUTE_ARCHIVE}, machine.now());
+        here.found = node::add(here.parent, here.name, std::move(made), machine.now());
     }
-    here.found->content = content;
+    terms how;
+    how.access = GENERIC_WRITE;
+    how.share = FILE_SHARE_READ;
+    how.wanted = kind::file;
+    auto const file = open_found(here, path.ends_in_separator, how);
+    file->target().content = byte_store(content);
+    file->target().times.write = machine.now();
 }
 
 } // namespace simulation

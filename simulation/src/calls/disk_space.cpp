@@ -2,6 +2,7 @@
 
 #include "full_path.hpp"
 #include "lookup.hpp"
+#include "reparse_data.hpp"
 
 namespace simulation {
 
@@ -20,10 +21,10 @@ volume_space space_at(machine_state &machine, LPCWSTR directory)
         parse_pathname(directory == nullptr ? u"\\" : from_wide(directory), machine);
     if (path.is_device())
         throw failure(ERROR_DIRECTORY);
-    place const here = find_existing(path);
-    if (!here.found->is_directory())
+    place const here = find_existing(path, machine, last_link::follow);
+    if (!here.found->target->is_directory())
         throw failure(path.ends_in_separator ? ERROR_INVALID_NAME : ERROR_DIRECTORY);
-    return machine.spaces.find(path.root);
+    return here.disk->space;
 }
 
 /// Takes the text up to the end of the next name, with the backslash behind it.
@@ -33,9 +34,8 @@ std::size_t end_of_name(std::u16string_view text, std::size_t from)
     return end == std::u16string_view::npos ? text.size() : end + 1;
 }
 
-/// How much of a full pathname is the root of its volume. No volume is mounted in a
-/// directory here.
-std::size_t volume_length(machine_state const &machine, std::u16string_view full)
+/// How much of a full pathname is the root of its drive or share.
+std::size_t root_length(machine_state const &machine, std::u16string_view full)
 {
     std::size_t begin = is_literal(full) || form_of(full) == path_form::device ? 4 : 0;
     bool const is_long_network = begin != 0 && upcase(full.substr(begin, 4)) == u"UNC\\";
@@ -50,14 +50,33 @@ std::size_t volume_length(machine_state const &machine, std::u16string_view full
     return end_of_name(full, begin);
 }
 
+/// Whether another volume is shown at this place.
+bool is_volume_mounted_at(std::u16string_view text, machine_state const &machine)
+{
+    try {
+        place const here = find_place(parse_literal(text, machine), machine);
+        if (!here.found || !here.found->target->reparse)
+            return false;
+        reparse_point const &point = *here.found->target->reparse;
+        return point.tag == IO_REPARSE_TAG_MOUNT_POINT &&
+               decode(point).target.starts_with(u"\\??\\Volume{");
+    } catch (failure const &) {
+        return false; // what isn't there is on the volume of what is
+    }
+}
+
 std::u16string volume_path(machine_state &machine, std::u16string_view name)
 {
     std::u16string const full = is_literal(name) ? std::u16string(name) : full_path(name, machine);
-    std::u16string root = full.substr(0, volume_length(machine, full));
-    if (!root.ends_with(u'\\'))
-        root += u'\\';
-    parse_literal(root, machine); // it has to be there; what is below it hasn't
-    return root;
+    std::size_t length = root_length(machine, full);
+    parse_literal(full.substr(0, length), machine); // it has to be there
+    for (std::size_t end = length; end < full.size();) {
+        end = end_of_name(full, end);
+        if (is_volume_mounted_at(full.substr(0, end), machine))
+            length = end;
+    }
+    std::u16string const root = full.substr(0, length);
+    return root.ends_with(u'\\') ? root : root + u'\\';
 }
 
 void get_volume_path_name(machine_state &machine, LPCWSTR name, LPWSTR buffer, DWORD room)

@@ -152,7 +152,7 @@ HRESULT shell_link::Resolve(HWND, DWORD)
         if (!target_.empty()) {
             pathname const path = parse_pathname(target_, machine);
             if (!path.is_device())
-                find_existing(path);
+                find_existing(path, machine);
         }
         return S_OK;
     });
