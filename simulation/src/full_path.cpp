@@ -82,6 +82,19 @@ void append(std::vector<std::u16string> &elements, std::u16string_view name)
         elements.pop_back();
 }
 
+/// Trims what `.` or `..` has left at the end: `a..\.` is `a`. Returns whether nothing
+/// is left of it.
+bool trim_end(std::vector<std::u16string> &elements)
+{
+    if (elements.empty())
+        return false;
+    std::u16string const kept(trim_last(elements.back()));
+    elements.pop_back();
+    if (!kept.empty())
+        elements.push_back(kept);
+    return kept.empty();
+}
+
 /// Adds the elements of `rest` and returns whether the result ends in a separator.
 bool walk(std::vector<std::u16string> &elements, std::u16string_view rest)
 {
@@ -98,6 +111,8 @@ bool walk(std::vector<std::u16string> &elements, std::u16string_view rest)
             append(elements, name);
         begin = end + 1;
     }
+    if (!ends_open)
+        ends_open = trim_end(elements);
     return ends_open;
 }
 
@@ -183,7 +198,8 @@ path_form form_of(std::u16string_view text)
         bool const has_mark = text.size() > 3 && (text[2] == u'?' || text[2] == u'.');
         return has_mark && is_separator_at(3) ? path_form::device : path_form::unc;
     }
-    if (!is_drive_at(text, 0))
+    // Whatever stands ahead of the colon. That is how `=::` gets into environments.
+    if (text.size() < 2 || text[1] != u':')
         return path_form::relative;
     return is_separator_at(2) ? path_form::drive_absolute : path_form::drive_relative;
 }

@@ -43,6 +43,8 @@ constexpr full_path_case drive_cases[] = {
     {LR"(C:\..)", LR"(C:\)", "up, in the root"},
     {LR"(C:\.a\..b\c)", LR"(C:\.a\..b\c)", "dots ahead belong to a name"},
     {LR"(C:\a:b\c*?|")", LR"(C:\a:b\c*?|")", "no name is checked"},
+    {LR"(1:\a\..\b)", LR"(1:\b)", "a drive, whatever stands ahead of the colon"},
+    {LR"(::a)", LR"(::\a)", "even another colon"},
     {L"C:\\a\x1F\tb", L"C:\\a\x1F\tb", "nor any unit"},
 };
 
@@ -69,6 +71,9 @@ constexpr full_path_case trimming_cases[] = {
     {LR"(C:\. \)", LR"(C:\. \)", "a name within keeps all that ends in a blank"},
     {LR"(C:\ )", LR"(C:\)", "a blank in the root"},
     {L"C:\\a\t", L"C:\\a\t", "a tab is no blank"},
+    {LR"(C:\a..\.)", LR"(C:\a)", "the end is trimmed once the dots are resolved"},
+    {LR"(C:\a \b\..)", LR"(C:\a)", "also by two dots"},
+    {LR"(C:\b\. \.)", LR"(C:\b\)", "and nothing may be left"},
 };
 
 constexpr full_path_case network_cases[] = {

@@ -1,0 +1,57 @@
+#ifndef FL_FILESYSTEM_TESTS_DIFFERENTIAL_INTENDED_HPP
+#define FL_FILESYSTEM_TESTS_DIFFERENTIAL_INTENDED_HPP
+// Where the simulated machine does as Windows and Wine does not: each such
+// difference by itself, with the step, both outcomes and the reason.
+
+#include "differential/step.hpp"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace differential {
+
+/// What a step was about to work on.
+struct situation
+{
+    step const &one;
+    std::u16string const &directory; ///< the current one
+    unsigned int number;             ///< of the sequence's folder
+
+    /// The text at `index` with the folder in place of its marks.
+    std::u16string text(std::size_t index = 0) const;
+    /// The same as a full pathname: GetFullPathNameW of a machine that stands where
+    /// the step's did. Empty if it has none.
+    std::u16string full(std::size_t index = 0) const;
+};
+
+enum class aftermath
+{
+    same,   ///< both sides stand as they would without the difference
+    differs ///< what follows isn't comparable
+};
+
+/// Matches a step if all of it does. Answers are compared whole, or, where they hold a
+/// text of the step's own, by a predicate of this entry.
+struct intended_difference
+{
+    function what;
+    bool (*is_it)(situation const &here);
+    std::string ours;   ///< the answer of the simulation
+    std::string theirs; ///< the answer of Wine
+    aftermath effect;
+    char const *reason;
+    /// For answers with a text: whether these two are what the step gives.
+    bool (*are_they)(situation const &here, std::string const &ours,
+                     std::string const &theirs) = nullptr;
+};
+
+std::vector<intended_difference> const &intended_differences();
+
+/// The entry that explains two different answers to one step, or null.
+intended_difference const *find_intended(situation const &here, std::string const &ours,
+                                         std::string const &theirs);
+
+} // namespace differential
+
+#endif
