@@ -31,7 +31,8 @@ bool is_device_name(std::u16string_view name)
 std::u16string_view legacy_device(std::u16string_view text)
 {
     std::size_t const separator = text.find_last_of(u"\\/");
-    std::size_t const drive_end = is_drive_at(text, 0) ? 2 : 0;
+    // whatever stands ahead of the colon
+    std::size_t const drive_end = text.size() > 1 && text[1] == u':' ? 2 : 0;
     std::size_t const begin =
         separator == std::u16string_view::npos ? drive_end : std::max(separator + 1, drive_end);
     std::u16string_view name = text.substr(begin);

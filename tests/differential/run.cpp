@@ -99,7 +99,10 @@ void runner::summarize() const
 {
     std::cout << compared_ << " calls in " << sequences_ << " sequences, seed " << chosen_.seed
               << ", " << cut_short_ << " of them cut short by an intended difference\n";
-    std::cout << "intended differences:\n";
+    std::size_t sum = 0;
+    for (auto const &[known, count] : intended_)
+        sum += count;
+    std::cout << sum << " of them differ as intended:\n";
     for (intended_difference const &known : intended_differences()) {
         auto const found = intended_.find(&known);
         std::size_t const count = found == intended_.end() ? 0 : found->second;

@@ -141,6 +141,7 @@ constexpr full_path_case device_cases[] = {
     {L"conin$", LR"(\\.\conin$)", "the console's input"},
     {L"CONOUT$", LR"(\\.\CONOUT$)", "and its output"},
     {LR"(C:con)", LR"(\\.\con)", "on a drive"},
+    {LR"(::con)", LR"(\\.\con)", "on a drive with no letter"},
     {LR"(C:\dir\con)", LR"(\\.\con)", "in a directory"},
     {LR"(dir/nul.)", LR"(\\.\nul)", "behind a slash, with a full stop"},
     {LR"(C:\con\)", LR"(C:\con\)", "no device: the last element is empty"},
