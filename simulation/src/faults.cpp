@@ -2,6 +2,7 @@
 
 #include "failure.hpp"
 #include "full_path.hpp"
+#include "machine_state.hpp"
 #include "names.hpp"
 
 #include <algorithm>
@@ -40,12 +41,14 @@ fault faults::add(std::shared_ptr<fault_record> record)
 std::u16string comparable_name(std::u16string_view text, machine_state &machine)
 {
     std::u16string name(text);
+    environment const kept = machine.running.variables; // which `X:name` would put right
     try {
         if (!is_literal(text))
             name = full_path(text, machine);
     } catch (failure const &) {
         return name; // no pathname: comparable with its like
     }
+    machine.running.variables = kept;
     if (is_literal(name))
         name = name.substr(4);
     if (upcase(name).starts_with(u"UNC\\"))
@@ -55,30 +58,40 @@ std::u16string comparable_name(std::u16string_view text, machine_state &machine)
     return upcase(name);
 }
 
-std::optional<DWORD> faults::meet(std::string_view function,
-                                  std::vector<std::u16string> const &texts, machine_state &machine)
+std::optional<DWORD> faults::meet(std::string_view function, std::u16string_view text,
+                                  std::u16string_view second_text, machine_state &machine)
 {
     forget_dead();
     std::vector<std::u16string> names;
-    if (knows_names()) {
-        for (std::u16string const &text : texts)
-            names.push_back(comparable_name(text, machine));
+    if (knows_names())
+        names = {comparable_name(text, machine), comparable_name(second_text, machine)};
+    std::optional<DWORD> code;
+    for (auto const &met : count(function, names)) {
+        if (met->action)
+            met->action();
+        else if (code)
+            continue; // another one fails the call
+        else
+            code = met->code;
+        met->has_fired = true;
     }
-    std::shared_ptr<fault_record> met;
+    return code;
+}
+
+faults::records faults::count(std::string_view function, std::vector<std::u16string> const &names)
+{
+    records met;
     for (auto const &record : records_) {
-        if (record->hook || (!record->function.empty() && record->function != function))
-            continue;
-        if (!record->name.empty() &&
-            std::find(names.begin(), names.end(), record->name) == names.end())
+        bool const is_other_function = !record->function.empty() && record->function != function;
+        bool const is_other_name = !record->name.empty() && std::find(names.begin(), names.end(),
+                                                                      record->name) == names.end();
+        if (record->hook || is_other_function || is_other_name)
             continue;
         ++record->seen; // each counts for itself, also when another fails the call
-        if (!met && (record->nth == 0 || record->nth == record->seen))
-            met = record;
+        if (record->nth == 0 || record->nth == record->seen)
+            met.push_back(record);
     }
-    if (!met)
-        return std::nullopt;
-    met->has_fired = true;
-    return met->code;
+    return met;
 }
 
 std::optional<DWORD> faults::full_path_name(DWORD room, wchar_t *buffer)

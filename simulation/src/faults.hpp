@@ -15,11 +15,12 @@ namespace simulation {
 /// Shared by the machine and the object that the test holds: either may go first.
 struct fault_record
 {
-    std::string function;     // empty: any
-    std::u16string name;      // as `comparable_name` writes it; empty: any
-    int nth = 0;              // 0: each
-    DWORD code = 0;           // what the call fails with
-    full_path_name_hook hook; // instead of a code
+    std::string function;         // empty: any
+    std::u16string name;          // as `comparable_name` writes it; empty: any
+    int nth = 0;                  // 0: each
+    DWORD code = 0;               // what the call fails with
+    full_path_name_hook hook;     // instead of a code
+    std::function<void()> action; // the same
     int seen = 0;
     std::atomic<bool> is_live = true;
     std::atomic<bool> has_fired = false;
@@ -38,17 +39,21 @@ public:
 
     /// Counts a call of `function` on these texts, and returns the code with which it
     /// is to fail, if it is.
-    std::optional<DWORD> meet(std::string_view function, std::vector<std::u16string> const &texts,
-                              machine_state &machine);
+    std::optional<DWORD> meet(std::string_view function, std::u16string_view text,
+                              std::u16string_view second_text, machine_state &machine);
 
     /// What a hook answers for GetFullPathNameW, if any does.
     std::optional<DWORD> full_path_name(DWORD room, wchar_t *buffer);
 
 private:
+    using records = std::vector<std::shared_ptr<fault_record>>;
+
     void forget_dead();
     bool knows_names() const;
+    /// Counts the call, and returns those who waited for it.
+    records count(std::string_view function, std::vector<std::u16string> const &names);
 
-    std::vector<std::shared_ptr<fault_record>> records_;
+    records records_;
 };
 
 } // namespace simulation

@@ -2,15 +2,17 @@
 
 #include "failure.hpp"
 
+#include <atomic>
+
 namespace simulation {
 
 namespace {
 
 /// A number as the system's: a multiple of four.
-HANDLE next_handle(std::uintptr_t &last)
+HANDLE next_handle()
 {
-    last += 4;
-    return reinterpret_cast<HANDLE>(last);
+    static std::atomic<std::uintptr_t> last = 0x40;
+    return reinterpret_cast<HANDLE>(last += 4);
 }
 
 template <typename Held>
@@ -26,14 +28,14 @@ std::shared_ptr<Held> demand(std::map<HANDLE, std::shared_ptr<Held>> const &all,
 
 HANDLE handles::add(std::shared_ptr<open_file> file)
 {
-    HANDLE const handle = next_handle(last_);
+    HANDLE const handle = next_handle();
     files_[handle] = std::move(file);
     return handle;
 }
 
 HANDLE handles::add(std::shared_ptr<search> found)
 {
-    HANDLE const handle = next_handle(last_);
+    HANDLE const handle = next_handle();
     searches_[handle] = std::move(found);
     return handle;
 }

@@ -1,7 +1,7 @@
 #ifndef FL_SIMULATION_HANDLES_HPP
 #define FL_SIMULATION_HANDLES_HPP
-// What the process holds open, by handle. No handle is ever used twice, so that a
-// closed one is never taken for another.
+// What the process holds open, by handle. No handle is ever used twice, on whatever
+// machine, so that a closed one is never taken for another.
 
 #include "opening.hpp"
 #include "search.hpp"
@@ -36,7 +36,6 @@ public:
 private:
     std::map<HANDLE, std::shared_ptr<open_file>> files_;
     std::map<HANDLE, std::shared_ptr<search>> searches_;
-    std::uintptr_t last_ = 0x40;
 };
 
 } // namespace simulation

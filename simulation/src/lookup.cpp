@@ -21,11 +21,10 @@ struct walk_end
     bool is_at_link = false;
 };
 
-/// Whether a link turns the walk aside. Deduplicated files are put together by the
-/// system where they are.
-bool turns_aside(node const &target)
+/// Whether a reparse point turns the walk aside, instead of being dealt with where it is.
+bool turns_aside(node const &target, machine_state const &machine)
 {
-    return target.reparse && target.reparse->tag != IO_REPARSE_TAG_DEDUP;
+    return target.reparse && !machine.handled_tags.contains(target.reparse->tag);
 }
 
 void check_traversal(node const &directory)
@@ -34,29 +33,33 @@ void check_traversal(node const &directory)
         throw failure(ERROR_ACCESS_DENIED);
 }
 
-walk_end walk(pathname const &path, last_link last)
+walk_end walk(pathname const &path, machine_state const &machine, last_link last)
 {
     walk_end end;
     end.here.disk = path.disk;
-    end.here.found = path.disk->root;
+    // pathnames have thousands of names at times: nothing is copied on the way
+    std::shared_ptr<entry> const *here = &path.disk->root;
+    std::shared_ptr<entry> const *above = nullptr;
     for (std::u16string const &name : path.elements) {
         // A missing directory and a file in the place of one are told alike.
-        if (!end.here.found || !end.here.found->target->is_directory())
+        if (!*here || !(*here)->target->is_directory())
             throw failure(ERROR_PATH_NOT_FOUND);
-        std::shared_ptr<node> const parent = end.here.found->target;
-        check_traversal(*parent);
-        if (!is_valid_name(name))
+        above = here;
+        check_traversal(*(*above)->target);
+        here = &(*above)->target->find(name);
+        if (!*here && !is_valid_name(name))
             throw failure(ERROR_INVALID_NAME);
-        end.here.parent = parent;
-        end.here.name = name;
-        end.here.found = parent->find(name);
         ++end.names_walked;
         bool const is_last = end.names_walked == path.elements.size();
-        if (is_last && last == last_link::keep)
-            return end;
-        end.is_at_link = end.here.found && turns_aside(*end.here.found->target);
+        end.is_at_link = *here && turns_aside(*(*here)->target, machine) &&
+                         !(is_last && last == last_link::keep);
         if (end.is_at_link)
-            return end;
+            break;
+    }
+    end.here.found = *here;
+    if (above != nullptr) {
+        end.here.parent = (*above)->target;
+        end.here.name = path.elements[end.names_walked - 1];
     }
     return end;
 }
@@ -133,7 +136,7 @@ place find_place(pathname path, machine_state const &machine, last_link last)
     bool is_behind_link = false;
     bool is_behind_directory_link = false;
     for (int followed = 0;; ++followed) {
-        walk_end end = walk(path, last);
+        walk_end end = walk(path, machine, last);
         if (!end.is_at_link) {
             end.here.is_behind_link = is_behind_link;
             end.here.is_behind_directory_link = is_behind_directory_link;

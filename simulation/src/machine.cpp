@@ -108,7 +108,11 @@ std::shared_ptr<node> make_file(std::u16string_view path, machine_state &machine
 void make_reparse_point(std::u16string_view path, reparse_point point, flavour is,
                         machine_state &machine)
 {
+    constexpr std::size_t most_data = MAXIMUM_REPARSE_DATA_BUFFER_SIZE - 8;
     std::shared_ptr<node> target = look(path, machine);
+    bool const is_other_kind = target && target->is_directory() != (is == flavour::directory);
+    if (is_other_kind || point.data.size() > most_data)
+        throw std::invalid_argument("no disk has such a reparse point");
     if (!target && is == flavour::directory)
         target =
             arrange(path, [&] { return make_directory(parse_literal(path, machine), machine); });
@@ -178,11 +182,15 @@ simulated_machine &simulated_machine::add_file(std::u16string_view path, std::st
     return *this;
 }
 
-simulated_machine &simulated_machine::add_sparse_file(std::u16string_view path, std::uint64_t size)
+simulated_machine &simulated_machine::add_sparse_file(std::u16string_view path, std::uint64_t size,
+                                                      std::string_view end)
 {
     std::lock_guard const lock(machine_mutex());
-    make_file(path, *state_, FILE_ATTRIBUTE_ARCHIVE | FILE_ATTRIBUTE_SPARSE_FILE)
-        ->content.resize(size);
+    if (end.size() > size)
+        throw std::invalid_argument("the end of a file is no longer than the file");
+    auto const made = make_file(path, *state_, FILE_ATTRIBUTE_ARCHIVE | FILE_ATTRIBUTE_SPARSE_FILE);
+    made->content.resize(size);
+    made->content.write(size - end.size(), end);
     return *this;
 }
 
@@ -218,6 +226,15 @@ simulated_machine &simulated_machine::add_symbolic_link(std::u16string_view path
     auto point = arrange(path, [&] { return make_symbolic_link(target, *state_); });
     make_reparse_point(path, std::move(point), is, *state_);
     return *this;
+}
+
+simulated_machine &simulated_machine::add_symbolic_link(std::u16string_view path,
+                                                        std::u16string_view substitute,
+                                                        std::u16string_view print, DWORD flags,
+                                                        flavour is)
+{
+    return add_reparse_point(path, DWORD{IO_REPARSE_TAG_SYMLINK},
+                             symbolic_link_data(substitute, print, flags), is);
 }
 
 simulated_machine &simulated_machine::add_junction(std::u16string_view path,
@@ -307,6 +324,13 @@ simulated_machine &simulated_machine::deny_symbolic_links()
     return *this;
 }
 
+simulated_machine &simulated_machine::handle_tag(DWORD tag)
+{
+    std::lock_guard const lock(machine_mutex());
+    state_->handled_tags.insert(tag);
+    return *this;
+}
+
 simulated_machine &simulated_machine::follow_remote_links()
 {
     std::lock_guard const lock(machine_mutex());
@@ -362,6 +386,21 @@ std::string simulated_machine::content(std::u16string_view path) const
 {
     std::lock_guard const lock(machine_mutex());
     return demand(path, *state_)->content.text();
+}
+
+std::string simulated_machine::content(std::u16string_view path, std::uint64_t offset,
+                                       std::size_t count) const
+{
+    std::lock_guard const lock(machine_mutex());
+    std::string bytes(count, '\0');
+    bytes.resize(demand(path, *state_)->content.read(offset, bytes.data(), count));
+    return bytes;
+}
+
+std::uint64_t simulated_machine::size_of(std::u16string_view path) const
+{
+    std::lock_guard const lock(machine_mutex());
+    return demand(path, *state_)->content.size();
 }
 
 DWORD simulated_machine::link_count(std::u16string_view path) const
@@ -436,11 +475,29 @@ fault simulated_machine::fail_every_call_on_name(std::u16string_view path, DWORD
 fault simulated_machine::fail_every_call_on_name(std::string_view function,
                                                  std::u16string_view path, DWORD code)
 {
+    return fail_call_on_name(function, path, 0, code);
+}
+
+fault simulated_machine::fail_call_on_name(std::string_view function, std::u16string_view path,
+                                           int nth, DWORD code)
+{
     std::lock_guard const lock(machine_mutex());
     auto record = std::make_shared<fault_record>();
     record->function = function;
     record->name = comparable_name(path, *state_);
+    record->nth = nth;
     record->code = code;
+    return state_->broken.add(std::move(record));
+}
+
+fault simulated_machine::before_call(std::string_view function, int nth,
+                                     std::function<void()> action)
+{
+    std::lock_guard const lock(machine_mutex());
+    auto record = std::make_shared<fault_record>();
+    record->function = function;
+    record->nth = nth;
+    record->action = std::move(action);
     return state_->broken.add(std::move(record));
 }
 
@@ -456,6 +513,13 @@ std::vector<journal_entry> simulated_machine::journal() const
 {
     std::lock_guard const lock(machine_mutex());
     return state_->journal;
+}
+
+simulated_machine &simulated_machine::keep_journal(bool keeps)
+{
+    std::lock_guard const lock(machine_mutex());
+    state_->keeps_journal = keeps;
+    return *this;
 }
 
 void simulated_machine::clear_journal()

@@ -12,6 +12,7 @@
 
 #include <memory>
 #include <mutex>
+#include <set>
 #include <vector>
 
 namespace simulation {
@@ -34,6 +35,8 @@ public:
     /// Not on the machine that is there from the start: nobody could read it, and
     /// a program that runs for long would only fill the memory.
     bool keeps_journal = true;
+    /// Tags that a filter of the system takes care of where they are.
+    std::set<DWORD> handled_tags = {DWORD{IO_REPARSE_TAG_DEDUP}};
     /// Windows follows symbolic links on a share only where it was told to.
     bool follows_remote_links = false;
     /// Without the right, symbolic links can't be made.

@@ -51,10 +51,11 @@ void node::set_attributes(DWORD attributes)
     attributes_ = (attributes_ & FILE_ATTRIBUTE_DIRECTORY) | (attributes & ~others);
 }
 
-std::shared_ptr<entry> node::find(std::u16string_view name) const
+std::shared_ptr<entry> const &node::find(std::u16string_view name) const
 {
+    static std::shared_ptr<entry> const none;
     auto const found = entries_.find(upcase(name));
-    return found == entries_.end() ? nullptr : found->second;
+    return found == entries_.end() ? none : found->second;
 }
 
 std::shared_ptr<entry> node::add(std::shared_ptr<node> const &directory, std::u16string_view name,

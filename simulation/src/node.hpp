@@ -71,7 +71,8 @@ public:
     std::uint64_t id() const noexcept { return id_; }
 
     // Of a directory. `now` becomes its own time of the last change.
-    std::shared_ptr<entry> find(std::u16string_view name) const;
+    /// Null if there is none. Good until the directory changes.
+    std::shared_ptr<entry> const &find(std::u16string_view name) const;
     /// Replaces what has that name.
     static std::shared_ptr<entry> add(std::shared_ptr<node> const &directory,
                                       std::u16string_view name, std::shared_ptr<node> target,

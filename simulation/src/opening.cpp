@@ -77,8 +77,7 @@ void check_kind(place const &here, bool ends_in_separator, kind wanted)
     bool const leads_to_directory = here.found->target->is_directory();
     bool const is_directory =
         here.is_behind_link ? here.is_behind_directory_link : leads_to_directory;
-    if (ends_in_separator && !leads_to_directory)
-        throw failure(ERROR_INVALID_NAME);
+    check_separator(here, ends_in_separator);
     if (wanted == kind::file && (is_directory || leads_to_directory))
         throw failure(ERROR_ACCESS_DENIED);
     if (wanted == kind::directory && !(is_directory && leads_to_directory))
@@ -140,15 +139,13 @@ void open_file::demand(DWORD needed) const
 std::shared_ptr<open_file> open_existing(machine_state &machine, std::u16string_view text,
                                          terms const &how)
 {
-    auto file = open_existing(machine, parse_pathname(text, machine), how);
-    file->text = text;
-    return file;
+    return open_existing(machine, parse_pathname(text, machine), how);
 }
 
 std::shared_ptr<open_file> open_existing(machine_state &machine, pathname const &path,
                                          terms const &how)
 {
-    // devices are only names here, nothing that could be opened
+    // what a device is good for is known to CreateFileW alone
     if (path.is_device())
         throw failure(how.wanted == kind::directory ? ERROR_DIRECTORY : ERROR_INVALID_FUNCTION);
     return open_found(find_existing(path, machine, how.last), path.ends_in_separator, how);
@@ -164,6 +161,12 @@ std::shared_ptr<open_file> open_found(place const &here, bool ends_in_separator,
     return std::make_shared<open_file>(here.disk, here.found, access, how.share);
 }
 
+void check_separator(place const &here, bool ends_in_separator)
+{
+    if (ends_in_separator && !(here.found && here.found->target->is_directory()))
+        throw failure(ERROR_INVALID_NAME);
+}
+
 failure collision(entry const &taken, DWORD code)
 {
     return failure(taken.is_delete_pending ? ERROR_ACCESS_DENIED : code);
@@ -175,6 +178,16 @@ void check_creation(place const &here)
     bool const is_doomed = directory && directory->is_delete_pending;
     if (is_doomed || here.parent->denied.contains(right::create_entries))
         throw failure(ERROR_ACCESS_DENIED);
+}
+
+std::shared_ptr<entry> create_entry(place const &here, bool ends_in_separator, DWORD attributes)
+{
+    if ((attributes & FILE_ATTRIBUTE_DIRECTORY) == 0)
+        check_separator(here, ends_in_separator);
+    check_creation(here);
+    machine_clock &clock = *here.disk->clock;
+    return node::add(here.parent, here.name, std::make_shared<node>(attributes, clock.now()),
+                     clock.now());
 }
 
 void mark_for_deletion(open_file const &file, bool ignores_read_only)

@@ -77,12 +77,18 @@ std::shared_ptr<open_file> open_existing(machine_state &machine, pathname const 
 /// Opens what a lookup has found.
 std::shared_ptr<open_file> open_found(place const &here, bool ends_in_separator, terms const &how);
 
+/// Fails if the pathname of a file ends as only that of a directory may.
+void check_separator(place const &here, bool ends_in_separator);
+
 /// What is wrong with making something by a name that is taken: `code`, unless the one who
 /// has it is on the way out.
 failure collision(entry const &taken, DWORD code);
 
 /// Fails if no entry can be made in the directory of a free place.
 void check_creation(place const &here);
+
+/// Makes a file or directory, whichever the attributes say, at a free place.
+std::shared_ptr<entry> create_entry(place const &here, bool ends_in_separator, DWORD attributes);
 
 /// Has the name removed once nobody has it open. Fails if it has to stay.
 void mark_for_deletion(open_file const &file, bool ignores_read_only = false);

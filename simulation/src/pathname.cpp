@@ -58,6 +58,9 @@ pathname parse_object(std::u16string_view text, machine_state const &machine)
     parsed.disk = find_volume(object, machine);
     if (!parsed.disk)
         throw failure(is_alone ? ERROR_FILE_NOT_FOUND : ERROR_PATH_NOT_FOUND);
+    // without a backslash it is the volume itself, and no directory on it
+    if (is_alone)
+        throw failure(ERROR_INVALID_PARAMETER);
     split(rest, parsed);
     return parsed;
 }

@@ -23,11 +23,7 @@ void write_whole_file(machine_state &machine, std::u16string_view text, std::str
         return;
     place here = find_place(path, machine, last_link::follow);
     if (!here.found) {
-        if (path.ends_in_separator)
-            throw failure(ERROR_INVALID_NAME);
-        check_creation(here);
-        auto made = std::make_shared<node>(DWORD{FILE_ATTRIBUTE_ARCHIVE}, machine.now());
-        here.found = node::add(here.parent, here.name, std::move(made), machine.now());
+        here.found = create_entry(here, path.ends_in_separator, FILE_ATTRIBUTE_ARCHIVE);
     }
     terms how;
     how.access = GENERIC_WRITE;

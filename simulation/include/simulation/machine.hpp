@@ -72,6 +72,8 @@ struct journal_entry
     DWORD disposition = 0;
     std::uint64_t answer = 0;
     DWORD last_error = 0;
+    /// What the call was told of the caller's buffer, in the call's own measure.
+    std::uint64_t room = 0;
 };
 
 /// What stands in a reparse point behind the tag and the length. `substitute` is the
@@ -121,8 +123,10 @@ public:
     simulated_machine &add_share(std::u16string_view server, std::u16string_view share);
     simulated_machine &add_directory(std::u16string_view path);
     simulated_machine &add_file(std::u16string_view path, std::string_view content = {});
-    /// A file of that many zeros, which takes no memory for them.
-    simulated_machine &add_sparse_file(std::u16string_view path, std::uint64_t size);
+    /// A file of that many zeros, which takes no memory for them, with some bytes at its
+    /// end.
+    simulated_machine &add_sparse_file(std::u16string_view path, std::uint64_t size,
+                                       std::string_view end = {});
     /// A reparse point with the tag for it, that the system puts together when it is read.
     simulated_machine &add_deduplicated_file(std::u16string_view path,
                                              std::string_view content = {});
@@ -132,13 +136,19 @@ public:
     /// As CreateSymbolicLinkW makes it from that text.
     simulated_machine &add_symbolic_link(std::u16string_view path, std::u16string_view target,
                                          flavour is = flavour::file);
+    /// With any names and flags; flags of 1 make it relative.
+    simulated_machine &add_symbolic_link(std::u16string_view path, std::u16string_view substitute,
+                                         std::u16string_view print, DWORD flags,
+                                         flavour is = flavour::file);
     /// A junction to an absolute pathname, which is also what it shows to people.
     simulated_machine &add_junction(std::u16string_view path, std::u16string_view target);
     simulated_machine &add_junction(std::u16string_view path, std::u16string_view substitute,
                                     std::u16string_view print);
     /// Shows the volume of a drive in a directory. It has no name for people.
     simulated_machine &add_mount_point(std::u16string_view path, char16_t letter);
-    /// Any tag with any bytes behind it. A file or directory that is there is changed.
+    /// Any tag with any bytes behind it. A file or directory that is there is changed. The
+    /// data of a tag that isn't Microsoft's, without bit 31, begins with the 16 bytes of its
+    /// maker's identifier.
     simulated_machine &add_reparse_point(std::u16string_view path, DWORD tag, std::string_view data,
                                          flavour is = flavour::file);
 
@@ -160,6 +170,9 @@ public:
     DWORD attributes(std::u16string_view path) const;
     times times_of(std::u16string_view path) const;
     std::string content(std::u16string_view path) const;
+    /// Some bytes of a file that may be too large to be looked at as a whole.
+    std::string content(std::u16string_view path, std::uint64_t offset, std::size_t count) const;
+    std::uint64_t size_of(std::u16string_view path) const;
     DWORD link_count(std::u16string_view path) const;
     /// 0 if it is no reparse point.
     DWORD reparse_tag(std::u16string_view path) const;
@@ -182,6 +195,9 @@ public:
     simulated_machine &deny_symbolic_links();
     /// A server that doesn't answer any longer, whatever it shares.
     simulated_machine &add_dead_server(std::u16string_view name);
+    /// A filter of the system's own knows what to do with this tag: names that have it are
+    /// opened like any other. It knows deduplicated files from the start.
+    simulated_machine &handle_tag(DWORD tag);
     /// Follow symbolic links on shares, which Windows leaves alone unless it is told to.
     simulated_machine &follow_remote_links();
 
@@ -192,9 +208,17 @@ public:
     /// Every call on a name, however it is written, or on a handle that was opened by it.
     fault fail_every_call_on_name(std::u16string_view path, DWORD code);
     fault fail_every_call_on_name(std::string_view function, std::u16string_view path, DWORD code);
+    fault fail_call_on_name(std::string_view function, std::u16string_view path, int nth,
+                            DWORD code);
+    /// Does something right before the nth call of a function, which then goes on: what
+    /// others do to a machine while the caller isn't looking. It must not throw.
+    fault before_call(std::string_view function, int nth, std::function<void()> action);
     fault on_full_path_name(full_path_name_hook hook);
 
     // Reading what was called. GetLastError and SetLastError are no calls here.
+    /// A journal of calls on pathnames of full length takes gigabytes before one notices.
+    /// Without it, handles forget the text that they were opened with.
+    simulated_machine &keep_journal(bool keeps);
     std::vector<journal_entry> journal() const;
     void clear_journal();
     int calls_of(std::string_view function) const;

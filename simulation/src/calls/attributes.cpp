@@ -7,11 +7,12 @@ namespace simulation {
 
 namespace {
 
-/// The file or directory to ask, or null for a device.
-std::shared_ptr<open_file> open_for_attributes(machine_state &machine, LPCWSTR name)
+/// The file or directory, or null for a device.
+std::shared_ptr<open_file> open_for_attributes(machine_state &machine, LPCWSTR name,
+                                               DWORD access = FILE_READ_ATTRIBUTES)
 {
     pathname const path = parse_pathname(from_wide(name), machine);
-    return path.is_device() ? nullptr : open_existing(machine, path, terms{});
+    return path.is_device() ? nullptr : open_existing(machine, path, terms{.access = access});
 }
 
 WIN32_FILE_ATTRIBUTE_DATA data_of(open_file const *file)
@@ -34,7 +35,7 @@ WIN32_FILE_ATTRIBUTE_DATA data_of(open_file const *file)
 
 void set_attributes(machine_state &machine, LPCWSTR name, DWORD attributes)
 {
-    auto const file = open_for_attributes(machine, name);
+    auto const file = open_for_attributes(machine, name, FILE_WRITE_ATTRIBUTES);
     if (!file)
         throw failure(ERROR_INVALID_FUNCTION);
     change_attributes(*file, attributes);
@@ -50,8 +51,6 @@ FILETIME as_file_time(std::uint64_t ticks)
 void change_attributes(open_file const &file, DWORD attributes)
 {
     node &target = file.target();
-    if (target.denied.contains(right::write))
-        throw failure(ERROR_ACCESS_DENIED);
     if ((attributes & FILE_ATTRIBUTE_TEMPORARY) != 0 && target.is_directory())
         throw failure(ERROR_INVALID_PARAMETER);
     DWORD const kept = target.attributes() & ~settable_attributes;

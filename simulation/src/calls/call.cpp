@@ -29,6 +29,7 @@ void write_journal(machine_state &machine, call const &made, std::u16string text
     line.share = made.share;
     line.disposition = made.disposition;
     line.answer = answer;
+    line.room = made.room;
     line.last_error = code;
     machine.journal.push_back(std::move(line));
 }

@@ -28,6 +28,7 @@ struct call
     DWORD access = 0;
     DWORD share = 0;
     DWORD disposition = 0;
+    std::uint64_t room = 0;
     /// A closing call that fails has closed all the same.
     bool happens_anyway = false;
 };
@@ -68,7 +69,7 @@ auto perform_refusing(call const &made, Refuse refuse, Body body) -> decltype(re
     };
     try {
         auto const broken =
-            machine.broken.meet(made.function, {text, from_wide(made.second_text)}, machine);
+            machine.broken.meet(made.function, text, from_wide(made.second_text), machine);
         if (!broken || made.happens_anyway)
             answer = run();
         if (broken)

@@ -56,10 +56,11 @@ HRESULT CoInitializeEx(LPVOID, DWORD kind)
 void CoUninitialize()
 {
     using namespace simulation;
-    std::lock_guard const lock(machine_mutex());
-    // nothing keeps it from leaving, a fault neither
-    current_machine().com.leave();
-    perform_com("CoUninitialize", nullptr, [](machine_state &) { return S_OK; });
+    call const made{.function = "CoUninitialize", .happens_anyway = true};
+    perform_com(made, [](machine_state &machine) {
+        machine.com.leave();
+        return S_OK;
+    });
 }
 
 HRESULT CoCreateInstance(REFCLSID of_class, LPUNKNOWN outer, DWORD context, REFIID wanted,
@@ -68,7 +69,8 @@ HRESULT CoCreateInstance(REFCLSID of_class, LPUNKNOWN outer, DWORD context, REFI
     using namespace simulation;
     if (object != nullptr)
         *object = nullptr;
-    return perform_com("CoCreateInstance", nullptr, [&](machine_state &machine) {
+    call const made{.function = "CoCreateInstance", .flags = context};
+    return perform_com(made, [&](machine_state &machine) {
         return create_instance(machine, of_class, outer, context, wanted, object);
     });
 }

@@ -8,14 +8,26 @@
 
 namespace simulation {
 
-/// Like `perform`. The answer is made of the code: an HRESULT stays what it is. The
-/// last error says nothing, whatever happens: COM doesn't use it.
+/// An HRESULT stays what it is. No failure is a success, also not that with the code 0.
+inline HRESULT as_failing_result(DWORD code)
+{
+    return code == ERROR_SUCCESS ? E_FAIL : HRESULT_FROM_WIN32(code);
+}
+
+/// Like `perform`, with an answer made of the code. The last error says nothing,
+/// whatever happens: COM doesn't use it.
+template <typename Body>
+HRESULT perform_com(call const &made, Body body)
+{
+    HRESULT const answer = perform_refusing(made, as_failing_result, body);
+    set_last_error(stale_last_error);
+    return answer;
+}
+
 template <typename Body>
 HRESULT perform_com(char const *function, LPCWSTR text, Body body)
 {
-    HRESULT const answer = perform_refusing(function, text, HRESULT_FROM_WIN32, body);
-    set_last_error(stale_last_error);
-    return answer;
+    return perform_com(call{.function = function, .text = text}, body);
 }
 
 /// A fresh shell link object, by the interface that was asked for.

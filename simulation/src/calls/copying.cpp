@@ -30,12 +30,9 @@ std::shared_ptr<open_file> open_target(machine_state &machine, pathname const &p
     if (path.is_device())
         throw failure(ERROR_ACCESS_DENIED);
     place here = find_place(path, machine, last_link::follow);
+    check_separator(here, path.ends_in_separator);
     if (!here.found) {
-        if (path.ends_in_separator)
-            throw failure(ERROR_INVALID_NAME);
-        check_creation(here);
-        auto made = std::make_shared<node>(DWORD{FILE_ATTRIBUTE_ARCHIVE}, machine.now());
-        here.found = node::add(here.parent, here.name, std::move(made), machine.now());
+        here.found = create_entry(here, path.ends_in_separator, FILE_ATTRIBUTE_ARCHIVE);
     } else {
         check_replaceable(*here.found->target, source, fails_if_there);
     }
@@ -84,6 +81,8 @@ void copy_file(machine_state &machine, std::u16string_view from, std::u16string_
     node const &read = source->target();
     node &written = target->target();
     written.content = read.content;
+    if (source_link == last_link::keep)
+        written.reparse = read.reparse; // a link stays one
     written.set_attributes((read.attributes() & settable_attributes) | FILE_ATTRIBUTE_ARCHIVE);
     written.times.write = read.times.write;
 }

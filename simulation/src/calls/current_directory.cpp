@@ -42,7 +42,8 @@ std::u16string shown_current_directory(machine_state const &machine)
 extern "C" DWORD GetCurrentDirectoryW(DWORD room, LPWSTR buffer)
 {
     using namespace simulation;
-    return perform("GetCurrentDirectoryW", nullptr, DWORD{0}, [&](machine_state &machine) {
+    call const made{.function = "GetCurrentDirectoryW", .room = room};
+    return perform(made, DWORD{0}, [&](machine_state &machine) {
         return hand_over(shown_current_directory(machine), room, buffer);
     });
 }

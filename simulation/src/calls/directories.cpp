@@ -32,9 +32,7 @@ void create_directory(machine_state &machine, std::u16string_view text)
         throw failure(ERROR_ACCESS_DENIED);
     if (here.found)
         throw collision(*here.found, ERROR_ALREADY_EXISTS);
-    check_creation(here);
-    auto made = std::make_shared<node>(DWORD{FILE_ATTRIBUTE_DIRECTORY}, machine.now());
-    node::add(here.parent, here.name, std::move(made), machine.now());
+    create_entry(here, path.ends_in_separator, FILE_ATTRIBUTE_DIRECTORY);
 }
 
 } // namespace

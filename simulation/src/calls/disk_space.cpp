@@ -27,7 +27,7 @@ volume_space space_at(machine_state &machine, LPCWSTR directory)
     return here.disk->space;
 }
 
-/// Takes the text up to the end of the next name, with the backslash behind it.
+/// The index behind the next backslash at or after `from`, or the size of the text.
 std::size_t end_of_name(std::u16string_view text, std::size_t from)
 {
     std::size_t const end = text.find(u'\\', from);
@@ -110,7 +110,8 @@ extern "C" BOOL GetDiskFreeSpaceExW(LPCWSTR directory, PULARGE_INTEGER available
 extern "C" BOOL GetVolumePathNameW(LPCWSTR name, LPWSTR buffer, DWORD room)
 {
     using namespace simulation;
-    return perform("GetVolumePathNameW", name, BOOL{FALSE}, [&](machine_state &machine) {
+    call const made{.function = "GetVolumePathNameW", .text = name, .room = room};
+    return perform(made, BOOL{FALSE}, [&](machine_state &machine) {
         get_volume_path_name(machine, name, buffer, room);
         return BOOL{TRUE};
     });

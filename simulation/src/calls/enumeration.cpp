@@ -151,7 +151,8 @@ HANDLE find_first(machine_state &machine, LPCWSTR name, WIN32_FIND_DATAW &data)
     std::u16string const text = from_wide(name);
     pattern const wanted = parse_pattern(machine, text);
     auto found = wanted.directory.is_device() ? find_device(text) : find_names(machine, wanted);
-    found->text = text;
+    if (machine.keeps_journal)
+        found->text = text;
     hand_over(found->names[found->next++], data);
     return machine.open->add(std::move(found));
 }

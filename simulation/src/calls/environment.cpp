@@ -19,7 +19,8 @@ void check_variable_name(std::u16string_view name)
 extern "C" DWORD GetEnvironmentVariableW(LPCWSTR name, LPWSTR buffer, DWORD room)
 {
     using namespace simulation;
-    return perform("GetEnvironmentVariableW", name, DWORD{0}, [&](machine_state &machine) {
+    call const made{.function = "GetEnvironmentVariableW", .text = name, .room = room};
+    return perform(made, DWORD{0}, [&](machine_state &machine) {
         auto const value = machine.running.variables.find(from_wide(name));
         if (!value)
             throw failure(ERROR_ENVVAR_NOT_FOUND);
@@ -30,7 +31,8 @@ extern "C" DWORD GetEnvironmentVariableW(LPCWSTR name, LPWSTR buffer, DWORD room
 extern "C" BOOL SetEnvironmentVariableW(LPCWSTR name, LPCWSTR value)
 {
     using namespace simulation;
-    return perform("SetEnvironmentVariableW", name, BOOL{FALSE}, [&](machine_state &machine) {
+    call const made{.function = "SetEnvironmentVariableW", .text = name, .second_text = value};
+    return perform(made, BOOL{FALSE}, [&](machine_state &machine) {
         std::u16string const variable = from_wide(name);
         check_variable_name(variable);
         if (value == nullptr)

@@ -80,6 +80,7 @@ void check_directory(place const &here, pathname const &path, creation const &as
 std::shared_ptr<open_file> open_it(place const &here, pathname const &path, creation const &asked,
                                    machine_state &machine)
 {
+    check_separator(here, path.ends_in_separator);
     if (asked.disposition == CREATE_NEW)
         throw collision(*here.found, ERROR_FILE_EXISTS);
     check_directory(here, path, asked);
@@ -101,17 +102,12 @@ std::shared_ptr<open_file> open_it(place const &here, pathname const &path, crea
     return file;
 }
 
-std::shared_ptr<open_file> make_it(place const &here, pathname const &path, creation const &asked,
-                                   machine_state &machine)
+std::shared_ptr<open_file> make_it(place const &here, pathname const &path, creation const &asked)
 {
     if (asked.disposition == OPEN_EXISTING || asked.disposition == TRUNCATE_EXISTING)
         throw failure(ERROR_FILE_NOT_FOUND);
-    if (path.ends_in_separator)
-        throw failure(ERROR_INVALID_NAME);
-    check_creation(here);
-    auto made = std::make_shared<node>((asked.flags & settable_attributes) | FILE_ATTRIBUTE_ARCHIVE,
-                                       machine.now());
-    auto const name = node::add(here.parent, here.name, std::move(made), machine.now());
+    DWORD const attributes = (asked.flags & settable_attributes) | FILE_ATTRIBUTE_ARCHIVE;
+    auto const name = create_entry(here, path.ends_in_separator, attributes);
     return std::make_shared<open_file>(here.disk, name, access_of(asked), asked.share);
 }
 
@@ -131,8 +127,7 @@ std::shared_ptr<open_file> open_or_make(pathname const &path, creation const &as
         return open_device(asked, machine);
     bool const keeps = has(asked.flags, FILE_FLAG_OPEN_REPARSE_POINT);
     place const here = find_place(path, machine, keeps ? last_link::keep : last_link::follow);
-    auto const file =
-        here.found ? open_it(here, path, asked, machine) : make_it(here, path, asked, machine);
+    auto const file = here.found ? open_it(here, path, asked, machine) : make_it(here, path, asked);
     file->deletes_on_close = has(asked.flags, FILE_FLAG_DELETE_ON_CLOSE);
     if (asked.disposition == CREATE_ALWAYS || asked.disposition == OPEN_ALWAYS)
         last_error = here.found ? ERROR_ALREADY_EXISTS : ERROR_SUCCESS;
@@ -144,7 +139,8 @@ HANDLE create_file(machine_state &machine, LPCWSTR name, creation const &asked, 
     check_arguments(asked);
     std::u16string const text = from_wide(name);
     auto const file = open_or_make(parse_pathname(text, machine), asked, machine, last_error);
-    file->text = text;
+    if (machine.keeps_journal)
+        file->text = text;
     return machine.open->add(file);
 }
 
@@ -213,7 +209,7 @@ extern "C" BOOL CloseHandle(HANDLE handle)
 extern "C" BOOL ReadFile(HANDLE file, LPVOID buffer, DWORD size, LPDWORD read, LPOVERLAPPED)
 {
     using namespace simulation;
-    call const made{.function = "ReadFile", .handle = file};
+    call const made{.function = "ReadFile", .handle = file, .room = size};
     return perform(made, BOOL{FALSE}, [&](machine_state &machine) {
         *read = 0;
         *read = read_file(*machine.open->file(file), static_cast<char *>(buffer), size);
@@ -224,7 +220,7 @@ extern "C" BOOL ReadFile(HANDLE file, LPVOID buffer, DWORD size, LPDWORD read, L
 extern "C" BOOL WriteFile(HANDLE file, LPCVOID buffer, DWORD size, LPDWORD written, LPOVERLAPPED)
 {
     using namespace simulation;
-    call const made{.function = "WriteFile", .handle = file};
+    call const made{.function = "WriteFile", .handle = file, .room = size};
     return perform(made, BOOL{FALSE}, [&](machine_state &machine) {
         *written = 0;
         std::string_view const bytes(static_cast<char const *>(buffer), size);

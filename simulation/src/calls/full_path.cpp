@@ -37,7 +37,8 @@ DWORD get_full_path_name(machine_state &machine, LPCWSTR name, DWORD room, LPWST
 extern "C" DWORD GetFullPathNameW(LPCWSTR name, DWORD room, LPWSTR buffer, LPWSTR *file_part)
 {
     using namespace simulation;
-    return perform("GetFullPathNameW", name, DWORD{0}, [&](machine_state &machine) {
+    call const made{.function = "GetFullPathNameW", .text = name, .room = room};
+    return perform(made, DWORD{0}, [&](machine_state &machine) {
         return get_full_path_name(machine, name, room, buffer, file_part);
     });
 }

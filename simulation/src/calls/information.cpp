@@ -224,7 +224,8 @@ extern "C" BOOL GetFileInformationByHandleEx(HANDLE file, FILE_INFO_BY_HANDLE_CL
     using namespace simulation;
     call const made{.function = "GetFileInformationByHandleEx",
                     .handle = file,
-                    .flags = static_cast<DWORD>(kind)};
+                    .flags = static_cast<DWORD>(kind),
+                    .room = size};
     return perform(made, BOOL{FALSE}, [&](machine_state &machine) {
         get_information(*machine.open->file(file), kind, information, size);
         return BOOL{TRUE};
@@ -237,7 +238,8 @@ extern "C" BOOL SetFileInformationByHandle(HANDLE file, FILE_INFO_BY_HANDLE_CLAS
     using namespace simulation;
     call const made{.function = "SetFileInformationByHandle",
                     .handle = file,
-                    .flags = static_cast<DWORD>(kind)};
+                    .flags = static_cast<DWORD>(kind),
+                    .room = size};
     return perform(made, BOOL{FALSE}, [&](machine_state &machine) {
         set_information(*machine.open->file(file), kind, information, size);
         return BOOL{TRUE};
@@ -247,7 +249,8 @@ extern "C" BOOL SetFileInformationByHandle(HANDLE file, FILE_INFO_BY_HANDLE_CLAS
 extern "C" DWORD GetFinalPathNameByHandleW(HANDLE file, LPWSTR buffer, DWORD room, DWORD flags)
 {
     using namespace simulation;
-    call const made{.function = "GetFinalPathNameByHandleW", .handle = file, .flags = flags};
+    call const made{
+        .function = "GetFinalPathNameByHandleW", .handle = file, .flags = flags, .room = room};
     return perform(made, DWORD{0}, [&](machine_state &machine) {
         return hand_over(final_path(*machine.open->file(file), flags), room, buffer);
     });

@@ -65,7 +65,8 @@ DWORD hand_over_cut(std::u16string_view text, DWORD room, LPWSTR buffer)
 extern "C" SIZE_T VirtualQuery(LPCVOID address, PMEMORY_BASIC_INFORMATION info, SIZE_T size)
 {
     using namespace simulation;
-    return perform("VirtualQuery", nullptr, SIZE_T{0}, [&](machine_state &machine) {
+    call const made{.function = "VirtualQuery", .room = size};
+    return perform(made, SIZE_T{0}, [&](machine_state &machine) {
         return query(machine, number_of(address), info, size);
     });
 }
@@ -73,15 +74,14 @@ extern "C" SIZE_T VirtualQuery(LPCVOID address, PMEMORY_BASIC_INFORMATION info, 
 extern "C" DWORD GetModuleFileNameW(HMODULE module, LPWSTR buffer, DWORD room)
 {
     using namespace simulation;
-    // Callers tell a cut text from a whole one by the last error: it is set in each case.
-    DWORD answer = 0;
-    return perform_refusing(
-        "GetModuleFileNameW", nullptr, [&](DWORD) { return answer; },
-        [&](machine_state &machine) -> DWORD {
-            auto const pathname = machine.memory.module_at(number_of(module));
-            if (!pathname)
-                throw failure(ERROR_MOD_NOT_FOUND);
-            answer = hand_over_cut(*pathname, room, buffer);
-            throw failure(answer < room ? ERROR_SUCCESS : ERROR_INSUFFICIENT_BUFFER);
-        });
+    call const made{.function = "GetModuleFileNameW", .room = room};
+    return perform(made, DWORD{0}, [&](machine_state &machine, DWORD &last_error) {
+        auto const pathname = machine.memory.module_at(number_of(module));
+        if (!pathname)
+            throw failure(ERROR_MOD_NOT_FOUND);
+        DWORD const answer = hand_over_cut(*pathname, room, buffer);
+        // callers tell a cut text from a whole one by the last error: it is set in each case
+        last_error = answer < room ? ERROR_SUCCESS : ERROR_INSUFFICIENT_BUFFER;
+        return answer;
+    });
 }

@@ -103,8 +103,10 @@ void get_universal_name(machine_state &machine, LPCWSTR text, DWORD level, LPVOI
 extern "C" DWORD WNetGetUniversalNameW(LPCWSTR local_path, DWORD level, LPVOID buffer, DWORD *size)
 {
     using namespace simulation;
+    call const made{
+        .function = "WNetGetUniversalNameW", .text = local_path, .flags = level, .room = *size};
     return perform_refusing(
-        "WNetGetUniversalNameW", local_path, [](DWORD code) { return code; },
+        made, [](DWORD code) { return code; },
         [&](machine_state &machine) {
             get_universal_name(machine, local_path, level, buffer, size);
             return DWORD{NO_ERROR};

@@ -30,7 +30,8 @@ std::string as_bytes(reparse_point const &point)
 {
     std::string bytes;
     bool const has_maker = !is_of_microsoft(point.tag);
-    std::size_t const length = point.data.size() - (has_maker ? maker_size : 0);
+    std::size_t const ahead = has_maker ? maker_size : 0;
+    std::size_t const length = point.data.size() - std::min(point.data.size(), ahead);
     append_number(bytes, point.tag, 4);
     append_number(bytes, length, 2);
     append_number(bytes, 0, 2);
@@ -139,6 +140,12 @@ void run(open_file const &file, control const &asked, DWORD &returned)
     }
 }
 
+void check_may_create_links(machine_state const &machine)
+{
+    if (!machine.may_create_links)
+        throw failure(ERROR_PRIVILEGE_NOT_HELD);
+}
+
 void create_symbolic_link(machine_state &machine, LPCWSTR name, LPCWSTR target, DWORD flags)
 {
     constexpr DWORD known =
@@ -155,13 +162,11 @@ void create_symbolic_link(machine_state &machine, LPCWSTR name, LPCWSTR target, 
     if (here.found)
         throw collision(*here.found, ERROR_ALREADY_EXISTS);
     check_creation(here);
-    if (!machine.may_create_links)
-        throw failure(ERROR_PRIVILEGE_NOT_HELD);
+    check_may_create_links(machine);
     bool const is_directory = (flags & SYMBOLIC_LINK_FLAG_DIRECTORY) != 0;
     DWORD const attribute = is_directory ? FILE_ATTRIBUTE_DIRECTORY : FILE_ATTRIBUTE_ARCHIVE;
-    auto made = std::make_shared<node>(attribute, machine.now());
-    made->reparse = make_symbolic_link(text, machine);
-    node::add(here.parent, here.name, std::move(made), machine.now());
+    reparse_point point = make_symbolic_link(text, machine);
+    create_entry(here, path.ends_in_separator, attribute)->target->reparse = std::move(point);
 }
 
 } // namespace
@@ -172,7 +177,8 @@ extern "C" BOOL DeviceIoControl(HANDLE device, DWORD code, LPVOID input, DWORD i
                                 LPVOID output, DWORD output_size, LPDWORD returned, LPOVERLAPPED)
 {
     using namespace simulation;
-    call const made{.function = "DeviceIoControl", .handle = device, .flags = code};
+    call const made{
+        .function = "DeviceIoControl", .handle = device, .flags = code, .room = output_size};
     return perform(made, BOOL{FALSE}, [&](machine_state &machine) {
         auto const file = machine.open->file(device);
         std::string_view const bytes(static_cast<char const *>(input), input_size);

@@ -120,9 +120,12 @@ void hand_over_path(std::u16string_view path, LPWSTR buffer, int room)
     std::fill(end + 1, buffer + units, buffer_junk);
 }
 
-HRESULT shell_link::GetPath(LPWSTR buffer, int room, WIN32_FIND_DATAW *found, DWORD)
+HRESULT shell_link::GetPath(LPWSTR buffer, int room, WIN32_FIND_DATAW *found, DWORD flags)
 {
-    return perform_com("IShellLinkW::GetPath", nullptr, [&](machine_state &) {
+    call const made{.function = "IShellLinkW::GetPath",
+                    .flags = flags,
+                    .room = static_cast<std::uint64_t>(std::max(room, 0))};
+    return perform_com(made, [&](machine_state &) {
         if (buffer == nullptr)
             return E_INVALIDARG;
         if (found != nullptr)
@@ -146,9 +149,10 @@ HRESULT shell_link::SetPath(LPCWSTR path)
 
 /// Without a window there is nobody to ask about a target that has gone. The machine
 /// doesn't search for one that was moved.
-HRESULT shell_link::Resolve(HWND, DWORD)
+HRESULT shell_link::Resolve(HWND, DWORD flags)
 {
-    return perform_com("IShellLinkW::Resolve", nullptr, [&](machine_state &machine) {
+    call const made{.function = "IShellLinkW::Resolve", .flags = flags};
+    return perform_com(made, [&](machine_state &machine) {
         if (!target_.empty()) {
             pathname const path = parse_pathname(target_, machine);
             if (!path.is_device())
@@ -174,9 +178,10 @@ HRESULT shell_link::IsDirty()
                        [&](machine_state &) { return is_dirty_ ? S_OK : S_FALSE; });
 }
 
-HRESULT shell_link::Load(LPCOLESTR file, DWORD)
+HRESULT shell_link::Load(LPCOLESTR file, DWORD mode)
 {
-    return perform_com("IPersistFile::Load", file, [&](machine_state &machine) {
+    call const made{.function = "IPersistFile::Load", .text = file, .flags = mode};
+    return perform_com(made, [&](machine_state &machine) {
         if (file == nullptr)
             return E_INVALIDARG;
         std::u16string const name = from_wide(file);
@@ -189,7 +194,9 @@ HRESULT shell_link::Load(LPCOLESTR file, DWORD)
 
 HRESULT shell_link::Save(LPCOLESTR file, BOOL remember)
 {
-    return perform_com("IPersistFile::Save", file, [&](machine_state &machine) {
+    call const made{
+        .function = "IPersistFile::Save", .text = file, .flags = static_cast<DWORD>(remember)};
+    return perform_com(made, [&](machine_state &machine) {
         std::u16string const name = file == nullptr ? file_ : from_wide(file);
         if (file == nullptr && name.empty())
             return E_FAIL; // it was neither loaded nor saved before
