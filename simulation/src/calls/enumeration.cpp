@@ -183,7 +183,9 @@ extern "C" HANDLE FindFirstFileExW(LPCWSTR pattern, FINDEX_INFO_LEVELS level, LP
 
 extern "C" HANDLE FindFirstFileW(LPCWSTR pattern, LPWIN32_FIND_DATAW data)
 {
-    return FindFirstFileExW(pattern, FindExInfoStandard, data, FindExSearchNameMatch, nullptr, 0);
+    using namespace simulation;
+    return perform("FindFirstFileW", pattern, INVALID_HANDLE_VALUE,
+                   [&](machine_state &machine) { return find_first(machine, pattern, *data); });
 }
 
 extern "C" BOOL FindNextFileW(HANDLE search, LPWIN32_FIND_DATAW data)
