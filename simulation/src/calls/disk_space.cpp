@@ -34,6 +34,13 @@ std::size_t end_of_name(std::u16string_view text, std::size_t from)
     return end == std::u16string_view::npos ? text.size() : end + 1;
 }
 
+/// The name that ends there, without the backslash.
+std::u16string_view name_between(std::u16string_view text, std::size_t begin, std::size_t end)
+{
+    std::u16string_view const name = text.substr(begin, end - begin);
+    return name.substr(0, name.find(u'\\'));
+}
+
 /// How much of a full pathname is the root of its drive or share.
 std::size_t root_length(machine_state const &machine, std::u16string_view full)
 {
@@ -43,6 +50,8 @@ std::size_t root_length(machine_state const &machine, std::u16string_view full)
         begin = is_long_network ? begin + 4 : 2;
         return end_of_name(full, end_of_name(full, begin));
     }
+    if (begin != 0 && upcase(full.substr(begin)).starts_with(u"VOLUME{"))
+        return end_of_name(full, begin);
     if (!is_drive_at(full, begin))
         throw failure(ERROR_INVALID_NAME); // a device
     if (!machine.disks.find_drive(full[begin]))
@@ -69,10 +78,16 @@ std::u16string volume_path(machine_state &machine, std::u16string_view name)
 {
     std::u16string const full = is_literal(name) ? std::u16string(name) : full_path(name, machine);
     std::size_t length = root_length(machine, full);
-    parse_literal(full.substr(0, length), machine); // it has to be there
-    for (std::size_t end = length; end < full.size();) {
-        end = end_of_name(full, end);
-        if (is_volume_mounted_at(full.substr(0, end), machine))
+    auto here = parse_literal(full.substr(0, length), machine).disk->root; // it has to be there
+    bool is_plain = true; // until the first link, which may lead anywhere
+    for (std::size_t end = length; end < full.size() && here;) {
+        std::size_t const begin = end;
+        end = end_of_name(full, begin);
+        if (is_plain) {
+            here = here->target->find(name_between(full, begin, end));
+            is_plain = here && !here->target->reparse;
+        }
+        if (!is_plain && is_volume_mounted_at(full.substr(0, end), machine))
             length = end;
     }
     std::u16string const root = full.substr(0, length);
