@@ -2,7 +2,17 @@
 
 #include "opening.hpp"
 
+#include <algorithm>
+#include <cstdint>
+
 namespace simulation {
+
+namespace {
+
+/// Sparse files are larger than any memory. What parts of the system read is small.
+constexpr std::uint64_t most_bytes_read = 1 << 20;
+
+} // namespace
 
 std::string read_whole_file(machine_state &machine, std::u16string_view text)
 {
@@ -13,7 +23,11 @@ std::string read_whole_file(machine_state &machine, std::u16string_view text)
     how.access = GENERIC_READ;
     how.wanted = kind::file;
     how.last = last_link::follow;
-    return open_existing(machine, path, how)->target().content.text();
+    auto const file = open_existing(machine, path, how);
+    byte_store const &content = file->target().content;
+    std::string bytes(static_cast<std::size_t>(std::min(content.size(), most_bytes_read)), '\0');
+    content.read(0, bytes.data(), bytes.size());
+    return bytes;
 }
 
 void write_whole_file(machine_state &machine, std::u16string_view text, std::string_view content)

@@ -10,7 +10,7 @@
 
 namespace simulation {
 
-/// A device has no content.
+/// A device has no content, and of very large files only the beginning is read.
 std::string read_whole_file(machine_state &machine, std::u16string_view text);
 
 /// Makes the file, or replaces the content of the one that is there.
