@@ -6,6 +6,7 @@
 #include "names.hpp"
 
 #include <algorithm>
+#include <mutex>
 #include <utility>
 
 namespace simulation {
@@ -22,8 +23,11 @@ fault &fault::operator=(fault other) noexcept
 
 fault::~fault()
 {
-    if (record_)
-        record_->is_live = false;
+    if (!record_)
+        return;
+    // a hook that runs on another thread ends first: it may use what its test holds
+    std::lock_guard const lock(machine_mutex());
+    record_->is_live = false;
 }
 
 bool fault::fired() const noexcept
@@ -49,7 +53,7 @@ std::u16string comparable_name(std::u16string_view text, machine_state &machine)
         return name; // no pathname: comparable with its like
     }
     machine.running.variables = kept;
-    if (is_literal(name))
+    if (is_literal(name) || name.starts_with(u"\\\\.\\"))
         name = name.substr(4);
     if (upcase(name).starts_with(u"UNC\\"))
         name = u"\\" + name.substr(3);
@@ -58,13 +62,16 @@ std::u16string comparable_name(std::u16string_view text, machine_state &machine)
     return upcase(name);
 }
 
-std::optional<DWORD> faults::meet(std::string_view function, std::u16string_view text,
-                                  std::u16string_view second_text, machine_state &machine)
+std::optional<DWORD> faults::meet(std::string_view function,
+                                  std::span<std::u16string_view const> pathnames,
+                                  machine_state &machine)
 {
     forget_dead();
     std::vector<std::u16string> names;
-    if (knows_names())
-        names = {comparable_name(text, machine), comparable_name(second_text, machine)};
+    if (knows_names()) {
+        for (std::u16string_view const pathname : pathnames)
+            names.push_back(comparable_name(pathname, machine));
+    }
     std::optional<DWORD> code;
     for (auto const &met : count(function, names)) {
         if (met->action)

@@ -6,6 +6,7 @@
 
 #include <atomic>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -29,7 +30,7 @@ struct fault_record
 class machine_state;
 
 /// A pathname in the form that all texts for it have in common: full, in upper case,
-/// without a long prefix and without a separator at its end. Links stay.
+/// without a prefix and without a separator at its end. Links stay.
 std::u16string comparable_name(std::u16string_view text, machine_state &machine);
 
 class faults
@@ -37,10 +38,11 @@ class faults
 public:
     fault add(std::shared_ptr<fault_record> record);
 
-    /// Counts a call of `function` on these texts, and returns the code with which it
+    /// Counts a call of `function` on these pathnames, and returns the code with which it
     /// is to fail, if it is.
-    std::optional<DWORD> meet(std::string_view function, std::u16string_view text,
-                              std::u16string_view second_text, machine_state &machine);
+    std::optional<DWORD> meet(std::string_view function,
+                              std::span<std::u16string_view const> pathnames,
+                              machine_state &machine);
 
     /// What a hook answers for GetFullPathNameW, if any does.
     std::optional<DWORD> full_path_name(DWORD room, wchar_t *buffer);

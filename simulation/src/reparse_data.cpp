@@ -57,6 +57,24 @@ DWORD number_at(std::string_view bytes, std::size_t offset, std::size_t size)
     return number;
 }
 
+bool is_of_microsoft(DWORD tag)
+{
+    return (tag & 0x80000000) != 0;
+}
+
+bool is_reserved(DWORD tag)
+{
+    return tag <= 1;
+}
+
+void check_storable(reparse_point const &point)
+{
+    std::size_t const least = is_of_microsoft(point.tag) ? 0 : maker_size;
+    constexpr std::size_t most = MAXIMUM_REPARSE_DATA_BUFFER_SIZE - reparse_header_size;
+    if (is_reserved(point.tag) || point.data.size() < least || point.data.size() > most)
+        throw failure(ERROR_INVALID_REPARSE_DATA);
+}
+
 redirection decode(reparse_point const &point)
 {
     bool const is_link = point.tag == IO_REPARSE_TAG_SYMLINK;
@@ -100,13 +118,17 @@ std::string mount_point_data(std::u16string_view substitute, std::u16string_view
 
 reparse_point make_symbolic_link(std::u16string_view text, machine_state &machine)
 {
+    if (text.empty())
+        throw failure(ERROR_INVALID_REPARSE_DATA);
     path_form const form = form_of(text);
     bool const is_relative =
         !is_literal(text) && (form == path_form::rooted || form == path_form::relative);
     std::u16string const substitute =
         is_relative ? std::u16string(text) : object_name_of(text, machine);
-    return {DWORD{IO_REPARSE_TAG_SYMLINK},
-            symbolic_link_data(substitute, text, is_relative ? relative_flag : 0)};
+    reparse_point made{DWORD{IO_REPARSE_TAG_SYMLINK},
+                       symbolic_link_data(substitute, text, is_relative ? relative_flag : 0)};
+    check_storable(made);
+    return made;
 }
 
 } // namespace simulation

@@ -6,7 +6,9 @@
 #include "machine_state.hpp"
 #include "names.hpp"
 
+#include <array>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -29,6 +31,9 @@ struct call
     DWORD share = 0;
     DWORD disposition = 0;
     std::uint64_t room = 0;
+    /// How many of the texts are pathnames of what the call acts on. A variable is no file,
+    /// and nobody looks for the target of a link that is made.
+    std::size_t pathnames = 2;
     /// A closing call that fails has closed all the same.
     bool happens_anyway = false;
 };
@@ -68,8 +73,10 @@ auto perform_refusing(call const &made, Refuse refuse, Body body) -> decltype(re
             return body(machine);
     };
     try {
+        std::u16string const second_text = from_wide(made.second_text);
+        std::array<std::u16string_view, 2> const texts = {text, second_text};
         auto const broken =
-            machine.broken.meet(made.function, text, from_wide(made.second_text), machine);
+            machine.broken.meet(made.function, std::span(texts).first(made.pathnames), machine);
         if (!broken || made.happens_anyway)
             answer = run();
         if (broken)

@@ -19,7 +19,8 @@ void check_variable_name(std::u16string_view name)
 extern "C" DWORD GetEnvironmentVariableW(LPCWSTR name, LPWSTR buffer, DWORD room)
 {
     using namespace simulation;
-    call const made{.function = "GetEnvironmentVariableW", .text = name, .room = room};
+    call const made{
+        .function = "GetEnvironmentVariableW", .text = name, .room = room, .pathnames = 0};
     return perform(made, DWORD{0}, [&](machine_state &machine) {
         auto const value = machine.running.variables.find(from_wide(name));
         if (!value)
@@ -31,7 +32,8 @@ extern "C" DWORD GetEnvironmentVariableW(LPCWSTR name, LPWSTR buffer, DWORD room
 extern "C" BOOL SetEnvironmentVariableW(LPCWSTR name, LPCWSTR value)
 {
     using namespace simulation;
-    call const made{.function = "SetEnvironmentVariableW", .text = name, .second_text = value};
+    call const made{
+        .function = "SetEnvironmentVariableW", .text = name, .second_text = value, .pathnames = 0};
     return perform(made, BOOL{FALSE}, [&](machine_state &machine) {
         std::u16string const variable = from_wide(name);
         check_variable_name(variable);

@@ -10,21 +10,7 @@ namespace simulation {
 
 namespace {
 
-/// Ahead of the data stand the tag, the length of the data, and two bytes for nothing;
-/// behind them the identifier of whoever made the tag, unless that is Microsoft.
-constexpr std::size_t header_size = 8;
-constexpr std::size_t maker_size = 16;
-
-bool is_of_microsoft(DWORD tag)
-{
-    return (tag & 0x80000000) != 0;
-}
-
-/// Tags that no reparse point has.
-bool is_reserved(DWORD tag)
-{
-    return tag <= 1;
-}
+constexpr std::size_t header_size = reparse_header_size;
 
 std::string as_bytes(reparse_point const &point)
 {
@@ -87,10 +73,18 @@ void check_same_tag(node const &target, reparse_point const &point)
         throw failure(ERROR_REPARSE_ATTRIBUTE_CONFLICT);
 }
 
-void set_reparse_point(open_file const &file, std::string_view input)
+void check_may_create_links(machine_state const &machine)
+{
+    if (!machine.may_create_links)
+        throw failure(ERROR_PRIVILEGE_NOT_HELD);
+}
+
+void set_reparse_point(open_file const &file, std::string_view input, machine_state const &machine)
 {
     check_change(file);
     reparse_point point = as_point(input);
+    if (point.tag == IO_REPARSE_TAG_SYMLINK)
+        check_may_create_links(machine);
     node &target = file.target();
     check_same_tag(target, point);
     bool const is_mount_point = point.tag == IO_REPARSE_TAG_MOUNT_POINT;
@@ -126,13 +120,13 @@ struct control
     std::size_t room;
 };
 
-void run(open_file const &file, control const &asked, DWORD &returned)
+void run(open_file const &file, control const &asked, DWORD &returned, machine_state const &machine)
 {
     switch (asked.code) {
     case FSCTL_GET_REPARSE_POINT:
         return get_reparse_point(file, asked.output, asked.room, returned);
     case FSCTL_SET_REPARSE_POINT:
-        return set_reparse_point(file, asked.input);
+        return set_reparse_point(file, asked.input, machine);
     case FSCTL_DELETE_REPARSE_POINT:
         return delete_reparse_point(file, asked.input);
     default:
@@ -183,7 +177,7 @@ extern "C" BOOL DeviceIoControl(HANDLE device, DWORD code, LPVOID input, DWORD i
         auto const file = machine.open->file(device);
         std::string_view const bytes(static_cast<char const *>(input), input_size);
         *returned = 0;
-        run(*file, {code, bytes, static_cast<char *>(output), output_size}, *returned);
+        run(*file, {code, bytes, static_cast<char *>(output), output_size}, *returned, machine);
         return BOOL{TRUE};
     });
 }
@@ -191,8 +185,11 @@ extern "C" BOOL DeviceIoControl(HANDLE device, DWORD code, LPVOID input, DWORD i
 extern "C" BOOLEAN CreateSymbolicLinkW(LPCWSTR name, LPCWSTR target, DWORD flags)
 {
     using namespace simulation;
-    call const made{
-        .function = "CreateSymbolicLinkW", .text = name, .second_text = target, .flags = flags};
+    call const made{.function = "CreateSymbolicLinkW",
+                    .text = name,
+                    .second_text = target,
+                    .flags = flags,
+                    .pathnames = 1};
     return perform(made, BOOLEAN{FALSE}, [&](machine_state &machine) {
         create_symbolic_link(machine, name, target, flags);
         return BOOLEAN{TRUE};
