@@ -33,7 +33,7 @@ void check_traversal(node const &directory)
         throw failure(ERROR_ACCESS_DENIED);
 }
 
-walk_end walk(pathname const &path, machine_state const &machine, last_link last)
+walk_end walk(pathname const &path, machine_state const &machine, last_link last, looker who)
 {
     walk_end end;
     end.here.disk = path.disk;
@@ -45,7 +45,8 @@ walk_end walk(pathname const &path, machine_state const &machine, last_link last
         if (!*here || !(*here)->target->is_directory())
             throw failure(ERROR_PATH_NOT_FOUND);
         above = here;
-        check_traversal(*(*above)->target);
+        if (who == looker::caller)
+            check_traversal(*(*above)->target);
         here = &(*above)->target->find(name);
         if (!*here && !is_valid_name(name))
             throw failure(ERROR_INVALID_NAME);
@@ -131,12 +132,14 @@ pathname redirected(pathname const &path, walk_end const &end, machine_state con
 
 } // namespace
 
-place find_place(pathname path, machine_state const &machine, last_link last)
+place find_place(pathname path, machine_state const &machine, last_link last, looker who)
 {
+    if (path.is_device())
+        throw failure(ERROR_INVALID_FUNCTION); // nothing is below it
     bool is_behind_link = false;
     bool is_behind_directory_link = false;
     for (int followed = 0;; ++followed) {
-        walk_end end = walk(path, machine, last);
+        walk_end end = walk(path, machine, last, who);
         if (!end.is_at_link) {
             end.here.is_behind_link = is_behind_link;
             end.here.is_behind_directory_link = is_behind_directory_link;
@@ -152,9 +155,9 @@ place find_place(pathname path, machine_state const &machine, last_link last)
     }
 }
 
-place find_existing(pathname path, machine_state const &machine, last_link last)
+place find_existing(pathname path, machine_state const &machine, last_link last, looker who)
 {
-    place const here = find_place(std::move(path), machine, last);
+    place const here = find_place(std::move(path), machine, last, who);
     if (!here.found)
         throw failure(ERROR_FILE_NOT_FOUND);
     return here;

@@ -17,6 +17,13 @@ enum class last_link
     keep
 };
 
+/// Who looks. A test sees all, whatever is denied to the caller.
+enum class looker
+{
+    caller,
+    test
+};
+
 /// A place for a name: there may be something by it or not.
 struct place
 {
@@ -34,10 +41,12 @@ struct place
 
 /// Finds the place that a pathname means. Each name is checked when its turn
 /// comes: behind a directory that is missing a name may be as wrong as it likes.
-place find_place(pathname path, machine_state const &machine, last_link last = last_link::keep);
+place find_place(pathname path, machine_state const &machine, last_link last = last_link::keep,
+                 looker who = looker::caller);
 
 /// Like `find_place`, but there has to be something.
-place find_existing(pathname path, machine_state const &machine, last_link last = last_link::keep);
+place find_existing(pathname path, machine_state const &machine, last_link last = last_link::keep,
+                    looker who = looker::caller);
 
 /// Whether an absolute text, taken as it stands, leads to a directory.
 bool is_directory_at(std::u16string_view text, machine_state const &machine);

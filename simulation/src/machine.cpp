@@ -10,6 +10,8 @@
 #include "reparse_data.hpp"
 
 #include <algorithm>
+#include <cstdint>
+#include <limits>
 #include <stdexcept>
 #include <utility>
 
@@ -38,7 +40,8 @@ std::shared_ptr<node> look(std::u16string_view path, machine_state const &machin
 {
     std::lock_guard const lock(machine_mutex());
     try {
-        place const here = find_place(parse_literal(path, machine), machine);
+        place const here =
+            find_place(parse_literal(path, machine), machine, last_link::keep, looker::test);
         return here.found ? here.found->target : nullptr;
     } catch (failure const &) {
         return nullptr;
@@ -47,7 +50,9 @@ std::shared_ptr<node> look(std::u16string_view path, machine_state const &machin
 
 place demand_place(std::u16string_view path, machine_state const &machine)
 {
-    return arrange(path, [&] { return find_existing(parse_literal(path, machine), machine); });
+    return arrange(path, [&] {
+        return find_existing(parse_literal(path, machine), machine, last_link::keep, looker::test);
+    });
 }
 
 std::shared_ptr<node> demand(std::u16string_view path, machine_state const &machine)
@@ -62,13 +67,26 @@ void check_plain_directory(node const &directory)
         throw failure(ERROR_DIRECTORY);
 }
 
-std::shared_ptr<node> make_directory(pathname const &path, machine_state &machine)
+/// Fails if not all of these names can be had, so that nothing is made in vain.
+void check_way(pathname const &path)
 {
-    std::shared_ptr<node> here = path.disk->root->target;
+    if (path.is_device())
+        throw failure(ERROR_INVALID_NAME);
+    std::shared_ptr<entry> here = path.disk->root;
     for (std::u16string const &name : path.elements) {
-        check_plain_directory(*here);
+        if (here)
+            check_plain_directory(*here->target);
         if (!is_valid_name(name))
             throw failure(ERROR_INVALID_NAME);
+        here = here ? here->target->find(name) : nullptr;
+    }
+}
+
+std::shared_ptr<node> make_directory(pathname const &path, machine_state &machine)
+{
+    check_way(path);
+    std::shared_ptr<node> here = path.disk->root->target;
+    for (std::u16string const &name : path.elements) {
         std::shared_ptr<entry> next = here->find(name);
         if (!next) {
             auto made = std::make_shared<node>(DWORD{FILE_ATTRIBUTE_DIRECTORY}, machine.now());
@@ -83,14 +101,13 @@ std::shared_ptr<node> make_directory(pathname const &path, machine_state &machin
 void place_file(std::u16string_view text, std::shared_ptr<node> target, machine_state &machine)
 {
     pathname path = parse_literal(text, machine);
-    if (path.elements.empty())
+    check_way(path);
+    if (path.elements.empty() || path.ends_in_separator)
         throw failure(ERROR_DIRECTORY);
     std::u16string const name = path.elements.back();
     path.elements.pop_back();
     std::shared_ptr<node> const parent = make_directory(path, machine);
     check_plain_directory(*parent);
-    if (!is_valid_name(name))
-        throw failure(ERROR_INVALID_NAME);
     std::shared_ptr<entry> const former = parent->find(name);
     if (former && former->target->is_directory())
         throw failure(ERROR_FILE_EXISTS);
@@ -105,14 +122,22 @@ std::shared_ptr<node> make_file(std::u16string_view path, machine_state &machine
     return made;
 }
 
+/// Fails with what no disk keeps.
+void check_reparse_point(reparse_point const &point, node const *target, flavour is)
+{
+    check_storable(point);
+    bool const is_directory = target ? target->is_directory() : is == flavour::directory;
+    if (point.tag == IO_REPARSE_TAG_MOUNT_POINT && !is_directory)
+        throw failure(ERROR_DIRECTORY);
+    if (target && target->is_directory() && !target->is_empty())
+        throw failure(ERROR_DIR_NOT_EMPTY);
+}
+
 void make_reparse_point(std::u16string_view path, reparse_point point, flavour is,
                         machine_state &machine)
 {
-    constexpr std::size_t most_data = MAXIMUM_REPARSE_DATA_BUFFER_SIZE - 8;
     std::shared_ptr<node> target = look(path, machine);
-    bool const is_other_kind = target && target->is_directory() != (is == flavour::directory);
-    if (is_other_kind || point.data.size() > most_data)
-        throw std::invalid_argument("no disk has such a reparse point");
+    arrange(path, [&] { check_reparse_point(point, target.get(), is); });
     if (!target && is == flavour::directory)
         target =
             arrange(path, [&] { return make_directory(parse_literal(path, machine), machine); });
@@ -140,6 +165,8 @@ simulated_machine &simulated_machine::add_drive(char16_t letter)
     std::lock_guard const lock(machine_mutex());
     if (!is_letter(letter))
         throw std::invalid_argument("a drive is a letter from A to Z");
+    if (state_->disks.find_mapping(letter))
+        throw std::invalid_argument("this letter stands for a share");
     state_->disks.add_drive(letter);
     return *this;
 }
@@ -155,6 +182,8 @@ simulated_machine &simulated_machine::add_share(std::u16string_view server,
                                                 std::u16string_view share)
 {
     std::lock_guard const lock(machine_mutex());
+    if (!is_valid_name(server) || !is_valid_name(share))
+        throw std::invalid_argument("servers and shares have names as files have");
     state_->disks.add_share(server, share);
     return *this;
 }
@@ -186,8 +215,8 @@ simulated_machine &simulated_machine::add_sparse_file(std::u16string_view path, 
                                                       std::string_view end)
 {
     std::lock_guard const lock(machine_mutex());
-    if (end.size() > size)
-        throw std::invalid_argument("the end of a file is no longer than the file");
+    if (end.size() > size || size > std::numeric_limits<std::int64_t>::max())
+        throw std::invalid_argument("no file has this size");
     auto const made = make_file(path, *state_, FILE_ATTRIBUTE_ARCHIVE | FILE_ATTRIBUTE_SPARSE_FILE);
     made->content.resize(size);
     made->content.write(size - end.size(), end);
@@ -254,7 +283,8 @@ simulated_machine &simulated_machine::add_junction(std::u16string_view path,
 simulated_machine &simulated_machine::add_mount_point(std::u16string_view path, char16_t letter)
 {
     std::lock_guard const lock(machine_mutex());
-    auto const disk = state_->disks.find_drive(letter);
+    auto const disk =
+        state_->disks.find_mapping(letter) ? nullptr : state_->disks.find_drive(letter);
     if (!disk)
         throw std::invalid_argument("there is no such drive to mount");
     return add_junction(path, u"\\??\\" + disk->guid_name + u'\\', {});
