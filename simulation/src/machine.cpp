@@ -60,10 +60,15 @@ std::shared_ptr<node> demand(std::u16string_view path, machine_state const &mach
     return demand_place(path, machine).found->target;
 }
 
+bool is_link(reparse_point const &point)
+{
+    return point.tag == IO_REPARSE_TAG_SYMLINK || point.tag == IO_REPARSE_TAG_MOUNT_POINT;
+}
+
 /// A directory to which entries can be added. Behind a link it would be another one.
 void check_plain_directory(node const &directory)
 {
-    if (!directory.is_directory() || directory.reparse)
+    if (!directory.is_directory() || (directory.reparse && is_link(*directory.reparse)))
         throw failure(ERROR_DIRECTORY);
 }
 
@@ -129,7 +134,7 @@ void check_reparse_point(reparse_point const &point, node const *target, flavour
     bool const is_directory = target ? target->is_directory() : is == flavour::directory;
     if (point.tag == IO_REPARSE_TAG_MOUNT_POINT && !is_directory)
         throw failure(ERROR_DIRECTORY);
-    if (target && target->is_directory() && !target->is_empty())
+    if (target && is_link(point) && target->is_directory() && !target->is_empty())
         throw failure(ERROR_DIR_NOT_EMPTY);
 }
 

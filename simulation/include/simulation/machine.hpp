@@ -109,7 +109,7 @@ using full_path_name_hook = std::function<std::optional<DWORD>(DWORD room, wchar
 /// Pathnames here are absolute, of any length, and taken as they stand: `C:\dir`,
 /// `\\server\share\dir`, either also with its long prefix. A link at the end of one
 /// means the link itself. What can't be done, such as a file on a drive that doesn't
-/// exist, throws `std::invalid_argument`.
+/// exist, throws `std::invalid_argument` and leaves nothing behind.
 class simulated_machine
 {
 public:
@@ -146,9 +146,9 @@ public:
                                     std::u16string_view print);
     /// Shows the volume of a drive in a directory. It has no name for people.
     simulated_machine &add_mount_point(std::u16string_view path, char16_t letter);
-    /// Any tag with any bytes behind it. A file or directory that is there is changed. The
-    /// data of a tag that isn't Microsoft's, without bit 31, begins with the 16 bytes of its
-    /// maker's identifier.
+    /// Any tag with any bytes behind it, as far as a disk keeps them: a tag of others than
+    /// Microsoft begins with the sixteen bytes of its maker. A file or directory that is
+    /// there is changed, and has to be empty to become a link.
     simulated_machine &add_reparse_point(std::u16string_view path, DWORD tag, std::string_view data,
                                          flavour is = flavour::file);
 
@@ -161,7 +161,8 @@ public:
     /// Takes the name and all below it away, whatever stands in the way.
     simulated_machine &remove(std::u16string_view path);
 
-    // Looking. None of it is a call: nothing is journalled, no fault fires.
+    // Looking. None of it is a call: nothing is journalled, no fault fires, and what is
+    // denied to the caller is seen all the same.
     bool exists(std::u16string_view path) const;
     bool is_directory(std::u16string_view path) const;
     bool is_file(std::u16string_view path) const;
@@ -206,6 +207,7 @@ public:
     fault fail_call(int nth, DWORD code);
     fault fail_every_call_on(std::string_view function, DWORD code);
     /// Every call on a name, however it is written, or on a handle that was opened by it.
+    /// The target of a link that is made is no such name, nor is a variable's.
     fault fail_every_call_on_name(std::u16string_view path, DWORD code);
     fault fail_every_call_on_name(std::string_view function, std::u16string_view path, DWORD code);
     fault fail_call_on_name(std::string_view function, std::u16string_view path, int nth,
