@@ -111,12 +111,14 @@ open_file::open_file(std::shared_ptr<volume> volume_of_it, std::shared_ptr<entry
     check_rights(target(), access);
     check_sharing(target(), access, share);
     target().open_files.push_back(this);
+    disk->open_files.push_back(this);
 }
 
 open_file::~open_file()
 {
     auto &all = target().open_files;
     std::erase(all, this);
+    std::erase(disk->open_files, this);
     // quietly: there is nobody to tell what is in the way
     if (deletes_on_close && target().is_empty())
         name->is_delete_pending = true;

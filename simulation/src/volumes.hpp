@@ -9,6 +9,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace simulation {
 
@@ -33,6 +34,8 @@ struct volume
     bool is_device = false;
     volume_space space = {100ULL << 30, 40ULL << 30, 30ULL << 30};
     std::shared_ptr<machine_clock> clock;
+    /// All that anybody has open on it.
+    std::vector<open_file const *> open_files;
 };
 
 class volumes

@@ -9,23 +9,6 @@ namespace simulation {
 
 namespace {
 
-/// Whether anything below a directory is open, which keeps it where it is.
-bool holds_open_files(node const &directory)
-{
-    std::vector<node const *> waiting = {&directory};
-    while (!waiting.empty()) {
-        node const &here = *waiting.back();
-        waiting.pop_back();
-        for (auto const &held : here.entries()) {
-            if (!held->target->open_files.empty())
-                return true;
-            if (held->target->is_directory())
-                waiting.push_back(held->target.get());
-        }
-    }
-    return false;
-}
-
 /// How many levels above `place` the directory stands, or 0 if it isn't there at all.
 int levels_up(std::shared_ptr<node> place, node const &directory)
 {
@@ -36,6 +19,14 @@ int levels_up(std::shared_ptr<node> place, node const &directory)
         place = own ? own->parent.lock() : nullptr;
     }
     return 0;
+}
+
+/// Whether anything below a directory is open, which keeps it where it is.
+bool holds_open_files(volume const &disk, node const &directory)
+{
+    return std::any_of(disk.open_files.begin(), disk.open_files.end(), [&](open_file const *file) {
+        return levels_up(file->name->parent.lock(), directory) != 0;
+    });
 }
 
 /// A directory can't go into itself. Right below, the system meets its own opening of it.
@@ -77,7 +68,7 @@ void move_within(machine_state &machine, open_file const &source, place const &t
     check_no_loop(moved, to);
     if (to.found && !is_itself)
         check_replacement(to, flags);
-    if (moved.is_directory() && holds_open_files(moved))
+    if (moved.is_directory() && holds_open_files(*source.disk, moved))
         throw failure(ERROR_ACCESS_DENIED);
     if (!is_itself)
         check_creation(to);

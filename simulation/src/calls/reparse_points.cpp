@@ -134,12 +134,6 @@ void run(open_file const &file, control const &asked, DWORD &returned, machine_s
     }
 }
 
-void check_may_create_links(machine_state const &machine)
-{
-    if (!machine.may_create_links)
-        throw failure(ERROR_PRIVILEGE_NOT_HELD);
-}
-
 void create_symbolic_link(machine_state &machine, LPCWSTR name, LPCWSTR target, DWORD flags)
 {
     constexpr DWORD known =
