@@ -28,10 +28,10 @@ verdict compare(sequence const &steps, outcome const &ours, outcome const &their
     verdict result;
     result.comparable = steps.size();
     for (std::size_t at = 0; at < steps.size(); ++at, ++result.compared) {
-        if (ours.answers[at] == theirs.answers[at])
-            continue;
-        situation const here{steps[at], ours.directories[at], number};
+        situation const here{steps[at], ours.directories[at], ours.standing[at], number};
         auto const *const known = find_intended(here, ours.answers[at], theirs.answers[at]);
+        if (known == nullptr && ours.answers[at] == theirs.answers[at])
+            continue;
         if (known == nullptr) {
             result.first = disagreement{at, ours.answers[at], theirs.answers[at]};
             return result;

@@ -12,7 +12,8 @@ namespace {
 outcome made(std::vector<std::string> answers, std::vector<std::string> tree = {})
 {
     std::vector<std::u16string> const directories(answers.size(), u"C:\\fl-differential\\00000001");
-    return {std::move(answers), directories, std::move(tree)};
+    std::vector<std::vector<entry>> const standing(answers.size());
+    return {std::move(answers), directories, std::move(tree), standing};
 }
 
 sequence creating(std::initializer_list<char16_t const *> texts)

@@ -1,5 +1,6 @@
 #include "differential/executor.hpp"
 
+#include "differential/file_steps.hpp"
 #include "differential/host.hpp"
 #include "support/text.hpp"
 
@@ -7,10 +8,6 @@
 
 #include <algorithm>
 #include <stdexcept>
-
-#if FL_DIFFERENTIAL_HAS_FILES
-#include "differential/file_steps.hpp"
-#endif
 
 namespace differential {
 
@@ -47,7 +44,8 @@ std::string attributes(std::wstring const &text)
 {
     DWORD const found = ::GetFileAttributesW(text.c_str());
     DWORD const code = ::GetLastError();
-    return found == INVALID_FILE_ATTRIBUTES ? failed_with(code) : "ok " + std::to_string(found);
+    return found == INVALID_FILE_ATTRIBUTES ? failed_with(code)
+                                            : "ok " + std::to_string(found & compared_attributes);
 }
 
 /// Always with room enough: of another drive's directory Wine writes more into a
@@ -100,26 +98,18 @@ std::string run_plain_step(step const &one, std::vector<std::wstring> const &tex
     case function::set_variable:
         return set_variable(one, texts);
     default:
-        throw std::invalid_argument("this build has no " +
-                                    std::string(signature_of(one.what).name));
+        throw std::invalid_argument("no plain step");
     }
 }
 
 std::string line_of(entry const &one, unsigned int number)
 {
-    constexpr DWORD compared = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN |
-                               FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_DIRECTORY;
     std::string line =
-        shown(one.pathname, number) + ' ' + std::to_string(one.attributes & compared);
+        shown(one.pathname, number) + ' ' + std::to_string(one.attributes & compared_attributes);
     if (one.is_directory)
         return line;
     std::u16string const content(one.content.begin(), one.content.end());
-    line += ' ' + quoted(content);
-#if FL_DIFFERENTIAL_HAS_FILES
-    return line + ' ' + std::to_string(link_count(one.pathname));
-#else
-    return line + " 1"; // nothing here makes a second name
-#endif
+    return line + ' ' + quoted(content) + ' ' + std::to_string(link_count(one.pathname));
 }
 
 } // namespace
@@ -161,39 +151,22 @@ std::wstring expand(std::u16string_view text, unsigned int number)
     return result;
 }
 
-std::vector<function> available_functions()
-{
-    std::vector<function> found;
-    for (signature const &known : signatures()) {
-        if (!known.needs_files || FL_DIFFERENTIAL_HAS_FILES)
-            found.push_back(known.what);
-    }
-    return found;
-}
-
 outcome run_sequence(sequence const &steps, unsigned int number)
 {
     host const disk(number);
     outcome result;
-#if FL_DIFFERENTIAL_HAS_FILES
     handle_slots slots;
-#endif
     for (step const &one : steps) {
         std::vector<std::wstring> texts;
         for (std::u16string const &text : one.texts)
             texts.push_back(expand(text, number));
         result.directories.push_back(disk.current_directory());
-#if FL_DIFFERENTIAL_HAS_FILES
-        if (signature_of(one.what).needs_files) {
-            result.answers.push_back(run_file_step(one, texts, slots, number));
-            continue;
-        }
-#endif
-        result.answers.push_back(run_plain_step(one, texts, number));
+        result.standing.push_back(disk.standing());
+        bool const is_plain = !signature_of(one.what).needs_files;
+        result.answers.push_back(is_plain ? run_plain_step(one, texts, number)
+                                          : run_file_step(one, texts, slots, number));
     }
-#if FL_DIFFERENTIAL_HAS_FILES
     slots.close_all();
-#endif
     for (entry const &left : disk.entries())
         result.tree.push_back(line_of(left, number));
     return result;

@@ -3,6 +3,7 @@
 // Runs sequences by plain Win32 calls, the same source on both sides, and says in
 // lines of text what came of it.
 
+#include "differential/host.hpp"
 #include "differential/step.hpp"
 
 #include <string>
@@ -23,10 +24,9 @@ struct outcome
     std::vector<std::u16string> directories;
     /// What is on the drive in the end, one line each.
     std::vector<std::string> tree;
+    /// What was on the drive ahead of each step. Like `directories`, for explanations.
+    std::vector<std::vector<entry>> standing;
 };
-
-/// Functions that this build can run.
-std::vector<function> available_functions();
 
 /// Runs `steps` in a fresh folder, whose name is made from `number`.
 outcome run_sequence(sequence const &steps, unsigned int number);
@@ -35,6 +35,9 @@ outcome run_sequence(sequence const &steps, unsigned int number);
 std::wstring expand(std::u16string_view text, unsigned int number);
 
 // Of use to the steps with files.
+/// What both systems keep alike. Wine has no archive bit to take away, and what else
+/// a disk notes is its own affair.
+inline constexpr std::uint32_t compared_attributes = 0x01 | 0x02 | 0x04 | 0x10;
 /// No system code, so that a call that leaves the last error alone shows.
 inline constexpr std::uint32_t untouched = 0x20000001;
 std::string failed_with(std::uint32_t code);

@@ -12,11 +12,6 @@ namespace {
 
 constexpr DWORD share_all = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
-/// What both systems keep alike. Wine has no archive bit to take away, and what else
-/// a disk notes is its own affair.
-constexpr DWORD compared_attributes = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN |
-                                      FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_DIRECTORY;
-
 std::string done_or_failed(BOOL done)
 {
     DWORD const code = ::GetLastError();
@@ -113,8 +108,9 @@ std::string enumerate(std::wstring const &pattern, unsigned int number)
         return failed_with(code);
     std::vector<std::string> lines;
     do {
-        lines.push_back(shown(data.cFileName, number) + ' ' +
-                        facts(data.dwFileAttributes, data.nFileSizeLow));
+        if (!is_of_the_system(data.cFileName))
+            lines.push_back(shown(data.cFileName, number) + ' ' +
+                            facts(data.dwFileAttributes, data.nFileSizeLow));
     } while (::FindNextFileW(search, &data));
     code = ::GetLastError();
     ::FindClose(search);

@@ -35,11 +35,16 @@ public:
 
     /// Where the process stands, if that can be learnt without a call; else empty.
     std::u16string current_directory() const;
+    /// What is on the drive, if that can be learnt without a call; else empty.
+    std::vector<entry> standing() const;
 
 private:
     struct state;
     std::unique_ptr<state> state_;
 };
+
+/// Whether a name was on the drive before the first sequence.
+bool is_of_the_system(std::wstring const &name);
 
 /// The last element of the folder.
 std::wstring folder_name(unsigned int number);

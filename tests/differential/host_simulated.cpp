@@ -52,4 +52,14 @@ std::u16string host::current_directory() const
     return state_->machine.current_directory();
 }
 
+std::vector<entry> host::standing() const
+{
+    return entries();
+}
+
+bool is_of_the_system(std::wstring const &)
+{
+    return false;
+}
+
 } // namespace differential

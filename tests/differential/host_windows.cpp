@@ -110,6 +110,7 @@ std::set<std::wstring> const &names_of_the_system()
 void clean_drive()
 {
     ::SetCurrentDirectoryW(L"C:\\");
+    ::SetFileAttributesW(L"C:\\", FILE_ATTRIBUTE_NORMAL);
     std::vector<entry> left;
     collect(L"C:", left, names_of_the_system());
     std::for_each(left.rbegin(), left.rend(), remove); // entries stand behind their directory
@@ -148,6 +149,16 @@ std::vector<entry> host::entries() const
 std::u16string host::current_directory() const
 {
     return {};
+}
+
+std::vector<entry> host::standing() const
+{
+    return {};
+}
+
+bool is_of_the_system(std::wstring const &name)
+{
+    return names_of_the_system().contains(name);
 }
 
 } // namespace differential

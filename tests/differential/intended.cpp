@@ -12,6 +12,29 @@ namespace differential {
 using test_support::units;
 using test_support::wide;
 
+namespace {
+
+bool is_literal(std::u16string_view path)
+{
+    return path.starts_with(u"\\\\?\\");
+}
+
+/// In upper case as far as the vocabulary goes: Latin letters and the first Cyrillic ones.
+char16_t upper(char16_t unit)
+{
+    bool const is_lower = (unit >= u'a' && unit <= u'z') || (unit >= 0xE0 && unit <= 0xFE) ||
+                          (unit >= 0x430 && unit <= 0x44F);
+    return is_lower ? static_cast<char16_t>(unit - 0x20) : unit;
+}
+
+bool is_same_name(std::u16string_view left, std::u16string_view right)
+{
+    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
+                      [](char16_t one, char16_t other) { return upper(one) == upper(other); });
+}
+
+} // namespace
+
 std::u16string situation::text(std::size_t index) const
 {
     return units(expand(one.texts.at(index), number));
@@ -27,18 +50,43 @@ std::u16string situation::full(std::size_t index) const
     return units(buffer);
 }
 
-namespace {
-
-bool is_literal(std::u16string_view path)
+std::size_t situation::pathnames() const
 {
-    return path.starts_with(u"\\\\?\\");
+    return one.what == function::write_file || one.what == function::set_variable
+               ? 1
+               : one.texts.size();
 }
 
-/// What the disk is asked for, without a long prefix.
-std::u16string bare_path(situation const &here)
+entry const *situation::there(std::size_t index) const
 {
-    std::u16string const text = here.text();
-    return is_literal(text) ? text.substr(4) : here.full();
+    std::u16string path = text(index);
+    path = is_literal(path) ? path.substr(4) : full(index);
+    if (path.size() > 3 && path.ends_with(u'\\'))
+        path.pop_back();
+    auto const found = std::find_if(standing.begin(), standing.end(), [&](entry const &held) {
+        return is_same_name(units(held.pathname), path);
+    });
+    return found == standing.end() ? nullptr : &*found;
+}
+
+namespace {
+
+/// What the disk is asked for, without a long prefix.
+std::u16string bare_path(situation const &here, std::size_t index = 0)
+{
+    std::u16string const text = here.text(index);
+    return is_literal(text) ? text.substr(4) : here.full(index);
+}
+
+/// Whether `test(index)` is true for a pathname of the step.
+template <typename Test>
+bool any_pathname(situation const &here, Test test)
+{
+    for (std::size_t index = 0; index < here.pathnames(); ++index) {
+        if (test(index))
+            return true;
+    }
+    return false;
 }
 
 std::vector<std::u16string> names_of(std::u16string const &path)
@@ -56,8 +104,10 @@ std::vector<std::u16string> names_of(std::u16string const &path)
 template <typename Test>
 bool any_name(situation const &here, Test test)
 {
-    auto const names = names_of(bare_path(here));
-    return std::any_of(names.begin(), names.end(), test);
+    return any_pathname(here, [&](std::size_t index) {
+        auto const names = names_of(bare_path(here, index));
+        return std::any_of(names.begin(), names.end(), test);
+    });
 }
 
 /// Or, behind a long prefix, a name that only a treatment would resolve.
@@ -86,13 +136,15 @@ bool has_a_name_too_long(situation const &here)
 
 bool is_below_missing_drive(situation const &here)
 {
-    std::u16string const path = bare_path(here);
-    return path.starts_with(u"Q:\\") && path.size() > 3;
+    return any_pathname(here, [&](std::size_t index) {
+        std::u16string const path = bare_path(here, index);
+        return path.starts_with(u"Q:\\") && path.size() > 3;
+    });
 }
 
 bool is_root_of_drive(situation const &here)
 {
-    return bare_path(here) == u"C:\\";
+    return any_pathname(here, [&](std::size_t index) { return bare_path(here, index) == u"C:\\"; });
 }
 
 bool is_blank(situation const &here)
@@ -100,16 +152,24 @@ bool is_blank(situation const &here)
     return here.text().find_first_not_of(u' ') == std::u16string::npos;
 }
 
+bool is_file(entry const *one)
+{
+    return one != nullptr && !one->is_directory;
+}
+
 bool is_file_with_separator(situation const &here)
 {
-    std::u16string const path = bare_path(here);
-    return path.ends_with(u"\\file\\") || path.ends_with(u"\\FILE\\");
+    return any_pathname(here, [&](std::size_t index) {
+        return bare_path(here, index).ends_with(u'\\') && is_file(here.there(index));
+    });
 }
 
 /// Without a long prefix, and with more units than `longest` allows.
 bool exceeds(situation const &here, std::size_t longest)
 {
-    return !is_literal(here.text()) && here.full().size() > longest;
+    return any_pathname(here, [&](std::size_t index) {
+        return !is_literal(here.text(index)) && here.full(index).size() > longest;
+    });
 }
 
 bool is_long_for_a_directory(situation const &here)
@@ -156,115 +216,639 @@ bool theirs_has_fewer_stops(situation const &, std::string const &ours, std::str
     return expected == theirs;
 }
 
+bool truncates_without_writing(situation const &here)
+{
+    return here.one.numbers[3] == TRUNCATE_EXISTING && (here.one.numbers[1] & GENERIC_WRITE) == 0;
+}
+
+/// Without the flag that opens directories.
+bool is_directory_with_separator(situation const &here)
+{
+    bool const has_flag = here.one.what == function::open_handle &&
+                          (here.one.numbers[4] & FILE_FLAG_BACKUP_SEMANTICS) != 0;
+    bool const is_there = is_root_of_drive(here) || here.there() != nullptr;
+    return !has_flag && is_there && bare_path(here).ends_with(u'\\');
+}
+
+constexpr std::uint32_t shown_attributes =
+    FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
+
+std::uint32_t attributes_there(situation const &here, std::size_t index)
+{
+    auto const *const held = here.there(index);
+    return held == nullptr ? 0 : held->attributes & shown_attributes;
+}
+
+bool is_directory_there(situation const &here, std::size_t index)
+{
+    auto const *const held = here.there(index);
+    return held != nullptr && held->is_directory;
+}
+
+bool is_read_only_there(situation const &here)
+{
+    return (attributes_there(here, 0) & FILE_ATTRIBUTE_READONLY) != 0;
+}
+
+bool is_second_read_only(situation const &here)
+{
+    return (attributes_there(here, 1) & FILE_ATTRIBUTE_READONLY) != 0;
+}
+
+bool cuts_hidden(situation const &here)
+{
+    return here.one.numbers.size() == 2 && here.one.numbers[0] == CREATE_ALWAYS &&
+           (attributes_there(here, 0) & shown_attributes & ~here.one.numbers[1]) != 0;
+}
+
+bool cuts_and_gives_attributes(situation const &here)
+{
+    return here.one.numbers[0] == CREATE_ALWAYS &&
+           attributes_there(here, 0) != (here.one.numbers[1] & shown_attributes);
+}
+
+/// Wine keeps no read-only directories.
+bool makes_directory_read_only(situation const &here)
+{
+    return is_directory_there(here, 0) && (here.one.numbers[0] & FILE_ATTRIBUTE_READONLY) != 0;
+}
+
+/// The name on the disk is the new one in other cases.
+bool has_new_name_in_other_case(situation const &here)
+{
+    auto const *const held = here.there(1);
+    if (held == nullptr)
+        return false;
+    std::u16string path = bare_path(here, 1);
+    if (path.ends_with(u'\\'))
+        path.pop_back();
+    std::u16string const name = units(held->pathname);
+    return name.substr(name.rfind(u'\\')) != path.substr(path.rfind(u'\\'));
+}
+
+bool copies_attributes_over_others(situation const &here)
+{
+    return is_file(here.there(1)) && attributes_there(here, 0) != attributes_there(here, 1);
+}
+
+bool is_search_below_file(situation const &here)
+{
+    std::u16string path = bare_path(here);
+    path.resize(std::min(path.rfind(u'\\'), path.size()));
+    return std::any_of(here.standing.begin(), here.standing.end(), [&](entry const &held) {
+        return !held.is_directory && is_same_name(units(held.pathname), path);
+    });
+}
+
+bool is_search_for(situation const &here, std::u16string_view name)
+{
+    std::u16string const path = bare_path(here);
+    return path.substr(path.rfind(u'\\') + 1) == name;
+}
+
+bool is_search_for_one_unit(situation const &here)
+{
+    return is_search_for(here, u"?");
+}
+
+bool is_search_for_a_and_one(situation const &here)
+{
+    return is_search_for(here, u"a?");
+}
+
+/// Behind a long prefix, where nothing has resolved them.
+bool is_search_for_two_stops(situation const &here)
+{
+    return is_search_for(here, u"..");
+}
+
+bool theirs_is_found_by_stops(situation const &, std::string const &ours, std::string const &theirs)
+{
+    return ours == "failed 2" && theirs == "ok [\"..\" 16]";
+}
+
+bool is_search_with_separator(situation const &here)
+{
+    return bare_path(here).ends_with(u'\\');
+}
+
+/// ` ["." 16]` more, and behind nothing `ok` ahead of it.
+bool theirs_has_itself_more(situation const &, std::string const &ours, std::string const &theirs)
+{
+    std::string rest = theirs;
+    std::size_t const at = rest.find(" [\".\" ");
+    if (at == std::string::npos)
+        return false;
+    rest.erase(at, rest.find(']', at) + 1 - at);
+    return rest == (ours == "failed 2" ? "ok" : ours);
+}
+
+/// `C:` alone is the current directory itself.
+bool is_drive_alone(situation const &here)
+{
+    return here.text() == u"C:";
+}
+
+bool ours_is_the_directory(situation const &here, std::string const &ours,
+                           std::string const &theirs)
+{
+    std::u16string const &path = here.directory;
+    std::wstring const name = wide(path.substr(path.rfind(u'\\') + 1));
+    return ours.starts_with("ok [" + shown(name, here.number) + " 16") && theirs == "failed 2";
+}
+
+bool is_ours_one_name(situation const &, std::string const &ours, std::string const &theirs)
+{
+    return ours.starts_with("ok [\"") && theirs == "failed 2";
+}
+
+/// Right below, or deeper.
+bool moves_into_itself(situation const &here)
+{
+    std::u16string const from = bare_path(here, 0) + u'\\';
+    std::u16string const to = bare_path(here, 1);
+    std::size_t const size = from.ends_with(u"\\\\") ? from.size() - 1 : from.size();
+    return to.size() > size && is_same_name(to.substr(0, size), from.substr(0, size));
+}
+
+bool is_second_with_separator(situation const &here)
+{
+    return bare_path(here, 1).ends_with(u'\\');
+}
+
+bool is_first_with_separator(situation const &here)
+{
+    return bare_path(here, 0).ends_with(u'\\');
+}
+
+/// Entries that differ in the function alone.
+struct row
+{
+    std::vector<function> functions;
+    bool (*is_it)(situation const &here);
+    char const *ours;
+    char const *theirs;
+    aftermath effect;
+    char const *reason;
+    bool (*are_they)(situation const &here, std::string const &ours,
+                     std::string const &theirs) = nullptr;
+};
+
+std::vector<intended_difference> one_by_one(std::vector<row> const &rows)
+{
+    std::vector<intended_difference> all;
+    for (row const &each : rows) {
+        for (function const what : each.functions)
+            all.push_back({what, each.is_it, each.ours, each.theirs, each.effect, each.reason,
+                           each.are_they});
+    }
+    return all;
+}
+
+/// What a step answers that writes, once it has opened.
+std::string completed(std::string answer, step const &one)
+{
+    if (one.what == function::write_file && answer.starts_with("ok"))
+        answer += ", wrote " + std::to_string(one.texts[1].size());
+    return answer;
+}
+
 } // namespace
 
 std::vector<intended_difference> const &intended_differences()
 {
-    static std::vector<intended_difference> const all = {
-        {function::create_directory, has_a_bad_unit, "failed 3", "failed 123", aftermath::same,
+    using f = function;
+    static std::vector<intended_difference> const all = one_by_one({
+        {{f::create_directory, f::remove_directory, f::get_attributes, f::set_current_directory,
+          f::write_file, f::read_file, f::open_handle, f::delete_file, f::move_file, f::copy_file,
+          f::create_hard_link, f::set_attributes, f::get_attributes_ex, f::enumerate},
+         has_a_bad_unit,
+         "failed 3",
+         "failed 123",
+         aftermath::same,
          "Windows meets names in their turn, and a directory above is missing; Wine looks at the "
          "whole text first"},
-        {function::remove_directory, has_a_bad_unit, "failed 3", "failed 123", aftermath::same,
-         "Windows meets names in their turn, and a directory above is missing; Wine looks at the "
-         "whole text first"},
-        {function::get_attributes, has_a_bad_unit, "failed 3", "failed 123", aftermath::same,
-         "Windows meets names in their turn, and a directory above is missing; Wine looks at the "
-         "whole text first"},
-        {function::set_current_directory, has_a_bad_unit, "failed 3", "failed 123", aftermath::same,
-         "Windows meets names in their turn, and a directory above is missing; Wine looks at the "
-         "whole text first"},
-        {function::create_directory, is_below_missing_drive, "failed 3", "failed 2",
-         aftermath::same, "without the drive there is no directory above"},
-        {function::remove_directory, is_below_missing_drive, "failed 3", "failed 2",
-         aftermath::same, "without the drive there is no directory above"},
-        {function::get_attributes, is_below_missing_drive, "failed 3", "failed 2", aftermath::same,
+        {{f::create_directory, f::remove_directory, f::get_attributes, f::set_current_directory,
+          f::write_file, f::read_file, f::open_handle, f::delete_file, f::move_file, f::copy_file,
+          f::create_hard_link, f::set_attributes, f::get_attributes_ex, f::enumerate},
+         is_below_missing_drive,
+         "failed 3",
+         "failed 2",
+         aftermath::same,
          "without the drive there is no directory above"},
-        {function::set_current_directory, is_below_missing_drive, "failed 3", "failed 2",
-         aftermath::same, "without the drive there is no directory above"},
-        {function::create_directory, has_a_colon, "failed 123", "ok", aftermath::differs,
+        {{f::create_directory},
+         has_a_colon,
+         "failed 123",
+         "ok",
+         aftermath::differs,
          "Windows sees a stream, Wine a name"},
-        {function::create_directory, has_a_colon, "failed 123", "failed 3", aftermath::same,
+        {{f::write_file},
+         has_a_colon,
+         "failed 123",
+         "ok",
+         aftermath::differs,
+         "Windows sees a stream, Wine a name"},
+        {{f::write_file},
+         has_a_colon,
+         "failed 123",
+         "ok, new",
+         aftermath::differs,
+         "Windows sees a stream, Wine a name"},
+        {{f::open_handle, f::move_file, f::copy_file, f::create_hard_link},
+         has_a_colon,
+         "failed 123",
+         "ok",
+         aftermath::differs,
+         "Windows sees a stream, Wine a name"},
+        {{f::create_directory, f::remove_directory, f::get_attributes, f::set_current_directory,
+          f::write_file, f::read_file, f::open_handle, f::delete_file, f::move_file, f::copy_file,
+          f::create_hard_link, f::set_attributes, f::get_attributes_ex, f::enumerate},
+         has_a_colon,
+         "failed 123",
+         "failed 3",
+         aftermath::same,
          "the name with the colon is refused; Wine finds nothing of that name"},
-        {function::remove_directory, has_a_colon, "failed 123", "failed 3", aftermath::same,
+        {{f::create_directory, f::remove_directory, f::get_attributes, f::set_current_directory,
+          f::write_file, f::read_file, f::open_handle, f::delete_file, f::move_file, f::copy_file,
+          f::create_hard_link, f::set_attributes, f::get_attributes_ex, f::enumerate},
+         has_a_colon,
+         "failed 123",
+         "failed 2",
+         aftermath::same,
          "the name with the colon is refused; Wine finds nothing of that name"},
-        {function::get_attributes, has_a_colon, "failed 123", "failed 3", aftermath::same,
-         "the name with the colon is refused; Wine finds nothing of that name"},
-        {function::set_current_directory, has_a_colon, "failed 123", "failed 3", aftermath::same,
-         "the name with the colon is refused; Wine finds nothing of that name"},
-        {function::remove_directory, has_a_colon, "failed 123", "failed 2", aftermath::same,
-         "the name with the colon is refused; Wine finds nothing of that name"},
-        {function::get_attributes, has_a_colon, "failed 123", "failed 2", aftermath::same,
-         "the name with the colon is refused; Wine finds nothing of that name"},
-        {function::set_current_directory, has_a_colon, "failed 123", "failed 2", aftermath::same,
-         "the name with the colon is refused; Wine finds nothing of that name"},
-        {function::create_directory, is_root_of_drive, "failed 5", "failed 183", aftermath::same,
+        {{f::create_directory},
+         is_root_of_drive,
+         "failed 5",
+         "failed 183",
+         aftermath::same,
          "nobody makes the root of a drive, which Wine only finds there"},
-        {function::remove_directory, is_root_of_drive, "failed 5", "failed 145", aftermath::same,
+        {{f::remove_directory},
+         is_root_of_drive,
+         "failed 5",
+         "failed 145",
+         aftermath::same,
          "nobody removes the root of a drive, of which Wine only says that it is not empty"},
-        {function::remove_directory, is_blank, "failed 3", "failed 123", aftermath::same,
+        {{f::remove_directory},
+         is_blank,
+         "failed 3",
+         "failed 123",
+         aftermath::same,
          "no text is no pathname; Wine finds the name wrong"},
-        {function::get_attributes, is_file_with_separator, "failed 123", "failed 3",
+        {{f::get_attributes, f::get_attributes_ex, f::set_attributes},
+         is_file_with_separator,
+         "failed 123",
+         "failed 3",
          aftermath::same,
          "a file with a separator behind it is a wrong name; Wine looks for a directory"},
-        {function::remove_directory, is_file_with_separator, "failed 267", "failed 123",
+        {{f::remove_directory, f::set_current_directory},
+         is_file_with_separator,
+         "failed 267",
+         "failed 123",
          aftermath::same,
          "Windows finds a file in the place of a directory; Wine finds the name wrong"},
-        {function::set_current_directory, is_file_with_separator, "failed 267", "failed 123",
-         aftermath::same,
-         "Windows finds a file in the place of a directory; Wine finds the name wrong"},
-        {function::create_directory, is_long_for_a_directory, "failed 206", "ok",
-         aftermath::differs, "248 units are too many without a long prefix; Wine knows no limit"},
-        {function::create_directory, is_long_for_a_directory, "failed 206", "failed 2",
+        {{f::create_directory},
+         is_long_for_a_directory,
+         "failed 206",
+         "ok",
+         aftermath::differs,
+         "248 units are too many without a long prefix; Wine knows no limit"},
+        {{f::create_directory},
+         is_long_for_a_directory,
+         "failed 206",
+         "failed 2",
          aftermath::same,
          "the length comes first; Wine knows no limit, and the name itself is too long for the "
          "disk"},
-        {function::create_directory, is_long_for_a_directory, "failed 206", "failed 3",
+        {{f::create_directory},
+         is_long_for_a_directory,
+         "failed 206",
+         "failed 3",
          aftermath::same,
          "the length comes first; Wine knows no limit, and a directory above is missing"},
-        {function::create_directory, is_long_for_a_directory, "failed 206", "failed 183",
-         aftermath::same, "the length comes first; Wine knows no limit, and it is there already"},
-        {function::create_directory, is_long_for_a_directory, "failed 206", "failed 123",
-         aftermath::same, "the length comes first; Wine knows no limit, and the name is wrong"},
-        {function::set_current_directory, is_long_for_standing_in, "failed 206", "ok",
-         aftermath::differs, "a current directory has 258 units at most; Wine knows no limit"},
-        {function::set_current_directory, is_long_for_standing_in, "failed 206", "failed 2",
-         aftermath::same, "the length comes first; Wine knows no limit, and finds nothing"},
-        {function::set_current_directory, is_long_for_standing_in, "failed 206", "failed 3",
+        {{f::create_directory},
+         is_long_for_a_directory,
+         "failed 206",
+         "failed 183",
+         aftermath::same,
+         "the length comes first; Wine knows no limit, and it is there already"},
+        {{f::create_directory},
+         is_long_for_a_directory,
+         "failed 206",
+         "failed 123",
+         aftermath::same,
+         "the length comes first; Wine knows no limit, and the name is wrong"},
+        {{f::set_current_directory},
+         is_long_for_standing_in,
+         "failed 206",
+         "ok",
+         aftermath::differs,
+         "a current directory has 258 units at most; Wine knows no limit"},
+        {{f::set_current_directory},
+         is_long_for_standing_in,
+         "failed 206",
+         "failed 2",
+         aftermath::same,
+         "the length comes first; Wine knows no limit, and finds nothing"},
+        {{f::set_current_directory},
+         is_long_for_standing_in,
+         "failed 206",
+         "failed 3",
          aftermath::same,
          "the length comes first; Wine knows no limit, and a directory above is missing"},
-        {function::set_current_directory, is_long_for_standing_in, "failed 206", "failed 123",
-         aftermath::same, "the length comes first; Wine knows no limit, and the name is wrong"},
-        {function::get_attributes, is_long, "failed 3", "ok 16", aftermath::same,
+        {{f::set_current_directory},
+         is_long_for_standing_in,
+         "failed 206",
+         "failed 123",
+         aftermath::same,
+         "the length comes first; Wine knows no limit, and the name is wrong"},
+        {{f::get_attributes},
+         is_long,
+         "failed 3",
+         "ok 16",
+         aftermath::same,
          "260 units are too many without a long prefix; Wine knows no limit"},
-        {function::get_attributes, is_long, "failed 3", "failed 2", aftermath::same,
+        {{f::remove_directory, f::get_attributes, f::write_file, f::read_file, f::open_handle,
+          f::delete_file, f::move_file, f::copy_file, f::create_hard_link, f::set_attributes,
+          f::get_attributes_ex, f::enumerate},
+         is_long,
+         "failed 3",
+         "failed 2",
+         aftermath::same,
          "260 units are too many without a long prefix; Wine knows no limit and finds nothing"},
-        {function::remove_directory, is_long, "failed 3", "failed 2", aftermath::same,
-         "260 units are too many without a long prefix; Wine knows no limit and finds nothing"},
-        {function::remove_directory, is_long, "failed 3", "ok", aftermath::differs,
+        {{f::remove_directory, f::write_file, f::open_handle, f::move_file, f::copy_file,
+          f::create_hard_link, f::delete_file, f::set_attributes},
+         is_long,
+         "failed 3",
+         "ok",
+         aftermath::differs,
          "260 units are too many without a long prefix; Wine knows no limit"},
-        {function::create_directory, has_a_name_too_long, "failed 123", "failed 2", aftermath::same,
+        {{f::write_file},
+         is_long,
+         "failed 3",
+         "ok, new",
+         aftermath::differs,
+         "260 units are too many without a long prefix; Wine knows no limit"},
+        {{f::create_directory, f::remove_directory, f::get_attributes, f::set_current_directory,
+          f::write_file, f::read_file, f::open_handle, f::delete_file, f::move_file, f::copy_file,
+          f::create_hard_link, f::set_attributes, f::get_attributes_ex, f::enumerate},
+         has_a_name_too_long,
+         "failed 123",
+         "failed 2",
+         aftermath::same,
          "no name has 256 units; Wine finds nothing of that name"},
-        {function::remove_directory, has_a_name_too_long, "failed 123", "failed 2", aftermath::same,
-         "no name has 256 units; Wine finds nothing of that name"},
-        {function::get_attributes, has_a_name_too_long, "failed 123", "failed 2", aftermath::same,
-         "no name has 256 units; Wine finds nothing of that name"},
-        {function::create_directory, has_a_name_too_long, "failed 123", "failed 3", aftermath::same,
+        {{f::create_directory, f::remove_directory, f::get_attributes, f::set_current_directory,
+          f::write_file, f::read_file, f::open_handle, f::delete_file, f::move_file, f::copy_file,
+          f::create_hard_link, f::set_attributes, f::get_attributes_ex, f::enumerate},
+         has_a_name_too_long,
+         "failed 123",
+         "failed 3",
+         aftermath::same,
          "no name has 256 units; Wine misses it as a directory above"},
-        {function::remove_directory, has_a_name_too_long, "failed 123", "failed 3", aftermath::same,
-         "no name has 256 units; Wine misses it as a directory above"},
-        {function::get_attributes, has_a_name_too_long, "failed 123", "failed 3", aftermath::same,
-         "no name has 256 units; Wine misses it as a directory above"},
-        {function::get_full_path, is_blank, "failed 123", "failed, last error untouched",
-         aftermath::same, "no text is a wrong name; Wine sets no code"},
-        {function::get_variable, is_variable_of_q, "ok \"Q:\\\"", "failed 203", aftermath::differs,
+        {{f::get_full_path},
+         is_blank,
+         "failed 123",
+         "failed, last error untouched",
+         aftermath::same,
+         "no text is a wrong name; Wine sets no code"},
+        {{f::get_variable},
+         is_variable_of_q,
+         "ok \"Q:\\\"",
+         "failed 203",
+         aftermath::differs,
          "Windows notes where it stands on a drive that is used; Wine notes nothing"},
-        {function::get_full_path, always, "ok with a text", "ok with a text", aftermath::same,
+        {{f::get_full_path},
+         always,
+         "ok with a text",
+         "ok with a text",
+         aftermath::same,
          "a drive alone, or a share after dots, gets no backslash; Wine adds one",
          theirs_has_a_backslash_more},
-        {function::get_full_path, always, "ok with a text", "ok with a text", aftermath::same,
+        {{f::get_full_path},
+         always,
+         "ok with a text",
+         "ok with a text",
+         aftermath::same,
          "of several full stops at the end of a name within all stay; Wine drops one",
          theirs_has_fewer_stops},
-    };
+        {{f::write_file, f::read_file, f::open_handle},
+         is_directory_with_separator,
+         "failed 3",
+         "failed 5",
+         aftermath::same,
+         "a directory that the text itself calls one is told by another code; Wine has one code "
+         "for both"},
+        {{f::open_handle},
+         truncates_without_writing,
+         "failed 87",
+         "failed 123",
+         aftermath::same,
+         "cutting needs the right to write, and that is looked at first; Wine looks at the name"},
+        {{f::open_handle},
+         truncates_without_writing,
+         "failed 87",
+         "failed 2",
+         aftermath::same,
+         "cutting needs the right to write, and that is looked at first; Wine looks at the name"},
+        {{f::open_handle},
+         truncates_without_writing,
+         "failed 87",
+         "failed 3",
+         aftermath::same,
+         "cutting needs the right to write, and that is looked at first; Wine looks at the name"},
+        {{f::open_handle},
+         truncates_without_writing,
+         "failed 87",
+         "failed 5",
+         aftermath::same,
+         "cutting needs the right to write, and that is looked at first; Wine looks at the name"},
+        {{f::open_handle},
+         truncates_without_writing,
+         "failed 87",
+         "failed 80",
+         aftermath::same,
+         "cutting needs the right to write, and that is looked at first; Wine looks at the name"},
+        {{f::open_handle},
+         truncates_without_writing,
+         "failed 87",
+         "failed 32",
+         aftermath::same,
+         "cutting needs the right to write, and that is looked at first; Wine looks at the name"},
+        {{f::open_handle},
+         truncates_without_writing,
+         "failed 87",
+         "ok",
+         aftermath::differs,
+         "cutting needs the right to write; Wine cuts"},
+        {{f::open_handle, f::write_file},
+         is_read_only_there,
+         "failed 5",
+         "ok",
+         aftermath::differs,
+         "nobody writes to a read-only file; the administrator of Wine's host does"},
+        {{f::write_file},
+         is_read_only_there,
+         "failed 5",
+         "ok, was there",
+         aftermath::differs,
+         "nobody writes to a read-only file; the administrator of Wine's host does"},
+        {{f::write_file},
+         cuts_hidden,
+         "failed 5",
+         "ok, was there",
+         aftermath::differs,
+         "a hidden file is replaced only by one who gives that attribute; Wine does not look"},
+        {{f::write_file},
+         cuts_and_gives_attributes,
+         "ok, was there",
+         "ok, was there",
+         aftermath::differs,
+         "what replaces a file gives it its attributes; Wine cuts the content only"},
+        {{f::copy_file, f::move_file},
+         is_second_read_only,
+         "failed 5",
+         "ok",
+         aftermath::differs,
+         "nobody replaces a read-only file; the administrator of Wine's host does"},
+        {{f::set_attributes},
+         makes_directory_read_only,
+         "ok",
+         "ok",
+         aftermath::differs,
+         "Wine keeps no directory read-only"},
+        {{f::copy_file},
+         copies_attributes_over_others,
+         "ok",
+         "ok",
+         aftermath::differs,
+         "attributes come with a copy; Wine leaves those of a file that it replaces"},
+        {{f::copy_file},
+         copies_attributes_over_others,
+         "failed 5",
+         "ok",
+         aftermath::differs,
+         "a hidden file is not copied over; Wine does not look"},
+        {{f::move_file},
+         has_new_name_in_other_case,
+         "ok",
+         "ok",
+         aftermath::differs,
+         "the name becomes the one that was asked for; Wine keeps the case of the one that is "
+         "there"},
+        {{f::move_file},
+         moves_into_itself,
+         "failed 32",
+         "failed 87",
+         aftermath::same,
+         "the system meets its own opening of the directory; Wine finds the demand wrong"},
+        {{f::move_file},
+         moves_into_itself,
+         "failed 5",
+         "failed 87",
+         aftermath::same,
+         "a directory does not go into itself; Wine finds the demand wrong"},
+        {{f::move_file},
+         moves_into_itself,
+         "failed 32",
+         "failed 183",
+         aftermath::same,
+         "the system meets its own opening of the directory; Wine looks at the target first"},
+        {{f::move_file},
+         moves_into_itself,
+         "failed 5",
+         "failed 183",
+         aftermath::same,
+         "a directory does not go into itself; Wine looks at the target first"},
+        {{f::move_file},
+         is_root_of_drive,
+         "failed 5",
+         "failed 183",
+         aftermath::same,
+         "nobody moves the root of a drive, or something onto it; Wine only finds the target "
+         "there"},
+        {{f::move_file},
+         is_second_with_separator,
+         "failed 123",
+         "failed 183",
+         aftermath::same,
+         "a file's name has no separator at its end; Wine finds the directory there"},
+        {{f::move_file},
+         is_second_with_separator,
+         "failed 123",
+         "failed 5",
+         aftermath::same,
+         "a file's name has no separator at its end; Wine finds the directory there"},
+        {{f::move_file},
+         is_second_with_separator,
+         "failed 123",
+         "failed 267",
+         aftermath::same,
+         "a file's name has no separator at its end; Wine looks for a directory"},
+        {{f::move_file},
+         is_second_with_separator,
+         "failed 183",
+         "failed 267",
+         aftermath::same,
+         "the target is there; Wine looks for a directory"},
+        {{f::create_hard_link},
+         is_first_with_separator,
+         "failed 123",
+         "failed 2",
+         aftermath::same,
+         "a file's name has no separator at its end; Wine looks for a directory"},
+        {{f::enumerate},
+         is_search_below_file,
+         "failed 267",
+         "failed 123",
+         aftermath::same,
+         "Windows finds a file in the place of a directory; Wine finds the name wrong"},
+        {{f::enumerate},
+         is_search_with_separator,
+         "failed 3",
+         "failed 2",
+         aftermath::same,
+         "the directory to search is missing; Wine misses the name"},
+        {{f::enumerate},
+         is_search_for_one_unit,
+         "ok with a text",
+         "ok with a text",
+         aftermath::same,
+         "a directory stands for itself by a full stop, which no question mark means; Wine finds "
+         "it",
+         theirs_has_itself_more},
+        {{f::enumerate},
+         is_search_for_a_and_one,
+         "ok with a text",
+         "failed 2",
+         aftermath::same,
+         "a question mark means nothing at the end of a name; in Wine always one unit",
+         is_ours_one_name},
+        {{f::enumerate},
+         is_drive_alone,
+         "ok with a text",
+         "failed 2",
+         aftermath::same,
+         "a drive alone is the directory on it; Wine finds nothing",
+         ours_is_the_directory},
+        {{f::enumerate},
+         has_a_bad_unit,
+         "failed 123",
+         "failed 2",
+         aftermath::same,
+         "dots behind a long prefix are no names; Wine finds nothing of that name"},
+        {{f::enumerate},
+         has_a_name_too_long,
+         "failed 3",
+         "failed 123",
+         aftermath::same,
+         "the directory to search is missing; Wine looks at the name first"},
+        {{f::enumerate},
+         is_search_for_two_stops,
+         "failed 2",
+         "ok with a text",
+         aftermath::same,
+         "behind a long prefix a directory is not found by full stops; Wine finds it",
+         theirs_is_found_by_stops},
+    });
     return all;
 }
 
@@ -272,11 +856,13 @@ intended_difference const *find_intended(situation const &here, std::string cons
                                          std::string const &theirs)
 {
     for (intended_difference const &known : intended_differences()) {
-        if (known.what != here.one.what)
+        // the same answer is nothing to explain unless what was done differs
+        if (known.what != here.one.what || (ours == theirs && known.effect == aftermath::same))
             continue;
         bool const answers_match = known.are_they != nullptr
                                        ? known.are_they(here, ours, theirs)
-                                       : ours == known.ours && theirs == known.theirs;
+                                       : ours == completed(known.ours, here.one) &&
+                                             theirs == completed(known.theirs, here.one);
         if (answers_match && known.is_it(here))
             return &known;
     }

@@ -3,6 +3,7 @@
 // Where the simulated machine does as Windows and Wine does not: each such
 // difference by itself, with the step, both outcomes and the reason.
 
+#include "differential/host.hpp"
 #include "differential/step.hpp"
 
 #include <string>
@@ -15,14 +16,19 @@ namespace differential {
 struct situation
 {
     step const &one;
-    std::u16string const &directory; ///< the current one
-    unsigned int number;             ///< of the sequence's folder
+    std::u16string const &directory;    ///< the current one
+    std::vector<entry> const &standing; ///< what was on the drive
+    unsigned int number;                ///< of the sequence's folder
 
     /// The text at `index` with the folder in place of its marks.
     std::u16string text(std::size_t index = 0) const;
     /// The same as a full pathname: GetFullPathNameW of a machine that stands where
     /// the step's did. Empty if it has none.
     std::u16string full(std::size_t index = 0) const;
+    /// How many of the step's texts are pathnames: they come first.
+    std::size_t pathnames() const;
+    /// What stood there by that pathname, or null. Of a root there is nothing to tell.
+    entry const *there(std::size_t index = 0) const;
 };
 
 enum class aftermath
@@ -32,7 +38,8 @@ enum class aftermath
 };
 
 /// Matches a step if all of it does. Answers are compared whole, or, where they hold a
-/// text of the step's own, by a predicate of this entry.
+/// text of the step's own, by a predicate of this entry. Two answers that are the same
+/// can differ as intended as well, in what the step did.
 struct intended_difference
 {
     function what;

@@ -29,7 +29,7 @@ class runner
 {
 public:
     explicit runner(options const &chosen)
-        : chosen_(chosen), other_(chosen.other), generator_(chosen.seed, available_functions())
+        : chosen_(chosen), other_(chosen.other), generator_(chosen.seed, all_functions())
     {
     }
 

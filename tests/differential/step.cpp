@@ -177,6 +177,14 @@ signature const &signature_of(function what)
                          [what](signature const &known) { return known.what == what; });
 }
 
+std::vector<function> all_functions()
+{
+    std::vector<function> all;
+    for (signature const &known : signatures())
+        all.push_back(known.what);
+    return all;
+}
+
 std::string quoted(std::u16string_view text)
 {
     std::string line = "\"";

@@ -47,6 +47,7 @@ struct signature
 
 std::vector<signature> const &signatures();
 signature const &signature_of(function what);
+std::vector<function> all_functions();
 
 /// In a text these units stand for what no sequence can know beforehand.
 inline constexpr char16_t folder_mark = 0xE000; ///< `C:\fl-differential\00000001`

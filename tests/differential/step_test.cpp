@@ -41,10 +41,7 @@ TEST(DifferentialStep, QuotesTexts)
 
 TEST(DifferentialStep, IsReadBackAsItWasWritten)
 {
-    std::vector<function> all;
-    for (signature const &known : signatures())
-        all.push_back(known.what);
-    generator made(7, all);
+    generator made(7, all_functions());
     for (step const &one : made.next(5000))
         ASSERT_EQ(from_line(to_line(one)), one) << to_line(one);
 }
@@ -86,10 +83,7 @@ TEST(DifferentialGenerator, MakesNoOtherFunctions)
 // Wine takes one slash ahead for a pathname of the host.
 TEST(DifferentialGenerator, NeverBeginsWithOneSlash)
 {
-    std::vector<function> all;
-    for (signature const &known : signatures())
-        all.push_back(known.what);
-    generator made(11, all);
+    generator made(11, all_functions());
     for (step const &one : made.next(50000))
         for (std::u16string const &text : one.texts)
             EXPECT_FALSE(text.starts_with(u'/') && !text.starts_with(u"//")) << to_line(one);
