@@ -48,12 +48,13 @@ void create_hard_link(machine_state &machine, LPCWSTR name, LPCWSTR existing)
     terms how;
     how.access = FILE_WRITE_ATTRIBUTES;
     auto const source = open_existing(machine, from_wide(existing), how);
-    if (source->target().is_directory())
-        throw failure(ERROR_ACCESS_DENIED);
     pathname const path = parse_pathname(from_wide(name), machine);
     if (path.is_device())
         throw failure(ERROR_ALREADY_EXISTS);
     place const here = find_place(path, machine);
+    // the system has found the place of the new name before the disk is asked
+    if (source->target().is_directory())
+        throw failure(ERROR_ACCESS_DENIED);
     if (here.disk != source->disk)
         throw failure(ERROR_NOT_SAME_DEVICE);
     if (path.ends_in_separator && !here.is_root())
