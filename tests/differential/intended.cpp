@@ -50,6 +50,12 @@ std::u16string situation::full(std::size_t index) const
     return units(buffer);
 }
 
+std::u16string situation::bare(std::size_t index) const
+{
+    std::u16string const given = text(index);
+    return is_literal(given) ? given.substr(4) : full(index);
+}
+
 std::size_t situation::pathnames() const
 {
     return one.what == function::write_file || one.what == function::set_variable
@@ -59,23 +65,20 @@ std::size_t situation::pathnames() const
 
 entry const *situation::there(std::size_t index) const
 {
-    std::u16string path = text(index);
-    path = is_literal(path) ? path.substr(4) : full(index);
+    std::u16string path = bare(index);
     if (path.size() > 3 && path.ends_with(u'\\'))
         path.pop_back();
-    auto const found = std::find_if(standing.begin(), standing.end(), [&](entry const &held) {
-        return is_same_name(units(held.pathname), path);
+    auto const found = std::find_if(standing.begin(), standing.end(), [&](entry const &one_there) {
+        return is_same_name(units(one_there.pathname), path);
     });
     return found == standing.end() ? nullptr : &*found;
 }
 
 namespace {
 
-/// What the disk is asked for, without a long prefix.
 std::u16string bare_path(situation const &here, std::size_t index = 0)
 {
-    std::u16string const text = here.text(index);
-    return is_literal(text) ? text.substr(4) : here.full(index);
+    return here.bare(index);
 }
 
 /// Whether `test(index)` is true for a pathname of the step.
@@ -327,6 +330,41 @@ bool theirs_is_found_by_stops(situation const &, std::string const &ours, std::s
     return ours == "failed 2" && theirs == "ok [\"..\" 16]";
 }
 
+/// The same for one full stop.
+bool is_search_for_a_stop(situation const &here)
+{
+    return is_search_for(here, u".");
+}
+
+bool theirs_is_found_by_stop(situation const &, std::string const &ours, std::string const &theirs)
+{
+    return ours == "failed 2" && theirs == "ok [\".\" 16]";
+}
+
+bool theirs_takes_a_slash(situation const &here, std::string const &ours, std::string const &theirs)
+{
+    std::u16string const path = bare_path(here);
+    std::string const name = quoted(path.substr(path.rfind(u'\\') + 1));
+    return path.ends_with(u'/') && ours == "failed 123" && theirs == "ok [" + name + " 16]";
+}
+
+/// Somebody has the directory open and might delete it.
+bool is_search_in_held(situation const &here)
+{
+    std::u16string path = bare_path(here);
+    path.resize(std::min(path.rfind(u'\\'), path.size()));
+    return std::any_of(here.held.begin(), here.held.end(), [&](std::u16string name) {
+        if (name.ends_with(u'\\'))
+            name.pop_back();
+        return is_same_name(name, path);
+    });
+}
+
+bool is_search_in_their_way(situation const &, std::string const &ours, std::string const &theirs)
+{
+    return ours.starts_with("ok [") && theirs == "failed 32";
+}
+
 bool is_search_with_separator(situation const &here)
 {
     return bare_path(here).ends_with(u'\\');
@@ -369,6 +407,13 @@ bool moves_into_itself(situation const &here)
     std::u16string const to = bare_path(here, 1);
     std::size_t const size = from.ends_with(u"\\\\") ? from.size() - 1 : from.size();
     return to.size() > size && is_same_name(to.substr(0, size), from.substr(0, size));
+}
+
+/// Or over an empty directory, which Wine deletes as well.
+bool moves_into_itself_over_another(situation const &here)
+{
+    bool const replaces = (here.one.numbers[0] & MOVEFILE_REPLACE_EXISTING) != 0;
+    return replaces && here.there(1) != nullptr && moves_into_itself(here);
 }
 
 bool is_second_with_separator(situation const &here)
@@ -735,6 +780,34 @@ std::vector<intended_difference> const &intended_differences()
          "the name becomes the one that was asked for; Wine keeps the case of the one that is "
          "there"},
         {{f::move_file},
+         moves_into_itself_over_another,
+         "failed 32",
+         "failed 87",
+         aftermath::differs,
+         "a directory does not go into itself; Wine refuses, too, and has deleted what it was to "
+         "replace"},
+        {{f::move_file},
+         moves_into_itself_over_another,
+         "failed 5",
+         "failed 87",
+         aftermath::differs,
+         "a directory does not go into itself; Wine refuses, too, and has deleted what it was to "
+         "replace"},
+        {{f::move_file},
+         moves_into_itself_over_another,
+         "failed 32",
+         "failed 5",
+         aftermath::differs,
+         "a directory does not go into itself; Wine refuses, too, and has deleted what it was to "
+         "replace"},
+        {{f::move_file},
+         moves_into_itself_over_another,
+         "failed 5",
+         "failed 5",
+         aftermath::differs,
+         "a directory does not go into itself; Wine refuses, too, and has deleted what it was to "
+         "replace"},
+        {{f::move_file},
          moves_into_itself,
          "failed 32",
          "failed 87",
@@ -848,6 +921,45 @@ std::vector<intended_difference> const &intended_differences()
          aftermath::same,
          "behind a long prefix a directory is not found by full stops; Wine finds it",
          theirs_is_found_by_stops},
+        {{f::create_hard_link},
+         has_a_colon,
+         "failed 123",
+         "failed 5",
+         aftermath::same,
+         "the name with the colon is refused; Wine looks at what is to be linked"},
+        {{f::move_file},
+         moves_into_itself,
+         "failed 32",
+         "failed 5",
+         aftermath::same,
+         "the system meets its own opening of the directory; Wine looks at the target first"},
+        {{f::enumerate},
+         has_a_bad_unit,
+         "ok with a text",
+         "ok with a text",
+         aftermath::same,
+         "behind a long prefix a slash is in no name; Wine takes it for a separator",
+         theirs_takes_a_slash},
+        {{f::enumerate},
+         is_search_for_a_stop,
+         "failed 2",
+         "ok with a text",
+         aftermath::same,
+         "behind a long prefix a directory is not found by a full stop; Wine finds it",
+         theirs_is_found_by_stop},
+        {{f::enumerate},
+         is_search_in_held,
+         "failed 2",
+         "failed 32",
+         aftermath::same,
+         "who searches lets others delete; in Wine he does not"},
+        {{f::enumerate},
+         is_search_in_held,
+         "ok with a text",
+         "failed 32",
+         aftermath::same,
+         "who searches lets others delete; in Wine he does not",
+         is_search_in_their_way},
     });
     return all;
 }

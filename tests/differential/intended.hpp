@@ -19,12 +19,16 @@ struct situation
     std::u16string const &directory;    ///< the current one
     std::vector<entry> const &standing; ///< what was on the drive
     unsigned int number;                ///< of the sequence's folder
+    /// Full pathnames of what the sequence has open and might delete.
+    std::vector<std::u16string> held;
 
     /// The text at `index` with the folder in place of its marks.
     std::u16string text(std::size_t index = 0) const;
     /// The same as a full pathname: GetFullPathNameW of a machine that stands where
     /// the step's did. Empty if it has none.
     std::u16string full(std::size_t index = 0) const;
+    /// What the disk is asked for, without a long prefix.
+    std::u16string bare(std::size_t index = 0) const;
     /// How many of the step's texts are pathnames: they come first.
     std::size_t pathnames() const;
     /// What stood there by that pathname, or null. Of a root there is nothing to tell.

@@ -118,7 +118,10 @@ std::u16string random_pattern(dice &dice)
     constexpr texts patterns[] = {u"*", u"*", u"*.*", u"a*", u"?", u"*r", u"f*e", u"*.txt", u"??r"};
     if (dice.chance(15))
         return random_pathname(dice);
-    return random_directory(dice) + u'\\' + std::u16string(dice.pick(patterns));
+    std::u16string directory = random_directory(dice);
+    if (directory != u"\\") // two of them would begin the name of a server
+        directory += u'\\';
+    return directory + std::u16string(dice.pick(patterns));
 }
 
 std::u16string random_shape(dice &dice)
