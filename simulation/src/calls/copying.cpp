@@ -45,6 +45,9 @@ std::shared_ptr<open_file> open_target(machine_state &machine, pathname const &p
 
 void create_hard_link(machine_state &machine, LPCWSTR name, LPCWSTR existing)
 {
+    // both names are read before either is looked for
+    if (from_wide(name).find_first_not_of(u' ') == std::u16string::npos)
+        throw failure(ERROR_PATH_NOT_FOUND);
     terms how;
     how.access = FILE_WRITE_ATTRIBUTES;
     auto const source = open_existing(machine, from_wide(existing), how);
