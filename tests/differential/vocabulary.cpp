@@ -115,7 +115,8 @@ std::u16string random_directory(dice &dice)
 
 std::u16string random_pattern(dice &dice)
 {
-    constexpr texts patterns[] = {u"*", u"*", u"*.*", u"a*", u"?", u"*r", u"f*e", u"*.txt", u"??r"};
+    constexpr texts patterns[] = {u"*",  u"*",    u"*.*",   u"a*", u"?",
+                                  u"*r", u"f*le", u"*.txt", u"??r"};
     if (dice.chance(15))
         return random_pathname(dice);
     std::u16string directory = random_directory(dice);
