@@ -31,18 +31,34 @@ std::wstring file_of(void *base)
 
 void some_function() {}
 
+/// Addresses that this host, sanitizers included, has nothing at.
+std::uintptr_t free_addresses(std::uintptr_t size)
+{
+    constexpr std::uintptr_t step = 0x100000000;
+    for (std::uintptr_t base = step; base < 0x700000000000; base += step) {
+        bool is_free = true;
+        for (std::uintptr_t offset = 0; offset <= size; offset += 0x1000)
+            is_free = is_free && base_of(base + offset) == nullptr;
+        if (is_free)
+            return base;
+    }
+    throw std::runtime_error("all addresses are in use");
+}
+
 TEST(SimulatedProgram, HasModulesAtAddresses)
 {
     simulated_machine machine;
-    machine.load_module(at(0x500000000000), 0x20000, u"C:\\dir\\one.dll");
-    machine.load_module(at(0x500000020000), 0x10000, u"D:\\other.dll");
-    EXPECT_EQ(base_of(0x500000000000), at(0x500000000000));
-    EXPECT_EQ(base_of(0x50000001FFFF), at(0x500000000000)) << "the last address of the first";
-    EXPECT_EQ(base_of(0x500000020000), at(0x500000020000));
-    EXPECT_EQ(base_of(0x500000030000), nullptr) << "free";
-    EXPECT_EQ(file_of(at(0x500000000000)), L"C:\\dir\\one.dll");
-    EXPECT_EQ(file_of(at(0x500000020000)), L"D:\\other.dll");
-    EXPECT_EQ(file_of(at(0x500000010000)), L"") << "an address in it is no module";
+    std::uintptr_t const one = free_addresses(0x30000);
+    std::uintptr_t const other = one + 0x20000;
+    machine.load_module(at(one), 0x20000, u"C:\\dir\\one.dll");
+    machine.load_module(at(other), 0x10000, u"D:\\other.dll");
+    EXPECT_EQ(base_of(one), at(one));
+    EXPECT_EQ(base_of(other - 1), at(one)) << "the last address of the first";
+    EXPECT_EQ(base_of(other), at(other));
+    EXPECT_EQ(base_of(other + 0x10000), nullptr) << "free";
+    EXPECT_EQ(file_of(at(one)), L"C:\\dir\\one.dll");
+    EXPECT_EQ(file_of(at(other)), L"D:\\other.dll");
+    EXPECT_EQ(file_of(at(one + 0x10000)), L"") << "an address in it is no module";
 }
 
 TEST(SimulatedProgram, DescribesMemory)
