@@ -34,6 +34,8 @@ constexpr attribute_case attribute_cases[] = {
     {LR"(?@/dir)", ERROR_INVALID_NAME, "nor is a slash in one"},
     {L"", ERROR_PATH_NOT_FOUND, "no text"},
     {L"  ", ERROR_PATH_NOT_FOUND, "blanks only"},
+    {LR"(\\?\C:)", ERROR_INVALID_PARAMETER, "as it stands, the volume and no directory",
+     ERROR_BAD_DEV_TYPE},
     {LR"(Q:\)", ERROR_PATH_NOT_FOUND, "no such drive"},
     {LR"(Q:\a)", ERROR_PATH_NOT_FOUND, "nor anything on it", ERROR_FILE_NOT_FOUND},
     {LR"(\\fl-dead-server\share)", ERROR_BAD_NETPATH, "no such server", ERROR_PATH_NOT_FOUND},
