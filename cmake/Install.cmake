@@ -10,9 +10,10 @@ install(TARGETS fl_filesystem EXPORT fl_filesystem-targets
 install(DIRECTORY include/ DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}" COMPONENT development)
 
 set(package_folder "${CMAKE_INSTALL_LIBDIR}/cmake/fl_filesystem")
-install(EXPORT fl_filesystem-targets NAMESPACE fl:: FILE fl_filesystem-config.cmake
+install(EXPORT fl_filesystem-targets NAMESPACE fl:: FILE fl_filesystem-targets.cmake
         DESTINATION "${package_folder}" COMPONENT development)
 write_basic_package_version_file("${PROJECT_BINARY_DIR}/fl_filesystem-config-version.cmake"
                                  COMPATIBILITY SameMinorVersion)
-install(FILES "${PROJECT_BINARY_DIR}/fl_filesystem-config-version.cmake"
+install(FILES cmake/fl_filesystem-config.cmake cmake/HeaderLibraries.cmake
+              "${PROJECT_BINARY_DIR}/fl_filesystem-config-version.cmake"
         DESTINATION "${package_folder}" COMPONENT development)

@@ -5,6 +5,7 @@
 #include <fl/filesystem/access_forms.hpp>
 #include <fl/filesystem/config.hpp>
 #include <fl/filesystem/exceptions.hpp>
+#include <fl/filesystem/file_status.hpp>
 #include <fl/filesystem/operations.hpp>
 #include <fl/filesystem/path.hpp>
 #include <fl/filesystem/pathname.hpp>

@@ -1,0 +1,11 @@
+# Read by find_package(fl_filesystem). The headers hold times of Boost.DateTime, so
+# whoever uses them gets the folder of Boost's headers, too.
+cmake_policy(VERSION 3.22)
+include("${CMAKE_CURRENT_LIST_DIR}/HeaderLibraries.cmake")
+fl_header_library(fl_boost_headers boost/version.hpp Boost 1.74)
+if(TARGET fl_boost_headers)
+  if(NOT TARGET fl::boost_headers)
+    add_library(fl::boost_headers ALIAS fl_boost_headers)
+  endif()
+  include("${CMAKE_CURRENT_LIST_DIR}/fl_filesystem-targets.cmake")
+endif()
