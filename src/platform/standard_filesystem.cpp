@@ -2,10 +2,13 @@
 
 #include "pathname/shapes.hpp"
 #include "platform/filled_buffer.hpp"
+#include "platform/reparse_point.hpp"
 
 #include <windows.h>
 
 #include <algorithm>
+#include <memory>
+#include <new>
 
 namespace fl::filesystem::detail::standard {
 
@@ -72,6 +75,22 @@ std::size_t root_length(std::wstring_view text)
     std::size_t const root = skip_separators(text, root_name_length(text));
     bool const is_long_drive = root == 4 && is_long_prefix_at(text, 0) && is_drive_at(text, 4);
     return is_long_drive ? skip_separators(text, 6) : root;
+}
+
+/// The most that reparse data takes, and two bytes more.
+constexpr std::size_t reparse_room = 16386;
+
+/// Opens and reads the reparse data of `text` into `data`, of `reparse_room` bytes, which
+/// it takes from the heap. Returns the system's code, 0 on success.
+DWORD read_reparse_point(std::wstring const &text, std::unique_ptr<unsigned char[]> &data)
+{
+    auto const [file, code] = open_reparse_point(text, FILE_READ_ATTRIBUTES);
+    if (code != ERROR_SUCCESS)
+        return code;
+    data.reset(new (std::nothrow) unsigned char[reparse_room]());
+    if (!data)
+        return ERROR_NOT_ENOUGH_MEMORY;
+    return get_reparse_point(file, {data.get(), reparse_room});
 }
 
 /// The codes for a name that can't be reached, on a disk or on a network.
@@ -152,6 +171,21 @@ bool create_directories(std::wstring const &text, std::error_code &ec)
     if (ec && noted)
         ec = noted;
     return created;
+}
+
+std::wstring read_symlink(std::wstring const &text, std::error_code &ec)
+{
+    ec.clear();
+    std::unique_ptr<unsigned char[]> data;
+    if (DWORD const code = read_reparse_point(text, data); code != ERROR_SUCCESS) {
+        ec = system_code(code);
+        return {};
+    }
+    reparse_bytes const bytes(data.get(), reparse_room);
+    if (is_link_tag(reparse_tag(bytes)))
+        return link_name(bytes);
+    ec = system_code(ERROR_REPARSE_TAG_INVALID);
+    return {};
 }
 
 } // namespace fl::filesystem::detail::standard

@@ -38,6 +38,11 @@ bool create_directory(std::wstring const &text, std::error_code &ec);
 /// or the last level's own if all were of that kind.
 bool create_directories(std::wstring const &text, std::error_code &ec);
 
+/// Returns the text of a symbolic link or mount point as it stands: the name for
+/// people, or the one that the system follows if it has no other. Another kind of
+/// reparse point is code 4393, and no memory for its data code 8.
+std::wstring read_symlink(std::wstring const &text, std::error_code &ec);
+
 } // namespace fl::filesystem::detail::standard
 
 #endif

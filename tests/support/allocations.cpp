@@ -7,6 +7,8 @@ namespace {
 
 thread_local std::size_t count = 0;
 thread_local std::size_t until_failure = 0; // 0: none fails
+thread_local std::size_t size_to_fail = 0;  // 0: none fails
+thread_local bool size_has_failed = false;
 
 } // namespace
 
@@ -25,6 +27,22 @@ bool test_support::failing_allocation::fired() const
     return until_failure == 0;
 }
 
+test_support::failing_size::failing_size(std::size_t size)
+{
+    size_to_fail = size;
+    size_has_failed = false;
+}
+
+test_support::failing_size::~failing_size()
+{
+    size_to_fail = 0;
+}
+
+bool test_support::failing_size::fired() const
+{
+    return size_has_failed;
+}
+
 std::size_t test_support::allocations()
 {
     return count;
@@ -37,6 +55,10 @@ void *operator new(std::size_t size)
     ++count;
     if (until_failure != 0 && --until_failure == 0)
         throw std::bad_alloc();
+    if (size_to_fail != 0 && size == size_to_fail) {
+        size_has_failed = true;
+        throw std::bad_alloc();
+    }
     if (void *const memory = std::malloc(size == 0 ? 1 : size))
         return memory;
     throw std::bad_alloc();
@@ -45,6 +67,21 @@ void *operator new(std::size_t size)
 void *operator new[](std::size_t size)
 {
     return ::operator new(size);
+}
+
+// Those that answer a null pointer would not come here in every runtime.
+void *operator new(std::size_t size, std::nothrow_t const &) noexcept
+{
+    try {
+        return ::operator new(size);
+    } catch (std::bad_alloc const &) {
+        return nullptr;
+    }
+}
+
+void *operator new[](std::size_t size, std::nothrow_t const &nothrow) noexcept
+{
+    return ::operator new(size, nothrow);
 }
 
 void operator delete(void *memory) noexcept

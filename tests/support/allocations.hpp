@@ -32,6 +32,20 @@ public:
     bool fired() const;
 };
 
+/// Lets each allocation of exactly `size` bytes on this thread fail, as long as this
+/// object lives.
+class failing_size
+{
+public:
+    explicit failing_size(std::size_t size);
+    ~failing_size();
+    failing_size(failing_size const &) = delete;
+    failing_size &operator=(failing_size const &) = delete;
+
+    /// Whether one has failed.
+    bool fired() const;
+};
+
 } // namespace test_support
 
 #endif

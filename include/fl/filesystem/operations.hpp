@@ -62,6 +62,32 @@ FL_FILESYSTEM_API void create_directory(std::u16string const &p);
 FL_FILESYSTEM_API void create_directories(upath const &p);
 FL_FILESYSTEM_API void create_directories(std::u16string const &p);
 
+/// Returns the text of the symbolic link, junction or volume mount point `p` in native
+/// form, as the link states it: the name that it shows to people, or the one that the
+/// system follows if it has no other. A relative text stays relative, and a prefix
+/// `\??\` stays. One `DeviceIoControl` reads it; nothing is followed. A shortcut file
+/// is no link here. The empty path: the empty path.
+///
+///     link                                        result
+///     symbolic link with the text ../x            ..\x
+///     junction, shown as C:\dir\                  C:\dir
+///     junction, shown as nothing, for \??\C:\x\   \??\C:\x
+///     mount point for \??\Volume{1}\              \??\Volume{1}
+///
+/// Throws, about `p` as it was given and never the string that went to the system:
+///
+///     `p` or a directory above it is missing   PathNotFound
+///     no right to open it                      AccessDenied
+///     another kind of reparse point            SystemError with the code 4393
+///     any other code                           what it stands for
+///
+/// An `InvalidArgument` names no pathname: "The file or directory is not a reparse
+/// point." for anything else that is there, "Long UNC path without root not permitted"
+/// if `p` is a device, or a server without a share, beyond 247 units, and the system's
+/// refusal of a name.
+FL_FILESYSTEM_API upath read_symlink(upath const &p);
+FL_FILESYSTEM_API std::u16string read_symlink(std::u16string const &p);
+
 } // namespace fl::filesystem
 
 #endif

@@ -1,7 +1,8 @@
 #ifndef FL_FILESYSTEM_WINDOWS_HPP
 #define FL_FILESYSTEM_WINDOWS_HPP
 // Public. What code compiled into callers needs of the Windows side of the
-// library: the path types, and the functions whose names end in `_bridge`.
+// library: the path types, the kinds of link, and the functions whose names end in
+// `_bridge`.
 // Includes no system header.
 
 #include <fl/filesystem/config.hpp>
@@ -41,6 +42,48 @@ enum path_type_enum : std::uint32_t
 FL_FILESYSTEM_API std::wstring add_long_path_prefix_bridge(std::wstring const &path,
                                                            std::uint64_t length,
                                                            path_type_enum path_type);
+
+/// What kind of link a reparse point is. The values are fixed; bit 0x100 marks a link
+/// whose text goes from the directory that the link is in. They are no path types,
+/// though two of the numbers are the same.
+enum attrib_link_type : std::uint32_t
+{
+    link_type_none = 0,                  ///< a tag that the library doesn't know
+    link_type_volume_mount = 4,          ///< a volume shown in a directory
+    link_type_dedup_file = 5,            ///< a deduplicated file, no link
+    link_type_dfs_directory = 6,         ///< a directory of a distributed file system, no link
+    link_type_symlink_absolute = 0x1002, ///< a symbolic link
+    link_type_symlink_relative = 0x1102, ///< a symbolic link with relative text
+    link_type_mount_point = 0x1003       ///< a junction
+};
+
+/// Room for the reparse data of one name: the system's `REPARSE_DATA_BUFFER`, as
+/// `DeviceIoControl` with `FSCTL_GET_REPARSE_POINT` fills it. Zero it first.
+union reparse_data_context {
+    unsigned char buffer[16392];
+    std::uint32_t alignment; ///< of the system's structure; never read
+};
+
+/// Returns the text that the reparse data in `data` has for its target, and sets
+/// `link_type`. Pure bytes: touches no file.
+///
+///     link                                          result      link_type
+///     symbolic link, relative, ..\x                 ..\x        link_type_symlink_relative
+///     symbolic link, C:/x                           C:\x        link_type_symlink_absolute
+///     junction, shown as C:\x\                      C:\x\       link_type_mount_point
+///     junction, shown as nothing, for \??\C:\x\     C:\x        link_type_mount_point
+///     mount point for \??\Volume{1}\                (empty)     link_type_volume_mount
+///     any other tag                                 (empty)     as the values above tell
+///
+/// The name for people wins over the one that the system follows; slashes become
+/// backslashes. Only a junction loses the prefix `\??\`, and a backslash at the end with
+/// it. A symbolic link is relative if its flags are exactly 1.
+///
+/// Offsets and lengths that lead out of the buffer end with it. Throws
+/// `foundation::ustring::CtypeInvalidCharacter` if a mount point's name of more than ten
+/// units has a unit above 127 where it is compared with `\??\Volume`.
+FL_FILESYSTEM_API std::wstring get_target_path_bridge(attrib_link_type &link_type,
+                                                      reparse_data_context const &data);
 
 } // namespace fl::filesystem::detail::windows
 

@@ -1,0 +1,44 @@
+#include "links/shortcut.hpp"
+
+#include "access/long_prefix.hpp"
+#include "platform/shell_link_object.hpp"
+
+#include <algorithm>
+#include <iterator>
+#include <string_view>
+
+namespace fl::filesystem::detail {
+
+namespace {
+
+constexpr std::wstring_view extension = L".lnk";
+
+} // namespace
+
+bool is_shortcut_path(std::wstring const &path) noexcept
+{
+    return path.size() > extension.size() && path.ends_with(extension);
+}
+
+unsigned int hresult_to_win32(std::int32_t hresult) noexcept
+{
+    constexpr std::uint32_t win32_failure = 0x8007; // severity and FACILITY_WIN32
+    constexpr unsigned int indescribable = 14077;
+    std::uint32_t const bits = static_cast<std::uint32_t>(hresult);
+    return bits >> 16 == win32_failure ? bits & 0xFFFFU : indescribable;
+}
+
+std::wstring read_shortcut_target(std::wstring const &path, unsigned int &error)
+{
+    if (!is_shortcut_path(path))
+        return {};
+    std::wstring plain = path;
+    strip_long_path_prefix(plain, plain.size(), std::wstring::npos);
+    wchar_t buffer[MAX_PATH] = {};
+    HRESULT const result = read_stored_path(plain, buffer);
+    if (FAILED(result))
+        error = hresult_to_win32(result);
+    return std::wstring(buffer, std::find(std::begin(buffer), std::end(buffer), L'\0'));
+}
+
+} // namespace fl::filesystem::detail

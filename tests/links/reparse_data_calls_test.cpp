@@ -1,0 +1,247 @@
+// Links on the simulated machine: which calls read them, and what becomes of each
+// call that fails.
+
+#include "links/reparse_data.hpp"
+
+#include <fl/filesystem/exceptions.hpp>
+
+#include "links/calls.hpp"
+#include "links/reparse_bytes.hpp"
+#include "support/text.hpp"
+
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+namespace fl::filesystem::detail {
+namespace {
+
+using namespace test_support;
+using simulation::flavour;
+using simulation::mount_point_data;
+using simulation::simulated_machine;
+using simulation::symbolic_link_data;
+using lines = std::vector<std::string>;
+
+constexpr unsigned int untouched = 77;
+
+TEST(ReadReparseData, OpensReadsAndCloses)
+{
+    simulated_machine machine;
+    machine.add_symbolic_link(u"C:\\link", u"..\\x");
+    windows::reparse_data_context data;
+    EXPECT_EQ(read_reparse_data(data, L"C:\\link"), 0U);
+    EXPECT_EQ(calls_with_arguments(machine),
+              (lines{R"(CreateFileW(C:\link) access 8 share 7 disposition 3 flags 2200000)",
+                     R"(DeviceIoControl(C:\link) flags 900A8)", R"(CloseHandle(C:\link))"}));
+    EXPECT_EQ(reparse_tag(data), symlink_tag);
+}
+
+TEST(ReadReparseData, ReadsWhatCantBeRead)
+{
+    simulated_machine machine;
+    machine.add_symbolic_link(u"C:\\link", u"x").deny(u"C:\\link", simulation::right::read);
+    windows::reparse_data_context data;
+    EXPECT_EQ(read_reparse_data(data, L"C:\\link"), 0U);
+    machine.deny(u"C:\\link", simulation::right::read_extended_attributes);
+    EXPECT_EQ(read_reparse_data(data, L"C:\\link"), 5U);
+}
+
+TEST(ReadReparseData, GivesTheSystemTheWholeBuffer)
+{
+    // eight bytes of header, and then data of a tag that has no form
+    struct
+    {
+        std::size_t size;
+        unsigned int code;
+    } const cases[] = {{16391, 0}, {16392, 0}, {16393, 234}};
+    for (auto const &row : cases) {
+        simulated_machine machine;
+        machine.add_reparse_point(u"C:\\a", dedup_tag, std::string(row.size - 8, 'x'));
+        windows::reparse_data_context data;
+        EXPECT_EQ(read_reparse_data(data, L"C:\\a"), row.code) << row.size;
+        EXPECT_EQ(machine.open_handles(), 0) << row.size;
+    }
+}
+
+TEST(ReadReparseData, EachCallThatFails)
+{
+    unsigned int const expected[] = {1117, 1117, 0}; // opening, reading, closing
+    int nth = 1;
+    for (unsigned int const code : expected) {
+        simulated_machine machine;
+        machine.add_junction(u"C:\\link", u"C:\\x");
+        auto const fault = machine.fail_call(nth, 1117);
+        windows::reparse_data_context data;
+        EXPECT_EQ(read_reparse_data(data, L"C:\\link"), code) << "failing call " << nth;
+        EXPECT_EQ(machine.open_handles(), 0) << "failing call " << nth;
+        EXPECT_TRUE(fault.fired()) << "failing call " << nth;
+        ++nth;
+    }
+    simulated_machine machine;
+    machine.add_junction(u"C:\\link", u"C:\\x");
+    auto const fault = machine.fail_call(nth, 1117);
+    windows::reparse_data_context data;
+    EXPECT_EQ(read_reparse_data(data, L"C:\\link"), 0U);
+    EXPECT_FALSE(fault.fired()) << "there is no further call";
+}
+
+/// A name on a disk, and what reading it as a link gives.
+struct name_case
+{
+    char16_t const *name;
+    wchar_t const *text;
+    windows::attrib_link_type link_type; ///< `link_type_none`: it was left alone
+    char const *why;
+};
+
+constexpr name_case name_cases[] = {
+    {u"C:\\relative", L"..\\x", windows::link_type_symlink_relative, "a relative link"},
+    {u"C:\\absolute", L"C:\\x", windows::link_type_symlink_absolute, "an absolute link"},
+    {u"C:\\dirlink", L"..\\x", windows::link_type_symlink_relative, "a link to a directory"},
+    {u"C:\\junction", L"C:\\x", windows::link_type_mount_point, "a junction"},
+    {u"C:\\unnamed", L"C:\\x", windows::link_type_mount_point, "without a print name"},
+    {u"C:\\volume", L"", windows::link_type_volume_mount, "a volume"},
+    {u"C:\\file", L"", windows::link_type_none, "a file"},
+    {u"C:\\dir", L"", windows::link_type_none, "a directory"},
+    {u"C:\\a.lnk", L"", windows::link_type_none, "a shortcut"},
+    {u"C:\\dedup", L"", windows::link_type_none, "a deduplicated file"},
+    {u"C:\\dfs", L"", windows::link_type_none, "a DFS directory"},
+    {u"C:\\strange", L"", windows::link_type_none, "an unknown tag"},
+    {u"C:\\sparse", L"", windows::link_type_none, "a link that is also sparse"},
+    {u"C:\\closed", L"", windows::link_type_none, "a link that can't be read"},
+};
+
+void make_names(simulated_machine &machine)
+{
+    machine.add_drive(u'D').add_symbolic_link(u"C:\\relative", u"..\\x");
+    machine.add_symbolic_link(u"C:\\absolute", u"C:\\x");
+    machine.add_symbolic_link(u"C:\\dirlink", u"../x", flavour::directory);
+    machine.add_junction(u"C:\\junction", u"C:\\x");
+    machine.add_junction(u"C:\\unnamed", uR"(\??\C:\x\)", u"");
+    machine.add_mount_point(u"C:\\volume", u'D').add_file(u"C:\\file").add_directory(u"C:\\dir");
+    machine.add_shortcut(u"C:\\a.lnk", u"C:\\x").add_deduplicated_file(u"C:\\dedup");
+    machine.add_reparse_point(u"C:\\dfs", dfs_tag, "x", flavour::directory);
+    machine.add_reparse_point(u"C:\\strange", 0x80000123, "x");
+    machine.add_symbolic_link(u"C:\\sparse", u"x");
+    machine.set_attributes(u"C:\\sparse", FILE_ATTRIBUTE_SPARSE_FILE);
+    machine.add_symbolic_link(u"C:\\closed", u"x");
+    machine.deny(u"C:\\closed", simulation::right::read_extended_attributes);
+}
+
+TEST(ReadLinkTarget, Table)
+{
+    simulated_machine machine;
+    make_names(machine);
+    for (name_case const &row : name_cases) {
+        auto link_type = windows::link_type_none;
+        EXPECT_EQ(read_link_target(wide(row.name), link_type), row.text) << row.why;
+        EXPECT_EQ(link_type, row.link_type) << row.why;
+        EXPECT_EQ(machine.open_handles(), 0) << row.why;
+    }
+}
+
+TEST(ReadLinkText, Table)
+{
+    simulated_machine machine;
+    make_names(machine);
+    for (name_case const &row : name_cases) {
+        unsigned int error = untouched;
+        EXPECT_EQ(read_link_text(wide(row.name), error), row.text) << row.why;
+        EXPECT_EQ(error, untouched) << row.why << ": only a missing name is an error";
+        EXPECT_EQ(machine.open_handles(), 0) << row.why;
+    }
+}
+
+TEST(ReadLinkText, AsksForAttributesFirst)
+{
+    lines const reading{R"(GetFileAttributesExW(C:\junction))",
+                        R"(CreateFileW(C:\junction) access 8 share 7 disposition 3 flags 2200000)",
+                        R"(DeviceIoControl(C:\junction) flags 900A8)",
+                        R"(CloseHandle(C:\junction))"};
+    simulated_machine machine;
+    make_names(machine);
+    unsigned int error = 0;
+    read_link_text(L"C:\\junction", error);
+    EXPECT_EQ(calls_with_arguments(machine), reading);
+    machine.clear_journal();
+    auto link_type = windows::link_type_none;
+    read_link_target(L"C:\\junction", link_type);
+    EXPECT_EQ(calls_with_arguments(machine), reading);
+}
+
+TEST(ReadLinkText, OpensNothingThatIsNoReparsePoint)
+{
+    for (char16_t const *const name : {u"C:\\file", u"C:\\dir", u"C:\\sparse", u"C:\\no"}) {
+        simulated_machine machine;
+        make_names(machine);
+        unsigned int error = 0;
+        read_link_text(wide(name), error);
+        EXPECT_EQ(machine.calls_of("GetFileAttributesExW"), 1) << printable(name);
+        EXPECT_EQ(machine.journal().size(), 1U) << printable(name);
+    }
+}
+
+TEST(ReadLinkText, EachCallThatFails)
+{
+    // attributes, opening, reading, closing
+    struct
+    {
+        unsigned int error;
+        wchar_t const *text;
+    } const expected[] = {{1117, L""}, {untouched, L""}, {untouched, L""}, {untouched, L"C:\\x"}};
+    int nth = 1;
+    for (auto const &row : expected) {
+        simulated_machine machine;
+        machine.add_junction(u"C:\\link", u"C:\\x");
+        auto const fault = machine.fail_call(nth, 1117);
+        unsigned int error = untouched;
+        EXPECT_EQ(read_link_text(L"C:\\link", error), row.text) << "failing call " << nth;
+        EXPECT_EQ(error, row.error) << "failing call " << nth;
+        EXPECT_EQ(machine.open_handles(), 0) << "failing call " << nth;
+        EXPECT_TRUE(fault.fired()) << "failing call " << nth;
+        ++nth;
+    }
+}
+
+TEST(ReadLinkTarget, EachCallThatFails)
+{
+    for (int nth = 1; nth <= 4; ++nth) {
+        simulated_machine machine;
+        machine.add_junction(u"C:\\link", u"C:\\x");
+        auto const fault = machine.fail_call(nth, 1117);
+        auto link_type = windows::link_type_none;
+        std::wstring text;
+        auto const thrown = failure_of([&] { text = read_link_target(L"C:\\link", link_type); });
+        EXPECT_EQ(thrown.has_value(), nth == 1) << "failing call " << nth;
+        if (thrown) {
+            EXPECT_EQ(*thrown, system_error(1117, u"C:\\link"));
+        }
+        bool const is_read = nth == 4;
+        EXPECT_EQ(text, is_read ? L"C:\\x" : L"") << "failing call " << nth;
+        EXPECT_EQ(link_type, is_read ? windows::link_type_mount_point : windows::link_type_none);
+        EXPECT_EQ(machine.open_handles(), 0) << "failing call " << nth;
+        EXPECT_TRUE(fault.fired()) << "failing call " << nth;
+    }
+}
+
+TEST(ReadLinkTarget, OfAMissingNameNamesTheStringOfTheCall)
+{
+    simulated_machine machine;
+    auto link_type = windows::link_type_none;
+    EXPECT_EQ(failure_of([&] { read_link_target(LR"(\\?\C:\no)", link_type); }),
+              not_found(uR"(\\?\C:\no)"));
+}
+
+TEST(ReadLinkTarget, ANameBeyondAsciiLeavesNoHandleOpen)
+{
+    simulated_machine machine;
+    machine.add_junction(u"C:\\link", u"\\??\\C:\\x", u"\u00E9:\\directory");
+    auto link_type = windows::link_type_none;
+    EXPECT_THROW(read_link_target(L"C:\\link", link_type),
+                 foundation::ustring::CtypeInvalidCharacter);
+    EXPECT_EQ(machine.open_handles(), 0);
+}
+
+} // namespace
+} // namespace fl::filesystem::detail

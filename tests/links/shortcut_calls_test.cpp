@@ -1,0 +1,207 @@
+// Reading a shortcut on the simulated machine: every call, and what each failing one
+// leaves behind.
+
+#include "links/shortcut.hpp"
+
+#include "links/calls.hpp"
+#include "support/text.hpp"
+
+#include <objbase.h>
+
+#include <gtest/gtest.h>
+
+#include <optional>
+
+namespace fl::filesystem::detail {
+namespace {
+
+using simulation::simulated_machine;
+using test_support::calls_with_arguments;
+using lines = std::vector<std::string>;
+
+constexpr unsigned int untouched = 77;
+
+void expect_nothing_held(simulated_machine const &machine, int nth = 0)
+{
+    EXPECT_EQ(machine.live_interfaces(), 0) << "failing call " << nth;
+    EXPECT_EQ(machine.orphaned_interfaces(), 0) << "failing call " << nth;
+    EXPECT_EQ(machine.com_apartments(), 0) << "failing call " << nth;
+    EXPECT_EQ(machine.open_handles(), 0) << "failing call " << nth;
+}
+
+TEST(ReadShortcutTargetCalls, InOrder)
+{
+    simulated_machine machine;
+    machine.add_directory(u"C:\\dir").add_shortcut(u"C:\\a.lnk", u"C:\\dir");
+    unsigned int error = untouched;
+    EXPECT_EQ(read_shortcut_target(L"C:\\a.lnk", error), L"C:\\dir");
+    EXPECT_EQ(error, untouched);
+    EXPECT_EQ(calls_with_arguments(machine),
+              (lines{"CoInitialize()", "CoCreateInstance()", "IUnknown::QueryInterface()",
+                     R"(IPersistFile::Load(C:\a.lnk))", "IShellLinkW::Resolve()",
+                     "IShellLinkW::GetPath()", "CoUninitialize()"}));
+    expect_nothing_held(machine);
+}
+
+TEST(ReadShortcutTargetCalls, NoneForAnotherName)
+{
+    simulated_machine machine;
+    machine.add_directory(u"C:\\dir").add_shortcut(u"C:\\a.LNK", u"C:\\dir");
+    for (wchar_t const *const name : {L"C:\\a.LNK", L"C:\\dir", L".lnk", L""}) {
+        unsigned int error = untouched;
+        EXPECT_EQ(read_shortcut_target(name, error), L"");
+        EXPECT_EQ(error, untouched);
+    }
+    EXPECT_EQ(machine.journal().size(), 0U);
+}
+
+struct prefix_case
+{
+    wchar_t const *path;
+    char16_t const *loaded;
+    char const *why;
+};
+
+constexpr prefix_case prefix_cases[] = {
+    {LR"(C:\a.lnk)", uR"(C:\a.lnk)", "none"},
+    {LR"(\\?\C:\a.lnk)", uR"(C:\a.lnk)", "of a drive"},
+    {LR"(\\?\UNC\server\share\a.lnk)", uR"(\\server\share\a.lnk)", "of a server"},
+    {LR"(\\server\share\a.lnk)", uR"(\\server\share\a.lnk)", "a server without one"},
+    {LR"(a.lnk)", u"a.lnk", "a relative pathname"},
+};
+
+TEST(ReadShortcutTargetCalls, LoadWithoutALongPrefix)
+{
+    for (prefix_case const &row : prefix_cases) {
+        simulated_machine machine;
+        machine.add_share(u"server", u"share").add_directory(u"C:\\dir");
+        machine.add_shortcut(u"C:\\a.lnk", u"C:\\dir");
+        machine.add_shortcut(uR"(\\server\share\a.lnk)", u"C:\\dir");
+        unsigned int error = untouched;
+        EXPECT_EQ(read_shortcut_target(row.path, error), L"C:\\dir") << row.why;
+        EXPECT_EQ(machine.journal().at(3).text, row.loaded) << row.why;
+    }
+}
+
+TEST(ReadShortcutTargetCalls, LoadAPrefixedNameOfAnyLengthWithoutIt)
+{
+    simulated_machine machine;
+    std::u16string const bare =
+        u"C:\\" + std::u16string(200, u'd') + u'\\' + std::u16string(200, u'n') + u".lnk";
+    unsigned int error = untouched;
+    read_shortcut_target(test_support::wide(uR"(\\?\)" + bare), error);
+    EXPECT_EQ(machine.journal().at(3).text, bare);
+}
+
+/// The calls whose failure is an HRESULT, by their number.
+struct step_case
+{
+    char const *function;
+    std::optional<unsigned int> code_of_access_denied; ///< of 0x80070005; none: no error
+    char const *target;
+    char const *why;
+};
+
+constexpr step_case step_cases[] = {
+    {"CoInitialize", 14077, "", "ignored; then no object can be made: 0x800401F0"},
+    {"CoCreateInstance", 5, "", "no object"},
+    {"IUnknown::QueryInterface", 5, "", "no other interface"},
+    {"IPersistFile::Load", 5, "", "no file"},
+    {"IShellLinkW::Resolve", 5, "", "no target"},
+    {"IShellLinkW::GetPath", 5, "", "no path"},
+    {"CoUninitialize", std::nullopt, "C:\\dir", "nobody asks"},
+};
+
+TEST(ReadShortcutTargetCalls, EachCallThatFails)
+{
+    int nth = 1;
+    for (step_case const &row : step_cases) {
+        simulated_machine machine;
+        machine.add_directory(u"C:\\dir").add_shortcut(u"C:\\a.lnk", u"C:\\dir");
+        auto const fault = machine.fail_call(nth, static_cast<DWORD>(E_ACCESSDENIED));
+        unsigned int error = untouched;
+        std::wstring const target = read_shortcut_target(L"C:\\a.lnk", error);
+        EXPECT_EQ(test_support::printable(test_support::units(target)), row.target) << row.why;
+        EXPECT_EQ(error, row.code_of_access_denied.value_or(untouched)) << row.why;
+        EXPECT_TRUE(fault.fired()) << row.why;
+        EXPECT_EQ(machine.calls_of(row.function), 1) << row.why;
+        EXPECT_EQ(machine.calls_of("CoUninitialize"), 1) << row.why;
+        expect_nothing_held(machine, nth);
+        ++nth;
+    }
+    simulated_machine machine;
+    machine.add_directory(u"C:\\dir").add_shortcut(u"C:\\a.lnk", u"C:\\dir");
+    auto const fault = machine.fail_call(nth, static_cast<DWORD>(E_ACCESSDENIED));
+    unsigned int error = untouched;
+    read_shortcut_target(L"C:\\a.lnk", error);
+    EXPECT_FALSE(fault.fired()) << "there is no further call";
+}
+
+TEST(ReadShortcutTargetCalls, StopAtTheFirstFailure)
+{
+    struct
+    {
+        char const *function;
+        std::size_t calls; ///< all of them, `CoUninitialize` included
+    } const cases[] = {{"CoCreateInstance", 3},
+                       {"IUnknown::QueryInterface", 4},
+                       {"IPersistFile::Load", 5},
+                       {"IShellLinkW::Resolve", 6},
+                       {"IShellLinkW::GetPath", 7}};
+    for (auto const &row : cases) {
+        simulated_machine machine;
+        machine.add_directory(u"C:\\dir").add_shortcut(u"C:\\a.lnk", u"C:\\dir");
+        auto const fault = machine.fail_every_call_on(row.function, static_cast<DWORD>(E_FAIL));
+        unsigned int error = untouched;
+        EXPECT_EQ(read_shortcut_target(L"C:\\a.lnk", error), L"") << row.function;
+        EXPECT_EQ(error, 14077U) << row.function;
+        EXPECT_TRUE(fault.fired());
+        EXPECT_EQ(machine.journal().size(), row.calls) << row.function;
+        EXPECT_EQ(machine.journal().back().function, "CoUninitialize") << row.function;
+        expect_nothing_held(machine);
+    }
+}
+
+// The target is 259 units and the NUL at most: the shell cuts what is longer.
+TEST(ReadShortcutTargetCalls, TargetsAreCutToTheBuffer)
+{
+    for (std::size_t const size : {258U, 259U, 260U, 300U}) {
+        simulated_machine machine;
+        std::u16string const target =
+            u"C:\\" + std::u16string(100, u'd') + u'\\' + std::u16string(size - 104, u'n');
+        machine.add_file(target).add_shortcut(u"C:\\a.lnk", target);
+        // whether a target of such a length can be looked up is another matter
+        auto const fault = machine.fail_every_call_on("IShellLinkW::Resolve", 0);
+        unsigned int error = untouched;
+        EXPECT_EQ(test_support::units(read_shortcut_target(L"C:\\a.lnk", error)),
+                  target.substr(0, 259))
+            << size;
+        EXPECT_EQ(error, untouched) << size;
+    }
+}
+
+TEST(ReadShortcutTargetCalls, AThreadOfAnotherApartmentGoesOnInIt)
+{
+    simulated_machine machine;
+    machine.add_directory(u"C:\\dir").add_shortcut(u"C:\\a.lnk", u"C:\\dir");
+    ASSERT_EQ(::CoInitializeEx(nullptr, COINIT_MULTITHREADED), S_OK);
+    unsigned int error = untouched;
+    EXPECT_EQ(read_shortcut_target(L"C:\\a.lnk", error), L"C:\\dir");
+    EXPECT_EQ(error, untouched);
+    EXPECT_EQ(machine.live_interfaces(), 0);
+    EXPECT_EQ(machine.calls_of("CoUninitialize"), 1) << "also where CoInitialize failed";
+}
+
+TEST(ReadShortcutTargetCalls, AThreadOfTheSameApartmentKeepsIt)
+{
+    simulated_machine machine;
+    machine.add_directory(u"C:\\dir").add_shortcut(u"C:\\a.lnk", u"C:\\dir");
+    ASSERT_EQ(::CoInitialize(nullptr), S_OK);
+    unsigned int error = untouched;
+    EXPECT_EQ(read_shortcut_target(L"C:\\a.lnk", error), L"C:\\dir");
+    EXPECT_EQ(machine.com_apartments(), 1);
+    ::CoUninitialize();
+}
+
+} // namespace
+} // namespace fl::filesystem::detail

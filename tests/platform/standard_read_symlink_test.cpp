@@ -1,0 +1,99 @@
+// What only the simulated machine can show of reading links by the standard facility.
+
+#include "platform/standard_filesystem.hpp"
+
+#include "links/reparse_bytes.hpp"
+#include "support/allocations.hpp"
+
+#include <simulation/machine.hpp>
+
+#include <gtest/gtest.h>
+
+namespace fl::filesystem::detail {
+namespace {
+
+using simulation::flavour;
+using simulation::simulated_machine;
+
+std::error_code const stale(77, std::generic_category());
+
+std::error_code system_code(int code)
+{
+    return {code, std::system_category()};
+}
+
+TEST(StandardReadSymlink, ClearsTheCodeAndLeavesTheTextAsItStands)
+{
+    simulated_machine machine;
+    machine.add_junction(u"C:\\link", uR"(\??\C:/x//)", u"");
+    std::error_code ec = stale;
+    EXPECT_EQ(standard::read_symlink(L"C:\\link", ec), LR"(\??\C:/x//)");
+    EXPECT_EQ(ec, std::error_code());
+}
+
+TEST(StandardReadSymlink, Codes)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\file").add_deduplicated_file(u"C:\\dedup");
+    struct
+    {
+        wchar_t const *text;
+        int code;
+    } const cases[] = {
+        {L"C:\\file", 4390}, {L"C:\\no", 2}, {L"C:\\no\\x", 3}, {L"", 3}, {L"C:\\dedup", 4393}};
+    for (auto const &row : cases) {
+        std::error_code ec = stale;
+        EXPECT_EQ(standard::read_symlink(row.text, ec), L"");
+        EXPECT_EQ(ec, system_code(row.code));
+        EXPECT_EQ(machine.open_handles(), 0);
+    }
+}
+
+TEST(StandardReadSymlink, GivesTheSystemItsWholeBuffer)
+{
+    struct
+    {
+        std::size_t size;
+        int code;
+    } const cases[] = {{16385, 4393}, {16386, 4393}, {16387, 234}};
+    for (auto const &row : cases) {
+        simulated_machine machine;
+        machine.add_reparse_point(u"C:\\a", test_support::dedup_tag,
+                                  std::string(row.size - 8, 'x'));
+        std::error_code ec;
+        standard::read_symlink(L"C:\\a", ec);
+        EXPECT_EQ(ec, system_code(row.code)) << row.size;
+    }
+}
+
+TEST(StandardReadSymlink, WithoutMemoryForTheDataIsCode8)
+{
+    simulated_machine machine;
+    machine.add_symbolic_link(u"C:\\link", u"x");
+    std::error_code ec = stale;
+    test_support::failing_size const shortage(16386);
+    EXPECT_EQ(standard::read_symlink(L"C:\\link", ec), L"");
+    EXPECT_TRUE(shortage.fired());
+    EXPECT_EQ(ec, system_code(8));
+    EXPECT_EQ(machine.open_handles(), 0);
+    EXPECT_EQ(machine.calls_of("CreateFileW"), 1) << "it is taken once the link is open";
+    EXPECT_EQ(machine.calls_of("DeviceIoControl"), 0);
+}
+
+// A file system may hold anything: names that lead out of the buffer.
+TEST(StandardReadSymlink, NamesEndWithTheBuffer)
+{
+    simulated_machine machine;
+    std::string body = simulation::symbolic_link_data(u"s", u"p", 0);
+    body[6] = body[7] = static_cast<char>(0xFF);
+    machine.add_symbolic_link(u"C:\\link", u"x");
+    machine.add_reparse_point(u"C:\\link", test_support::symlink_tag, body);
+    std::error_code ec = stale;
+    std::wstring const text = standard::read_symlink(L"C:\\link", ec);
+    EXPECT_EQ(ec, std::error_code());
+    EXPECT_EQ(text.size(), (16386U - 20U) / 2U);
+    EXPECT_EQ(text.substr(0, 3), (std::wstring{L'p', L's', L'\0'})) << "zeros behind the data";
+}
+
+} // namespace
+} // namespace fl::filesystem::detail
