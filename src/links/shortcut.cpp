@@ -20,14 +20,6 @@ bool is_shortcut_path(std::wstring const &path) noexcept
     return path.size() > extension.size() && path.ends_with(extension);
 }
 
-unsigned int hresult_to_win32(std::int32_t hresult) noexcept
-{
-    constexpr std::uint32_t win32_failure = 0x8007; // severity and FACILITY_WIN32
-    constexpr unsigned int indescribable = 14077;
-    std::uint32_t const bits = static_cast<std::uint32_t>(hresult);
-    return bits >> 16 == win32_failure ? bits & 0xFFFFU : indescribable;
-}
-
 std::wstring read_shortcut_target(std::wstring const &path, unsigned int &error)
 {
     if (!is_shortcut_path(path))

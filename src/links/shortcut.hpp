@@ -3,17 +3,12 @@
 // Shortcut files, which are links to the shell and files to the system. Only the walk
 // through a pathname follows them.
 
-#include <cstdint>
 #include <string>
 
 namespace fl::filesystem::detail {
 
 /// Whether `path` ends in `.lnk`, in just these letters, and has a unit ahead of it.
 bool is_shortcut_path(std::wstring const &path) noexcept;
-
-/// The Win32 code inside of a failing HRESULT, or 14077 for one that holds none and
-/// that no code would describe.
-unsigned int hresult_to_win32(std::int32_t hresult) noexcept;
 
 /// Returns the target of the shortcut file `path` as it is stored, cut to the 259
 /// units that the shell hands over. Empty if `path` isn't named like a shortcut, which

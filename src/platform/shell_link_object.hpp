@@ -9,9 +9,20 @@
 
 #include <shlobj.h>
 
+#include <cstdint>
 #include <string>
 
 namespace fl::filesystem::detail {
+
+/// The Win32 code inside of a failing HRESULT, or 14077 for one that holds none and
+/// that no code would describe.
+inline unsigned int hresult_to_win32(HRESULT hresult) noexcept
+{
+    constexpr std::uint32_t win32_failure = 0x8007; // severity and FACILITY_WIN32
+    constexpr unsigned int indescribable = 14077;
+    std::uint32_t const bits = static_cast<std::uint32_t>(hresult);
+    return bits >> 16 == win32_failure ? bits & 0xFFFFU : indescribable;
+}
 
 inline HRESULT create_shell_link(com_pointer<IShellLinkW> &link)
 {

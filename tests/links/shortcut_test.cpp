@@ -74,7 +74,7 @@ constexpr hresult_case hresult_cases[] = {
 TEST(HresultToWin32, Table)
 {
     for (hresult_case const &row : hresult_cases)
-        EXPECT_EQ(hresult_to_win32(static_cast<std::int32_t>(row.hresult)), row.code) << row.why;
+        EXPECT_EQ(hresult_to_win32(static_cast<HRESULT>(row.hresult)), row.code) << row.why;
 }
 
 /// Makes a shortcut file by the shell link object.

@@ -40,6 +40,7 @@ usage_case const usage_cases[] = {
     {{"mkdir", "--json", "x"},
      "flfs: The following argument was not expected: --json\nTry \"flfs mkdir --help\".\n",
      "another command's option"},
+    {{"readlink"}, "flfs: PATH is required\nTry \"flfs readlink --help\".\n", "no pathname"},
     {{"inspect", "caf\xE9"}, "flfs: Argument 2 is not UTF-8\nTry \"flfs --help\".\n", "Latin-1"},
 };
 
@@ -60,11 +61,13 @@ struct help_case
 };
 
 help_case const help_cases[] = {
-    {{"--help"}, {"Usage: flfs [OPTIONS] COMMAND", "inspect", "mkdir", "Examples:", "--version"}},
+    {{"--help"},
+     {"Usage: flfs [OPTIONS] COMMAND", "inspect", "mkdir", "readlink", "Examples:", "--version"}},
     {{"-h"}, {"Usage: flfs [OPTIONS] COMMAND"}},
     {{"inspect", "--help"}, {"Usage: flfs inspect [OPTIONS] TEXT...", "--json"}},
     {{"inspect", "x", "-h"}, {"Usage: flfs inspect [OPTIONS] TEXT...", "--json"}},
     {{"mkdir", "--help"}, {"Usage: flfs mkdir [OPTIONS] PATH...", "--parents"}},
+    {{"readlink", "--help"}, {"Usage: flfs readlink [OPTIONS] PATH...", "--json"}},
 };
 
 TEST(FlfsCommandLine, Help)

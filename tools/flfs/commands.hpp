@@ -26,6 +26,7 @@ struct session
 // `session` must outlive `app`.
 void add_inspect_command(CLI::App &app, session &session);
 void add_mkdir_command(CLI::App &app, session &session);
+void add_readlink_command(CLI::App &app, session &session);
 
 } // namespace flfs
 

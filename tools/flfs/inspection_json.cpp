@@ -1,5 +1,6 @@
 #include "flfs/inspection_json.hpp"
 
+#include "flfs/failure_json.hpp"
 #include "flfs/path_type_name.hpp"
 #include "flfs/system.hpp"
 #include "flfs/text.hpp"
@@ -10,14 +11,6 @@ using json = nlohmann::ordered_json;
 namespace windows = fl::filesystem::detail::windows;
 
 namespace {
-
-json texts(std::vector<std::u16string> const &all)
-{
-    json array = json::array();
-    for (std::u16string const &text : all)
-        array.push_back(escaped_surrogates(text));
-    return array;
-}
 
 json type_object(windows::path_type_enum type)
 {
@@ -51,15 +44,6 @@ json root_lengths_object(kind const &answers)
     return object;
 }
 
-json failure_object(failure const &what_failed)
-{
-    return {{"identifier", what_failed.identifier},
-            {"pathname", escaped_surrogates(what_failed.pathname)},
-            {"additional_pathnames", texts(what_failed.additional_pathnames)},
-            {"code", what_failed.code},
-            {"sentence", what_failed.sentence}};
-}
-
 void add_forms(json &object, forms const &all)
 {
     object["native_form"] = escaped_surrogates(all.native);
@@ -68,7 +52,7 @@ void add_forms(json &object, forms const &all)
     object["expanded_form"] =
         all.expansion_failure ? json(nullptr) : json(escaped_surrogates(all.expanded));
     object["expanded_form_failure"] =
-        all.expansion_failure ? failure_object(*all.expansion_failure) : json(nullptr);
+        all.expansion_failure ? to_json(*all.expansion_failure) : json(nullptr);
     object["access_form"] = escaped_surrogates(all.access);
     object["is_absolute"] = all.is_absolute;
     object["is_absolute_path_when_expanded"] = all.is_absolute_when_expanded;
@@ -84,7 +68,7 @@ void add_parts(json &object, parts const &all)
                        {"filename", escaped_surrogates(all.filename)},
                        {"stem", escaped_surrogates(all.stem)},
                        {"extension", escaped_surrogates(all.extension)}};
-    object["elements"] = texts(all.elements);
+    object["elements"] = to_json(all.elements);
     auto const &other = all.with_share_in_root;
     object["parts_with_share_in_root"] = {{"parent_path", escaped_surrogates(other.parent_path)},
                                           {"filename", escaped_surrogates(other.filename)},

@@ -21,6 +21,7 @@ constexpr char const *footer = R"(Examples:
   flfs inspect "C:/data//report.tar.gz"        types, forms, parts and a drawing
   flfs inspect --json "\\server\share\dir"     the same for a program
   flfs mkdir --parents "C:\work\2024\reports"  a directory and those above it
+  flfs readlink "C:\Documents and Settings"    where a link or shortcut leads
 
 Exit codes: 0 success, 1 a failure of the file system, 2 wrong usage.
 "flfs COMMAND --help" tells more about a command.)";
@@ -60,6 +61,7 @@ void set_up(CLI::App &app, session &session)
     app.set_version_flag("--version", version(), "Print the version and exit");
     add_inspect_command(app, session);
     add_mkdir_command(app, session);
+    add_readlink_command(app, session);
     for (CLI::App *command : app.get_subcommands({}))
         command->group("Commands");
     app.footer(footer); // last, so that the commands don't inherit it

@@ -1,0 +1,240 @@
+#include "flfs/link_report.hpp"
+#include "flfs/system.hpp"
+#include "flfs/text.hpp"
+#include "support/workspace.hpp"
+#include "tools/run_flfs.hpp"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#if FLFS_SYSTEM_IS_SIMULATED
+#include <simulation/machine.hpp>
+#endif
+
+namespace {
+
+using nlohmann::ordered_json;
+using test_support::flfs_result;
+using test_support::run_flfs;
+using test_support::workspace;
+
+/// The command without the test whether there is a disk to read.
+flfs_result report(std::vector<std::u16string> const &pathnames, bool as_json = false)
+{
+    std::ostringstream out;
+    std::ostringstream err;
+    flfs::session session{out, err};
+    int const exit_code = flfs::report_links(session, pathnames, as_json);
+    return {exit_code, out.str(), err.str()};
+}
+
+TEST(FlfsReadlink, WhatIsNoLink)
+{
+    workspace work;
+    work.make_file(work.path(u"file"));
+    flfs_result const result = report({work.path(u"file")});
+    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(result.err, "flfs: fl:filesystem:InvalidArgument\n"
+                          "  argument: " +
+                              flfs::utf8_from_units(work.path(u"file")) +
+                              "\n"
+                              "  code:     0\n"
+                              "  The file or directory is not a reparse point.\n");
+}
+
+TEST(FlfsReadlink, EachFailureIsTold)
+{
+    workspace work;
+    std::u16string const missing = work.path(u"no");
+    flfs_result const result = report({missing, u""});
+    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(result.err,
+              "flfs: fl:filesystem:PathNotFound\n"
+              "  pathname: " +
+                  flfs::utf8_from_units(missing) +
+                  "\n"
+                  "  code:     0\n"
+                  "  The name, or a directory on the way to it, doesn't exist. Check the "
+                  "spelling.\n"
+                  "flfs: fl:filesystem:InvalidArgument\n"
+                  "  argument: (empty)\n"
+                  "  code:     0\n"
+                  "  Empty Path not permitted.\n");
+}
+
+TEST(FlfsReadlink, AFailureAsJson)
+{
+    workspace work;
+    flfs_result const result = report({work.path(u"no")}, true);
+    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_EQ(result.err, "");
+    ordered_json const one = ordered_json::parse(result.out).at(0);
+    EXPECT_EQ(one.at("pathname"), flfs::utf8_from_units(work.path(u"no")));
+    EXPECT_TRUE(one.at("kind").is_null() && one.at("text").is_null() && one.at("tag").is_null());
+    EXPECT_EQ(one.at("failure").at("identifier"), "fl:filesystem:PathNotFound");
+}
+
+TEST(FlfsReadlink, AFileCalledLikeAShortcut)
+{
+    workspace work;
+    work.make_file(work.path(u"a.lnk"), std::string(200, 'x'));
+    flfs_result const result = report({work.path(u"a.lnk")});
+    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(result.err,
+              "flfs: fl:filesystem:SystemError\n"
+              "  pathname: " +
+                  flfs::utf8_from_units(work.path(u"a.lnk")) +
+                  "\n"
+                  "  code:     14077\n"
+                  "  The system refused. `net helpmsg 14077` tells what it means by that code.\n");
+}
+
+#if FLFS_SYSTEM_IS_SIMULATED
+
+using simulation::flavour;
+using simulation::simulated_machine;
+
+TEST(FlfsReadlink, IsRefusedWhereThereIsNoWindows)
+{
+    for (char const *option : {"--json", "other"}) {
+        flfs_result const result = run_flfs({"readlink", option, "C:\\link"});
+        EXPECT_EQ(result.exit_code, 2) << option;
+        EXPECT_EQ(result.out, "") << option;
+        EXPECT_EQ(result.err, "flfs: readlink works on Windows only: there is no Windows file "
+                              "system to read here.\n")
+            << option;
+    }
+}
+
+struct kind_case
+{
+    char16_t const *pathname;
+    char const *lines;
+    char const *kind;
+    char const *text; ///< a null pointer: none
+    char const *tag;
+};
+
+constexpr kind_case kind_cases[] = {
+    {u"C:/relative",
+     "C:\\relative\n    kind  symbolic link, relative\n    text  ..\\x\n"
+     "    tag   0xA000000C\n",
+     "symbolic_link_relative", "..\\x", "0xA000000C"},
+    {u"C:\\absolute",
+     "C:\\absolute\n    kind  symbolic link, absolute\n    text  C:\\x\n"
+     "    tag   0xA000000C\n",
+     "symbolic_link_absolute", "C:\\x", "0xA000000C"},
+    {u"C:\\junction", "C:\\junction\n    kind  junction\n    text  C:\\x\n    tag   0xA0000003\n",
+     "junction", "C:\\x", "0xA0000003"},
+    {u"C:\\unnamed",
+     "C:\\unnamed\n    kind  junction\n    text  \\??\\C:\\x\n    tag   0xA0000003\n", "junction",
+     "\\??\\C:\\x", "0xA0000003"},
+    {u"C:\\volume",
+     "C:\\volume\n    kind  volume mount point\n    text  \\??\\Volume{1}\n"
+     "    tag   0xA0000003\n",
+     "volume_mount_point", "\\??\\Volume{1}", "0xA0000003"},
+    {u"C:\\dedup", "C:\\dedup\n    kind  deduplicated file, no link\n    tag   0x80000013\n",
+     "deduplicated_file", nullptr, "0x80000013"},
+    {u"C:\\dfs", "C:\\dfs\n    kind  DFS directory, no link\n    tag   0x8000000A\n",
+     "dfs_directory", nullptr, "0x8000000A"},
+    {u"C:\\other", "C:\\other\n    kind  reparse point of another kind\n    tag   0x80000123\n",
+     "other_reparse_point", nullptr, "0x80000123"},
+    {u"C:\\a.lnk", "C:\\a.lnk\n    kind  shortcut\n    text  C:\\dir\n", "shortcut", "C:\\dir",
+     nullptr},
+};
+
+class FlfsReadlinkKinds : public testing::Test
+{
+protected:
+    FlfsReadlinkKinds()
+    {
+        machine.add_directory(u"C:\\dir").add_symbolic_link(u"C:\\relative", u"../x");
+        machine.add_symbolic_link(u"C:\\absolute", u"C:\\x", flavour::directory);
+        machine.add_junction(u"C:\\junction", u"C:\\x");
+        machine.add_junction(u"C:\\unnamed", uR"(\??\C:\x\)", u"");
+        machine.add_junction(u"C:\\volume", uR"(\??\Volume{1}\)", u"");
+        machine.add_deduplicated_file(u"C:\\dedup");
+        machine.add_reparse_point(u"C:\\dfs", 0x8000000A, "x", flavour::directory);
+        machine.add_reparse_point(u"C:\\other", 0x80000123, "x");
+        machine.add_shortcut(u"C:\\a.lnk", u"C:\\dir");
+    }
+
+    simulated_machine machine;
+};
+
+ordered_json value_or_null(char const *text)
+{
+    return text == nullptr ? ordered_json(nullptr) : ordered_json(text);
+}
+
+TEST_F(FlfsReadlinkKinds, ForPeople)
+{
+    for (kind_case const &row : kind_cases) {
+        flfs_result const result = report({row.pathname});
+        EXPECT_EQ(result.exit_code, 0) << result.err;
+        EXPECT_EQ(result.out, row.lines);
+        EXPECT_EQ(result.err, "");
+        EXPECT_EQ(machine.open_handles(), 0) << row.lines;
+        EXPECT_EQ(machine.live_interfaces(), 0) << row.lines;
+        EXPECT_EQ(machine.com_apartments(), 0) << row.lines;
+    }
+}
+
+TEST_F(FlfsReadlinkKinds, AsJson)
+{
+    std::vector<std::u16string> pathnames;
+    for (kind_case const &row : kind_cases)
+        pathnames.push_back(row.pathname);
+    flfs_result const result = report(pathnames, true);
+    EXPECT_EQ(result.exit_code, 0) << result.err;
+    ordered_json const array = ordered_json::parse(result.out);
+    std::size_t at = 0;
+    for (kind_case const &row : kind_cases) {
+        ordered_json const &one = array.at(at++);
+        EXPECT_EQ(one.at("pathname"), flfs::utf8_from_units(row.pathname));
+        EXPECT_EQ(one.at("kind"), row.kind);
+        EXPECT_EQ(one.at("text"), value_or_null(row.text)) << row.kind;
+        EXPECT_EQ(one.at("tag"), value_or_null(row.tag)) << row.kind;
+        EXPECT_TRUE(one.at("failure").is_null()) << row.kind;
+    }
+    EXPECT_EQ(array.size(), at);
+}
+
+TEST_F(FlfsReadlinkKinds, AFailureDoesNotStopIt)
+{
+    flfs_result const result = report({u"C:\\no", u"C:\\junction"});
+    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_EQ(result.out, kind_cases[2].lines);
+    EXPECT_NE(result.err, "");
+}
+
+TEST_F(FlfsReadlinkKinds, BeyondTheOldLimit)
+{
+    std::u16string const name =
+        u"C:\\" + std::u16string(200, u'd') + u'\\' + std::u16string(200, u'n');
+    machine.add_symbolic_link(name, u"x");
+    flfs_result const result = report({name});
+    EXPECT_EQ(result.exit_code, 0) << result.err;
+    EXPECT_NE(result.out.find("    text  x\n"), std::string::npos) << result.out;
+}
+
+#else
+
+// The program itself: its arguments come to the command.
+TEST(FlfsReadlink, RunsAsACommand)
+{
+    workspace work;
+    flfs_result const result =
+        run_flfs({"readlink", "--json", flfs::utf8_from_units(work.path(u"no"))});
+    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_EQ(ordered_json::parse(result.out).at(0).at("failure").at("identifier"),
+              "fl:filesystem:PathNotFound");
+}
+
+#endif
+
+} // namespace

@@ -1,0 +1,34 @@
+#include "flfs/commands.hpp"
+
+#include "flfs/command_line.hpp"
+#include "flfs/link_report.hpp"
+#include "flfs/system.hpp"
+
+#include <CLI/CLI.hpp>
+
+#include <memory>
+#include <ostream>
+
+namespace flfs {
+
+void add_readlink_command(CLI::App &app, session &session)
+{
+    CLI::App *command = app.add_subcommand(
+        "readlink", "Show what kind of link a name is, and the text in it; nothing is followed");
+    command->footer("Symbolic links, junctions, volume mount points, other reparse points, and\n"
+                    "shortcut files, whose names end in .lnk.");
+    CLI::Option *paths = add_pathnames(*command, "PATH", "link or shortcut to read");
+    auto const as_json = std::make_shared<bool>(false);
+    command->add_flag("--json", *as_json, "Print one JSON array with an object for each PATH");
+    command->callback([&session, paths, as_json] {
+        if (system_is_simulated) {
+            session.err << "flfs: readlink works on Windows only: there is no Windows file system "
+                           "to read here.\n";
+            session.exit_code = exit_usage;
+            return;
+        }
+        session.exit_code = report_links(session, pathnames_of(*paths), *as_json);
+    });
+}
+
+} // namespace flfs
