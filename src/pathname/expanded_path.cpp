@@ -1,3 +1,5 @@
+#include "pathname/expanded_path.hpp"
+
 #include <fl/filesystem/pathname.hpp>
 
 #include "pathname/full_path_name.hpp"
@@ -6,29 +8,32 @@
 
 namespace fl::filesystem::detail {
 
-namespace {
-
-std::u16string expand_drive_relative(std::u16string_view text)
+std::wstring expand_drive_relative(std::wstring const &path)
 {
     constexpr std::size_t drive_size = 2;
-    std::u16string full = narrow(full_path_name(widen(text.substr(0, drive_size))));
-    if (text.size() == drive_size)
+    std::wstring full = full_path_name(path.substr(0, drive_size));
+    if (path.size() == drive_size)
         return full;
-    if (!ends_in_backslash<char16_t>(full))
-        full += pathname_traits<char16_t>::PATHNAME_SEPARATOR_CHARACTER;
-    full += text.substr(drive_size);
+    if (!ends_in_backslash<wchar_t>(full))
+        full += pathname_traits<wchar_t>::PATHNAME_SEPARATOR_CHARACTER;
+    full.append(path, drive_size);
     return full;
 }
 
-} // namespace
+std::wstring expand_rooted(std::wstring const &path)
+{
+    std::wstring rooted = path;
+    rooted.front() = pathname_traits<wchar_t>::PATHNAME_SEPARATOR_CHARACTER;
+    return full_path_name(rooted);
+}
 
 std::u16string make_expanded_path(std::u16string const &text, bool)
 {
     switch (classify_path_type<char16_t>(text)) {
     case windows::PATH_TYPE_ROOTED:
-        return narrow(full_path_name(widen(text)));
+        return narrow(expand_rooted(widen(text)));
     case windows::PATH_TYPE_DRIVE_RELATIVE:
-        return expand_drive_relative(text);
+        return narrow(expand_drive_relative(widen(text)));
     default:
         return text;
     }

@@ -51,6 +51,23 @@ bool has_namespace_prefix(std::basic_string_view<Char> text)
     return is_object_prefix || is_long_prefix_at(text, 0) || is_device_prefix_at(text, 0);
 }
 
+/// The text that `call(buffer, room)` writes, however long it is.
+template <typename Call>
+std::wstring filled_text(std::error_code &ec, Call call)
+{
+    ec.clear();
+    DWORD code = ERROR_SUCCESS;
+    auto text = filled_buffer(260, growth::until_it_fits, [&](wchar_t *buffer, DWORD room) {
+        DWORD const answer = call(buffer, room);
+        code = ::GetLastError();
+        return answer;
+    });
+    if (text)
+        return *std::move(text);
+    ec = system_code(code);
+    return {};
+}
+
 /// The length of the root name: drive, server, or prefix without its last
 /// separator.
 template <typename Char>
@@ -120,16 +137,15 @@ std::wstring absolute(std::wstring const &text, std::error_code &ec)
     ec.clear();
     if (text.empty())
         return {};
-    DWORD code = ERROR_SUCCESS;
-    auto full = filled_buffer(260, growth::until_it_fits, [&](wchar_t *buffer, DWORD room) {
-        DWORD const answer = ::GetFullPathNameW(text.c_str(), room, buffer, nullptr);
-        code = ::GetLastError();
-        return answer;
+    return filled_text(ec, [&](wchar_t *buffer, DWORD room) {
+        return ::GetFullPathNameW(text.c_str(), room, buffer, nullptr);
     });
-    if (full)
-        return *std::move(full);
-    ec = system_code(code);
-    return {};
+}
+
+std::wstring current_path(std::error_code &ec)
+{
+    return filled_text(
+        ec, [](wchar_t *buffer, DWORD room) { return ::GetCurrentDirectoryW(room, buffer); });
 }
 
 bool create_directory(std::wstring const &text, std::error_code &ec)

@@ -26,6 +26,9 @@ extern template bool is_absolute(std::wstring_view);
 /// without a call.
 std::wstring absolute(std::wstring const &text, std::error_code &ec);
 
+/// Returns the process's current directory.
+std::wstring current_path(std::error_code &ec);
+
 /// Creates one directory and returns whether it did. That a directory is there
 /// already is no error.
 bool create_directory(std::wstring const &text, std::error_code &ec);

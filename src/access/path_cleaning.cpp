@@ -1,0 +1,206 @@
+#include "access/path_cleaning.hpp"
+
+#include "access/current_path.hpp"
+#include "access/long_prefix.hpp"
+#include "failure/throw.hpp"
+#include "pathname/expanded_path.hpp"
+#include "pathname/path_type.hpp"
+#include "platform/code_units.hpp"
+
+#include <algorithm>
+
+namespace fl::filesystem::detail {
+
+namespace {
+
+using windows::path_type_enum;
+
+constexpr wchar_t dot = pathname_traits<wchar_t>::DOT_CHARACTER;
+
+/// An absolute pathname with its long prefix, and the type that the caller is told.
+struct long_form
+{
+    std::wstring text;
+    path_type_enum path_type;
+};
+
+[[noreturn]] void reject(std::wstring const &path)
+{
+    throw_exception(
+        InvalidArgument("The path type of the given path is not valid", narrow(path), {}));
+}
+
+/// What the process has for a drive or a root must not be nothing.
+std::wstring const &checked(std::wstring const &expanded)
+{
+    if (expanded.empty())
+        throw_exception(PathNotFound());
+    return expanded;
+}
+
+long_form with_drive_prefix(std::wstring_view text)
+{
+    return {with_long_prefix<wchar_t>(text, false), windows::PATH_TYPE_LONG_DRIVE_ABSOLUTE};
+}
+
+long_form with_server_prefix(std::wstring_view text)
+{
+    return {with_long_prefix<wchar_t>(text, true), windows::PATH_TYPE_LONG_UNC};
+}
+
+/// `\foo`: the current drive may be a drive or a share, and it may have a long prefix,
+/// whose type isn't told on.
+long_form clean_rooted(std::wstring const &path)
+{
+    std::wstring const text = checked(expand_rooted(path));
+    switch (classify_path_type<wchar_t>(text)) {
+    case windows::PATH_TYPE_DRIVE_ABSOLUTE:
+        return with_drive_prefix(text);
+    case windows::PATH_TYPE_UNC:
+        return with_server_prefix(text);
+    case windows::PATH_TYPE_LONG_DRIVE_ABSOLUTE:
+    case windows::PATH_TYPE_LONG_UNC:
+        return {text, windows::PATH_TYPE_ROOTED};
+    default:
+        reject(path);
+    }
+}
+
+/// What a relative pathname stands on, ready for another element. `type` is that of
+/// `anchor`, and `path` is the one that a rejection names.
+long_form clean_anchor(std::wstring const &anchor, path_type_enum type, std::wstring const &path)
+{
+    switch (type) {
+    case windows::PATH_TYPE_LONG_DRIVE_ABSOLUTE:
+    case windows::PATH_TYPE_LONG_UNC:
+        return {anchor, type};
+    case windows::PATH_TYPE_DRIVE_ABSOLUTE:
+        return with_drive_prefix(anchor);
+    case windows::PATH_TYPE_UNC:
+        return with_server_prefix(anchor);
+    case windows::PATH_TYPE_DRIVE_RELATIVE:
+        return with_drive_prefix(checked(expand_drive_relative(anchor)));
+    default:
+        reject(path);
+    }
+}
+
+/// `type` is told even where there is a rejection: from here on it is the anchor's.
+long_form clean_relative(std::wstring const &path, path_type_enum &type, std::wstring const &base)
+{
+    std::wstring const anchor = base.empty() ? current_path_wide() : base;
+    type = classify_path_type<wchar_t>(anchor);
+    long_form joined = clean_anchor(anchor, type, path);
+    joined.text.reserve(joined.text.size() + 1 + path.size());
+    if (!ends_in_backslash<wchar_t>(joined.text))
+        joined.text += pathname_traits<wchar_t>::PATHNAME_SEPARATOR_CHARACTER;
+    joined.text += path;
+    return joined;
+}
+
+long_form clean_by_type(std::wstring const &path, path_type_enum &type, std::wstring const &base)
+{
+    switch (type) {
+    case windows::PATH_TYPE_LONG_DRIVE_ABSOLUTE:
+    case windows::PATH_TYPE_LONG_UNC:
+        return {path, type};
+    case windows::PATH_TYPE_DRIVE_ABSOLUTE:
+        return with_drive_prefix(path);
+    case windows::PATH_TYPE_UNC:
+        return with_server_prefix(path);
+    case windows::PATH_TYPE_DRIVE_RELATIVE:
+        return with_drive_prefix(checked(expand_drive_relative(path)));
+    case windows::PATH_TYPE_ROOTED:
+        return clean_rooted(path);
+    case windows::PATH_TYPE_RELATIVE:
+        return clean_relative(path, type, base);
+    default:
+        reject(path);
+    }
+}
+
+/// `.`, `..`, and either of them with a backslash behind it.
+bool begins_with_dot_element(std::wstring_view text)
+{
+    std::size_t const dots = text.substr(0, 2) == L".." ? 2 : 1;
+    return unit_at(text, 0) == dot && (text.size() == dots || is_backslash(text[dots]));
+}
+
+/// `.` or `..` with a backslash ahead of it.
+bool ends_in_dot_element(std::wstring_view text)
+{
+    auto const ends_in = [text](std::wstring_view end) {
+        return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
+    };
+    // `\.` and `\..` alone are too short to be looked at
+    return (text.size() >= 3 && ends_in(L"\\.")) || (text.size() >= 4 && ends_in(L"\\.."));
+}
+
+} // namespace
+
+std::wstring clean_pathname(std::wstring const &path, path_type_enum &path_type,
+                            std::wstring const &base)
+{
+    path_type = classify_path_type<wchar_t>(path);
+    long_form cleaned = clean_by_type(path, path_type, base);
+    path_type = cleaned.path_type;
+    return std::move(cleaned.text);
+}
+
+bool has_parent_component(std::wstring_view path)
+{
+    for (std::size_t begin = 0; begin <= path.size();) {
+        std::size_t const end = find_backslash(path, begin);
+        if (path.substr(begin, end - begin) == L"..")
+            return true;
+        begin = end + 1;
+    }
+    return false;
+}
+
+std::wstring remove_dot_components(std::wstring_view path, path_type_enum path_type)
+{
+    std::size_t const start = path_type == windows::PATH_TYPE_LONG_DRIVE_ABSOLUTE
+                                  ? std::min<std::size_t>(7, path.size())
+                                  : checked_unc_root_length(path, 8);
+    std::wstring cleaned(path.substr(0, start));
+    if (path.size() == start)
+        return cleaned;
+    cleaned.reserve(path.size());
+    std::size_t begin = start;
+    for (std::size_t end = find_backslash(path, begin); end < path.size();
+         end = find_backslash(path, begin)) {
+        if (path.substr(begin, end - begin) != L".")
+            cleaned += path.substr(begin, end + 1 - begin);
+        begin = end + 1;
+    }
+    std::wstring_view const last = path.substr(begin);
+    if (last == L"." && cleaned.size() == start)
+        return cleaned;
+    if (last != L".")
+        cleaned += last;
+    if (ends_in_backslash<wchar_t>(cleaned))
+        cleaned.pop_back();
+    return cleaned;
+}
+
+bool is_path_clean(std::wstring_view path, std::size_t length)
+{
+    std::wstring_view const text = path.substr(0, length);
+    if (begins_with_dot_element(text) || ends_in_dot_element(text))
+        return false;
+    // a text of up to three units ends the question here, whatever stands behind it
+    if (text.size() < 4)
+        return true;
+    constexpr std::wstring_view unclean[] = {L"\\.\\", L"\\..\\", L"\\\\"};
+    return std::none_of(std::begin(unclean), std::end(unclean), [path](std::wstring_view piece) {
+        return path.find(piece) != std::wstring_view::npos;
+    });
+}
+
+bool windows::is_path_clean_bridge(std::wstring const &path, std::uint64_t length)
+{
+    return is_path_clean(path, static_cast<std::size_t>(length));
+}
+
+} // namespace fl::filesystem::detail
