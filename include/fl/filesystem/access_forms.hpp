@@ -27,6 +27,19 @@ FL_FILESYSTEM_API std::u16string from_filesystem(std::wstring const &text);
 ///     300 units without a root         as they are
 FL_FILESYSTEM_API std::wstring make_access_form(std::wstring const &path);
 
+/// Returns `path` as the library's own operations hand it to a Win32 call (see
+/// `windows::make_native_access_form_bridge`), or unit for unit as it is if that can't be
+/// done. Never reports a failure.
+///
+///     C:\a\.\b       C:\a\b
+///     \\server       as it is: it has no share
+FL_FILESYSTEM_API std::wstring make_native_access_form(std::u16string const &path);
+
+/// The same for text as users write it: brings it to native form first.
+///
+///     C:/a//b       C:\a\b
+FL_FILESYSTEM_API std::wstring make_native_access_form_with_cleanup(std::u16string const &path);
+
 } // namespace fl::filesystem::detail
 
 #endif

@@ -85,6 +85,52 @@ union reparse_data_context {
 FL_FILESYSTEM_API std::wstring get_target_path_bridge(attrib_link_type &link_type,
                                                       reparse_data_context const &data);
 
+/// Whether the first `length` units of `path` hold no element that is empty, `.` or
+/// `..`, so that they can stand behind a long prefix. Only backslashes separate, and a
+/// text with two of them ahead isn't clean: ask about what stands behind the root.
+/// Elements within are looked for in all of `path`, also behind `length`.
+///
+///     a\b      clean
+///     ...      clean: a name
+///     .\a      not clean
+///     a\..     not clean
+///     a\\b     not clean
+FL_FILESYSTEM_API bool is_path_clean_bridge(std::wstring const &path, std::uint64_t length);
+
+/// Returns the pathname, with a long prefix, of what a link leads to: `link_path` is
+/// the link's own pathname, `target_text` and `link_type` are what it says. A relative
+/// text goes below the directory that holds the link, any other stands by itself. If it
+/// is clean (`is_path_clean_bridge`), this is text alone, and what is there may be a
+/// link again. Otherwise the whole pathname is walked on disk and every link in it
+/// followed.
+///
+///     C:\d\l says x\y, relative      \\?\C:\d\x\y, no disk access
+///     C:\x                           \\?\C:\x
+///     \\?\C:\x                       as it is
+///     \\server\share\x               \\?\UNC\server\share\x
+///
+/// Throws `PathNotFound` without a pathname for a target that leans on a drive's
+/// current directory or ends in a share, `InvalidArgument` "Invalid Path Type" for one
+/// that is no pathname or a device, and what the walk throws: `SystemError` 8246 on the
+/// 101st link, and what the code of a failed `GetFileAttributesExW` stands for.
+FL_FILESYSTEM_API std::wstring build_target_path_bridge(std::wstring const &link_path,
+                                                        std::wstring const &target_text,
+                                                        attrib_link_type link_type);
+
+/// Returns `path` as most operations hand it to a Win32 call: absolute, without `.` and
+/// `..`, and with a long prefix if it has 260 units or more. A `..` leads to where the
+/// directory ahead of it really is, also behind a link; a link at the very end stays
+/// one. The disk is only asked if there is a `..` left once `GetFullPathNameW` has made
+/// the pathname full.
+///
+///     C:\a\.\b                      C:\a\b
+///     \\?\C:\link\..\x             D:\p\x, with `link` to D:\p\q
+///
+/// Throws `InvalidArgument` "The path type of the given path is not valid", naming the
+/// full pathname, for servers without a share and devices, and what the walk throws (see
+/// `build_target_path_bridge`).
+FL_FILESYSTEM_API std::wstring make_native_access_form_bridge(std::u16string const &path);
+
 } // namespace fl::filesystem::detail::windows
 
 #endif
