@@ -1,0 +1,180 @@
+// What cleaning a pathname asks the system, and what it makes of the answers: only the
+// simulated machine can show that.
+
+#include "access/path_cleaning.hpp"
+
+#include "access/walking.hpp"
+#include "support/text.hpp"
+
+#include <filesystem>
+
+namespace fl::filesystem::detail {
+namespace {
+
+using test_support::denied;
+using test_support::failure;
+using test_support::not_found;
+using test_support::of_size;
+using test_support::system_error;
+using test_support::wide;
+using windows::path_type_enum;
+
+TEST(CleanPathnameCalls, NoneForWhatIsAbsoluteOrHasABase)
+{
+    simulated_machine machine;
+    path_type_enum type{};
+    for (wchar_t const *path : {LR"(C:\a\..\b)", LR"(\\s\h)", LR"(\\?\C:\x)", LR"(\\?\UNC\s\h)"})
+        clean_pathname(path, type, {});
+    clean_pathname(L"foo", type, LR"(C:\a)");
+    for (wchar_t const *path : {LR"(\\s)", LR"(\\?\C:x)", LR"(\\.\COM1)"})
+        EXPECT_TRUE(failure_of([&] { clean_pathname(path, type, {}); }));
+    EXPECT_EQ(calls(machine), lines{});
+}
+
+TEST(CleanPathnameCalls, TheTextsChecksAreNone)
+{
+    simulated_machine machine;
+    has_parent_component(LR"(C:\a\..\b)");
+    is_path_clean(LR"(C:\a\..\b)", 9);
+    remove_dot_components(LR"(\\?\C:\a\.\b)", windows::PATH_TYPE_LONG_DRIVE_ABSOLUTE);
+    EXPECT_EQ(calls(machine), lines{});
+}
+
+TEST(CleanPathnameCalls, OneForEachExpansion)
+{
+    simulated_machine machine;
+    machine.add_directory(u"C:\\work").set_current_directory(u"C:\\work");
+    struct
+    {
+        wchar_t const *path;
+        wchar_t const *base;
+        std::string call;
+        char const *why;
+    } const cases[] = {
+        {L"C:", L"", "GetFullPathNameW(C:)", "the drive alone"},
+        {L"C:foo", L"", "GetFullPathNameW(C:)", "the drive alone"},
+        {LR"(\foo\.\x)", L"", R"(GetFullPathNameW(\foo\.\x))", "all of it"},
+        {L"foo", L"", "GetCurrentDirectoryW()", "no base"},
+        {L"foo", L"C:b", "GetFullPathNameW(C:)", "the base's drive"},
+    };
+    path_type_enum type{};
+    for (auto const &row : cases) {
+        machine.clear_journal();
+        clean_pathname(row.path, type, row.base);
+        EXPECT_EQ(calls(machine), lines{row.call}) << row.why;
+    }
+}
+
+TEST(CleanPathnameCalls, AFailedExpansionNamesTheTextOfTheCall)
+{
+    simulated_machine machine;
+    auto const fault = machine.fail_every_call_on("GetFullPathNameW", 5);
+    path_type_enum type{};
+    EXPECT_EQ(failure_of([&] { clean_pathname(L"C:foo", type, {}); }), denied(u"C:"));
+    EXPECT_EQ(failure_of([&] { clean_pathname(LR"(\foo)", type, {}); }), denied(u"\\foo"));
+    EXPECT_EQ(failure_of([&] { clean_pathname(L"foo", type, L"C:b"); }), denied(u"C:"));
+    EXPECT_TRUE(fault.fired());
+}
+
+/// Lets GetFullPathNameW answer `text`, whatever it is asked.
+simulation::fault answering(simulated_machine &machine, std::wstring text)
+{
+    return machine.on_full_path_name([text](DWORD room, wchar_t *buffer) -> std::optional<DWORD> {
+        if (text.size() >= room)
+            return static_cast<DWORD>(text.size() + 1);
+        std::copy(text.begin(), text.end(), buffer);
+        buffer[text.size()] = L'\0';
+        return static_cast<DWORD>(text.size());
+    });
+}
+
+TEST(CleanPathnameCalls, ARootedPathnameGoesByTheTypeOfItsExpansion)
+{
+    constexpr auto rooted = windows::PATH_TYPE_ROOTED;
+    struct
+    {
+        wchar_t const *expansion;
+        wchar_t const *expected; // null: rejected
+        path_type_enum type;
+        char const *why;
+    } const cases[] = {
+        {LR"(C:\x)", LR"(\\?\C:\x)", windows::PATH_TYPE_LONG_DRIVE_ABSOLUTE, "a drive"},
+        {LR"(\\s\h\x)", LR"(\\?\UNC\s\h\x)", windows::PATH_TYPE_LONG_UNC, "a share"},
+        {LR"(\\?\C:\x)", LR"(\\?\C:\x)", rooted, "a long one stays, and the type is not told"},
+        {LR"(\\?\UNC\s\h\x)", LR"(\\?\UNC\s\h\x)", rooted, "the same for a share"},
+        {L"C:x", nullptr, rooted, "nothing absolute"},
+        {LR"(\x)", nullptr, rooted, "nothing absolute"},
+        {L"x", nullptr, rooted, "nothing absolute"},
+        {LR"(\\s)", nullptr, rooted, "no share"},
+        {LR"(\\.\COM1)", nullptr, rooted, "a device"},
+        {LR"(\\?\C:x)", nullptr, rooted, "nothing absolute"},
+    };
+    for (auto const &row : cases) {
+        simulated_machine machine;
+        auto const hook = answering(machine, row.expansion);
+        path_type_enum type{};
+        std::wstring cleaned;
+        auto const thrown = failure_of([&] { cleaned = clean_pathname(LR"(\x)", type, {}); });
+        EXPECT_EQ(cleaned, row.expected == nullptr ? L"" : row.expected) << row.why;
+        EXPECT_EQ(type, row.type) << row.why;
+        failure rejected =
+            invalid_argument(R"(The path type of the given path is not valid: {\x})");
+        rejected.path_name = uR"(\x)";
+        EXPECT_EQ(thrown, row.expected == nullptr ? std::optional(rejected) : std::nullopt)
+            << row.why;
+    }
+}
+
+TEST(CleanPathnameCalls, AnExpandedBaseIsNotClassifiedAgain)
+{
+    simulated_machine machine;
+    path_type_enum type{};
+    auto const hook = answering(machine, LR"(\\s\h)");
+    EXPECT_EQ(clean_pathname(L"C:", type, {}), LR"(\\?\\\s\h)");
+    EXPECT_EQ(type, windows::PATH_TYPE_LONG_DRIVE_ABSOLUTE);
+    EXPECT_EQ(clean_pathname(L"x", type, L"C:"), LR"(\\?\\\s\h\x)");
+    EXPECT_EQ(type, windows::PATH_TYPE_LONG_DRIVE_ABSOLUTE);
+}
+
+TEST(CleanPathnameCalls, ALongExpansionTakesTwoCalls)
+{
+    simulated_machine machine;
+    path_type_enum type{};
+    for (std::size_t const size : {1021U, 1022U, 1023U, 30000U}) {
+        machine.clear_journal();
+        std::wstring const path = of_size(L"\\", size);
+        EXPECT_EQ(clean_pathname(path, type, {}), LR"(\\?\C:)" + path);
+        EXPECT_EQ(machine.calls_of("GetFullPathNameW"), size + 2 < 1024 ? 1 : 2) << size;
+    }
+}
+
+TEST(CleanPathnameCalls, AnExpansionThatGrowsTwiceIsAFailure)
+{
+    simulated_machine machine;
+    auto const hook = machine.on_full_path_name(
+        [](DWORD room, wchar_t *) { return std::optional<DWORD>(room + 1); });
+    path_type_enum type{};
+    EXPECT_EQ(failure_of([&] { clean_pathname(LR"(\x)", type, {}); }),
+              system_error(simulation::stale_last_error, u"\\x"))
+        << "no call failed, so that the code says nothing";
+    EXPECT_EQ(machine.calls_of("GetFullPathNameW"), 2);
+}
+
+TEST(CurrentPathWideCalls, AFailureIsOneOfTheStandardLibrary)
+{
+    simulated_machine machine;
+    auto const fault = machine.fail_every_call_on("GetCurrentDirectoryW", 5);
+    path_type_enum type{};
+    try {
+        clean_pathname(L"foo", type, {});
+        FAIL() << "nothing was thrown";
+    } catch (std::filesystem::filesystem_error const &error) {
+        EXPECT_EQ(error.code(), std::error_code(5, std::system_category()));
+        EXPECT_NE(std::string(error.what()).find("current_path()"), std::string::npos);
+        EXPECT_EQ(error.path1(), std::filesystem::path());
+    }
+    EXPECT_TRUE(fault.fired());
+}
+
+} // namespace
+} // namespace fl::filesystem::detail
