@@ -102,17 +102,19 @@ TEST(NormaliseLinkTarget, AsksForTheDrivesDirectory)
     work.change_directory(work.root());
     std::wstring const letter = wide(work.root().substr(0, 2));
     std::wstring const here = wide(work.root());
+    // Wine ends the directory of a drive alone in a backslash
+    std::wstring const end = test_support::runs_under_wine() ? L"\\" : L"";
     struct
     {
         std::wstring text, expected;
         path_type_enum type;
         char const *why;
     } const cases[] = {
-        {letter, here, drive, "the directory itself"},
+        {letter, here + end, drive, "the directory itself"},
         {letter + L"a", here + LR"(\a)", drive, "below it"},
         {letter + L"a//b\\", here + LR"(\a\b\)", drive, "runs of either separator"},
         {letter + L"..", here + LR"(\..)", drive, "dots are not its business"},
-        {LR"(\\?\)" + letter, here, long_drive, "the prefix has gone, the type tells of it"},
+        {LR"(\\?\)" + letter, here + end, long_drive, "the prefix has gone, the type tells of it"},
         {LR"(\\?\)" + letter + L"a/b", here + LR"(\a\b)", long_drive, "the prefix has gone"},
         {LR"(//?/)" + letter + L"a", here + LR"(\a)", long_drive, "the prefix has gone"},
     };

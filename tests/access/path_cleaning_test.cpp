@@ -520,7 +520,9 @@ TEST(ExpandDriveRelative, KeepsWhatIsBehindTheDrive)
     workspace work;
     work.change_directory(work.root());
     std::wstring const drive = wide(work.root().substr(0, 2));
-    EXPECT_EQ(expand_drive_relative(drive), wide(work.root()));
+    // Wine ends the directory of a drive alone in a backslash
+    std::wstring const end = test_support::runs_under_wine() ? L"\\" : L"";
+    EXPECT_EQ(expand_drive_relative(drive), wide(work.root()) + end);
     EXPECT_EQ(expand_drive_relative(drive + L"foo"), wide(work.root()) + LR"(\foo)");
     EXPECT_EQ(expand_drive_relative(drive + LR"(..\a/./\b\)"),
               wide(work.root()) + LR"(\..\a/./\b\)");
