@@ -1,5 +1,7 @@
 #include "links/reparse_data.hpp"
 
+#include <fl/filesystem/file_status.hpp>
+
 #include <fl/filesystem/pathname_traits.hpp>
 
 #include "failure/win32_error.hpp"
@@ -67,23 +69,23 @@ windows::attrib_link_type type_without_target(std::uint32_t tag) noexcept
     return windows::link_type_none;
 }
 
-type_word type_word_of(windows::attrib_link_type link_type) noexcept
+unsigned int type_word_of(windows::attrib_link_type link_type) noexcept
 {
     switch (link_type) {
     case windows::link_type_symlink_absolute:
     case windows::link_type_symlink_relative:
-        return type_word::symlink;
+        return file_status::symlink_file;
     case windows::link_type_mount_point:
-        return type_word::junction;
+        return file_status::reparse_file;
     case windows::link_type_volume_mount:
     case windows::link_type_dfs_directory:
-        return type_word::directory;
+        return file_status::directory_file;
     case windows::link_type_dedup_file:
-        return type_word::regular_file;
+        return file_status::regular_file;
     case windows::link_type_none:
         break;
     }
-    return type_word::unknown;
+    return file_status::file_type_unknown;
 }
 
 /// Sets `attributes` and returns the system's code, 0 on success.
@@ -144,7 +146,7 @@ std::wstring windows::get_target_path_bridge(attrib_link_type &link_type,
     return {};
 }
 
-std::wstring link_text(type_word &type, windows::reparse_data_context const &data)
+std::wstring link_text(unsigned int &type, windows::reparse_data_context const &data)
 {
     windows::attrib_link_type link_type = windows::link_type_none;
     std::wstring text = windows::get_target_path_bridge(link_type, data);
@@ -175,7 +177,7 @@ std::wstring read_link_text(std::wstring const &path, unsigned int &error)
     windows::reparse_data_context data;
     if (!read_link_data(data, path, attributes))
         return {};
-    type_word type{};
+    unsigned int type = file_status::file_type_unknown;
     return link_text(type, data);
 }
 

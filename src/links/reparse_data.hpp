@@ -35,18 +35,9 @@ std::wstring read_link_target(std::wstring const &path, windows::attrib_link_typ
 /// which is otherwise left alone, and nothing is thrown about it.
 std::wstring read_link_text(std::wstring const &path, unsigned int &error);
 
-/// Kinds of names in the numbers of a status record.
-enum class type_word : std::uint32_t
-{
-    unknown = 0,
-    directory = 0x4000,
-    regular_file = 0x8000,
-    symlink = 0xA000, ///< relative or not
-    junction = 0xE000
-};
-
-/// The same text as `get_target_path_bridge`, with the kind as a type word.
-std::wstring link_text(type_word &type, windows::reparse_data_context const &data);
+/// The same text as `get_target_path_bridge`, with the kind as a type word of
+/// `file_status`.
+std::wstring link_text(unsigned int &type, windows::reparse_data_context const &data);
 
 } // namespace fl::filesystem::detail
 
