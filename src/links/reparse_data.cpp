@@ -1,7 +1,6 @@
 #include "links/reparse_data.hpp"
 
 #include <fl/filesystem/file_status.hpp>
-
 #include <fl/filesystem/pathname_traits.hpp>
 
 #include "failure/win32_error.hpp"
