@@ -1,25 +1,10 @@
-#include "platform/contract.hpp"
+#include "platform/attribute_cases.hpp"
 
 #include <cstdint>
 
 namespace contract {
 
 namespace {
-
-struct outcome_case
-{
-    wchar_t const *text;
-    DWORD code;
-    char const *why;
-    DWORD wine = as_windows;
-};
-
-void fill(workspace &space)
-{
-    space.make_directory(space.path(u"dir"));
-    space.make_file(space.path(u"file"), "content");
-    space.change_directory(space.root());
-}
 
 DWORD get_data(std::wstring const &name, WIN32_FILE_ATTRIBUTE_DATA &data)
 {
@@ -33,37 +18,11 @@ std::int64_t number(FILETIME time)
     return (std::int64_t{time.dwHighDateTime} << 32) | time.dwLowDateTime;
 }
 
-/// The same for asking and for setting, but where a table of its own says more.
-constexpr outcome_case common_cases[] = {
-    {LR"(@\dir)", success, "a directory"},
-    {LR"(@\DIR\)", success, "with a separator, in another case"},
-    {LR"(@\file)", success, "a file"},
-    {LR"(@/dir/../FILE)", success, "by a detour"},
-    {LR"(@\file. )", success, "once the end is trimmed"},
-    {LR"(?@\file)", success, "as it stands"},
-    {LR"(@\missing)", ERROR_FILE_NOT_FOUND, "not there"},
-    {LR"(@\missing\a)", ERROR_PATH_NOT_FOUND, "nor the directory above"},
-    {LR"(@\file\a)", ERROR_PATH_NOT_FOUND, "below a file"},
-    {LR"(@\a*b)", ERROR_INVALID_NAME, "no name"},
-    {LR"(@\a<b\c)", ERROR_INVALID_NAME, "nor the one above"},
-    {LR"(@\missing\a*b)", ERROR_PATH_NOT_FOUND, "names are checked in their turn",
-     ERROR_INVALID_NAME},
-    {LR"(?@\file.)", ERROR_FILE_NOT_FOUND, "as it stands, it is another name"},
-    {LR"(?@\dir\.)", ERROR_INVALID_NAME, "as they stand, dots are no names"},
-    {LR"(?@/dir)", ERROR_INVALID_NAME, "nor is a slash in one"},
-    {L"", ERROR_PATH_NOT_FOUND, "no text"},
-    {L"  ", ERROR_PATH_NOT_FOUND, "blanks only"},
-    {LR"(Q:\)", ERROR_PATH_NOT_FOUND, "no such drive"},
-    {LR"(Q:\a)", ERROR_PATH_NOT_FOUND, "nor anything on it", ERROR_FILE_NOT_FOUND},
-    {LR"(\\fl-dead-server\share)", ERROR_BAD_NETPATH, "no such server", ERROR_PATH_NOT_FOUND},
-    {LR"(\\fl-dead-server\share\a)", ERROR_BAD_NETPATH, "nor anything on it", ERROR_PATH_NOT_FOUND},
-};
-
 TEST(FileData, Outcomes)
 {
     workspace space;
-    fill(space);
-    for (outcome_case const &row : common_cases) {
+    fill_for_attributes(space);
+    for (attribute_case const &row : common_attribute_cases) {
         WIN32_FILE_ATTRIBUTE_DATA data = {};
         EXPECT_EQ(get_data(text_in(space, row.text), data), expected(row.code, row.wine))
             << row.text << ": " << row.why;
@@ -79,8 +38,8 @@ TEST(FileData, Outcomes)
 TEST(SettingAttributes, Outcomes)
 {
     workspace space;
-    fill(space);
-    for (outcome_case const &row : common_cases) {
+    fill_for_attributes(space);
+    for (attribute_case const &row : common_attribute_cases) {
         EXPECT_EQ(set_attributes(text_in(space, row.text), FILE_ATTRIBUTE_ARCHIVE),
                   expected(row.code, row.wine))
             << row.text << ": " << row.why;
@@ -93,7 +52,7 @@ TEST(SettingAttributes, Outcomes)
 TEST(FileData, HasAttributesAndSize)
 {
     workspace space;
-    fill(space);
+    fill_for_attributes(space);
     WIN32_FILE_ATTRIBUTE_DATA file = {}, directory = {};
     EXPECT_EQ(get_data(in(space, L"file"), file), success);
     EXPECT_EQ(file.dwFileAttributes, DWORD{FILE_ATTRIBUTE_ARCHIVE});
@@ -110,7 +69,7 @@ TEST(FileData, HasTheTimesThatWereSet)
 {
     constexpr std::int64_t moment = 126'500'000'001'234'567;
     workspace space;
-    fill(space);
+    fill_for_attributes(space);
     for (wchar_t const *name : {L"file", L"dir"}) {
         FILE_BASIC_INFO info = {};
         info.LastAccessTime.QuadPart = moment;
@@ -128,7 +87,7 @@ TEST(FileData, HasTheTimesThatWereSet)
 TEST(FileData, HasOneLevel)
 {
     workspace space;
-    fill(space);
+    fill_for_attributes(space);
     WIN32_FILE_ATTRIBUTE_DATA data = {};
     EXPECT_EQ(outcome_of([&] {
                   return ::GetFileAttributesExW(in(space, L"file").c_str(), GetFileExMaxInfoLevel,
@@ -141,7 +100,7 @@ TEST(FileData, IsMadeUpForDevices)
 {
     constexpr DWORD wine = ERROR_BAD_DEV_TYPE;
     workspace space;
-    fill(space);
+    fill_for_attributes(space);
     for (std::wstring const &name : {std::wstring(L"nul"), in(space, L"con.txt")}) {
         WIN32_FILE_ATTRIBUTE_DATA data = {};
         data.nFileSizeLow = 123;
@@ -171,7 +130,7 @@ TEST(FileData, NeedsALongPrefixFrom260Units)
 TEST(FileData, OfANameOf260Units)
 {
     workspace space;
-    fill(space);
+    fill_for_attributes(space);
     std::wstring const bare(260, L'n');
     WIN32_FILE_ATTRIBUTE_DATA data = {};
     EXPECT_EQ(get_data(bare, data), expected(ERROR_PATH_NOT_FOUND, ERROR_FILE_NOT_FOUND));
@@ -211,7 +170,7 @@ TEST(SettingAttributes, SetsThoseThatCanBeSet)
 {
     for (set_case const &row : set_cases) {
         workspace space;
-        fill(space);
+        fill_for_attributes(space);
         EXPECT_EQ(set_attributes(in(space, L"file"), row.given), success) << row.given;
         EXPECT_EQ(attributes_of(in(space, L"file")), kept_attributes(row.file))
             << row.given << ": " << row.why;
@@ -224,7 +183,7 @@ TEST(SettingAttributes, SetsThoseThatCanBeSet)
 TEST(SettingAttributes, ReplacesTheFormerOnes)
 {
     workspace space;
-    fill(space);
+    fill_for_attributes(space);
     for (wchar_t const *name : {L"file", L"dir"}) {
         EXPECT_EQ(set_attributes(in(space, name), readonly | hidden), success);
         EXPECT_EQ(set_attributes(in(space, name), system | archive), success)
@@ -237,7 +196,7 @@ TEST(SettingAttributes, ReplacesTheFormerOnes)
 TEST(SettingAttributes, MindsNoOpenHandle)
 {
     workspace space;
-    fill(space);
+    fill_for_attributes(space);
     handle const alone = open(in(space, L"file"), {.access = GENERIC_ALL, .share = 0});
     EXPECT_EQ(set_attributes(in(space, L"file"), readonly | archive), success);
     EXPECT_EQ(attributes_of(in(space, L"file")), readonly | archive);
@@ -247,7 +206,7 @@ TEST(SettingAttributes, MindsNoOpenHandle)
 TEST(SettingAttributes, LeavesTheInsideOfADirectoryAlone)
 {
     workspace space;
-    fill(space);
+    fill_for_attributes(space);
     EXPECT_EQ(set_attributes(in(space, L"dir"), readonly), success);
     EXPECT_EQ(create_directory(in(space, LR"(dir\new)")), success);
 }
@@ -256,7 +215,7 @@ TEST(SettingAttributes, LeavesTheInsideOfADirectoryAlone)
 TEST(SettingAttributes, RefusesATemporaryDirectory)
 {
     workspace space;
-    fill(space);
+    fill_for_attributes(space);
     EXPECT_EQ(set_attributes(in(space, L"dir"), FILE_ATTRIBUTE_TEMPORARY),
               expected(ERROR_INVALID_PARAMETER, success));
     EXPECT_EQ(attributes_of(in(space, L"dir")), directory);

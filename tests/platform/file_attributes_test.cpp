@@ -1,57 +1,30 @@
-#include "platform/contract.hpp"
+#include "platform/attribute_cases.hpp"
 
 namespace contract {
 
 namespace {
 
-/// One call on a folder that holds `dir` and `file`. See `text_in`.
-struct attribute_case
-{
-    wchar_t const *text;
-    DWORD code;
-    char const *why;
-    DWORD wine = as_windows;
-};
-
 constexpr attribute_case attribute_cases[] = {
-    {LR"(@\dir)", success, "a directory"},
-    {LR"(@\DIR\)", success, "with a separator, in another case"},
-    {LR"(@\file)", success, "a file"},
-    {LR"(@/dir/../FILE)", success, "by a detour"},
-    {LR"(@\file. )", success, "once the end is trimmed"},
-    {LR"(?@\file)", success, "as it stands"},
     {LR"(C:\)", success, "the root of a drive"},
-    {LR"(@\missing)", ERROR_FILE_NOT_FOUND, "not there"},
-    {LR"(@\missing\a)", ERROR_PATH_NOT_FOUND, "nor the directory above"},
-    {LR"(@\file\a)", ERROR_PATH_NOT_FOUND, "below a file"},
     {LR"(@\file\)", ERROR_INVALID_NAME, "a file is no directory", ERROR_PATH_NOT_FOUND},
-    {LR"(@\a*b)", ERROR_INVALID_NAME, "no name"},
-    {LR"(@\a<b\c)", ERROR_INVALID_NAME, "nor the one above"},
-    {LR"(@\missing\a*b)", ERROR_PATH_NOT_FOUND, "names are checked in their turn",
-     ERROR_INVALID_NAME},
-    {LR"(?@\file.)", ERROR_FILE_NOT_FOUND, "as it stands, it is another name"},
-    {LR"(?@\dir\.)", ERROR_INVALID_NAME, "as they stand, dots are no names"},
-    {LR"(?@/dir)", ERROR_INVALID_NAME, "nor is a slash in one"},
-    {L"", ERROR_PATH_NOT_FOUND, "no text"},
-    {L"  ", ERROR_PATH_NOT_FOUND, "blanks only"},
     {LR"(\\?\C:)", ERROR_INVALID_PARAMETER, "as it stands, the volume and no directory",
      ERROR_BAD_DEV_TYPE},
-    {LR"(Q:\)", ERROR_PATH_NOT_FOUND, "no such drive"},
-    {LR"(Q:\a)", ERROR_PATH_NOT_FOUND, "nor anything on it", ERROR_FILE_NOT_FOUND},
-    {LR"(\\fl-dead-server\share)", ERROR_BAD_NETPATH, "no such server", ERROR_PATH_NOT_FOUND},
-    {LR"(\\fl-dead-server\share\a)", ERROR_BAD_NETPATH, "nor anything on it", ERROR_PATH_NOT_FOUND},
 };
+
+void expect_outcome(workspace const &space, attribute_case const &row)
+{
+    DWORD const code = expected(row.code, row.wine);
+    EXPECT_EQ(get_file_attributes(text_in(space, row.text)), code) << row.why;
+}
 
 TEST(FileAttributes, Outcomes)
 {
     workspace space;
-    space.make_directory(space.path(u"dir"));
-    space.make_file(space.path(u"file"));
-    space.change_directory(space.root());
-    for (attribute_case const &row : attribute_cases) {
-        DWORD const code = expected(row.code, row.wine);
-        EXPECT_EQ(get_file_attributes(text_in(space, row.text)), code) << row.why;
-    }
+    fill_for_attributes(space);
+    for (attribute_case const &row : common_attribute_cases)
+        expect_outcome(space, row);
+    for (attribute_case const &row : attribute_cases)
+        expect_outcome(space, row);
 }
 
 TEST(FileAttributes, TellDirectoriesFromFiles)

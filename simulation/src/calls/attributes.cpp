@@ -24,12 +24,7 @@ WIN32_FILE_ATTRIBUTE_DATA data_of(open_file const *file)
         return data;
     }
     node const &target = file->target();
-    data.dwFileAttributes = target.attributes();
-    data.ftCreationTime = as_file_time(target.times.creation);
-    data.ftLastAccessTime = as_file_time(target.times.access);
-    data.ftLastWriteTime = as_file_time(target.times.write);
-    data.nFileSizeHigh = static_cast<DWORD>(target.content.size() >> 32);
-    data.nFileSizeLow = static_cast<DWORD>(target.content.size());
+    fill_record(data, target.attributes(), target.times, target.content.size());
     return data;
 }
 

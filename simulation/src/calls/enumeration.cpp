@@ -116,12 +116,7 @@ void check_pattern(pattern const &wanted)
 void hand_over(found_name const &found, WIN32_FIND_DATAW &data)
 {
     data = {};
-    data.dwFileAttributes = found.attributes;
-    data.ftCreationTime = as_file_time(found.times.creation);
-    data.ftLastAccessTime = as_file_time(found.times.access);
-    data.ftLastWriteTime = as_file_time(found.times.write);
-    data.nFileSizeHigh = static_cast<DWORD>(found.size >> 32);
-    data.nFileSizeLow = static_cast<DWORD>(found.size);
+    fill_record(data, found.attributes, found.times, found.size);
     data.dwReserved0 = found.reparse_tag;
     *std::copy(found.name.begin(), found.name.end(), data.cFileName) = L'\0';
 }

@@ -15,18 +15,19 @@ std::int64_t as_signed(std::uint64_t ticks)
     return static_cast<std::int64_t>(ticks);
 }
 
+/// A name that is about to go doesn't count any more.
+DWORD links_of(open_file const &file)
+{
+    return file.target().link_count - (file.name->is_delete_pending ? 1 : 0);
+}
+
 BY_HANDLE_FILE_INFORMATION information_of(open_file const &file)
 {
     node const &target = file.target();
     BY_HANDLE_FILE_INFORMATION information = {};
-    information.dwFileAttributes = target.attributes();
-    information.ftCreationTime = as_file_time(target.times.creation);
-    information.ftLastAccessTime = as_file_time(target.times.access);
-    information.ftLastWriteTime = as_file_time(target.times.write);
+    fill_record(information, target.attributes(), target.times, target.content.size());
     information.dwVolumeSerialNumber = file.disk->serial_number;
-    information.nFileSizeHigh = static_cast<DWORD>(target.content.size() >> 32);
-    information.nFileSizeLow = static_cast<DWORD>(target.content.size());
-    information.nNumberOfLinks = target.link_count;
+    information.nNumberOfLinks = links_of(file);
     information.nFileIndexHigh = static_cast<DWORD>(target.id() >> 32);
     information.nFileIndexLow = static_cast<DWORD>(target.id());
     return information;
@@ -52,8 +53,7 @@ FILE_STANDARD_INFO standard_information(open_file const &file)
     FILE_STANDARD_INFO information = {};
     information.AllocationSize.QuadPart = as_signed((size + cluster - 1) / cluster * cluster);
     information.EndOfFile.QuadPart = as_signed(size);
-    // a name that is about to go doesn't count any more
-    information.NumberOfLinks = file.target().link_count - (file.name->is_delete_pending ? 1 : 0);
+    information.NumberOfLinks = links_of(file);
     information.DeletePending = file.name->is_delete_pending ? 1 : 0;
     information.Directory = file.target().is_directory() ? 1 : 0;
     return information;
