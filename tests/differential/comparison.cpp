@@ -10,7 +10,7 @@ namespace differential {
 
 namespace {
 
-/// What is open in the slots for handles, as far as it might be deleted.
+/// What is open in the slots for handles.
 class held_names
 {
 public:
@@ -18,25 +18,61 @@ public:
     {
         if (answer != "ok")
             return;
-        auto const &numbers = done.one.numbers;
-        if (done.one.what == function::close_handle)
-            names_.erase(numbers[0]);
-        bool const is_open = done.one.what == function::open_handle;
-        constexpr DWORD deletes_on_close = FILE_FLAG_DELETE_ON_CLOSE;
-        if (is_open && ((numbers[1] & DELETE) != 0 || (numbers[4] & deletes_on_close) != 0))
-            names_[numbers[0]] = done.bare();
+        switch (done.one.what) {
+        case function::open_handle:
+            return note_opening(done);
+        case function::close_handle:
+            return note_close(done.one.numbers[0]);
+        case function::delete_file:
+        case function::remove_directory:
+            return note_deletion(done.place());
+        case function::move_file:
+            return note_move(done.place(0), done.place(1));
+        default:
+            return;
+        }
     }
 
-    std::vector<std::u16string> all() const
+    std::vector<open_name> all() const
     {
-        std::vector<std::u16string> names;
+        std::vector<open_name> names;
         for (auto const &[slot, name] : names_)
             names.push_back(name);
         return names;
     }
 
 private:
-    std::map<std::uint32_t, std::u16string> names_;
+    void note_opening(situation const &done)
+    {
+        auto const &numbers = done.one.numbers;
+        bool const deletes_on_close = (numbers[4] & FILE_FLAG_DELETE_ON_CLOSE) != 0;
+        bool const might_delete = deletes_on_close || (numbers[1] & DELETE) != 0;
+        names_[numbers[0]] = {done.place(), might_delete, deletes_on_close, false};
+    }
+
+    void note_close(std::uint32_t slot)
+    {
+        open_name const closed = names_.at(slot);
+        names_.erase(slot);
+        if (closed.deletes_on_close)
+            note_deletion(closed.pathname);
+    }
+
+    void note_deletion(std::u16string const &pathname)
+    {
+        for (auto &[slot, name] : names_)
+            name.is_waiting = name.is_waiting || is_same_name(name.pathname, pathname);
+    }
+
+    void note_move(std::u16string const &from, std::u16string const &to)
+    {
+        for (auto &[slot, name] : names_) {
+            if (is_same_name(name.pathname, from))
+                name.pathname = to;
+        }
+    }
+
+    std::map<std::uint32_t, open_name> names_;
 };
 
 /// Lines that only one side has.

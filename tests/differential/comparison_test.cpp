@@ -84,6 +84,65 @@ TEST(DifferentialComparison, TakesNoIntendedDifferenceForAnother)
         << "the sides exchanged";
 }
 
+TEST(DifferentialComparison, KnowsWhatIsOpenBelowADirectoryThatMoves)
+{
+    constexpr std::uint32_t shared = 7, existing = 3, normal = 0x80, reading = 0x80000000;
+    step const open{function::open_handle, {u"dir\\file"}, {0, reading, shared, existing, normal}};
+    step const close{function::close_handle, {}, {0}};
+    step const move{function::move_file, {u"DIR\\", u"other"}, {0}};
+    EXPECT_FALSE(compare({open, move}, made({"ok", "failed 5"}), made({"ok", "ok"}), 1).first);
+    EXPECT_TRUE(
+        compare({open, close, move}, made({"ok", "ok", "failed 5"}), made({"ok", "ok", "ok"}), 1)
+            .first)
+        << "nothing is open any more";
+    step const other{function::move_file, {u"dir\\fil", u"other"}, {0}};
+    EXPECT_TRUE(compare({open, other}, made({"ok", "failed 5"}), made({"ok", "ok"}), 1).first)
+        << "its name only begins alike";
+}
+
+TEST(DifferentialComparison, FollowsWhatIsOpenToItsNewName)
+{
+    step const open{function::open_handle, {u"dir\\file"}, {0, 0x80000000, 7, 3, 0x80}};
+    step const away{function::move_file, {u"dir\\file", u"a\\file"}, {0}};
+    step const move{function::move_file, {u"dir", u"other"}, {0}};
+    step const move_new{function::move_file, {u"a", u"other"}, {0}};
+    outcome const ours = made({"ok", "ok", "failed 5"});
+    outcome const theirs = made({"ok", "ok", "ok"});
+    EXPECT_TRUE(compare({open, away, move}, ours, theirs, 1).first);
+    EXPECT_FALSE(compare({open, away, move_new}, ours, theirs, 1).first);
+}
+
+TEST(DifferentialComparison, KnowsANameThatWaitsForItsDeletion)
+{
+    step const open{function::open_handle, {u"file"}, {0, 0x80000000, 7, 3, 0x80}};
+    step const open_on_close{function::open_handle, {u"file"}, {1, 0x00010000, 7, 3, 0x04000080}};
+    step const close{function::close_handle, {}, {1}};
+    step const remove{function::delete_file, {u"FILE"}, {}};
+    step const again{function::set_attributes, {u"file"}, {0x80}};
+    EXPECT_FALSE(
+        compare({open, remove, again}, made({"ok", "ok", "failed 5"}), made({"ok", "ok", "ok"}), 1)
+            .first);
+    EXPECT_FALSE(compare({open, open_on_close, close, again}, made({"ok", "ok", "ok", "failed 5"}),
+                         made({"ok", "ok", "ok", "ok"}), 1)
+                     .first);
+    EXPECT_TRUE(compare({open, again}, made({"ok", "failed 5"}), made({"ok", "ok"}), 1).first)
+        << "nobody has deleted it";
+}
+
+TEST(DifferentialComparison, LooksAtTheTextOfAFullPathname)
+{
+    auto const differs = [](char16_t const *text, char const *ours, char const *theirs) {
+        sequence const steps{{function::get_full_path, {text}, {}}};
+        return compare(steps, made({ours}), made({theirs}), 1).first.has_value();
+    };
+    EXPECT_FALSE(differs(u"Q:", R"(ok "Q:\a")", R"(ok "Q:\a\")"));
+    EXPECT_TRUE(differs(u"Q:a", R"(ok "Q:\a")", R"(ok "Q:\a\")"));
+    EXPECT_FALSE(differs(u"\\\\s\\t\\..", R"(ok "\\s\t")", R"(ok "\\s\t\")"));
+    EXPECT_TRUE(differs(u"\\\\s\\t\\a", R"(ok "\\s\t\a")", R"(ok "\\s\t\a\")"));
+    EXPECT_FALSE(differs(u"C:/a../b", R"(ok "C:\a..\b")", R"(ok "C:\a.\b")"));
+    EXPECT_TRUE(differs(u"b", R"(ok "C:\a..\b")", R"(ok "C:\a.\b")"));
+}
+
 TEST(DifferentialComparison, WantsAnAnswerToEachStep)
 {
     EXPECT_THROW(compare(creating({u"a"}), made({"ok"}), made({}), 1), std::runtime_error);

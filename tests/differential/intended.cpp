@@ -6,6 +6,7 @@
 #include <simulation/machine.hpp>
 
 #include <algorithm>
+#include <initializer_list>
 
 namespace differential {
 
@@ -27,13 +28,13 @@ char16_t upper(char16_t unit)
     return is_lower ? static_cast<char16_t>(unit - 0x20) : unit;
 }
 
+} // namespace
+
 bool is_same_name(std::u16string_view left, std::u16string_view right)
 {
     return std::equal(left.begin(), left.end(), right.begin(), right.end(),
                       [](char16_t one, char16_t other) { return upper(one) == upper(other); });
 }
-
-} // namespace
 
 std::u16string situation::text(std::size_t index) const
 {
@@ -63,11 +64,17 @@ std::size_t situation::pathnames() const
                : one.texts.size();
 }
 
-entry const *situation::there(std::size_t index) const
+std::u16string situation::place(std::size_t index) const
 {
     std::u16string path = bare(index);
     if (path.size() > 3 && path.ends_with(u'\\'))
         path.pop_back();
+    return path;
+}
+
+entry const *situation::there(std::size_t index) const
+{
+    std::u16string const path = place(index);
     auto const found = std::find_if(standing.begin(), standing.end(), [&](entry const &one_there) {
         return is_same_name(units(one_there.pathname), path);
     });
@@ -195,19 +202,53 @@ bool is_variable_of_q(situation const &here)
     return here.text() == u"=Q:" || here.text() == u"=q:";
 }
 
-bool always(situation const &)
+bool is_separator(char16_t unit)
 {
-    return true;
+    return unit == u'\\' || unit == u'/';
 }
 
-/// `C:` alone, or dots that lead to a share.
-bool theirs_has_a_backslash_more(situation const &here, std::string const &ours,
-                                 std::string const &theirs)
+/// The names between the separators of a text, none of them resolved.
+std::vector<std::u16string> names_in(std::u16string const &text)
+{
+    std::vector<std::u16string> names(1);
+    for (char16_t const unit : text) {
+        if (is_separator(unit))
+            names.emplace_back();
+        else
+            names.back() += unit;
+    }
+    return names;
+}
+
+bool is_two_units_of_a_drive(situation const &here)
 {
     std::u16string const text = here.text();
-    bool const is_share = text.starts_with(u"\\\\s\\t\\") || text.starts_with(u"//s/t/");
-    bool const is_drive = text.size() == 2 && text[1] == u':';
-    return (is_share || is_drive) && theirs == ours.substr(0, ours.size() - 1) + "\\\"";
+    return text.size() == 2 && text[1] == u':';
+}
+
+/// Dots lead from below a share to the share itself.
+bool goes_up_to_a_share(situation const &here)
+{
+    std::u16string const text = here.text();
+    bool const is_below = text.starts_with(u"\\\\s\\t\\") || text.starts_with(u"//s/t/");
+    return is_below && here.full() == u"\\\\s\\t";
+}
+
+bool theirs_has_a_backslash_more(situation const &, std::string const &ours,
+                                 std::string const &theirs)
+{
+    return ours.ends_with('"') && theirs == ours.substr(0, ours.size() - 1) + "\\\"";
+}
+
+/// A name that isn't the last one ends in several full stops, and is more than dots that
+/// lead up.
+bool has_stops_within(situation const &here)
+{
+    std::vector<std::u16string> names = names_in(here.text());
+    names.pop_back();
+    return std::any_of(names.begin(), names.end(), [](std::u16string const &name) {
+        return name.size() > 2 && name.ends_with(u"..");
+    });
 }
 
 /// One full stop less at the end of names within, of those that end in several.
@@ -264,8 +305,8 @@ bool copies_onto_itself(situation const &here)
 /// And goes nowhere.
 bool moves_what_it_stands_in(situation const &here)
 {
-    std::u16string const from = here.bare(0);
-    return is_same_name(from, here.bare(1)) && here.directory.size() > from.size() &&
+    std::u16string const from = here.place(0);
+    return is_same_name(from, here.place(1)) && here.directory.size() > from.size() &&
            is_same_name(std::u16string_view(here.directory).substr(0, from.size()), from);
 }
 
@@ -299,7 +340,8 @@ bool cuts_and_gives_attributes(situation const &here)
 /// Wine keeps no read-only directories. What stands on drive Q: is one, noted in a variable.
 bool makes_directory_read_only(situation const &here)
 {
-    bool const is_directory = is_directory_there(here, 0) || here.text().starts_with(u"Q:");
+    bool const is_directory =
+        is_directory_there(here, 0) || is_root_of_drive(here) || here.text().starts_with(u"Q:");
     return is_directory && (here.one.numbers[0] & FILE_ATTRIBUTE_READONLY) != 0;
 }
 
@@ -309,9 +351,7 @@ bool has_new_name_in_other_case(situation const &here)
     auto const *const held = here.there(1);
     if (held == nullptr)
         return false;
-    std::u16string path = bare_path(here, 1);
-    if (path.ends_with(u'\\'))
-        path.pop_back();
+    std::u16string const path = here.place(1);
     std::u16string const name = units(held->pathname);
     return name.substr(name.rfind(u'\\')) != path.substr(path.rfind(u'\\'));
 }
@@ -375,10 +415,8 @@ bool is_search_in_held(situation const &here)
 {
     std::u16string path = bare_path(here);
     path.resize(std::min(path.rfind(u'\\'), path.size()));
-    return std::any_of(here.held.begin(), here.held.end(), [&](std::u16string name) {
-        if (name.ends_with(u'\\'))
-            name.pop_back();
-        return is_same_name(name, path);
+    return std::any_of(here.held.begin(), here.held.end(), [&](open_name const &one) {
+        return one.might_delete && is_same_name(one.pathname, path);
     });
 }
 
@@ -443,10 +481,111 @@ bool is_first_with_separator(situation const &here)
     return bare_path(here, 0).ends_with(u'\\');
 }
 
+bool is_second_hidden(situation const &here)
+{
+    return (attributes_there(here, 1) & FILE_ATTRIBUTE_HIDDEN) != 0;
+}
+
+/// CREATE_ALWAYS, and the attributes asked for leave out what the file is.
+bool replaces_hidden_or_system(situation const &here)
+{
+    auto const &numbers = here.one.numbers;
+    bool const writes = here.one.what == function::write_file;
+    constexpr std::uint32_t kept = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
+    return numbers[writes ? 0 : 3] == CREATE_ALWAYS && is_file(here.there()) &&
+           (attributes_there(here, 0) & kept & ~numbers[writes ? 1 : 4]) != 0;
+}
+
+/// Somebody has something open below what is to move.
+bool moves_what_is_open_below(situation const &here)
+{
+    std::u16string const above = here.place(0) + u'\\';
+    return std::any_of(here.held.begin(), here.held.end(), [&](open_name const &one) {
+        std::u16string_view const name = one.pathname;
+        return name.size() > above.size() && is_same_name(name.substr(0, above.size()), above);
+    });
+}
+
+bool waits_for_its_deletion(situation const &here)
+{
+    return any_pathname(here, [&](std::size_t index) {
+        return std::any_of(here.held.begin(), here.held.end(), [&](open_name const &one) {
+            return one.is_waiting && is_same_name(one.pathname, here.place(index));
+        });
+    });
+}
+
+/// The process itself has its current directory open.
+bool replaces_directory_it_stands_in(situation const &here)
+{
+    DWORD const disposition = here.one.numbers[3];
+    return (disposition == CREATE_ALWAYS || disposition == TRUNCATE_EXISTING) &&
+           is_same_name(here.place(), here.directory);
+}
+
+/// What a success says of the attributes, with the size of a file if `has_size`.
+std::string facts_there(entry const &one, bool has_size)
+{
+    std::string text = std::to_string(one.attributes & compared_attributes);
+    return has_size && !one.is_directory ? text + ' ' + std::to_string(one.content.size()) : text;
+}
+
+bool is_failed(std::string const &answer)
+{
+    return answer == "failed 3" || answer == "failed 5";
+}
+
+bool theirs_has_what_is_there(situation const &here, std::string const &ours,
+                              std::string const &theirs)
+{
+    bool const has_size = here.one.what == function::get_attributes_ex;
+    entry const *const held = here.there();
+    return held != nullptr && is_failed(ours) && theirs == "ok " + facts_there(*held, has_size);
+}
+
+bool theirs_has_the_content(situation const &here, std::string const &ours,
+                            std::string const &theirs)
+{
+    entry const *const held = here.there();
+    return is_file(held) && is_failed(ours) &&
+           theirs == "ok " + quoted(std::u16string(held->content.begin(), held->content.end()));
+}
+
+bool theirs_finds_the_name(situation const &here, std::string const &ours,
+                           std::string const &theirs)
+{
+    entry const *const held = here.there();
+    if (held == nullptr || ours != "failed 3")
+        return false;
+    std::wstring const name = held->pathname.substr(held->pathname.rfind(L'\\') + 1);
+    return theirs == "ok [" + shown(name, here.number) + ' ' + facts_there(*held, true) + ']';
+}
+
+/// One or more functions.
+class functions
+{
+public:
+    constexpr functions(std::initializer_list<function> all)
+    {
+        for (function const one : all)
+            bits_ |= bit(one);
+    }
+
+    constexpr bool have(function one) const { return (bits_ & bit(one)) != 0; }
+
+private:
+    static constexpr std::uint32_t bit(function one)
+    {
+        return std::uint32_t{1} << static_cast<unsigned int>(one);
+    }
+
+    std::uint32_t bits_ = 0;
+};
+
 /// Entries that differ in the function alone.
 struct row
 {
-    std::vector<function> functions;
+    functions of;
     bool (*is_it)(situation const &here);
     char const *ours;
     char const *theirs;
@@ -456,13 +595,719 @@ struct row
                      std::string const &theirs) = nullptr;
 };
 
-std::vector<intended_difference> one_by_one(std::vector<row> const &rows)
+using f = function;
+
+constexpr row rows[] = {
+    {{f::create_directory, f::remove_directory, f::get_attributes, f::set_current_directory,
+      f::write_file, f::read_file, f::open_handle, f::delete_file, f::move_file, f::copy_file,
+      f::create_hard_link, f::set_attributes, f::get_attributes_ex, f::enumerate},
+     has_a_bad_unit,
+     "failed 3",
+     "failed 123",
+     aftermath::same,
+     "Windows meets names in their turn, and a directory above is missing; Wine looks at the "
+     "whole text first"},
+    {{f::create_directory, f::remove_directory, f::get_attributes, f::set_current_directory,
+      f::write_file, f::read_file, f::open_handle, f::delete_file, f::move_file, f::copy_file,
+      f::create_hard_link, f::set_attributes, f::get_attributes_ex},
+     is_below_missing_drive,
+     "failed 3",
+     "failed 2",
+     aftermath::same,
+     "without the drive there is no directory above"},
+    {{f::create_directory},
+     has_a_colon,
+     "failed 123",
+     "ok",
+     aftermath::differs,
+     "Windows sees a stream, Wine a name"},
+    {{f::write_file},
+     has_a_colon,
+     "failed 123",
+     "ok",
+     aftermath::differs,
+     "Windows sees a stream, Wine a name"},
+    {{f::write_file},
+     has_a_colon,
+     "failed 123",
+     "ok, new",
+     aftermath::differs,
+     "Windows sees a stream, Wine a name"},
+    {{f::open_handle, f::move_file, f::copy_file, f::create_hard_link},
+     has_a_colon,
+     "failed 123",
+     "ok",
+     aftermath::differs,
+     "Windows sees a stream, Wine a name"},
+    {{f::create_directory, f::remove_directory, f::get_attributes, f::set_current_directory,
+      f::write_file, f::read_file, f::open_handle, f::delete_file, f::move_file, f::copy_file,
+      f::create_hard_link, f::set_attributes, f::get_attributes_ex, f::enumerate},
+     has_a_colon,
+     "failed 123",
+     "failed 3",
+     aftermath::same,
+     "the name with the colon is refused; Wine finds nothing of that name"},
+    {{f::remove_directory, f::get_attributes, f::set_current_directory, f::write_file, f::read_file,
+      f::open_handle, f::delete_file, f::move_file, f::copy_file, f::create_hard_link,
+      f::set_attributes, f::get_attributes_ex, f::enumerate},
+     has_a_colon,
+     "failed 123",
+     "failed 2",
+     aftermath::same,
+     "the name with the colon is refused; Wine finds nothing of that name"},
+    {{f::create_directory},
+     is_root_of_drive,
+     "failed 5",
+     "failed 183",
+     aftermath::same,
+     "nobody makes the root of a drive, which Wine only finds there"},
+    {{f::remove_directory},
+     is_root_of_drive,
+     "failed 5",
+     "failed 145",
+     aftermath::same,
+     "nobody removes the root of a drive, of which Wine only says that it is not empty"},
+    {{f::remove_directory},
+     is_blank,
+     "failed 3",
+     "failed 123",
+     aftermath::same,
+     "no text is no pathname; Wine finds the name wrong"},
+    {{f::get_attributes, f::get_attributes_ex},
+     is_file_with_separator,
+     "failed 123",
+     "failed 3",
+     aftermath::same,
+     "a file with a separator behind it is a wrong name; Wine looks for a directory"},
+    {{f::set_current_directory},
+     is_file_with_separator,
+     "failed 267",
+     "failed 123",
+     aftermath::same,
+     "Windows finds a file in the place of a directory; Wine finds the name wrong"},
+    {{f::create_directory},
+     is_long_for_a_directory,
+     "failed 206",
+     "ok",
+     aftermath::differs,
+     "248 units are too many without a long prefix; Wine knows no limit"},
+    {{f::create_directory},
+     is_long_for_a_directory,
+     "failed 206",
+     "failed 2",
+     aftermath::same,
+     "the length comes first; Wine knows no limit, and the name itself is too long for the "
+     "disk"},
+    {{f::create_directory},
+     is_long_for_a_directory,
+     "failed 206",
+     "failed 3",
+     aftermath::same,
+     "the length comes first; Wine knows no limit, and a directory above is missing"},
+    {{f::create_directory},
+     is_long_for_a_directory,
+     "failed 206",
+     "failed 123",
+     aftermath::same,
+     "the length comes first; Wine knows no limit, and the name is wrong"},
+    {{f::set_current_directory},
+     is_long_for_standing_in,
+     "failed 206",
+     "failed 2",
+     aftermath::same,
+     "the length comes first; Wine knows no limit, and finds nothing"},
+    {{f::set_current_directory},
+     is_long_for_standing_in,
+     "failed 206",
+     "failed 3",
+     aftermath::same,
+     "the length comes first; Wine knows no limit, and a directory above is missing"},
+    {{f::set_current_directory},
+     is_long_for_standing_in,
+     "failed 206",
+     "failed 123",
+     aftermath::same,
+     "the length comes first; Wine knows no limit, and the name is wrong"},
+    {{f::remove_directory, f::get_attributes, f::write_file, f::read_file, f::open_handle,
+      f::delete_file, f::move_file, f::copy_file, f::create_hard_link, f::set_attributes,
+      f::get_attributes_ex, f::enumerate},
+     is_long,
+     "failed 3",
+     "failed 2",
+     aftermath::same,
+     "260 units are too many without a long prefix; Wine knows no limit and finds nothing"},
+    {{f::write_file},
+     is_long,
+     "failed 3",
+     "ok",
+     aftermath::differs,
+     "260 units are too many without a long prefix; Wine knows no limit"},
+    {{f::write_file},
+     is_long,
+     "failed 3",
+     "ok, new",
+     aftermath::differs,
+     "260 units are too many without a long prefix; Wine knows no limit"},
+    {{f::create_directory, f::remove_directory, f::get_attributes, f::write_file, f::read_file,
+      f::open_handle, f::delete_file, f::move_file, f::copy_file, f::create_hard_link,
+      f::set_attributes, f::get_attributes_ex, f::enumerate},
+     has_a_name_too_long,
+     "failed 123",
+     "failed 2",
+     aftermath::same,
+     "no name has 256 units; Wine finds nothing of that name"},
+    {{f::create_directory, f::remove_directory, f::get_attributes, f::write_file, f::read_file,
+      f::open_handle, f::delete_file, f::move_file, f::copy_file, f::create_hard_link,
+      f::set_attributes, f::get_attributes_ex, f::enumerate},
+     has_a_name_too_long,
+     "failed 123",
+     "failed 3",
+     aftermath::same,
+     "no name has 256 units; Wine misses it as a directory above"},
+    {{f::get_full_path},
+     is_blank,
+     "failed 123",
+     "failed, last error untouched",
+     aftermath::same,
+     "no text is a wrong name; Wine sets no code"},
+    {{f::get_variable},
+     is_variable_of_q,
+     "ok \"Q:\\\"",
+     "failed 203",
+     aftermath::differs,
+     "Windows notes where it stands on a drive that is used; Wine notes nothing"},
+    {{f::get_full_path},
+     is_two_units_of_a_drive,
+     "ok with a text",
+     "ok with a text",
+     aftermath::same,
+     "a drive alone is its directory without a backslash; Wine adds one",
+     theirs_has_a_backslash_more},
+    {{f::get_full_path},
+     goes_up_to_a_share,
+     "ok with a text",
+     "ok with a text",
+     aftermath::same,
+     "a share that dots lead to gets no backslash; Wine adds one",
+     theirs_has_a_backslash_more},
+    {{f::get_full_path},
+     has_stops_within,
+     "ok with a text",
+     "ok with a text",
+     aftermath::same,
+     "of several full stops at the end of a name within all stay; Wine drops one",
+     theirs_has_fewer_stops},
+    {{f::write_file, f::read_file, f::open_handle},
+     is_directory_with_separator,
+     "failed 3",
+     "failed 5",
+     aftermath::same,
+     "a directory that the text itself calls one is told by another code; Wine has one code "
+     "for both"},
+    {{f::open_handle},
+     truncates_without_writing,
+     "failed 87",
+     "failed 123",
+     aftermath::same,
+     "cutting needs the right to write, and that is looked at first; Wine looks at the name"},
+    {{f::open_handle},
+     truncates_without_writing,
+     "failed 87",
+     "failed 2",
+     aftermath::same,
+     "cutting needs the right to write, and that is looked at first; Wine looks at the name"},
+    {{f::open_handle},
+     truncates_without_writing,
+     "failed 87",
+     "failed 3",
+     aftermath::same,
+     "cutting needs the right to write, and that is looked at first; Wine looks at the name"},
+    {{f::open_handle},
+     truncates_without_writing,
+     "failed 87",
+     "failed 5",
+     aftermath::same,
+     "cutting needs the right to write, and that is looked at first; Wine looks at the name"},
+    {{f::open_handle},
+     truncates_without_writing,
+     "failed 87",
+     "failed 80",
+     aftermath::same,
+     "cutting needs the right to write, and that is looked at first; Wine looks at the name"},
+    {{f::open_handle},
+     truncates_without_writing,
+     "failed 87",
+     "failed 32",
+     aftermath::same,
+     "cutting needs the right to write, and that is looked at first; Wine looks at the name"},
+    {{f::open_handle},
+     truncates_without_writing,
+     "failed 87",
+     "ok",
+     aftermath::differs,
+     "cutting needs the right to write; Wine cuts"},
+    {{f::open_handle, f::write_file},
+     is_read_only_there,
+     "failed 5",
+     "ok",
+     aftermath::differs,
+     "nobody writes to a read-only file; the administrator of Wine's host does"},
+    {{f::write_file},
+     is_read_only_there,
+     "failed 5",
+     "ok, was there",
+     aftermath::differs,
+     "nobody writes to a read-only file; the administrator of Wine's host does"},
+    {{f::write_file},
+     cuts_and_gives_attributes,
+     "ok, was there",
+     "ok, was there",
+     aftermath::differs,
+     "what replaces a file gives it its attributes; Wine cuts the content only"},
+    {{f::move_file},
+     is_second_read_only,
+     "failed 5",
+     "ok",
+     aftermath::differs,
+     "nobody replaces a read-only file; the administrator of Wine's host does"},
+    {{f::set_attributes},
+     makes_directory_read_only,
+     "ok",
+     "ok",
+     aftermath::differs,
+     "Wine keeps no directory read-only"},
+    {{f::copy_file},
+     copies_attributes_over_others,
+     "ok",
+     "ok",
+     aftermath::differs,
+     "attributes come with a copy; Wine leaves those of a file that it replaces"},
+    {{f::move_file},
+     has_new_name_in_other_case,
+     "ok",
+     "ok",
+     aftermath::differs,
+     "the name becomes the one that was asked for; Wine keeps the case of the one that is "
+     "there"},
+    {{f::move_file},
+     moves_into_itself_over_another,
+     "failed 5",
+     "failed 87",
+     aftermath::differs,
+     "a directory does not go into itself; Wine refuses, too, and has deleted what it was to "
+     "replace"},
+    {{f::move_file},
+     moves_into_itself_over_another,
+     "failed 32",
+     "failed 5",
+     aftermath::differs,
+     "a directory does not go into itself; Wine refuses, too, and has deleted what it was to "
+     "replace"},
+    {{f::move_file},
+     moves_into_itself_over_another,
+     "failed 5",
+     "failed 5",
+     aftermath::differs,
+     "a directory does not go into itself; Wine refuses, too, and has deleted what it was to "
+     "replace"},
+    {{f::move_file},
+     moves_into_itself,
+     "failed 32",
+     "failed 87",
+     aftermath::same,
+     "the system meets its own opening of the directory; Wine finds the demand wrong"},
+    {{f::move_file},
+     moves_into_itself,
+     "failed 5",
+     "failed 87",
+     aftermath::same,
+     "a directory does not go into itself; Wine finds the demand wrong"},
+    {{f::move_file},
+     moves_into_itself,
+     "failed 32",
+     "failed 183",
+     aftermath::same,
+     "the system meets its own opening of the directory; Wine looks at the target first"},
+    {{f::move_file},
+     moves_into_itself,
+     "failed 5",
+     "failed 183",
+     aftermath::same,
+     "a directory does not go into itself; Wine looks at the target first"},
+    {{f::move_file},
+     is_root_of_drive,
+     "failed 5",
+     "failed 183",
+     aftermath::same,
+     "nobody moves the root of a drive, or something onto it; Wine only finds the target "
+     "there"},
+    {{f::move_file},
+     is_second_with_separator,
+     "failed 123",
+     "failed 183",
+     aftermath::same,
+     "a file's name has no separator at its end; Wine finds the directory there"},
+    {{f::move_file},
+     is_second_with_separator,
+     "failed 123",
+     "failed 5",
+     aftermath::same,
+     "a file's name has no separator at its end; Wine finds the directory there"},
+    {{f::move_file},
+     is_second_with_separator,
+     "failed 123",
+     "failed 267",
+     aftermath::same,
+     "a file's name has no separator at its end; Wine looks for a directory"},
+    {{f::move_file},
+     is_second_with_separator,
+     "failed 183",
+     "failed 267",
+     aftermath::same,
+     "the target is there; Wine looks for a directory"},
+    {{f::create_hard_link},
+     is_first_with_separator,
+     "failed 123",
+     "failed 2",
+     aftermath::same,
+     "a file's name has no separator at its end; Wine looks for a directory"},
+    {{f::enumerate},
+     is_search_below_file,
+     "failed 267",
+     "failed 123",
+     aftermath::same,
+     "Windows finds a file in the place of a directory; Wine finds the name wrong"},
+    {{f::enumerate},
+     is_search_with_separator,
+     "failed 3",
+     "failed 2",
+     aftermath::same,
+     "the directory to search is missing; Wine misses the name"},
+    {{f::enumerate},
+     is_search_for_one_unit,
+     "ok with a text",
+     "ok with a text",
+     aftermath::same,
+     "a directory stands for itself by a full stop, which no question mark means; Wine finds "
+     "it",
+     theirs_has_itself_more},
+    {{f::enumerate},
+     is_drive_alone,
+     "ok with a text",
+     "failed 2",
+     aftermath::same,
+     "a drive alone is the directory on it; Wine finds nothing",
+     ours_is_the_directory},
+    {{f::enumerate},
+     has_a_bad_unit,
+     "failed 123",
+     "failed 2",
+     aftermath::same,
+     "dots behind a long prefix are no names; Wine finds nothing of that name"},
+    {{f::enumerate},
+     is_search_for_two_stops,
+     "failed 2",
+     "ok with a text",
+     aftermath::same,
+     "behind a long prefix a directory is not found by full stops; Wine finds it",
+     theirs_is_found_by_stops},
+    {{f::create_hard_link},
+     has_a_colon,
+     "failed 123",
+     "failed 5",
+     aftermath::same,
+     "the name with the colon is refused; Wine looks at what is to be linked"},
+    {{f::enumerate},
+     has_a_bad_unit,
+     "ok with a text",
+     "ok with a text",
+     aftermath::same,
+     "behind a long prefix a slash is in no name; Wine takes it for a separator",
+     theirs_takes_a_slash},
+    {{f::enumerate},
+     is_search_for_a_stop,
+     "failed 2",
+     "ok with a text",
+     aftermath::same,
+     "behind a long prefix a directory is not found by a full stop; Wine finds it",
+     theirs_is_found_by_stop},
+    {{f::enumerate},
+     is_search_in_held,
+     "failed 2",
+     "failed 32",
+     aftermath::same,
+     "who searches lets others delete; in Wine he does not"},
+    {{f::enumerate},
+     is_search_in_held,
+     "ok with a text",
+     "failed 32",
+     aftermath::same,
+     "who searches lets others delete; in Wine he does not",
+     is_search_in_their_way},
+    {{f::write_file},
+     is_file_with_separator,
+     "failed 123",
+     "failed 80",
+     aftermath::same,
+     "a separator behind a file is a wrong name; Wine finds the file there"},
+    {{f::enumerate},
+     is_file_with_separator,
+     "failed 123",
+     "failed 2",
+     aftermath::same,
+     "a separator behind a file is a wrong name; Wine misses the name"},
+    {{f::move_file},
+     is_second_with_separator,
+     "ok",
+     "failed 267",
+     aftermath::differs,
+     "a directory takes the place of a file; Wine looks for a directory there"},
+    {{f::open_handle},
+     fails_to_replace_what_goes,
+     "failed 80",
+     "failed 80",
+     aftermath::differs,
+     "no file takes the place of a directory; Wine refuses, too, and has deleted it"},
+    {{f::copy_file},
+     is_file_with_separator,
+     "failed 123",
+     "failed 80",
+     aftermath::same,
+     "a separator behind a file is a wrong name; Wine finds the file there"},
+    {{f::copy_file},
+     copies_onto_itself,
+     "failed 5",
+     "failed 32",
+     aftermath::same,
+     "what the file is comes ahead of who has it open; Wine meets its own opening of the "
+     "source"},
+    {{f::create_hard_link},
+     is_first_with_separator,
+     "failed 123",
+     "failed 183",
+     aftermath::same,
+     "a file's name has no separator at its end; Wine finds the directory there"},
+    {{f::enumerate},
+     is_long,
+     "failed 3",
+     "failed 123",
+     aftermath::same,
+     "260 units are too many without a long prefix; Wine finds a file in the place of a "
+     "directory"},
+    {{f::move_file},
+     is_long,
+     "failed 3",
+     "failed 87",
+     aftermath::same,
+     "260 units are too many without a long prefix; Wine finds the demand wrong"},
+    {{f::move_file},
+     moves_what_it_stands_in,
+     "failed 5",
+     "ok",
+     aftermath::same,
+     "nothing moves that holds the current directory, not even onto itself; Wine has nothing "
+     "to do"},
+    {{f::get_full_path},
+     has_a_colon_second,
+     "ok with a text",
+     "ok with a text",
+     aftermath::same,
+     "any unit ahead of a colon is taken for a drive when a device is looked for; by Wine only "
+     "a letter",
+     ours_is_the_null_device},
+    {{f::write_file, f::open_handle, f::copy_file},
+     is_long,
+     "failed 3",
+     "failed 123",
+     aftermath::same,
+     "260 units are too many without a long prefix; Wine finds the name wrong"},
+    {{f::create_hard_link},
+     is_long,
+     "failed 3",
+     "failed 5",
+     aftermath::same,
+     "260 units are too many without a long prefix; Wine looks at what is to be linked"},
+    {{f::create_hard_link},
+     is_below_missing_drive,
+     "failed 3",
+     "failed 5",
+     aftermath::same,
+     "the place of the new name is looked at first; Wine looks at what is to be linked"},
+    {{f::open_handle},
+     is_file_with_separator,
+     "failed 123",
+     "failed 80",
+     aftermath::same,
+     "a separator behind a file is a wrong name; Wine finds the file there"},
+    {{f::move_file},
+     moves_what_is_open_below,
+     "failed 5",
+     "ok",
+     aftermath::differs,
+     "a directory does not move while something below it is open; Wine moves it"},
+    {{f::copy_file},
+     is_second_read_only,
+     "failed 5",
+     "ok",
+     aftermath::differs,
+     "nobody replaces a read-only file; the administrator of Wine's host does"},
+    {{f::copy_file},
+     is_second_hidden,
+     "failed 5",
+     "ok",
+     aftermath::differs,
+     "no copy replaces a hidden file; in Wine it does"},
+    {{f::write_file},
+     replaces_hidden_or_system,
+     "failed 5",
+     "ok, was there",
+     aftermath::differs,
+     "who replaces a hidden or a system file has to ask for the same; Wine cuts"},
+    {{f::open_handle},
+     replaces_hidden_or_system,
+     "failed 5",
+     "ok",
+     aftermath::differs,
+     "who replaces a hidden or a system file has to ask for the same; Wine cuts"},
+    {{f::open_handle},
+     replaces_directory_it_stands_in,
+     "failed 80",
+     "failed 32",
+     aftermath::same,
+     "no file takes the place of a directory, whoever has it open; Wine meets the opening of the "
+     "current directory"},
+    {{f::remove_directory, f::open_handle, f::delete_file, f::move_file, f::copy_file,
+      f::create_hard_link, f::set_attributes},
+     is_long,
+     "failed 3",
+     "ok",
+     aftermath::differs,
+     "260 units are too many without a long prefix; Wine knows no limit"},
+    {{f::write_file},
+     is_long,
+     "failed 3",
+     "ok, was there",
+     aftermath::differs,
+     "260 units are too many without a long prefix; Wine knows no limit"},
+    {{f::write_file, f::read_file, f::open_handle, f::delete_file, f::move_file, f::copy_file},
+     is_long,
+     "failed 3",
+     "failed 5",
+     aftermath::same,
+     "260 units are too many without a long prefix; Wine finds a directory, or a name in the way"},
+    {{f::open_handle, f::copy_file},
+     is_long,
+     "failed 3",
+     "failed 80",
+     aftermath::same,
+     "260 units are too many without a long prefix; Wine finds the name taken"},
+    {{f::move_file, f::create_hard_link},
+     is_long,
+     "failed 3",
+     "failed 183",
+     aftermath::same,
+     "260 units are too many without a long prefix; Wine finds the name taken"},
+    {{f::remove_directory, f::move_file},
+     is_long,
+     "failed 3",
+     "failed 267",
+     aftermath::same,
+     "260 units are too many without a long prefix; Wine misses a directory there"},
+    {{f::get_attributes, f::get_attributes_ex},
+     is_long,
+     "failed 3",
+     "ok with a text",
+     aftermath::same,
+     "260 units are too many without a long prefix; Wine finds what is there",
+     theirs_has_what_is_there},
+    {{f::read_file},
+     is_long,
+     "failed 3",
+     "ok with a text",
+     aftermath::same,
+     "260 units are too many without a long prefix; Wine reads what is there",
+     theirs_has_the_content},
+    {{f::enumerate},
+     is_long,
+     "failed 3",
+     "ok with a text",
+     aftermath::same,
+     "260 units are too many without a long prefix; Wine finds the name",
+     theirs_finds_the_name},
+    {{f::create_directory},
+     is_long_for_a_directory,
+     "failed 206",
+     "failed 183",
+     aftermath::same,
+     "the length comes first; Wine knows no limit, and finds the name taken"},
+    {{f::set_current_directory},
+     is_long_for_standing_in,
+     "failed 206",
+     "ok",
+     aftermath::differs,
+     "the length comes first; Wine knows no limit"},
+    {{f::set_current_directory},
+     is_long_for_standing_in,
+     "failed 206",
+     "failed 267",
+     aftermath::same,
+     "the length comes first; Wine knows no limit, and finds a file"},
+    {{f::create_directory, f::move_file, f::create_hard_link},
+     waits_for_its_deletion,
+     "failed 5",
+     "failed 183",
+     aftermath::same,
+     "the name waits for its deletion; Wine finds it taken"},
+    {{f::remove_directory},
+     waits_for_its_deletion,
+     "failed 5",
+     "failed 267",
+     aftermath::same,
+     "the name waits for its deletion; Wine finds a file"},
+    {{f::write_file, f::copy_file},
+     waits_for_its_deletion,
+     "failed 5",
+     "failed 32",
+     aftermath::same,
+     "the name waits for its deletion; Wine looks at who has it open"},
+    {{f::copy_file},
+     waits_for_its_deletion,
+     "failed 5",
+     "failed 80",
+     aftermath::same,
+     "the name waits for its deletion; Wine finds it taken"},
+    {{f::get_attributes, f::get_attributes_ex},
+     waits_for_its_deletion,
+     "failed 5",
+     "ok with a text",
+     aftermath::same,
+     "the name waits for its deletion; Wine shows it as before",
+     theirs_has_what_is_there},
+    {{f::read_file},
+     waits_for_its_deletion,
+     "failed 5",
+     "ok with a text",
+     aftermath::same,
+     "the name waits for its deletion; Wine reads it as before",
+     theirs_has_the_content},
+    {{f::remove_directory, f::set_current_directory, f::open_handle, f::delete_file, f::move_file,
+      f::copy_file, f::create_hard_link, f::set_attributes},
+     waits_for_its_deletion,
+     "failed 5",
+     "ok",
+     aftermath::differs,
+     "nobody opens what waits for its deletion; in Wine anybody does"},
+};
+
+std::vector<intended_difference> one_by_one()
 {
     std::vector<intended_difference> all;
     for (row const &each : rows) {
-        for (function const what : each.functions)
-            all.push_back({what, each.is_it, each.ours, each.theirs, each.effect, each.reason,
-                           each.are_they});
+        for (function const what : all_functions()) {
+            if (each.of.have(what))
+                all.push_back({what, each.is_it, each.ours, each.theirs, each.effect, each.reason,
+                               each.are_they});
+        }
     }
     return all;
 }
@@ -479,521 +1324,7 @@ std::string completed(std::string answer, step const &one)
 
 std::vector<intended_difference> const &intended_differences()
 {
-    using f = function;
-    static std::vector<intended_difference> const all = one_by_one({
-        {{f::create_directory, f::remove_directory, f::get_attributes, f::set_current_directory,
-          f::write_file, f::read_file, f::open_handle, f::delete_file, f::move_file, f::copy_file,
-          f::create_hard_link, f::set_attributes, f::get_attributes_ex, f::enumerate},
-         has_a_bad_unit,
-         "failed 3",
-         "failed 123",
-         aftermath::same,
-         "Windows meets names in their turn, and a directory above is missing; Wine looks at the "
-         "whole text first"},
-        {{f::create_directory, f::remove_directory, f::get_attributes, f::set_current_directory,
-          f::write_file, f::read_file, f::open_handle, f::delete_file, f::move_file, f::copy_file,
-          f::create_hard_link, f::set_attributes, f::get_attributes_ex},
-         is_below_missing_drive,
-         "failed 3",
-         "failed 2",
-         aftermath::same,
-         "without the drive there is no directory above"},
-        {{f::create_directory},
-         has_a_colon,
-         "failed 123",
-         "ok",
-         aftermath::differs,
-         "Windows sees a stream, Wine a name"},
-        {{f::write_file},
-         has_a_colon,
-         "failed 123",
-         "ok",
-         aftermath::differs,
-         "Windows sees a stream, Wine a name"},
-        {{f::write_file},
-         has_a_colon,
-         "failed 123",
-         "ok, new",
-         aftermath::differs,
-         "Windows sees a stream, Wine a name"},
-        {{f::open_handle, f::move_file, f::create_hard_link},
-         has_a_colon,
-         "failed 123",
-         "ok",
-         aftermath::differs,
-         "Windows sees a stream, Wine a name"},
-        {{f::create_directory, f::remove_directory, f::get_attributes, f::set_current_directory,
-          f::write_file, f::read_file, f::open_handle, f::delete_file, f::move_file, f::copy_file,
-          f::create_hard_link, f::set_attributes, f::get_attributes_ex, f::enumerate},
-         has_a_colon,
-         "failed 123",
-         "failed 3",
-         aftermath::same,
-         "the name with the colon is refused; Wine finds nothing of that name"},
-        {{f::remove_directory, f::get_attributes, f::set_current_directory, f::write_file,
-          f::read_file, f::open_handle, f::delete_file, f::move_file, f::copy_file,
-          f::create_hard_link, f::set_attributes, f::get_attributes_ex, f::enumerate},
-         has_a_colon,
-         "failed 123",
-         "failed 2",
-         aftermath::same,
-         "the name with the colon is refused; Wine finds nothing of that name"},
-        {{f::create_directory},
-         is_root_of_drive,
-         "failed 5",
-         "failed 183",
-         aftermath::same,
-         "nobody makes the root of a drive, which Wine only finds there"},
-        {{f::remove_directory},
-         is_root_of_drive,
-         "failed 5",
-         "failed 145",
-         aftermath::same,
-         "nobody removes the root of a drive, of which Wine only says that it is not empty"},
-        {{f::remove_directory},
-         is_blank,
-         "failed 3",
-         "failed 123",
-         aftermath::same,
-         "no text is no pathname; Wine finds the name wrong"},
-        {{f::get_attributes, f::get_attributes_ex},
-         is_file_with_separator,
-         "failed 123",
-         "failed 3",
-         aftermath::same,
-         "a file with a separator behind it is a wrong name; Wine looks for a directory"},
-        {{f::set_current_directory},
-         is_file_with_separator,
-         "failed 267",
-         "failed 123",
-         aftermath::same,
-         "Windows finds a file in the place of a directory; Wine finds the name wrong"},
-        {{f::create_directory},
-         is_long_for_a_directory,
-         "failed 206",
-         "ok",
-         aftermath::differs,
-         "248 units are too many without a long prefix; Wine knows no limit"},
-        {{f::create_directory},
-         is_long_for_a_directory,
-         "failed 206",
-         "failed 2",
-         aftermath::same,
-         "the length comes first; Wine knows no limit, and the name itself is too long for the "
-         "disk"},
-        {{f::create_directory},
-         is_long_for_a_directory,
-         "failed 206",
-         "failed 3",
-         aftermath::same,
-         "the length comes first; Wine knows no limit, and a directory above is missing"},
-        {{f::create_directory},
-         is_long_for_a_directory,
-         "failed 206",
-         "failed 123",
-         aftermath::same,
-         "the length comes first; Wine knows no limit, and the name is wrong"},
-        {{f::set_current_directory},
-         is_long_for_standing_in,
-         "failed 206",
-         "failed 2",
-         aftermath::same,
-         "the length comes first; Wine knows no limit, and finds nothing"},
-        {{f::set_current_directory},
-         is_long_for_standing_in,
-         "failed 206",
-         "failed 3",
-         aftermath::same,
-         "the length comes first; Wine knows no limit, and a directory above is missing"},
-        {{f::set_current_directory},
-         is_long_for_standing_in,
-         "failed 206",
-         "failed 123",
-         aftermath::same,
-         "the length comes first; Wine knows no limit, and the name is wrong"},
-        {{f::remove_directory, f::get_attributes, f::write_file, f::read_file, f::open_handle,
-          f::delete_file, f::move_file, f::copy_file, f::create_hard_link, f::set_attributes,
-          f::get_attributes_ex, f::enumerate},
-         is_long,
-         "failed 3",
-         "failed 2",
-         aftermath::same,
-         "260 units are too many without a long prefix; Wine knows no limit and finds nothing"},
-        {{f::write_file},
-         is_long,
-         "failed 3",
-         "ok",
-         aftermath::differs,
-         "260 units are too many without a long prefix; Wine knows no limit"},
-        {{f::write_file},
-         is_long,
-         "failed 3",
-         "ok, new",
-         aftermath::differs,
-         "260 units are too many without a long prefix; Wine knows no limit"},
-        {{f::create_directory, f::write_file, f::read_file, f::delete_file, f::enumerate},
-         has_a_name_too_long,
-         "failed 123",
-         "failed 2",
-         aftermath::same,
-         "no name has 256 units; Wine finds nothing of that name"},
-        {{f::create_directory, f::write_file},
-         has_a_name_too_long,
-         "failed 123",
-         "failed 3",
-         aftermath::same,
-         "no name has 256 units; Wine misses it as a directory above"},
-        {{f::get_full_path},
-         is_blank,
-         "failed 123",
-         "failed, last error untouched",
-         aftermath::same,
-         "no text is a wrong name; Wine sets no code"},
-        {{f::get_variable},
-         is_variable_of_q,
-         "ok \"Q:\\\"",
-         "failed 203",
-         aftermath::differs,
-         "Windows notes where it stands on a drive that is used; Wine notes nothing"},
-        {{f::get_full_path},
-         always,
-         "ok with a text",
-         "ok with a text",
-         aftermath::same,
-         "a drive alone, or a share after dots, gets no backslash; Wine adds one",
-         theirs_has_a_backslash_more},
-        {{f::get_full_path},
-         always,
-         "ok with a text",
-         "ok with a text",
-         aftermath::same,
-         "of several full stops at the end of a name within all stay; Wine drops one",
-         theirs_has_fewer_stops},
-        {{f::write_file, f::read_file, f::open_handle},
-         is_directory_with_separator,
-         "failed 3",
-         "failed 5",
-         aftermath::same,
-         "a directory that the text itself calls one is told by another code; Wine has one code "
-         "for both"},
-        {{f::open_handle},
-         truncates_without_writing,
-         "failed 87",
-         "failed 123",
-         aftermath::same,
-         "cutting needs the right to write, and that is looked at first; Wine looks at the name"},
-        {{f::open_handle},
-         truncates_without_writing,
-         "failed 87",
-         "failed 2",
-         aftermath::same,
-         "cutting needs the right to write, and that is looked at first; Wine looks at the name"},
-        {{f::open_handle},
-         truncates_without_writing,
-         "failed 87",
-         "failed 3",
-         aftermath::same,
-         "cutting needs the right to write, and that is looked at first; Wine looks at the name"},
-        {{f::open_handle},
-         truncates_without_writing,
-         "failed 87",
-         "failed 5",
-         aftermath::same,
-         "cutting needs the right to write, and that is looked at first; Wine looks at the name"},
-        {{f::open_handle},
-         truncates_without_writing,
-         "failed 87",
-         "failed 80",
-         aftermath::same,
-         "cutting needs the right to write, and that is looked at first; Wine looks at the name"},
-        {{f::open_handle},
-         truncates_without_writing,
-         "failed 87",
-         "failed 32",
-         aftermath::same,
-         "cutting needs the right to write, and that is looked at first; Wine looks at the name"},
-        {{f::open_handle},
-         truncates_without_writing,
-         "failed 87",
-         "ok",
-         aftermath::differs,
-         "cutting needs the right to write; Wine cuts"},
-        {{f::open_handle, f::write_file},
-         is_read_only_there,
-         "failed 5",
-         "ok",
-         aftermath::differs,
-         "nobody writes to a read-only file; the administrator of Wine's host does"},
-        {{f::write_file},
-         is_read_only_there,
-         "failed 5",
-         "ok, was there",
-         aftermath::differs,
-         "nobody writes to a read-only file; the administrator of Wine's host does"},
-        {{f::write_file},
-         cuts_and_gives_attributes,
-         "ok, was there",
-         "ok, was there",
-         aftermath::differs,
-         "what replaces a file gives it its attributes; Wine cuts the content only"},
-        {{f::move_file},
-         is_second_read_only,
-         "failed 5",
-         "ok",
-         aftermath::differs,
-         "nobody replaces a read-only file; the administrator of Wine's host does"},
-        {{f::set_attributes},
-         makes_directory_read_only,
-         "ok",
-         "ok",
-         aftermath::differs,
-         "Wine keeps no directory read-only"},
-        {{f::copy_file},
-         copies_attributes_over_others,
-         "ok",
-         "ok",
-         aftermath::differs,
-         "attributes come with a copy; Wine leaves those of a file that it replaces"},
-        {{f::move_file},
-         has_new_name_in_other_case,
-         "ok",
-         "ok",
-         aftermath::differs,
-         "the name becomes the one that was asked for; Wine keeps the case of the one that is "
-         "there"},
-        {{f::move_file},
-         moves_into_itself_over_another,
-         "failed 5",
-         "failed 87",
-         aftermath::differs,
-         "a directory does not go into itself; Wine refuses, too, and has deleted what it was to "
-         "replace"},
-        {{f::move_file},
-         moves_into_itself_over_another,
-         "failed 32",
-         "failed 5",
-         aftermath::differs,
-         "a directory does not go into itself; Wine refuses, too, and has deleted what it was to "
-         "replace"},
-        {{f::move_file},
-         moves_into_itself_over_another,
-         "failed 5",
-         "failed 5",
-         aftermath::differs,
-         "a directory does not go into itself; Wine refuses, too, and has deleted what it was to "
-         "replace"},
-        {{f::move_file},
-         moves_into_itself,
-         "failed 32",
-         "failed 87",
-         aftermath::same,
-         "the system meets its own opening of the directory; Wine finds the demand wrong"},
-        {{f::move_file},
-         moves_into_itself,
-         "failed 5",
-         "failed 87",
-         aftermath::same,
-         "a directory does not go into itself; Wine finds the demand wrong"},
-        {{f::move_file},
-         moves_into_itself,
-         "failed 32",
-         "failed 183",
-         aftermath::same,
-         "the system meets its own opening of the directory; Wine looks at the target first"},
-        {{f::move_file},
-         moves_into_itself,
-         "failed 5",
-         "failed 183",
-         aftermath::same,
-         "a directory does not go into itself; Wine looks at the target first"},
-        {{f::move_file},
-         is_root_of_drive,
-         "failed 5",
-         "failed 183",
-         aftermath::same,
-         "nobody moves the root of a drive, or something onto it; Wine only finds the target "
-         "there"},
-        {{f::move_file},
-         is_second_with_separator,
-         "failed 123",
-         "failed 183",
-         aftermath::same,
-         "a file's name has no separator at its end; Wine finds the directory there"},
-        {{f::move_file},
-         is_second_with_separator,
-         "failed 123",
-         "failed 5",
-         aftermath::same,
-         "a file's name has no separator at its end; Wine finds the directory there"},
-        {{f::move_file},
-         is_second_with_separator,
-         "failed 123",
-         "failed 267",
-         aftermath::same,
-         "a file's name has no separator at its end; Wine looks for a directory"},
-        {{f::move_file},
-         is_second_with_separator,
-         "failed 183",
-         "failed 267",
-         aftermath::same,
-         "the target is there; Wine looks for a directory"},
-        {{f::create_hard_link},
-         is_first_with_separator,
-         "failed 123",
-         "failed 2",
-         aftermath::same,
-         "a file's name has no separator at its end; Wine looks for a directory"},
-        {{f::enumerate},
-         is_search_below_file,
-         "failed 267",
-         "failed 123",
-         aftermath::same,
-         "Windows finds a file in the place of a directory; Wine finds the name wrong"},
-        {{f::enumerate},
-         is_search_with_separator,
-         "failed 3",
-         "failed 2",
-         aftermath::same,
-         "the directory to search is missing; Wine misses the name"},
-        {{f::enumerate},
-         is_search_for_one_unit,
-         "ok with a text",
-         "ok with a text",
-         aftermath::same,
-         "a directory stands for itself by a full stop, which no question mark means; Wine finds "
-         "it",
-         theirs_has_itself_more},
-        {{f::enumerate},
-         is_drive_alone,
-         "ok with a text",
-         "failed 2",
-         aftermath::same,
-         "a drive alone is the directory on it; Wine finds nothing",
-         ours_is_the_directory},
-        {{f::enumerate},
-         has_a_bad_unit,
-         "failed 123",
-         "failed 2",
-         aftermath::same,
-         "dots behind a long prefix are no names; Wine finds nothing of that name"},
-        {{f::enumerate},
-         is_search_for_two_stops,
-         "failed 2",
-         "ok with a text",
-         aftermath::same,
-         "behind a long prefix a directory is not found by full stops; Wine finds it",
-         theirs_is_found_by_stops},
-        {{f::create_hard_link},
-         has_a_colon,
-         "failed 123",
-         "failed 5",
-         aftermath::same,
-         "the name with the colon is refused; Wine looks at what is to be linked"},
-        {{f::enumerate},
-         has_a_bad_unit,
-         "ok with a text",
-         "ok with a text",
-         aftermath::same,
-         "behind a long prefix a slash is in no name; Wine takes it for a separator",
-         theirs_takes_a_slash},
-        {{f::enumerate},
-         is_search_for_a_stop,
-         "failed 2",
-         "ok with a text",
-         aftermath::same,
-         "behind a long prefix a directory is not found by a full stop; Wine finds it",
-         theirs_is_found_by_stop},
-        {{f::enumerate},
-         is_search_in_held,
-         "failed 2",
-         "failed 32",
-         aftermath::same,
-         "who searches lets others delete; in Wine he does not"},
-        {{f::enumerate},
-         is_search_in_held,
-         "ok with a text",
-         "failed 32",
-         aftermath::same,
-         "who searches lets others delete; in Wine he does not",
-         is_search_in_their_way},
-        {{f::write_file},
-         is_file_with_separator,
-         "failed 123",
-         "failed 80",
-         aftermath::same,
-         "a separator behind a file is a wrong name; Wine finds the file there"},
-        {{f::enumerate},
-         is_file_with_separator,
-         "failed 123",
-         "failed 2",
-         aftermath::same,
-         "a separator behind a file is a wrong name; Wine misses the name"},
-        {{f::move_file},
-         is_second_with_separator,
-         "ok",
-         "failed 267",
-         aftermath::differs,
-         "a directory takes the place of a file; Wine looks for a directory there"},
-        {{f::open_handle},
-         fails_to_replace_what_goes,
-         "failed 80",
-         "failed 80",
-         aftermath::differs,
-         "no file takes the place of a directory; Wine refuses, too, and has deleted it"},
-        {{f::copy_file},
-         is_file_with_separator,
-         "failed 123",
-         "failed 80",
-         aftermath::same,
-         "a separator behind a file is a wrong name; Wine finds the file there"},
-        {{f::copy_file},
-         copies_onto_itself,
-         "failed 5",
-         "failed 32",
-         aftermath::same,
-         "what the file is comes ahead of who has it open; Wine meets its own opening of the "
-         "source"},
-        {{f::create_hard_link},
-         is_first_with_separator,
-         "failed 123",
-         "failed 183",
-         aftermath::same,
-         "a file's name has no separator at its end; Wine finds the directory there"},
-        {{f::enumerate},
-         is_long,
-         "failed 3",
-         "failed 123",
-         aftermath::same,
-         "260 units are too many without a long prefix; Wine finds a file in the place of a "
-         "directory"},
-        {{f::move_file},
-         is_long,
-         "failed 3",
-         "failed 87",
-         aftermath::same,
-         "260 units are too many without a long prefix; Wine finds the demand wrong"},
-        {{f::move_file},
-         moves_what_it_stands_in,
-         "failed 5",
-         "ok",
-         aftermath::same,
-         "nothing moves that holds the current directory, not even onto itself; Wine has nothing "
-         "to do"},
-        {{f::get_full_path},
-         has_a_colon_second,
-         "ok with a text",
-         "ok with a text",
-         aftermath::same,
-         "any unit ahead of a colon is taken for a drive when a device is looked for; by Wine only "
-         "a letter",
-         ours_is_the_null_device},
-        {{f::open_handle},
-         is_long,
-         "failed 3",
-         "failed 123",
-         aftermath::same,
-         "260 units are too many without a long prefix; Wine finds the name wrong"},
-    });
+    static std::vector<intended_difference> const all = one_by_one();
     return all;
 }
 

@@ -12,6 +12,18 @@
 
 namespace differential {
 
+/// What one slot for handles has open.
+struct open_name
+{
+    std::u16string pathname; ///< full, without a separator at its end
+    bool might_delete;       ///< it was opened for that
+    bool deletes_on_close;
+    bool is_waiting; ///< it is deleted; the name stays until the last handle closes
+};
+
+/// By the letters of the vocabulary, in whatever case.
+bool is_same_name(std::u16string_view left, std::u16string_view right);
+
 /// What a step was about to work on.
 struct situation
 {
@@ -19,8 +31,7 @@ struct situation
     std::u16string const &directory;    ///< the current one
     std::vector<entry> const &standing; ///< what was on the drive
     unsigned int number;                ///< of the sequence's folder
-    /// Full pathnames of what the sequence has open and might delete.
-    std::vector<std::u16string> held;
+    std::vector<open_name> held;        ///< what the sequence has open
 
     /// The text at `index` with the folder in place of its marks.
     std::u16string text(std::size_t index = 0) const;
@@ -29,6 +40,8 @@ struct situation
     std::u16string full(std::size_t index = 0) const;
     /// What the disk is asked for, without a long prefix.
     std::u16string bare(std::size_t index = 0) const;
+    /// The same without a separator at its end, unless it is a root.
+    std::u16string place(std::size_t index = 0) const;
     /// How many of the step's texts are pathnames: they come first.
     std::size_t pathnames() const;
     /// What stood there by that pathname, or null. Of a root there is nothing to tell.
