@@ -27,6 +27,7 @@ struct session
 void add_inspect_command(CLI::App &app, session &session);
 void add_mkdir_command(CLI::App &app, session &session);
 void add_readlink_command(CLI::App &app, session &session);
+void add_resolve_command(CLI::App &app, session &session);
 
 } // namespace flfs
 

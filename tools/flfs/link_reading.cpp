@@ -89,8 +89,8 @@ link read_shortcut(std::u16string const &native, std::u16string const &absolute)
     if (FAILED(result))
         throw fs::SystemError(fs::detail::hresult_to_win32(result), native, {});
     buffer[std::size(buffer) - 1] = L'\0';
-    std::wstring_view const target = buffer;
-    return {native, link_kind::shortcut, std::u16string(target.begin(), target.end()), {}};
+    std::u16string const target = fs::detail::from_filesystem(buffer);
+    return {native, link_kind::shortcut, target, {}, target};
 }
 
 /// Throws what the library makes of a name that is no link.
@@ -161,8 +161,8 @@ link read_link(std::u16string const &pathname)
     if (code != ERROR_SUCCESS)
         refuse(native, code);
     windows::attrib_link_type link_type{};
-    windows::get_target_path_bridge(link_type, data);
-    link found{native, kind_of(link_type), {}, tag_of(data)};
+    std::wstring const target = windows::get_target_path_bridge(link_type, data);
+    link found{native, kind_of(link_type), {}, tag_of(data), fs::detail::from_filesystem(target)};
     if (leads_somewhere(found.kind))
         found.text = fs::read_symlink(native);
     return found;

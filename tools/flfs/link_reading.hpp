@@ -34,6 +34,9 @@ struct link
     /// others are in native form.
     std::optional<std::u16string> text;
     std::optional<std::uint32_t> tag; ///< none of a shortcut
+    /// What a walk through it goes on with, as the library reads it: unlike `text`, never
+    /// with the system's own prefix. Empty if no walk follows a link of this kind.
+    std::u16string target;
 };
 
 /// Reads one link without following it, or a shortcut file, whose name ends in `.lnk`.

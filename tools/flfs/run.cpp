@@ -22,6 +22,7 @@ constexpr char const *footer = R"(Examples:
   flfs inspect --json "\\server\share\dir"     the same for a program
   flfs mkdir --parents "C:\work\2024\reports"  a directory and those above it
   flfs readlink "C:\Documents and Settings"    where a link or shortcut leads
+  flfs resolve "C:\Documents and Settings\me"  each link on the way, and the end of it
 
 Exit codes: 0 success, 1 a failure of the file system, 2 wrong usage.
 "flfs COMMAND --help" tells more about a command.)";
@@ -62,6 +63,7 @@ void set_up(CLI::App &app, session &session)
     add_inspect_command(app, session);
     add_mkdir_command(app, session);
     add_readlink_command(app, session);
+    add_resolve_command(app, session);
     for (CLI::App *command : app.get_subcommands({}))
         command->group("Commands");
     app.footer(footer); // last, so that the commands don't inherit it
