@@ -6,7 +6,6 @@
 #include "flfs/failure_report.hpp"
 #include "flfs/link_reading.hpp"
 
-#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>

@@ -12,7 +12,7 @@ using json = nlohmann::ordered_json;
 
 namespace {
 
-// A name can hold neither `>` nor `=` ahead of it, so the arrows can't be part of one.
+// No name holds a `>`, so that the arrows can't be taken for a part of one.
 constexpr char const *says = " -> ";
 constexpr char const *goes_on = " => ";
 
