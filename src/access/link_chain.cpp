@@ -8,6 +8,7 @@
 #include "links/reparse_data.hpp"
 #include "links/shortcut.hpp"
 #include "pathname/path_type.hpp"
+#include "platform/attribute_query.hpp"
 #include "platform/code_units.hpp"
 
 #include <windows.h>
@@ -55,12 +56,7 @@ constexpr std::size_t drive_root_size = 3;      // C:\ and nothing else
 bool is_directory_at(std::wstring_view text)
 {
     std::wstring const name(without_trailing_separator(text));
-    WIN32_FILE_ATTRIBUTE_DATA data = {};
-    if (!::GetFileAttributesExW(name.c_str(), GetFileExInfoStandard, &data)) {
-        DWORD const code = ::GetLastError();
-        throw_win32_exception(code, name);
-    }
-    return (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+    return (demand_attribute_data(name).dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
 /// A link on the way: its text, and whether a shortcut file says it.

@@ -3,8 +3,8 @@
 #include <fl/filesystem/file_status.hpp>
 #include <fl/filesystem/pathname_traits.hpp>
 
-#include "failure/win32_error.hpp"
 #include "pathname/shapes.hpp"
+#include "platform/attribute_query.hpp"
 #include "platform/reparse_point.hpp"
 
 #include <algorithm>
@@ -87,24 +87,6 @@ unsigned int type_word_of(windows::attrib_link_type link_type) noexcept
     return file_status::file_type_unknown;
 }
 
-/// Sets `attributes` and returns the system's code, 0 on success.
-DWORD query_attributes(std::wstring const &path, DWORD &attributes) noexcept
-{
-    WIN32_FILE_ATTRIBUTE_DATA found{};
-    if (!::GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &found))
-        return ::GetLastError();
-    attributes = found.dwFileAttributes;
-    return ERROR_SUCCESS;
-}
-
-/// Whether `path` with these attributes is a link; then its data is in `data`.
-bool read_link_data(windows::reparse_data_context &data, std::wstring const &path,
-                    DWORD attributes) noexcept
-{
-    return can_be_link(attributes) && read_reparse_data(data, path) == ERROR_SUCCESS &&
-           is_link_tag(reparse_tag(data));
-}
-
 } // namespace
 
 bool can_be_link(std::uint32_t attributes) noexcept
@@ -121,6 +103,13 @@ unsigned int read_reparse_data(windows::reparse_data_context &data,
     if (code != ERROR_SUCCESS)
         return code;
     return get_reparse_point(file, data.buffer);
+}
+
+bool read_link_data(windows::reparse_data_context &data, std::wstring const &path,
+                    std::uint32_t attributes) noexcept
+{
+    return can_be_link(attributes) && read_reparse_data(data, path) == ERROR_SUCCESS &&
+           is_link_tag(reparse_tag(data));
 }
 
 std::uint32_t reparse_tag(windows::reparse_data_context const &data) noexcept
@@ -155,10 +144,7 @@ std::wstring link_text(unsigned int &type, windows::reparse_data_context const &
 
 std::wstring read_link_target(std::wstring const &path, windows::attrib_link_type &link_type)
 {
-    DWORD attributes = 0;
-    DWORD const code = query_attributes(path, attributes);
-    if (code != ERROR_SUCCESS)
-        throw_win32_exception(code, path);
+    DWORD const attributes = demand_attribute_data(path).dwFileAttributes;
     windows::reparse_data_context data;
     if (!read_link_data(data, path, attributes))
         return {};
@@ -167,14 +153,13 @@ std::wstring read_link_target(std::wstring const &path, windows::attrib_link_typ
 
 std::wstring read_link_text(std::wstring const &path, unsigned int &error)
 {
-    DWORD attributes = 0;
-    DWORD const code = query_attributes(path, attributes);
-    if (code != ERROR_SUCCESS) {
-        error = code;
+    attribute_query const query(path);
+    if (query.has_failed) {
+        error = query.code;
         return {};
     }
     windows::reparse_data_context data;
-    if (!read_link_data(data, path, attributes))
+    if (!read_link_data(data, path, query.data.dwFileAttributes))
         return {};
     unsigned int type = file_status::file_type_unknown;
     return link_text(type, data);

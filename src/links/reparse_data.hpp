@@ -21,6 +21,11 @@ bool can_be_link(std::uint32_t attributes) noexcept;
 unsigned int read_reparse_data(windows::reparse_data_context &data,
                                std::wstring const &path) noexcept;
 
+/// Whether `path`, which has these attributes, is a link: a symbolic link or a mount
+/// point whose reparse data can be read. Then that is in `data`.
+bool read_link_data(windows::reparse_data_context &data, std::wstring const &path,
+                    std::uint32_t attributes) noexcept;
+
 /// The tag in `data`.
 std::uint32_t reparse_tag(windows::reparse_data_context const &data) noexcept;
 

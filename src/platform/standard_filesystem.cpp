@@ -1,6 +1,8 @@
 #include "platform/standard_filesystem.hpp"
 
 #include "pathname/shapes.hpp"
+#include "platform/attribute_query.hpp"
+#include "platform/file_handle.hpp"
 #include "platform/filled_buffer.hpp"
 #include "platform/reparse_point.hpp"
 
@@ -119,6 +121,32 @@ bool is_not_found(std::error_code const &ec)
            std::end(codes);
 }
 
+/// Sets `attributes` to those of what a link leads to, and returns the system's code.
+DWORD query_behind_link(std::wstring const &text, DWORD &attributes)
+{
+    constexpr DWORD share = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    file_handle const file(::CreateFileW(text.c_str(), FILE_READ_ATTRIBUTES, share, nullptr,
+                                         OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+    if (!file)
+        return ::GetLastError();
+    FILE_BASIC_INFO info = {};
+    if (!::GetFileInformationByHandleEx(file.get(), FileBasicInfo, &info, sizeof info))
+        return ::GetLastError();
+    attributes = info.FileAttributes;
+    return ERROR_SUCCESS;
+}
+
+std::filesystem::file_status status_of(DWORD attributes)
+{
+    using std::filesystem::file_type;
+    using std::filesystem::perms;
+    constexpr perms write = perms::owner_write | perms::group_write | perms::others_write;
+    bool const is_directory = (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+    bool const is_read_only = (attributes & FILE_ATTRIBUTE_READONLY) != 0;
+    return std::filesystem::file_status(is_directory ? file_type::directory : file_type::regular,
+                                        is_read_only ? perms::all & ~write : perms::all);
+}
+
 } // namespace
 
 template <typename Char>
@@ -146,6 +174,22 @@ std::wstring current_path(std::error_code &ec)
 {
     return filled_text(
         ec, [](wchar_t *buffer, DWORD room) { return ::GetCurrentDirectoryW(room, buffer); });
+}
+
+std::filesystem::file_status status(std::wstring const &text, std::error_code &ec)
+{
+    ec.clear();
+    attribute_query const query(text);
+    DWORD attributes = query.data.dwFileAttributes;
+    DWORD code = query.code;
+    if (!query.has_failed && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0)
+        code = query_behind_link(text, attributes);
+    if (query.has_failed || code != ERROR_SUCCESS) {
+        ec = system_code(code);
+        return std::filesystem::file_status(is_not_found(ec) ? std::filesystem::file_type::not_found
+                                                             : std::filesystem::file_type::none);
+    }
+    return status_of(attributes);
 }
 
 bool create_directory(std::wstring const &text, std::error_code &ec)

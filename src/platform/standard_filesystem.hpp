@@ -8,6 +8,7 @@
 // for a path. Only the error-code forms are here. A code is the system's own, in
 // the system category; success clears it.
 
+#include <filesystem>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -28,6 +29,12 @@ std::wstring absolute(std::wstring const &text, std::error_code &ec);
 
 /// Returns the process's current directory.
 std::wstring current_path(std::error_code &ec);
+
+/// Returns the type and the permissions of what `text` leads to, links followed by the
+/// system. After a failure the type is `not_found` where the code says that the name can't
+/// be reached, on a disk or on a network, and otherwise `none`; the code stays in either
+/// case.
+std::filesystem::file_status status(std::wstring const &text, std::error_code &ec);
 
 /// Creates one directory and returns whether it did. That a directory is there
 /// already is no error.

@@ -8,6 +8,7 @@
 // exceptions.hpp.
 
 #include <fl/filesystem/config.hpp>
+#include <fl/filesystem/file_status.hpp>
 #include <fl/filesystem/path.hpp>
 
 #include <string>
@@ -87,6 +88,54 @@ FL_FILESYSTEM_API void create_directories(std::u16string const &p);
 /// refusal of a name.
 FL_FILESYSTEM_API upath read_symlink(upath const &p);
 FL_FILESYSTEM_API std::u16string read_symlink(std::u16string const &p);
+
+/// Returns the record of what `p` finally leads to: symbolic links and junctions are
+/// followed, hop by hop, as `GetFileAttributesExW` and their reparse data tell. The type
+/// is `directory_file` or `regular_file`, the permissions go by the name of the target,
+/// the times are in UTC and the size is in bytes. A name that isn't there, that leads to
+/// none, or that can be none is no failure, and neither is the empty text: their record
+/// is a default-constructed one, of type `file_not_found`.
+///
+///     file, directory                       its own record
+///     link to either                        the record of the target
+///     broken link                           not found
+///     volume mount point                    its own record, a directory
+///     any other reparse point               its own record
+///     link on a server or a mapped drive    its own record: it isn't followed
+///     shortcut file                         its own record: a regular file
+///
+/// Throws `SystemError` 8246, naming the pathname that it came to, if 20 links in a row
+/// lead nowhere else, also for a link to itself; `AccessDenied` and whatever else a
+/// failed call stands for, naming the string that went to the system; and
+/// `foundation::ustring::CtypeInvalidCharacter` if the last full stop of the target's
+/// pathname has three units behind it and one of them is above 127.
+FL_FILESYSTEM_API file_status status(upath const &p);
+FL_FILESYSTEM_API file_status status(std::u16string const &p);
+
+/// Returns the record of the name `p` itself: no link at its end is followed. The type of
+/// a symbolic link is `symlink_file`, that of a junction or volume mount point
+/// `reparse_file`, on a network, too; everything else is as in `status`.
+FL_FILESYSTEM_API file_status symlink_status(upath const &p);
+FL_FILESYSTEM_API file_status symlink_status(std::u16string const &p);
+
+/// Returns type, time of the last write and size of what `p` leads to, for callers that
+/// ask about many files: `p` goes to the system as it stands, with a long prefix if it has
+/// 260 units or more, and a missing name costs no exception. Links are followed as in
+/// `status`. The empty text and a name that isn't there give a default-constructed record.
+///
+/// Throws `InvalidArgument` "Long UNC path without root not permitted", without a
+/// pathname, if a text of 260 units or more is relative; `SystemError` 8246 and what failed
+/// calls stand for, as `status` does.
+FL_FILESYSTEM_API file_status_light status_express_light(std::u16string const &p);
+
+/// Returns whether `p` leads to something, links followed by the system itself. It is
+/// false for a name that can't be reached, on a disk or on a network, and for a reparse
+/// point that nobody can look behind (code 1920).
+///
+/// Throws `AccessDenied`, naming `p` as it was given, if the caller may not look, and what
+/// any other code stands for.
+FL_FILESYSTEM_API bool exists(upath const &p);
+FL_FILESYSTEM_API bool exists(std::u16string const &p);
 
 } // namespace fl::filesystem
 

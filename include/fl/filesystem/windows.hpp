@@ -6,6 +6,7 @@
 // Includes no system header.
 
 #include <fl/filesystem/config.hpp>
+#include <fl/filesystem/file_status.hpp>
 
 #include <cstdint>
 #include <string>
@@ -130,6 +131,21 @@ FL_FILESYSTEM_API std::wstring build_target_path_bridge(std::wstring const &link
 /// full pathname, for servers without a share and devices, and what the walk throws (see
 /// `build_target_path_bridge`).
 FL_FILESYSTEM_API std::wstring make_native_access_form_bridge(std::u16string const &path);
+
+/// Returns the record of what `link` leads to, a link in the form for the system. What
+/// isn't a link is a failure here. On a server the link answers for itself.
+///
+///     link to a file or directory    the record of that, further links followed
+///     broken link                    a default-constructed record: not found
+///     broken, on a mapped drive      the record of the link itself
+///     volume mount point             of type `file_type_auto`, without times
+///     any other reparse point        of type `file_not_found`
+///
+/// Throws `InvalidArgument` "The file or directory is not a reparse point." on a plain
+/// name, `SystemError` 8246 if 20 links in a row lead nowhere else, what failed calls stand
+/// for, naming the string that went to the system, and what `build_target_path_bridge` and
+/// `get_target_path_bridge` throw on the text of a link.
+FL_FILESYSTEM_API file_status target_status_bridge(std::wstring const &link);
 
 } // namespace fl::filesystem::detail::windows
 

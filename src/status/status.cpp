@@ -1,0 +1,82 @@
+#include <fl/filesystem/operations.hpp>
+
+#include <fl/filesystem/exceptions.hpp>
+#include <fl/filesystem/windows.hpp>
+
+#include "links/reparse_data.hpp"
+#include "platform/attribute_query.hpp"
+#include "status/link_hop.hpp"
+#include "status/status_record.hpp"
+#include "status/symlink_status.hpp"
+
+namespace fl::filesystem {
+
+namespace detail {
+
+namespace {
+
+/// What `path` finally leads to.
+file_status status_at(std::wstring path)
+{
+    for (int depth = 0;; ++depth) {
+        check_link_depth(depth, path);
+        WIN32_FILE_ATTRIBUTE_DATA const data = demand_attribute_data(path);
+        std::optional<std::wstring> next = next_hop(path, data.dwFileAttributes);
+        if (!next)
+            return make_status_record(path, data, plain_type(data));
+        path = *std::move(next);
+    }
+}
+
+/// A query doesn't throw for a name that isn't there, nor for one that can't be.
+template <typename Query>
+file_status status_or_not_found(std::u16string const &path, Query query)
+{
+    if (path.empty())
+        return file_status();
+    try {
+        return query(windows::make_native_access_form_bridge(path));
+    } catch (PathNotFound const &) {
+        return file_status();
+    } catch (InvalidArgument const &) {
+        return file_status();
+    }
+}
+
+} // namespace
+
+file_status symlink_status_at(std::wstring const &path)
+{
+    WIN32_FILE_ATTRIBUTE_DATA const data = demand_attribute_data(path);
+    unsigned int type = plain_type(data);
+    windows::reparse_data_context reparse_data;
+    if (read_link_data(reparse_data, path, data.dwFileAttributes)) {
+        bool const is_symlink = reparse_tag(reparse_data) == DWORD{IO_REPARSE_TAG_SYMLINK};
+        type = is_symlink ? file_status::symlink_file : file_status::reparse_file;
+    }
+    return make_status_record(path, data, type);
+}
+
+} // namespace detail
+
+file_status status(upath const &p)
+{
+    return detail::status_or_not_found(p.native(), detail::status_at);
+}
+
+file_status status(std::u16string const &p)
+{
+    return p.empty() ? file_status() : status(upath(p));
+}
+
+file_status symlink_status(upath const &p)
+{
+    return detail::status_or_not_found(p.native(), detail::symlink_status_at);
+}
+
+file_status symlink_status(std::u16string const &p)
+{
+    return p.empty() ? file_status() : symlink_status(upath(p));
+}
+
+} // namespace fl::filesystem

@@ -1,0 +1,45 @@
+#include "status/status_record.hpp"
+
+#include "platform/limits.hpp"
+#include "status/file_time.hpp"
+#include "status/permission_word.hpp"
+
+namespace fl::filesystem::detail {
+
+unsigned int plain_type(WIN32_FILE_ATTRIBUTE_DATA const &data)
+{
+    bool const is_directory = (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+    return is_directory ? file_status::directory_file : file_status::regular_file;
+}
+
+file_status make_status_record(std::wstring_view path, WIN32_FILE_ATTRIBUTE_DATA const &data,
+                               unsigned int type)
+{
+    return file_status(type, attributes_to_perms(path, data.dwFileAttributes),
+                       to_ptime(data.ftLastAccessTime), to_ptime(data.ftLastWriteTime),
+                       to_ptime(data.ftCreationTime),
+                       join_halves(data.nFileSizeHigh, data.nFileSizeLow));
+}
+
+file_status_light make_light_record(WIN32_FILE_ATTRIBUTE_DATA const &data)
+{
+    return file_status_light(plain_type(data), to_ptime(data.ftLastWriteTime),
+                             join_halves(data.nFileSizeHigh, data.nFileSizeLow));
+}
+
+bool is_missing(DWORD code, std::wstring_view path)
+{
+    switch (code) {
+    case ERROR_FILE_NOT_FOUND:
+    case ERROR_INVALID_NAME:
+    case ERROR_BAD_PATHNAME:
+    case ERROR_NOT_A_REPARSE_POINT:
+        return true;
+    case ERROR_PATH_NOT_FOUND:
+        return path.size() <= longest_pathname;
+    default:
+        return false;
+    }
+}
+
+} // namespace fl::filesystem::detail

@@ -1,0 +1,88 @@
+#include <fl/filesystem/windows.hpp>
+
+#include "access/mapped_drive.hpp"
+#include "failure/win32_error.hpp"
+#include "links/reparse_data.hpp"
+#include "pathname/path_type.hpp"
+#include "platform/attribute_query.hpp"
+#include "status/link_hop.hpp"
+#include "status/status_record.hpp"
+
+namespace fl::filesystem::detail::windows {
+
+namespace {
+
+file_status plain_record(std::wstring const &path, WIN32_FILE_ATTRIBUTE_DATA const &data)
+{
+    return make_status_record(path, data, plain_type(data));
+}
+
+/// What a link without a text stands for: the volume that it shows is there, and no
+/// more is known of it.
+file_status record_without_target(attrib_link_type link_type)
+{
+    bool const is_volume = link_type == link_type_volume_mount;
+    return file_status(is_volume ? file_status::file_type_auto : file_status::file_not_found);
+}
+
+/// Queries `path`, and reports a failure unless it means that there is no such name.
+attribute_query query_target(std::wstring const &path)
+{
+    attribute_query const query(path);
+    if (query.code != ERROR_SUCCESS && !is_missing(query.code, path))
+        throw_win32_exception(query.code, path);
+    return query;
+}
+
+/// What `path` leads to, which was come to by `depth` links already. A link is followed
+/// wherever it stands, and one that leads nowhere is an answer.
+file_status target_at(std::wstring path, int depth)
+{
+    for (;; ++depth) {
+        check_link_depth(depth, path);
+        attribute_query const query = query_target(path);
+        if (query.code != ERROR_SUCCESS)
+            return file_status();
+        reparse_data_context data;
+        if (!read_link_data(data, path, query.data.dwFileAttributes))
+            return plain_record(path, query.data);
+        std::optional<std::wstring> next = hop_from(path, data);
+        if (!next)
+            return plain_record(path, query.data);
+        path = *std::move(next);
+    }
+}
+
+/// A link that leads nowhere. On a mapped drive it leads somewhere on the server.
+file_status record_of_broken(std::wstring const &link, path_type_enum type)
+{
+    if (!is_mapped_network_drive(link, type))
+        return file_status();
+    return plain_record(link, demand_attribute_data(link));
+}
+
+} // namespace
+
+file_status target_status_bridge(std::wstring const &link)
+{
+    path_type_enum const type = classify_path_type<wchar_t>(link);
+    if (type == PATH_TYPE_UNC || type == PATH_TYPE_LONG_UNC)
+        return plain_record(link, demand_attribute_data(link));
+    reparse_data_context data;
+    unsigned int const code = read_reparse_data(data, link);
+    if (code != ERROR_SUCCESS)
+        throw_win32_exception(code, link);
+    attrib_link_type link_type = link_type_none;
+    std::wstring const text = get_target_path_bridge(link_type, data);
+    if (text.empty())
+        return record_without_target(link_type);
+    std::wstring const target = build_target_path_bridge(link, text, link_type);
+    attribute_query const query = query_target(target);
+    if (query.code != ERROR_SUCCESS)
+        return record_of_broken(link, type);
+    if (read_link_data(data, target, query.data.dwFileAttributes))
+        return target_at(target, 1);
+    return plain_record(target, query.data);
+}
+
+} // namespace fl::filesystem::detail::windows
