@@ -1,0 +1,274 @@
+// What queries say of names that are no links.
+
+#include <fl/filesystem.hpp>
+
+#include "status/outcomes.hpp"
+#include "support/text.hpp"
+#include "support/workspace.hpp"
+
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+namespace fl::filesystem {
+namespace {
+
+using test_support::answers;
+using test_support::fails;
+using test_support::failure_of;
+using test_support::instant;
+using test_support::invalid_argument;
+using test_support::invalid_character;
+using test_support::missing;
+using test_support::missing_light;
+using test_support::of_size;
+using test_support::outcome;
+using test_support::outcome_of;
+using test_support::printable;
+using test_support::record;
+using test_support::shortened;
+using test_support::wide;
+using test_support::workspace;
+
+instant instant_of(FILETIME const &time)
+{
+    return static_cast<std::int64_t>(
+        ((std::uint64_t{time.dwHighDateTime} << 32) + time.dwLowDateTime) / 10);
+}
+
+/// The record of `path` by the system's own words, but for its permissions.
+record record_by_the_system(std::u16string const &path, unsigned int type, unsigned int perms)
+{
+    WIN32_FILE_ATTRIBUTE_DATA data = {};
+    EXPECT_TRUE(::GetFileAttributesExW(wide(path).c_str(), GetFileExInfoStandard, &data));
+    return {type,
+            perms,
+            instant_of(data.ftLastAccessTime),
+            instant_of(data.ftLastWriteTime),
+            instant_of(data.ftCreationTime),
+            (std::uint64_t{data.nFileSizeHigh} << 32) + data.nFileSizeLow};
+}
+
+/// All queries but the short one agree on a name that is no link.
+void expect_all(std::u16string const &path, outcome const &expected, char const *why)
+{
+    EXPECT_EQ(outcome_of([&] { return status(path); }), expected) << why;
+    EXPECT_EQ(outcome_of([&] { return status(upath(path)); }), expected) << why;
+    EXPECT_EQ(outcome_of([&] { return symlink_status(path); }), expected) << why;
+    EXPECT_EQ(outcome_of([&] { return symlink_status(upath(path)); }), expected) << why;
+}
+
+void expect_missing(std::u16string const &path, char const *why)
+{
+    expect_all(path, missing(), why);
+    EXPECT_EQ(outcome_of([&] { return status_express_light(path); }), missing_light()) << why;
+    EXPECT_FALSE(exists(path)) << why;
+    EXPECT_FALSE(exists(upath(path))) << why;
+}
+
+void expect_present(std::u16string const &path, record const &expected, char const *why)
+{
+    expect_all(path, answers(expected), why);
+    EXPECT_EQ(outcome_of([&] { return status_express_light(path); }), answers(shortened(expected)))
+        << why;
+    EXPECT_TRUE(exists(path)) << why;
+    EXPECT_TRUE(exists(upath(path))) << why;
+}
+
+/// Sets the attributes that a caller can set, and clears them in the end, so that the
+/// folder can be removed.
+class attributes_for_now
+{
+public:
+    attributes_for_now(std::u16string const &path, DWORD attributes) : path_(wide(path))
+    {
+        EXPECT_TRUE(::SetFileAttributesW(path_.c_str(), attributes));
+    }
+    ~attributes_for_now() { ::SetFileAttributesW(path_.c_str(), FILE_ATTRIBUTE_NORMAL); }
+    attributes_for_now(attributes_for_now const &) = delete;
+    attributes_for_now &operator=(attributes_for_now const &) = delete;
+
+private:
+    std::wstring path_;
+};
+
+constexpr unsigned int regular = 0x8000;
+constexpr unsigned int directory = 0x4000;
+
+TEST(Status, OfTheEmptyPath)
+{
+    expect_missing(u"", "no text");
+    file_status const seen = status(u"");
+    EXPECT_FALSE(file_status::exists(seen));
+    EXPECT_TRUE(seen.get_mtime().is_not_a_date_time());
+}
+
+TEST(Status, OfAFile)
+{
+    workspace space;
+    std::u16string const path = space.path(u"file");
+    space.make_file(path, "12345");
+    attributes_for_now const plain(path, FILE_ATTRIBUTE_ARCHIVE);
+    record const expected = record_by_the_system(path, regular, 0x1000 | 0666);
+    EXPECT_EQ(expected.size, 5U);
+    expect_present(path, expected, "a file");
+    EXPECT_TRUE(file_status::is_regular(status(path)));
+}
+
+TEST(Status, OfADirectory)
+{
+    workspace space;
+    space.make_directory(space.path(u"dir"));
+    space.make_directory(space.path(u"bin.exe"));
+    for (char16_t const *name : {u"dir", u"bin.exe"}) {
+        std::u16string const path = space.path(name);
+        expect_present(path, record_by_the_system(path, directory, 0666), "never to be run");
+        EXPECT_TRUE(file_status::is_directory(status(path)));
+    }
+    EXPECT_TRUE(file_status::is_directory(status(u"C:\\"))) << "a root";
+    EXPECT_TRUE(file_status::is_directory(status(u".")));
+    EXPECT_TRUE(exists(u"C:\\"));
+}
+
+struct extension_case
+{
+    char16_t const *name;
+    unsigned int permissions;
+    char const *why;
+};
+
+TEST(Status, OfWhatRuns)
+{
+    constexpr extension_case cases[] = {
+        {u"tool.exe", 0777, "a program"},    {u"tool2.EXE", 0777, "in upper case"},
+        {u"tool.bat", 0777, "a batch file"}, {u"tool.com", 0777, "a program of old"},
+        {u"tool.cmd", 0777, "a batch file"}, {u"tool.exe.txt", 0666, "the last one counts"},
+        {u"tool.e", 0666, "one unit"},       {u"tool", 0666, "none"},
+        {u"tool.lnk", 0666, "a shortcut"},   {u"toolexe", 0666, "no full stop"},
+    };
+    workspace space;
+    for (extension_case const &row : cases) {
+        std::u16string const path = space.path(row.name);
+        space.make_file(path);
+        attributes_for_now const archive(path, FILE_ATTRIBUTE_ARCHIVE);
+        EXPECT_EQ(status(path).get_perms(), 0x1000 | row.permissions) << row.why;
+        EXPECT_EQ(symlink_status(path).get_perms(), 0x1000 | row.permissions) << row.why;
+        attributes_for_now const read_only(path, FILE_ATTRIBUTE_ARCHIVE | FILE_ATTRIBUTE_READONLY);
+        EXPECT_EQ(status(path).get_perms(), 0x1000 | (row.permissions & 0555)) << row.why;
+    }
+}
+
+struct attribute_case
+{
+    DWORD attributes;
+    unsigned int perms;
+};
+
+TEST(Status, OfAttributes)
+{
+    workspace space;
+    std::u16string const path = space.path(u"file");
+    space.make_file(path);
+    constexpr attribute_case cases[] = {
+        {FILE_ATTRIBUTE_READONLY, 0444},
+        {FILE_ATTRIBUTE_HIDDEN, 0x4000 | 0666},
+        {FILE_ATTRIBUTE_SYSTEM, 0x2000 | 0666},
+        {FILE_ATTRIBUTE_ARCHIVE, 0x1000 | 0666},
+        {FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_ARCHIVE, 0x1000 | 0444},
+        {FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM, 0x6000 | 0666},
+    };
+    for (attribute_case const &row : cases) {
+        attributes_for_now const set(path, row.attributes);
+        unsigned int expected = row.perms;
+        if (test_support::runs_under_wine()) // which may add this one by itself
+            expected |= (::GetFileAttributesW(wide(path).c_str()) & 0x20) != 0 ? 0x1000U : 0U;
+        expect_present(path, record_by_the_system(path, regular, expected), "attributes");
+    }
+}
+
+TEST(Status, OfNamesThatAreNotThere)
+{
+    workspace space;
+    space.make_file(space.path(u"file"));
+    expect_missing(space.path(u"no"), "code 2");
+    expect_missing(space.path(u"no\\no"), "code 3");
+    expect_missing(space.path(u"a<b"), "code 123");
+    expect_missing(space.path(u"a?b"), "code 123");
+    expect_missing(space.path(u"file\\no"), "code 3, below a file");
+    expect_missing(u"no", "relative");
+}
+
+TEST(Status, OfPathnamesThatCannotBe)
+{
+    for (std::u16string const path : {u"\\\\server", u"\\\\.\\COM1", u"\\\\"}) {
+        EXPECT_EQ(outcome_of([&] { return status(path); }), missing()) << printable(path);
+        EXPECT_EQ(outcome_of([&] { return symlink_status(path); }), missing()) << printable(path);
+    }
+}
+
+TEST(Status, OfRelativePathnames)
+{
+    workspace space;
+    space.make_file(space.path(u"a\\file"), "123");
+    space.change_directory(space.path(u"a"));
+    for (std::u16string const path : {u"file", u".\\file", u"..\\a\\file", u"../a//file"}) {
+        EXPECT_EQ(status(path).get_size(), 3U) << printable(path);
+        EXPECT_EQ(symlink_status(path).get_size(), 3U) << printable(path);
+        EXPECT_EQ(status_express_light(path).get_size(), 3U) << printable(path);
+        EXPECT_TRUE(exists(path)) << printable(path);
+    }
+    EXPECT_FALSE(exists(u"a\\file"));
+}
+
+TEST(Status, OfPathnamesAboutTheLimits)
+{
+    workspace space;
+    std::u16string const folder = of_size((space.root() + u"\\").c_str(), 200);
+    for (std::size_t const size : {247U, 248U, 259U, 260U, 261U, 400U}) {
+        std::u16string const path = of_size((folder + u"\\").c_str(), size);
+        space.make_file(path, "1234");
+        EXPECT_EQ(status(path).get_size(), 4U) << size;
+        EXPECT_EQ(symlink_status(path).get_size(), 4U) << size;
+        EXPECT_EQ(status_express_light(path).get_size(), 4U) << size;
+        EXPECT_TRUE(exists(path)) << size;
+        EXPECT_EQ(status_express_light(uR"(\\?\)" + path).get_size(), 4U) << size;
+        expect_missing(of_size((folder + u"\\b").c_str(), size), "another name");
+    }
+}
+
+TEST(Status, ExpressRefusesLongTextsWithoutARoot)
+{
+    EXPECT_EQ(outcome_of([] { return status_express_light(of_size(u"rel", 260)); }),
+              fails(invalid_argument("Long UNC path without root not permitted")));
+}
+
+TEST(Status, OfAnExtensionBeyondAscii)
+{
+    workspace space;
+    std::u16string const path = space.path(u"f.b\u00E9x");
+    space.make_file(path, "12");
+    space.make_directory(space.path(u"d.b\u00E9x"));
+    expect_all(path, invalid_character(), "an extension of three units");
+    EXPECT_EQ(status_express_light(path).get_size(), 2U);
+    EXPECT_TRUE(exists(path));
+    EXPECT_TRUE(file_status::is_directory(status(space.path(u"d.b\u00E9x"))));
+    expect_missing(space.path(u"no.b\u00E9x"), "nobody looks at the extension of nothing");
+    std::u16string const other = space.path(u"f.b\u00E9");
+    space.make_file(other, "123");
+    EXPECT_EQ(status(other).get_size(), 3U) << "two units";
+}
+
+TEST(Status, OnAShare)
+{
+    workspace space;
+    if (!space.has_share())
+        GTEST_SKIP() << "there is no share here";
+    std::u16string const file = space.share_root() + u"\\file";
+    space.make_file(file, "123");
+    attributes_for_now const archive(file, FILE_ATTRIBUTE_ARCHIVE);
+    expect_present(file, record_by_the_system(file, regular, 0x1000 | 0666), "a file there");
+    expect_missing(space.share_root() + u"\\no", "nothing there");
+}
+
+} // namespace
+} // namespace fl::filesystem
