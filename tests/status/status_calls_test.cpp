@@ -1,0 +1,707 @@
+// Queries by the calls that they make, and what becomes of each call that fails.
+
+#include <fl/filesystem.hpp>
+
+#include <fl/filesystem/windows.hpp>
+
+#include "access/walking.hpp"
+#include "links/calls.hpp"
+#include "status/outcomes.hpp"
+#include "support/text.hpp"
+
+#include <functional>
+#include <map>
+
+namespace fl::filesystem {
+namespace {
+
+using detail::lines;
+using detail::windows::target_status_bridge;
+using simulation::flavour;
+using simulation::simulated_machine;
+using test_support::about;
+using test_support::answers;
+using test_support::bare;
+using test_support::calls_with_arguments;
+using test_support::denied;
+using test_support::fails;
+using test_support::failure;
+using test_support::failure_of;
+using test_support::invalid_argument;
+using test_support::missing;
+using test_support::missing_light;
+using test_support::not_found;
+using test_support::of_size;
+using test_support::outcome;
+using test_support::outcome_of;
+using test_support::record_of;
+using test_support::shortened;
+using test_support::system_error;
+using test_support::too_large;
+using test_support::wide;
+
+/// What the translation of a code makes of it, for one pathname.
+failure told(DWORD code, std::u16string const &path)
+{
+    std::map<DWORD, failure> const own = {
+        {2, not_found(path)},
+        {3, not_found(path)},
+        {5, denied(path)},
+        {80, test_support::exists(path)},
+        {123,
+         invalid_argument("The filename, directory name, or volume label syntax is incorrect.")},
+        {145, about(fsys_excp_directory_not_empty, "fl:filesystem:DirectoryNotEmpty", path)},
+        {161, invalid_argument("The specified path is invalid.")},
+        {183, test_support::exists(path)},
+        {206, too_large(u"")},
+        {267, about(fsys_excp_not_directory_error, "fl:filesystem:NotDirectoryError", path)},
+        {1920, denied(path)},
+        {4390, invalid_argument("The file or directory is not a reparse point.")}};
+    auto const row = own.find(code);
+    return row == own.end() ? system_error(code, path) : row->second;
+}
+
+bool says_missing(DWORD code)
+{
+    return code == 2 || code == 3 || code == 123 || code == 161 || code == 4390;
+}
+
+constexpr DWORD last_code = 4400;
+
+/// What all zeros say: a file from the start of 1601.
+test_support::record zeros()
+{
+    return {0x8000, 0666, 0, 0, 0, 0};
+}
+
+TEST(StatusCodes, OfAFailedQuery)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\f", "1").keep_journal(false);
+    for (DWORD code = 0; code <= last_code; ++code) {
+        auto const fault = machine.fail_every_call_on("GetFileAttributesExW", code);
+        outcome const expected = says_missing(code) ? missing() : fails(told(code, u"C:\\f"));
+        ASSERT_EQ(outcome_of([] { return status(u"C:\\f"); }), expected) << code;
+        ASSERT_EQ(outcome_of([] { return symlink_status(u"C:\\f"); }), expected) << code;
+        ASSERT_TRUE(fault.fired()) << code;
+    }
+}
+
+TEST(StatusCodes, OfAFailedExpressQuery)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\f", "1").keep_journal(false);
+    for (DWORD code = 1; code <= last_code; ++code) {
+        auto const fault = machine.fail_every_call_on("GetFileAttributesExW", code);
+        outcome const expected = says_missing(code) ? missing_light() : fails(told(code, u"C:\\f"));
+        ASSERT_EQ(outcome_of([] { return status_express_light(u"C:\\f"); }), expected) << code;
+        ASSERT_TRUE(fault.fired()) << code;
+    }
+}
+
+TEST(StatusCodes, OfAFailedQueryOfATarget)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\t", "1").add_symbolic_link(u"C:\\l", u"t").keep_journal(false);
+    std::u16string const target = uR"(\\?\C:\t)";
+    for (DWORD code = 1; code <= last_code; ++code) {
+        auto const fault = machine.fail_every_call_on_name("GetFileAttributesExW", u"C:\\t", code);
+        bool const is_missing = says_missing(code);
+        outcome const expected = is_missing ? missing() : fails(told(code, target));
+        ASSERT_EQ(outcome_of([] { return status(u"C:\\l"); }), expected) << code;
+        ASSERT_EQ(outcome_of([] { return target_status_bridge(L"C:\\l"); }), expected) << code;
+        ASSERT_EQ(outcome_of([] { return status_express_light(u"C:\\l"); }),
+                  is_missing ? missing_light() : expected)
+            << code;
+        ASSERT_TRUE(fault.fired()) << code;
+    }
+}
+
+// The codes that mean a missing name, and those next to them.
+constexpr DWORD decisive_codes[] = {1,   2,   3,   4,   5,    53,   122,  123, 124,
+                                    160, 161, 162, 267, 1920, 4389, 4390, 4391};
+
+// The second link of three is where it fails: every further hop is the same.
+TEST(StatusCodes, OfAFailedQueryFurtherOn)
+{
+    simulated_machine machine;
+    machine.add_symbolic_link(u"C:\\l", u"m").add_symbolic_link(u"C:\\m", u"n").keep_journal(false);
+    machine.add_symbolic_link(u"C:\\n", u"t").add_file(u"C:\\t", "1");
+    for (DWORD const code : decisive_codes) {
+        auto const fault = machine.fail_every_call_on_name("GetFileAttributesExW", u"C:\\n", code);
+        outcome const expected = says_missing(code) ? missing() : fails(told(code, uR"(\\?\C:\n)"));
+        ASSERT_EQ(outcome_of([] { return target_status_bridge(L"C:\\l"); }), expected) << code;
+        ASSERT_EQ(outcome_of([] { return status(u"C:\\l"); }), expected) << code;
+        ASSERT_TRUE(fault.fired()) << code;
+    }
+}
+
+// On a mapped drive a broken link answers for itself.
+TEST(StatusCodes, OfAFailedQueryOfATargetOnAMappedDrive)
+{
+    simulated_machine machine;
+    machine.add_share(u"s", u"h").map_drive(u'X', u"s", u"h").add_file(u"\\\\s\\h\\t", "1");
+    machine.add_symbolic_link(u"\\\\s\\h\\l", u"t").keep_journal(false);
+    outcome own = outcome_of([] { return symlink_status(u"X:\\l"); });
+    own.answer->type = file_status::regular_file;
+    for (DWORD code = 1; code <= last_code; ++code) {
+        auto const fault = machine.fail_every_call_on_name("GetFileAttributesExW", u"X:\\t", code);
+        ASSERT_EQ(outcome_of([] { return target_status_bridge(L"X:\\l"); }),
+                  says_missing(code) ? own : fails(told(code, uR"(\\?\X:\t)")))
+            << code;
+        ASSERT_TRUE(fault.fired()) << code;
+    }
+}
+
+TEST(StatusCodes, OfAFailedQueryOfTheLinkOnAMappedDrive)
+{
+    simulated_machine machine;
+    machine.add_share(u"s", u"h").map_drive(u'X', u"s", u"h");
+    machine.add_symbolic_link(u"\\\\s\\h\\l", u"t");
+    for (DWORD const code : {0U, 2U, 3U, 5U, 123U, 32U}) {
+        auto const fault = machine.fail_every_call_on_name("GetFileAttributesExW", u"X:\\l", code);
+        EXPECT_EQ(outcome_of([] { return target_status_bridge(L"X:\\l"); }),
+                  fails(told(code, u"X:\\l")))
+            << code;
+        EXPECT_TRUE(fault.fired());
+    }
+}
+
+TEST(StatusCodes, OfALinkThatCannotBeRead)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\t", "1").add_symbolic_link(u"C:\\l", u"t").keep_journal(false);
+    outcome own = outcome_of([] { return symlink_status(u"C:\\l"); });
+    own.answer->type = file_status::regular_file;
+    for (char const *const function : {"CreateFileW", "DeviceIoControl"}) {
+        for (DWORD code = 1; code <= last_code; ++code) {
+            auto const fault = machine.fail_every_call_on(function, code);
+            ASSERT_EQ(outcome_of([] { return status(u"C:\\l"); }), own) << code;
+            ASSERT_EQ(outcome_of([] { return symlink_status(u"C:\\l"); }), own) << code;
+            ASSERT_EQ(outcome_of([] { return status_express_light(u"C:\\l"); }),
+                      answers(shortened(*own.answer)))
+                << code;
+            ASSERT_EQ(outcome_of([] { return target_status_bridge(L"C:\\l"); }),
+                      fails(told(code, u"C:\\l")))
+                << code;
+            ASSERT_TRUE(fault.fired());
+        }
+        EXPECT_EQ(machine.open_handles(), 0) << function;
+    }
+}
+
+// A failed query of a share isn't looked into: whatever it says is told.
+TEST(StatusCodes, OfAFailedQueryOfALinkOnAShare)
+{
+    simulated_machine machine;
+    machine.add_share(u"s", u"h").add_symbolic_link(u"\\\\s\\h\\l", u"t").keep_journal(false);
+    for (DWORD code = 0; code <= last_code; ++code) {
+        auto const fault = machine.fail_every_call_on("GetFileAttributesExW", code);
+        ASSERT_EQ(outcome_of([] { return target_status_bridge(LR"(\\s\h\l)"); }),
+                  fails(told(code, uR"(\\s\h\l)")))
+            << code;
+        ASSERT_TRUE(fault.fired());
+    }
+}
+
+TEST(StatusCodes, AFailureWithoutACode)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\t", "1").add_symbolic_link(u"C:\\l", u"t");
+    auto fault = machine.fail_every_call_on_name("GetFileAttributesExW", u"C:\\t", 0);
+    EXPECT_EQ(outcome_of([] { return status_express_light(u"C:\\t"); }),
+              answers(shortened(zeros())));
+    EXPECT_EQ(outcome_of([] { return status_express_light(u"C:\\l"); }),
+              answers(shortened(zeros())));
+    EXPECT_EQ(outcome_of([] { return target_status_bridge(L"C:\\l"); }), answers(zeros()));
+    EXPECT_EQ(outcome_of([] { return status(u"C:\\t"); }), fails(system_error(0, u"C:\\t")));
+    EXPECT_EQ(outcome_of([] { return status(u"C:\\l"); }), fails(system_error(0, uR"(\\?\C:\t)")));
+    // further on the target's bridge goes on, too
+    machine.add_symbolic_link(u"C:\\first", u"l");
+    EXPECT_EQ(outcome_of([] { return target_status_bridge(L"C:\\first"); }), answers(zeros()));
+    EXPECT_TRUE(fault.fired());
+}
+
+TEST(StatusCodes, AnEmptyAnswerRunsByItsName)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\t.exe", "1").add_symbolic_link(u"C:\\l", u"t.exe");
+    auto const fault = machine.fail_every_call_on_name("GetFileAttributesExW", u"C:\\t.exe", 0);
+    EXPECT_EQ(target_status_bridge(L"C:\\l").get_perms(), 0777U);
+    EXPECT_TRUE(fault.fired());
+}
+
+// Code 3 says nothing but the length beyond 32,767 units.
+TEST(StatusCodes, OverlongPathnames)
+{
+    simulated_machine machine;
+    machine.keep_journal(false);
+    auto const fault = machine.fail_every_call_on("GetFileAttributesExW", 3);
+    std::u16string const fits = of_size(uR"(\\?\C:\)", 32767), longer = fits + u"a";
+    EXPECT_EQ(outcome_of([&] { return status_express_light(fits); }), missing_light());
+    EXPECT_EQ(outcome_of([&] { return status_express_light(longer); }), fails(too_large(longer)));
+    // four units more with the prefix
+    std::u16string const plain = of_size(u"C:\\", 32763);
+    EXPECT_EQ(outcome_of([&] { return status_express_light(plain); }), missing_light());
+    EXPECT_EQ(outcome_of([&] { return status_express_light(plain + u"a"); }),
+              fails(too_large(uR"(\\?\)" + plain + u"a")));
+    auto const opening = machine.fail_every_call_on("CreateFileW", 3);
+    EXPECT_EQ(outcome_of([&] { return target_status_bridge(wide(fits)); }), fails(not_found(fits)));
+    EXPECT_EQ(outcome_of([&] { return target_status_bridge(wide(longer)); }),
+              fails(too_large(longer)));
+    EXPECT_TRUE(fault.fired() && opening.fired());
+}
+
+// Links deep down, whose targets pass the limit by their text alone.
+TEST(StatusCodes, OverlongTargets)
+{
+    simulated_machine machine;
+    machine.keep_journal(false);
+    std::u16string folder = u"C:";
+    while (folder.size() < 32500)
+        folder += u"\\" + std::u16string(200, u'd');
+    std::u16string const link = folder + u"\\l";
+    // the prefix, the folder and a backslash stand ahead of the text
+    std::size_t const fitting = 32767 - (4 + folder.size() + 1);
+    for (std::size_t const size : {fitting, fitting + 1}) {
+        machine.add_symbolic_link(link, std::u16string(size, u'x'));
+        std::u16string const target = uR"(\\?\)" + folder + u"\\" + std::u16string(size, u'x');
+        auto const fault = machine.fail_call("GetFileAttributesExW", 2, 3);
+        outcome const expected = size == fitting ? missing() : fails(too_large(target));
+        EXPECT_TRUE(outcome_of([&] { return status(link); }) == expected) << size;
+        EXPECT_TRUE(fault.fired());
+        auto const second = machine.fail_call("GetFileAttributesExW", 1, 3);
+        EXPECT_TRUE(outcome_of([&] { return target_status_bridge(LR"(\\?\)" + wide(link)); }) ==
+                    expected)
+            << size;
+        EXPECT_TRUE(second.fired());
+        machine.remove(link);
+    }
+}
+
+struct journal_case
+{
+    char const *query;
+    std::function<void()> run;
+    lines expected;
+};
+
+void expect_journal(simulated_machine &machine, journal_case const &row)
+{
+    machine.clear_journal();
+    row.run();
+    EXPECT_EQ(calls_with_arguments(machine), row.expected) << row.query;
+}
+
+TEST(StatusJournal, OfAPlainName)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\d\\f", "1").set_current_directory(u"C:\\d");
+    std::string const expand = "GetFullPathNameW(f)", ask = R"(GetFileAttributesExW(C:\d\f))";
+    std::string const open = R"(CreateFileW(C:\d\f) access 8 share 7 disposition 3 flags 2200000)";
+    std::string const read = R"(DeviceIoControl(C:\d\f) flags 900A8)";
+    journal_case const cases[] = {
+        {"status", [] { status(u"f"); }, {expand, ask}},
+        {"symlink_status", [] { symlink_status(u"f"); }, {expand, ask}},
+        {"express", [] { status_express_light(u"f"); }, {"GetFileAttributesExW(f)"}},
+        {"exists", [] { exists(u"f"); }, {expand, ask}},
+        {"target",
+         [] { failure_of([] { target_status_bridge(LR"(C:\d\f)"); }); },
+         {open, read, R"(CloseHandle(C:\d\f))"}},
+    };
+    for (journal_case const &row : cases)
+        expect_journal(machine, row);
+}
+
+TEST(StatusJournal, OfTheEmptyText)
+{
+    simulated_machine machine;
+    EXPECT_EQ(outcome_of([] { return status(u""); }), missing());
+    EXPECT_EQ(outcome_of([] { return status(upath()); }), missing());
+    EXPECT_EQ(outcome_of([] { return symlink_status(u""); }), missing());
+    EXPECT_EQ(outcome_of([] { return symlink_status(upath()); }), missing());
+    EXPECT_EQ(outcome_of([] { return status_express_light(u""); }), missing_light());
+    EXPECT_EQ(calls_with_arguments(machine), lines{});
+    EXPECT_FALSE(exists(u""));
+    EXPECT_EQ(machine.calls_of("GetFileAttributesExW"), 1) << "here the system answers";
+}
+
+/// The three calls that read a link.
+void add_reading(lines &all, std::string const &path)
+{
+    all.push_back("CreateFileW(" + path + ") access 8 share 7 disposition 3 flags 2200000");
+    all.push_back("DeviceIoControl(" + path + ") flags 900A8");
+    all.push_back("CloseHandle(" + path + ")");
+}
+
+TEST(StatusJournal, OfOneHop)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\t", "1").add_symbolic_link(u"C:\\l", u"t");
+    lines ask = {R"(GetFileAttributesExW(C:\l))"};
+    add_reading(ask, "C:\\l");
+    lines follow = ask;
+    follow.push_back(R"(WNetGetUniversalNameW(C:\l) flags 1)");
+    follow.push_back(R"(GetFileAttributesExW(\\?\C:\t))");
+    auto const expanded = [](lines all) {
+        all.insert(all.begin(), R"(GetFullPathNameW(C:\l))");
+        return all;
+    };
+    lines target;
+    add_reading(target, "C:\\l");
+    target.push_back(R"(GetFileAttributesExW(\\?\C:\t))");
+    journal_case const cases[] = {
+        {"status", [] { status(u"C:\\l"); }, expanded(follow)},
+        {"symlink_status", [] { symlink_status(u"C:\\l"); }, expanded(ask)},
+        {"express", [] { status_express_light(u"C:\\l"); }, follow},
+        {"target", [] { target_status_bridge(L"C:\\l"); }, target},
+    };
+    for (journal_case const &row : cases)
+        expect_journal(machine, row);
+}
+
+TEST(StatusJournal, OfTwoHopsOfATarget)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\t", "1").add_symbolic_link(u"C:\\l", u"m");
+    machine.add_symbolic_link(u"C:\\m", u"t");
+    target_status_bridge(L"C:\\l");
+    std::string const middle = R"(\\?\C:\m)", ask = "GetFileAttributesExW(" + middle + ")";
+    lines expected;
+    add_reading(expected, "C:\\l");
+    expected.push_back(ask);
+    add_reading(expected, middle);
+    expected.push_back(ask); // the walk begins there
+    add_reading(expected, middle);
+    expected.push_back(R"(GetFileAttributesExW(\\?\C:\t))");
+    EXPECT_EQ(calls_with_arguments(machine), expected);
+}
+
+TEST(StatusJournal, OfLinksOnANetwork)
+{
+    simulated_machine machine;
+    machine.add_share(u"s", u"h").add_symbolic_link(u"\\\\s\\h\\l", u"t");
+    lines read = {R"(GetFileAttributesExW(\\s\h\l))"};
+    lines const asked = read;
+    add_reading(read, R"(\\s\h\l)");
+    // the type of the pathname tells enough: no provider is asked
+    expect_journal(machine, {"express", [] { status_express_light(uR"(\\s\h\l)"); }, read});
+    expect_journal(machine, {"target", [] { target_status_bridge(LR"(\\s\h\l)"); }, asked});
+}
+
+TEST(StatusJournal, TheProviderIsOnlyAskedAboutLinks)
+{
+    simulated_machine machine;
+    machine.handle_tag(0x8000000A).add_reparse_point(u"C:\\dfs", 0x8000000A, "0123456789abcdef");
+    machine.add_symbolic_link(u"C:\\sparse", u"t").set_attributes(u"C:\\sparse", 0x200);
+    machine.clear_journal();
+    for (char16_t const *path : {u"C:\\dfs", u"C:\\sparse", u"C:\\no"}) {
+        status(path);
+        status_express_light(path);
+    }
+    EXPECT_EQ(machine.calls_of("WNetGetUniversalNameW"), 0);
+    EXPECT_EQ(machine.calls_of("CreateFileW"), 2) << "what is sparse isn't read";
+}
+
+struct length_case
+{
+    std::size_t size;
+    bool has_prefix;
+};
+
+TEST(StatusJournal, APrefixBeyondTheLimit)
+{
+    for (length_case const row : {length_case{259, false}, {260, true}, {300, true}}) {
+        simulated_machine machine;
+        std::u16string const folder = of_size(u"C:\\", 200);
+        std::u16string const path = of_size((folder + u"\\").c_str(), row.size);
+        std::u16string const form = (row.has_prefix ? uR"(\\?\)" : u"") + path;
+        machine.add_file(path, "12");
+        EXPECT_EQ(status(path).get_size(), 2U) << row.size;
+        EXPECT_EQ(machine.journal().back().text, form) << row.size;
+        EXPECT_EQ(symlink_status(path).get_size(), 2U) << row.size;
+        EXPECT_EQ(machine.journal().back().text, form) << row.size;
+        EXPECT_EQ(status_express_light(path).get_size(), 2U) << row.size;
+        EXPECT_EQ(machine.journal().back().text, form) << row.size;
+        EXPECT_EQ(status_express_light(uR"(\\?\)" + path).get_size(), 2U) << row.size;
+        EXPECT_EQ(machine.journal().back().text, uR"(\\?\)" + path) << "never a second prefix";
+        machine.remove(path);
+        auto const fault = machine.fail_every_call_on("GetFileAttributesExW", 5);
+        EXPECT_EQ(outcome_of([&] { return status(path); }), fails(denied(form))) << row.size;
+        EXPECT_EQ(outcome_of([&] { return status_express_light(path); }), fails(denied(form)));
+    }
+}
+
+TEST(StatusJournal, APrefixBeyondTheLimitOnAShare)
+{
+    simulated_machine machine;
+    machine.add_share(u"s", u"h");
+    for (std::size_t const size : {259U, 260U}) {
+        std::u16string const path = of_size(uR"(\\s\h\)", size);
+        std::u16string const form = size == 259 ? path : uR"(\\?\UNC)" + path.substr(1);
+        EXPECT_FALSE(file_status::exists(status(path)));
+        EXPECT_EQ(machine.journal().back().text, form) << size;
+        EXPECT_FALSE(file_status_light::exists(status_express_light(path)));
+        EXPECT_EQ(machine.journal().back().text, form) << size;
+    }
+}
+
+TEST(StatusJournal, ExpressTakesTheTextAsItStands)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\d\\f", "12").set_current_directory(u"C:\\d");
+    for (std::u16string const path : {u"f", u"C:/d/f", u"C:\\d\\.\\f", u"C:\\d\\\\f", u"..\\d\\f",
+                                      u"C:f", u"\\d\\f", uR"(\\?\C:\d\f)", uR"(\\.\C:\d\f)"}) {
+        machine.clear_journal();
+        EXPECT_EQ(status_express_light(path).get_size(), 2U) << test_support::printable(path);
+        EXPECT_EQ(calls_with_arguments(machine),
+                  lines{"GetFileAttributesExW(" + test_support::printable(path) + ")"});
+    }
+}
+
+TEST(StatusCalls, ExpressRefusesLongTextsWithoutARoot)
+{
+    simulated_machine machine;
+    failure const expected = invalid_argument("Long UNC path without root not permitted");
+    for (char16_t const *head : {u"f", u"\\f", u"C:f", u"\\\\.\\f", u"\\\\s"}) {
+        std::u16string const text = of_size(head, 260);
+        EXPECT_EQ(outcome_of([&] { return status_express_light(text); }), fails(expected))
+            << test_support::printable(head);
+    }
+    EXPECT_EQ(calls_with_arguments(machine), lines{});
+    EXPECT_EQ(outcome_of([] { return status_express_light(of_size(u"f", 255)); }), missing_light());
+}
+
+TEST(StatusCalls, PathnamesThatCannotBe)
+{
+    simulated_machine machine;
+    for (std::u16string const path : {u"\\\\server", u"\\\\.\\COM1", u"\\\\.\\C:\\x"}) {
+        EXPECT_EQ(outcome_of([&] { return status(path); }), missing());
+        EXPECT_EQ(outcome_of([&] { return symlink_status(path); }), missing());
+    }
+    EXPECT_EQ(machine.calls_of("GetFileAttributesExW"), 0) << "nobody is asked";
+}
+
+// Whatever the expansion tells, it is told by these two as by a failed query.
+TEST(StatusCalls, AnExpansionThatFails)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\f").keep_journal(false);
+    for (DWORD code = 1; code <= last_code; ++code) {
+        auto const fault = machine.fail_every_call_on("GetFullPathNameW", code);
+        outcome const expected = says_missing(code) ? missing() : fails(told(code, u"C:\\f"));
+        ASSERT_EQ(outcome_of([] { return status(u"C:\\f"); }), expected) << code;
+        ASSERT_EQ(outcome_of([] { return symlink_status(u"C:\\f"); }), expected) << code;
+        ASSERT_TRUE(fault.fired());
+    }
+    auto const fault = machine.fail_every_call_on("GetFullPathNameW", 5);
+    EXPECT_TRUE(file_status_light::exists(status_express_light(u"C:\\f")));
+    EXPECT_FALSE(fault.fired());
+}
+
+struct query_case
+{
+    char const *name;
+    std::function<outcome()> run;
+    /// What failing each call in turn comes to: a code's report with this text, or an
+    /// answer.
+    std::vector<outcome> expected;
+};
+
+/// A link `C:\l` to the file `C:\t`.
+void add_link_and_file(simulated_machine &machine)
+{
+    machine.add_file(u"C:\\t", "12").add_symbolic_link(u"C:\\l", u"t");
+    machine.set_times(u"C:\\t", {10, 20, 30}).set_attributes(u"C:\\t", 0x20);
+    machine.set_times(u"C:\\l", {40, 50, 60}).set_attributes(u"C:\\l", 2);
+}
+
+/// Fails the calls one by one.
+void expect_each_failing_call(query_case const &row)
+{
+    int nth = 1;
+    for (outcome const &expected : row.expected) {
+        simulated_machine machine;
+        add_link_and_file(machine);
+        auto const fault = machine.fail_call(nth, 1117);
+        EXPECT_EQ(row.run(), expected) << row.name << ", failing call " << nth;
+        EXPECT_TRUE(fault.fired()) << row.name << ", failing call " << nth;
+        detail::expect_nothing_open(machine, row.name + std::to_string(nth));
+        ++nth;
+    }
+    simulated_machine machine;
+    add_link_and_file(machine);
+    auto const fault = machine.fail_call(nth, 1117);
+    row.run();
+    EXPECT_FALSE(fault.fired()) << row.name << ": there is no further call";
+}
+
+TEST(StatusCalls, EachCallThatFails)
+{
+    test_support::record const end{0x8000, 0x1000 | 0666, 2, 3, 1, 2};
+    test_support::record const link{0x8000, 0x4000 | 0666, 5, 6, 4, 0};
+    test_support::record self = link;
+    self.type = file_status::symlink_file;
+    outcome const told_link = fails(system_error(1117, u"C:\\l"));
+    outcome const told_end = fails(system_error(1117, uR"(\\?\C:\t)"));
+    outcome const own = answers(link), found = answers(end);
+    outcome const own_light = answers(shortened(link)), found_light = answers(shortened(end));
+    // expansion, question, opening, reading, closing, provider, question
+    query_case const cases[] = {
+        {"status",
+         [] { return outcome_of([] { return status(u"C:\\l"); }); },
+         {told_link, told_link, own, own, found, found, told_end}},
+        {"symlink_status",
+         [] { return outcome_of([] { return symlink_status(u"C:\\l"); }); },
+         {told_link, told_link, own, own, answers(self)}},
+        {"express",
+         [] { return outcome_of([] { return status_express_light(u"C:\\l"); }); },
+         {told_link, own_light, own_light, found_light, found_light, told_end}},
+        {"target",
+         [] { return outcome_of([] { return target_status_bridge(L"C:\\l"); }); },
+         {told_link, told_link, found, told_end}},
+    };
+    for (query_case const &row : cases)
+        expect_each_failing_call(row);
+}
+
+TEST(StatusCalls, ALinkThatVanishes)
+{
+    for (char const *const function : {"CreateFileW", "DeviceIoControl"}) {
+        outcome own, seen;
+        bool const is_read = std::string(function) == "DeviceIoControl";
+        {
+            simulated_machine machine;
+            add_link_and_file(machine);
+            own = outcome_of([] { return symlink_status(u"C:\\l"); });
+            own.answer->type = file_status::regular_file;
+            auto const gone = machine.before_call(function, 1, [&] { machine.remove(u"C:\\l"); });
+            seen = outcome_of([] { return status(u"C:\\l"); });
+            EXPECT_TRUE(gone.fired());
+            detail::expect_nothing_open(machine, function);
+        }
+        if (is_read) // an open handle goes on reading what was there
+            EXPECT_EQ(seen.answer->size, 2U);
+        else
+            EXPECT_EQ(seen, own);
+    }
+}
+
+TEST(StatusCalls, ALinkThatVanishesForTheOtherQueries)
+{
+    simulated_machine machine;
+    add_link_and_file(machine);
+    outcome own = outcome_of([] { return symlink_status(u"C:\\l"); });
+    own.answer->type = file_status::regular_file;
+    auto const vanish = [&] {
+        return machine.before_call("CreateFileW", 1, [&] { machine.remove(u"C:\\l"); });
+    };
+    {
+        auto const gone = vanish();
+        EXPECT_EQ(outcome_of([] { return symlink_status(u"C:\\l"); }), own);
+    }
+    add_link_and_file(machine.remove(u"C:\\t"));
+    {
+        auto const gone = vanish();
+        EXPECT_EQ(outcome_of([] { return status_express_light(u"C:\\l"); }),
+                  answers(shortened(*own.answer)));
+    }
+    add_link_and_file(machine.remove(u"C:\\t"));
+    {
+        auto const gone = vanish();
+        EXPECT_EQ(outcome_of([] { return target_status_bridge(L"C:\\l"); }),
+                  fails(not_found(u"C:\\l")));
+    }
+    EXPECT_EQ(machine.open_handles(), 0);
+}
+
+TEST(StatusCalls, ALinkThatBecomesAFile)
+{
+    simulated_machine machine;
+    add_link_and_file(machine);
+    outcome own = outcome_of([] { return symlink_status(u"C:\\l"); });
+    own.answer->type = file_status::regular_file;
+    auto const replaced = machine.before_call("CreateFileW", 1, [&] {
+        machine.remove(u"C:\\l");
+        machine.add_file(u"C:\\l", "12345");
+    });
+    EXPECT_EQ(outcome_of([] { return status(u"C:\\l"); }), own) << "of what it was";
+    EXPECT_TRUE(replaced.fired());
+}
+
+TEST(StatusCalls, ATargetThatVanishes)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\t", "1").add_symbolic_link(u"C:\\m", u"t");
+    machine.add_symbolic_link(u"C:\\l", u"m");
+    // the walk asks again about the link in the middle
+    auto const gone =
+        machine.before_call("GetFileAttributesExW", 2, [&] { machine.remove(u"C:\\m"); });
+    EXPECT_EQ(outcome_of([] { return target_status_bridge(L"C:\\l"); }), missing());
+    EXPECT_TRUE(gone.fired());
+}
+
+bool says_no(DWORD code)
+{
+    return code == 2 || code == 3 || code == 53 || code == 64 || code == 123 || code == 267 ||
+           code == 161 || code == 4390 || code == 1920;
+}
+
+TEST(ExistsCodes, OfAFailedQuery)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\d\\f").set_current_directory(u"C:\\d").keep_journal(false);
+    for (DWORD code = 1; code <= last_code; ++code) {
+        auto const fault = machine.fail_every_call_on("GetFileAttributesExW", code);
+        auto const expected = says_no(code) ? std::nullopt : std::optional(told(code, u"f"));
+        bool found = false, found_object = false;
+        ASSERT_EQ(failure_of([&] { found = exists(u"f"); }), expected) << code;
+        ASSERT_EQ(failure_of([&] { found_object = exists(upath(u"f")); }), expected) << code;
+        ASSERT_FALSE(found || found_object) << code;
+        ASSERT_TRUE(fault.fired());
+    }
+    EXPECT_TRUE(exists(u"f"));
+}
+
+TEST(ExistsCodes, BehindALink)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\t").add_symbolic_link(u"C:\\l", u"t").keep_journal(false);
+    for (char const *const function : {"CreateFileW", "GetFileInformationByHandleEx"}) {
+        for (DWORD code = 1; code <= last_code; ++code) {
+            auto const fault = machine.fail_every_call_on(function, code);
+            auto const expected =
+                says_no(code) ? std::nullopt : std::optional(told(code, u"C:\\l"));
+            bool found = false;
+            ASSERT_EQ(failure_of([&] { found = exists(u"C:\\l"); }), expected) << code;
+            ASSERT_FALSE(found) << code;
+            ASSERT_TRUE(fault.fired()) << function;
+        }
+        EXPECT_EQ(machine.open_handles(), 0) << function;
+    }
+}
+
+TEST(ExistsCodes, AFailureWithoutACodeIsNoFailure)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\f");
+    auto const fault = machine.fail_every_call_on("GetFileAttributesExW", 0);
+    EXPECT_FALSE(exists(u"C:\\f"));
+    EXPECT_TRUE(fault.fired());
+}
+
+TEST(ExistsCodes, NameThePathnameInNativeForm)
+{
+    simulated_machine machine;
+    auto const fault = machine.fail_every_call_on("GetFileAttributesExW", 5);
+    EXPECT_EQ(failure_of([] { exists(u"d//f"); }), denied(u"d\\f"));
+    std::u16string const longer = of_size(u"C:\\", 248);
+    EXPECT_EQ(failure_of([&] { exists(longer); }), denied(longer)) << "without the prefix";
+    EXPECT_EQ(machine.journal().back().text, uR"(\\?\)" + longer);
+    std::u16string const shorter = of_size(u"C:\\", 247);
+    EXPECT_EQ(failure_of([&] { exists(shorter); }), denied(shorter));
+    EXPECT_EQ(machine.journal().back().text, shorter);
+}
+
+} // namespace
+} // namespace fl::filesystem
