@@ -39,7 +39,8 @@ bool has_extension_that_runs(std::wstring_view path)
         return false;
     constexpr std::wstring_view running[] = {L"exe", L"bat", L"com", L"cmd"};
     std::wstring const extension = to_lower_case(path.substr(stop + 1));
-    return std::find(std::begin(running), std::end(running), extension) != std::end(running);
+    std::wstring_view const sought = extension;
+    return std::find(std::begin(running), std::end(running), sought) != std::end(running);
 }
 
 } // namespace
