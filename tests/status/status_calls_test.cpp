@@ -17,11 +17,9 @@ namespace {
 
 using detail::lines;
 using detail::windows::target_status_bridge;
-using simulation::flavour;
 using simulation::simulated_machine;
 using test_support::about;
 using test_support::answers;
-using test_support::bare;
 using test_support::calls_with_arguments;
 using test_support::denied;
 using test_support::fails;
@@ -34,7 +32,6 @@ using test_support::not_found;
 using test_support::of_size;
 using test_support::outcome;
 using test_support::outcome_of;
-using test_support::record_of;
 using test_support::shortened;
 using test_support::system_error;
 using test_support::too_large;

@@ -18,7 +18,6 @@ using simulation::flavour;
 using simulation::simulated_machine;
 using test_support::answers;
 using test_support::bare;
-using test_support::dedup_tag;
 using test_support::denied;
 using test_support::dfs_tag;
 using test_support::fails;

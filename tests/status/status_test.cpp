@@ -15,7 +15,6 @@ namespace {
 
 using test_support::answers;
 using test_support::fails;
-using test_support::failure_of;
 using test_support::instant;
 using test_support::invalid_argument;
 using test_support::invalid_character;
