@@ -6,7 +6,7 @@
 // The bytes come from a disk that anybody may have written. Numbers are put together
 // lowest byte first, and every offset and length ends with the buffer.
 
-#include "platform/file_handle.hpp"
+#include "platform/owned_handle.hpp"
 
 #include <cstddef>
 #include <cstdint>

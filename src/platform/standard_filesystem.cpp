@@ -2,8 +2,8 @@
 
 #include "pathname/shapes.hpp"
 #include "platform/attribute_query.hpp"
-#include "platform/file_handle.hpp"
 #include "platform/filled_buffer.hpp"
+#include "platform/owned_handle.hpp"
 #include "platform/reparse_point.hpp"
 
 #include <windows.h>

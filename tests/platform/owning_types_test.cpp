@@ -2,8 +2,7 @@
 // nothing that it doesn't.
 
 #include "platform/com_apartment.hpp"
-#include "platform/file_handle.hpp"
-#include "platform/find_handle.hpp"
+#include "platform/owned_handle.hpp"
 #include "platform/shell_link_object.hpp"
 
 #include <simulation/machine.hpp>

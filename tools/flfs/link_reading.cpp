@@ -5,7 +5,7 @@
 #include <fl/filesystem/operations.hpp>
 #include <fl/filesystem/windows.hpp>
 
-#include "platform/file_handle.hpp"
+#include "platform/owned_handle.hpp"
 #include "platform/shell_link_object.hpp"
 
 #include <winioctl.h>
