@@ -19,14 +19,9 @@ using test_support::flfs_result;
 using test_support::run_flfs;
 using test_support::workspace;
 
-/// The command without the test whether there is a disk to read.
 flfs_result report(std::vector<std::u16string> const &pathnames, bool as_json = false)
 {
-    std::ostringstream out;
-    std::ostringstream err;
-    flfs::session session{out, err};
-    int const exit_code = flfs::report_links(session, pathnames, as_json);
-    return {exit_code, out.str(), err.str()};
+    return test_support::run_report(flfs::report_links, pathnames, as_json);
 }
 
 TEST(FlfsReadlink, WhatIsNoLink)

@@ -2,6 +2,7 @@
 #define FL_FILESYSTEM_TESTS_TOOLS_RUN_FLFS_HPP
 // Runs flfs in this process and keeps all that a user would see of it.
 
+#include "flfs/commands.hpp"
 #include "flfs/run.hpp"
 
 #include <nlohmann/json.hpp>
@@ -24,6 +25,17 @@ inline flfs_result run_flfs(std::vector<std::string> const &arguments)
     std::ostringstream out;
     std::ostringstream err;
     int const exit_code = flfs::run(arguments, out, err);
+    return {exit_code, out.str(), err.str()};
+}
+
+/// What a command reports on pathnames, without its test whether there is a disk to read.
+template <typename Report>
+flfs_result run_report(Report report, std::vector<std::u16string> const &pathnames, bool as_json)
+{
+    std::ostringstream out;
+    std::ostringstream err;
+    flfs::session session{out, err};
+    int const exit_code = report(session, pathnames, as_json);
     return {exit_code, out.str(), err.str()};
 }
 
