@@ -1,8 +1,22 @@
 #include "failure/filesystem_error.hpp"
 
+#include "failure/blame.hpp"
+#include "failure/throw.hpp"
 #include "failure/win32_error.hpp"
 
 namespace fl::filesystem::detail {
+
+namespace {
+
+/// "Is a directory" of the facility's own checks. A host's `errc` may have another number.
+bool is_a_directory(std::error_code const &ec)
+{
+    constexpr int number = 21;
+    return ec.category() == std::generic_category() &&
+           ec == std::error_condition(number, std::generic_category());
+}
+
+} // namespace
 
 void throw_on_filesystem_error(std::error_code ec, std::optional<upath> first)
 {
@@ -10,6 +24,16 @@ void throw_on_filesystem_error(std::error_code ec, std::optional<upath> first)
         return;
     std::wstring const named = first ? first->wstring() : std::wstring();
     throw_win32_exception(static_cast<unsigned int>(ec.value()), named);
+}
+
+void throw_on_filesystem_error(std::error_code ec, upath const &first, upath const &second)
+{
+    if (ec.value() == 0)
+        return;
+    if (is_a_directory(ec))
+        throw_exception(FileIsDirectory(first.native()));
+    throw_win32_exception_for_pair(static_cast<unsigned int>(ec.value()), first.wstring(),
+                                   second.wstring());
 }
 
 } // namespace fl::filesystem::detail

@@ -15,6 +15,12 @@ namespace fl::filesystem::detail {
 /// value: it outlives the strings that went to the system.
 void throw_on_filesystem_error(std::error_code ec, std::optional<upath> first);
 
+/// The same for an operation with a source and a target: throws `FileIsDirectory`
+/// naming `first` for the facility's own "is a directory" (21 of the generic category),
+/// and otherwise blames one of the two as `throw_win32_exception_for_pair` does. The
+/// number counts as a Win32 code in any category.
+void throw_on_filesystem_error(std::error_code ec, upath const &first, upath const &second);
+
 } // namespace fl::filesystem::detail
 
 #endif

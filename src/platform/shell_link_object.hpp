@@ -61,6 +61,24 @@ inline HRESULT read_stored_path(std::wstring const &file, wchar_t (&buffer)[MAX_
     return result;
 }
 
+/// Writes the shortcut `file` with this target, over a file that is there. Returns the
+/// first failure, or what the last call answers. A target that the shell refuses isn't
+/// one: the shortcut is then without.
+inline HRESULT save_stored_path(std::wstring const &file, std::wstring const &target)
+{
+    com_apartment const apartment; // outlives the interfaces
+    com_pointer<IShellLinkW> link;
+    com_pointer<IPersistFile> persistence;
+    HRESULT result = create_shell_link(link);
+    if (SUCCEEDED(result)) {
+        static_cast<void>(link->SetPath(target.c_str()));
+        result = query_persistence(link, persistence);
+    }
+    if (SUCCEEDED(result))
+        result = persistence->Save(file.c_str(), TRUE);
+    return result;
+}
+
 } // namespace fl::filesystem::detail
 
 #endif

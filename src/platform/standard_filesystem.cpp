@@ -1,57 +1,17 @@
 #include "platform/standard_filesystem.hpp"
 
-#include "pathname/shapes.hpp"
 #include "platform/attribute_query.hpp"
 #include "platform/filled_buffer.hpp"
 #include "platform/owned_handle.hpp"
 #include "platform/reparse_point.hpp"
+#include "platform/standard_codes.hpp"
+#include "platform/standard_roots.hpp"
 
 #include <windows.h>
-
-#include <algorithm>
-#include <memory>
-#include <new>
 
 namespace fl::filesystem::detail::standard {
 
 namespace {
-
-std::error_code system_code(DWORD code)
-{
-    return {static_cast<int>(code), std::system_category()};
-}
-
-/// The index of the first separator of either kind at or after `from`, or the
-/// size of the text.
-template <typename Char>
-std::size_t find_separator(std::basic_string_view<Char> text, std::size_t from)
-{
-    while (from < text.size() && !is_separator(text[from]))
-        ++from;
-    return from;
-}
-
-/// The index of the first unit at or after `from` that is no separator, or the
-/// size of the text.
-template <typename Char>
-std::size_t skip_separators(std::basic_string_view<Char> text, std::size_t from)
-{
-    while (from < text.size() && is_separator(text[from]))
-        ++from;
-    return from;
-}
-
-/// Whether `text` begins with one of `\\?\`, `\\.\` and `\??\`, and no further
-/// separator stands behind it.
-template <typename Char>
-bool has_namespace_prefix(std::basic_string_view<Char> text)
-{
-    if (is_separator(unit_at(text, 4)))
-        return false;
-    bool const is_object_prefix = text.size() >= 4 && is_separator(text[0]) && text[1] == '?' &&
-                                  text[2] == '?' && is_separator(text[3]);
-    return is_object_prefix || is_long_prefix_at(text, 0) || is_device_prefix_at(text, 0);
-}
 
 /// The text that `call(buffer, room)` writes, however long it is.
 template <typename Call>
@@ -70,23 +30,6 @@ std::wstring filled_text(std::error_code &ec, Call call)
     return {};
 }
 
-/// The length of the root name: drive, server, or prefix without its last
-/// separator.
-template <typename Char>
-std::size_t root_name_length(std::basic_string_view<Char> text)
-{
-    // C:
-    if (is_drive_at(text, 0))
-        return 2;
-    // \\? of \\?\foo
-    if (has_namespace_prefix(text))
-        return 3;
-    // \\server
-    bool const is_server = text.size() >= 3 && is_separator(text[0]) && is_separator(text[1]) &&
-                           !is_separator(text[2]);
-    return is_server ? find_separator(text, 2) : 0;
-}
-
 /// Where the elements of `text` begin. Behind `\\?\` a drive counts to the root:
 /// it is nothing that could be created.
 std::size_t root_length(std::wstring_view text)
@@ -94,31 +37,6 @@ std::size_t root_length(std::wstring_view text)
     std::size_t const root = skip_separators(text, root_name_length(text));
     bool const is_long_drive = root == 4 && is_long_prefix_at(text, 0) && is_drive_at(text, 4);
     return is_long_drive ? skip_separators(text, 6) : root;
-}
-
-/// The most that reparse data takes, and two bytes more.
-constexpr std::size_t reparse_room = 16386;
-
-/// Opens and reads the reparse data of `text` into `data`, of `reparse_room` bytes, which
-/// it takes from the heap. Returns the system's code, 0 on success.
-DWORD read_reparse_point(std::wstring const &text, std::unique_ptr<unsigned char[]> &data)
-{
-    auto const [file, code] = open_reparse_point(text, FILE_READ_ATTRIBUTES);
-    if (code != ERROR_SUCCESS)
-        return code;
-    data.reset(new (std::nothrow) unsigned char[reparse_room]());
-    if (!data)
-        return ERROR_NOT_ENOUGH_MEMORY;
-    return get_reparse_point(file, {data.get(), reparse_room});
-}
-
-/// The codes for a name that can't be reached, on a disk or on a network.
-bool is_not_found(std::error_code const &ec)
-{
-    constexpr DWORD codes[] = {ERROR_FILE_NOT_FOUND,  ERROR_PATH_NOT_FOUND, ERROR_BAD_NETPATH,
-                               ERROR_NETNAME_DELETED, ERROR_INVALID_NAME,   ERROR_DIRECTORY};
-    return std::find(std::begin(codes), std::end(codes), static_cast<DWORD>(ec.value())) !=
-           std::end(codes);
 }
 
 /// Sets `attributes` to those of what a link leads to, and returns the system's code.
@@ -134,6 +52,35 @@ DWORD query_behind_link(std::wstring const &text, DWORD &attributes)
         return ::GetLastError();
     attributes = info.FileAttributes;
     return ERROR_SUCCESS;
+}
+
+/// Sets `tag` to that of the reparse point `text`, and returns the system's code.
+DWORD query_tag(std::wstring const &text, DWORD &tag)
+{
+    auto const [file, code] = open_reparse_point(text, FILE_READ_ATTRIBUTES);
+    if (code != ERROR_SUCCESS)
+        return code;
+    FILE_ATTRIBUTE_TAG_INFO info = {};
+    if (!::GetFileInformationByHandleEx(file.get(), FileAttributeTagInfo, &info, sizeof info))
+        return ::GetLastError();
+    tag = info.ReparseTag;
+    return ERROR_SUCCESS;
+}
+
+/// What a failed query comes to, with its code in `ec`.
+std::filesystem::file_status status_of_failure(DWORD code, std::error_code &ec)
+{
+    using std::filesystem::file_type;
+    ec = system_code(code);
+    return std::filesystem::file_status(is_not_found(code) ? file_type::not_found
+                                                           : file_type::none);
+}
+
+std::filesystem::file_type type_of_tag(DWORD tag, std::filesystem::file_type otherwise)
+{
+    if (tag == DWORD{IO_REPARSE_TAG_SYMLINK})
+        return std::filesystem::file_type::symlink;
+    return tag == DWORD{IO_REPARSE_TAG_MOUNT_POINT} ? junction : otherwise;
 }
 
 std::filesystem::file_status status_of(DWORD attributes)
@@ -184,12 +131,24 @@ std::filesystem::file_status status(std::wstring const &text, std::error_code &e
     DWORD code = query.code;
     if (!query.has_failed && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0)
         code = query_behind_link(text, attributes);
-    if (query.has_failed || code != ERROR_SUCCESS) {
-        ec = system_code(code);
-        return std::filesystem::file_status(is_not_found(ec) ? std::filesystem::file_type::not_found
-                                                             : std::filesystem::file_type::none);
-    }
+    if (query.has_failed || code != ERROR_SUCCESS)
+        return status_of_failure(code, ec);
     return status_of(attributes);
+}
+
+std::filesystem::file_status symlink_status(std::wstring const &text, std::error_code &ec)
+{
+    ec.clear();
+    attribute_query const query(text);
+    DWORD const attributes = query.data.dwFileAttributes;
+    DWORD code = query.code;
+    DWORD tag = 0;
+    if (!query.has_failed && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0)
+        code = query_tag(text, tag);
+    if (query.has_failed || code != ERROR_SUCCESS)
+        return status_of_failure(code, ec);
+    std::filesystem::file_status const plain = status_of(attributes);
+    return std::filesystem::file_status(type_of_tag(tag, plain.type()), plain.permissions());
 }
 
 bool create_directory(std::wstring const &text, std::error_code &ec)
@@ -224,28 +183,13 @@ bool create_directories(std::wstring const &text, std::error_code &ec)
         std::size_t const end = find_separator<wchar_t>(text, begin);
         level.append(text, level.size(), end - level.size());
         created = create_directory(level, ec);
-        if (ec && !is_not_found(ec))
+        if (ec && !is_not_found(static_cast<DWORD>(ec.value())))
             noted = ec;
         begin = skip_separators<wchar_t>(text, end);
     }
     if (ec && noted)
         ec = noted;
     return created;
-}
-
-std::wstring read_symlink(std::wstring const &text, std::error_code &ec)
-{
-    ec.clear();
-    std::unique_ptr<unsigned char[]> data;
-    if (DWORD const code = read_reparse_point(text, data); code != ERROR_SUCCESS) {
-        ec = system_code(code);
-        return {};
-    }
-    reparse_bytes const bytes(data.get(), reparse_room);
-    if (is_link_tag(reparse_tag(bytes)))
-        return link_name(bytes);
-    ec = system_code(ERROR_REPARSE_TAG_INVALID);
-    return {};
 }
 
 } // namespace fl::filesystem::detail::standard

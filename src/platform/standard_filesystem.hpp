@@ -36,6 +36,13 @@ std::wstring current_path(std::error_code &ec);
 /// case.
 std::filesystem::file_status status(std::wstring const &text, std::error_code &ec);
 
+/// The type of junctions and mount points, which not every toolchain's list has.
+inline constexpr auto junction = static_cast<std::filesystem::file_type>(10);
+
+/// The same for the name itself: a symbolic link is one, a mount point a `junction`, and
+/// every other reparse point what its attributes say.
+std::filesystem::file_status symlink_status(std::wstring const &text, std::error_code &ec);
+
 /// Creates one directory and returns whether it did. That a directory is there
 /// already is no error.
 bool create_directory(std::wstring const &text, std::error_code &ec);
@@ -52,6 +59,24 @@ bool create_directories(std::wstring const &text, std::error_code &ec);
 /// people, or the one that the system follows if it has no other. Another kind of
 /// reparse point is code 4393, and no memory for its data code 8.
 std::wstring read_symlink(std::wstring const &text, std::error_code &ec);
+
+/// Creates a symbolic link with the text `target`, its separators made single backslashes.
+/// No memory for that is code 12 in the generic category.
+void create_symlink(std::wstring const &target, std::wstring const &link, std::error_code &ec);
+void create_directory_symlink(std::wstring const &target, std::wstring const &link,
+                              std::error_code &ec);
+
+/// Creates a symbolic link of the same kind and with the same text as `existing`. Another
+/// reparse point is code 4393, and no memory for its data code 8.
+void copy_symlink(std::wstring const &existing, std::wstring const &link, std::error_code &ec);
+
+/// Removes a file, a link itself or an empty directory, read-only or not, and returns
+/// whether it did. A name that can't be found is no error.
+bool remove(std::wstring const &text, std::error_code &ec);
+
+/// Moves a file or directory, to another volume, too. A file that has the new name is
+/// replaced.
+void rename(std::wstring const &from, std::wstring const &to, std::error_code &ec);
 
 } // namespace fl::filesystem::detail::standard
 

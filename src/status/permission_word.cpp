@@ -14,8 +14,6 @@ namespace fl::filesystem::detail {
 namespace {
 
 constexpr unsigned int read_bits = 0444;
-constexpr unsigned int write_bits = 0222;
-constexpr unsigned int exec_bits = 0111;
 
 /// A flag of the permission word, and the attribute that it stands for.
 struct attribute_flag
@@ -30,6 +28,17 @@ constexpr attribute_flag attribute_flags[] = {
     {FILE_ATTRIBUTE_SYSTEM, file_status::system_file},
     {FILE_ATTRIBUTE_NOT_CONTENT_INDEXED, file_status::non_indexed_file},
 };
+
+/// The attributes that the flags in `perms` stand for.
+std::uint32_t flagged_attributes(unsigned int perms)
+{
+    std::uint32_t attributes = 0;
+    for (attribute_flag const &row : attribute_flags) {
+        if ((perms & row.flag) != 0)
+            attributes |= row.attribute;
+    }
+    return attributes;
+}
 
 bool has_extension_that_runs(std::wstring_view path)
 {
@@ -57,6 +66,20 @@ unsigned int attributes_to_perms(std::wstring_view path, std::uint32_t attribute
     if (!is_directory && has_extension_that_runs(path))
         perms |= exec_bits;
     return perms;
+}
+
+std::uint32_t change_attributes(std::uint32_t attributes, unsigned int perms)
+{
+    constexpr std::uint32_t read_only = FILE_ATTRIBUTE_READONLY;
+    bool const can_write = (perms & write_bits) != 0;
+    std::uint32_t const flagged = flagged_attributes(perms);
+    if ((perms & file_status::perms_add) != 0)
+        return (can_write ? attributes & ~read_only : attributes) | flagged;
+    if ((perms & file_status::perms_remove) != 0)
+        return (can_write ? attributes | read_only : attributes) & ~flagged;
+    std::uint32_t const others =
+        attributes & ~(read_only | flagged_attributes(file_status::perms_mask));
+    return others | flagged | (can_write ? 0 : read_only);
 }
 
 } // namespace fl::filesystem::detail

@@ -63,6 +63,172 @@ FL_FILESYSTEM_API void create_directory(std::u16string const &p);
 FL_FILESYSTEM_API void create_directories(upath const &p);
 FL_FILESYSTEM_API void create_directories(std::u16string const &p);
 
+/// Removes the name `p`: a file, a link itself, or an empty directory, also if it is
+/// read-only. The file is opened and marked for deletion by `SetFileInformationByHandle`, so
+/// that its name is free at once where the disk can do that. The empty path is passed over.
+///
+/// Throws, about `p` as it was given and never the string that went to the system:
+///
+///     `p` is missing              PathNotFound
+///     a directory with entries    DirectoryNotEmpty
+///     no right to remove it       AccessDenied
+///     any other code              what it stands for
+///
+/// An `InvalidArgument` "Long UNC path without root not permitted" names no pathname.
+FL_FILESYSTEM_API void remove(upath const &p);
+FL_FILESYSTEM_API void remove(std::u16string const &p);
+
+/// Removes a file or a link to a file with `DeleteFileW`, and nothing else: unlike
+/// `remove` it leaves read-only files alone. The empty path is passed over.
+///
+/// Throws, naming the string that went to the system (see
+/// `detail::windows::make_native_access_form_bridge`):
+///
+///     `p` is a directory          FileIsDirectory
+///     `p` is missing              PathNotFound
+///     read-only, or no right      AccessDenied
+///     any other code              what it stands for
+FL_FILESYSTEM_API void remove_file(upath const &p);
+FL_FILESYSTEM_API void remove_file(std::u16string const &p);
+
+/// Removes an empty directory or a link to a directory with `RemoveDirectoryW`. The empty
+/// path is passed over.
+///
+/// Throws, naming the string that went to the system: `DirectoryNotEmpty` if there is
+/// something in it, `NotDirectoryError` for a file, and what any other code stands for.
+FL_FILESYSTEM_API void remove_directory(upath const &p);
+FL_FILESYSTEM_API void remove_directory(std::u16string const &p);
+
+/// Removes `p` with all that is in it, files and directories in the order in which
+/// `FindNextFileW` tells them, a directory after its contents. Links are removed and never
+/// followed, at any depth. Names may end in a full stop or blank, and pathnames may be as
+/// long as the system takes them. Needs memory for one pathname and two handles for each
+/// level, and no stack for them. The empty path is passed over.
+///
+/// The first failure ends it, and what was removed by then stays removed: no attribute is
+/// changed, and nothing is tried twice. A read-only file is such a failure. Throws
+/// `PathNotFound` if `p` is missing, and what the code of the failed call stands for,
+/// naming the string that went to the system: of a directory that can't be listed it is
+/// the search pattern `...\*`.
+FL_FILESYSTEM_API void remove_all(upath const &p);
+FL_FILESYSTEM_API void remove_all(std::u16string const &p);
+
+/// Gives the file or directory `from` the name `to` with `MoveFileExW`. A file that has it
+/// is replaced. A file can go to another volume, by copying and deleting; a directory
+/// can't. A link is renamed itself.
+///
+/// Throws, about the pathnames as they were given:
+///
+///     `from` is missing                               PathNotFound naming `from`
+///     the directory of `to` is missing                PathNotFound naming `to`
+///     denied, and `from` is a symbolic link           AccessDenied naming `from`
+///     denied, and `from` can be read                  AccessDenied naming `to`
+///     denied otherwise                                AccessDenied naming `from`
+///     something at `to` that isn't replaced           FileExistsError naming `to`
+///     any other code          what it stands for; `SystemError` names `from` and `to`
+///
+/// To find out whom to name, `exists` and `access` are asked about `from`, and what they
+/// throw takes the place of it all.
+FL_FILESYSTEM_API void rename(upath const &from, upath const &to);
+FL_FILESYSTEM_API void rename(std::u16string const &from, std::u16string const &to);
+
+/// What `access` can be asked about; the values can be combined.
+inline constexpr unsigned int access_exists = 1;
+inline constexpr unsigned int access_read = 2;
+inline constexpr unsigned int access_write = 4;
+inline constexpr unsigned int access_execute = 8;
+
+/// Returns whether the caller can do with `p` all that `mode` has, tried out by opening what
+/// `p` leads to with `CreateFileW`. Links are followed hop by hop, but not on a network.
+///
+///     access_exists     it can be opened at all
+///     access_read       a file's content, a directory's names; on a network, attributes
+///     access_write      attributes; a read-only file can't be written, a directory can
+///     access_execute    a file named `.exe`, `.bat`, `.com` or `.cmd`; no directory
+///
+/// A missing name and one that the caller may not look at are answered by the question:
+///
+///                                   missing          denied a look
+///     with `access_exists`          false            AccessDenied
+///     without                       PathNotFound     false
+///
+/// Throws `InvalidArgument` without a pathname, "Empty Path not permitted" or, for a mode
+/// of 0 or beyond 15, "Unsupported Access Mode"; `PathNotFound` without a pathname, also
+/// for a broken link; `AccessDenied` and what other codes stand for, naming the string that
+/// went to the system; `SystemError` 8246 if 20 links in a row lead nowhere else; and
+/// `foundation::ustring::CtypeInvalidCharacter` on an extension of three units with one
+/// above 127, unless `p` is a directory whose execution isn't asked about.
+FL_FILESYSTEM_API bool access(upath const &p, unsigned int mode);
+FL_FILESYSTEM_API bool access(std::u16string const &p, unsigned int mode);
+
+/// Changes the attributes of `p` with `SetFileAttributesW` to what `perms`, a permission
+/// word of `file_status`, says. Of the permissions there is only one: any write bit stands
+/// for not being read-only. The four flags are attributes; all else has no meaning here.
+///
+///     perms                          effect
+///     0                              read-only, and none of the four flags
+///     owner_write | hidden_file      hidden, and neither read-only nor another flag
+///     perms_add | owner_write        not read-only
+///     perms_remove | owner_write     read-only
+///     perms_add | system_file        system
+///
+/// A symbolic link or junction is followed by one hop, on a network, too; `perms_symlink`
+/// has the link itself changed. A volume mount point is always itself.
+///
+/// Throws `InvalidArgument` without a pathname: "Empty Path not permitted", and "File
+/// Permission not valid" for `perms_add` together with `perms_remove` and for the word
+/// `perms_unknown`, whatever stands above it. `PathNotFound` if `p` is missing, and what
+/// other codes stand for, naming the string that went to the system. `SystemError` with
+/// the last error if a link has no text. `foundation::ustring::CtypeInvalidCharacter` as
+/// `symlink_status` does.
+FL_FILESYSTEM_API void permissions(upath const &p, unsigned int perms);
+FL_FILESYSTEM_API void permissions(std::u16string const &p, unsigned int perms);
+
+/// Makes the symbolic link `link` with the text `target`, in which separators become single
+/// backslashes, with `CreateSymbolicLinkW`. Neither is made absolute nor gets a long prefix,
+/// so a relative text stays one, and `link` has at most 259 units. Windows keeps links to
+/// files and links to directories apart; `type` says which it is:
+///
+///     directory_file     to a directory
+///     file_type_auto     to a directory if `status` says that `target` is one, a relative
+///                        `target` taken from the current directory and not from `link`
+///     anything else      to a file; what `target` is isn't looked at
+///
+/// Throws what the code of the failed call stands for, without a pathname: `FileExistsError`
+/// if `link` is there, `SystemError` 1314 without the right to make links; 12 if there is no
+/// memory for the text; and what `status` throws.
+FL_FILESYSTEM_API void create_symlink(upath const &target, upath const &link, unsigned int type);
+FL_FILESYSTEM_API void create_symlink(std::u16string const &target, std::u16string const &link,
+                                      unsigned int type);
+
+/// Makes the symbolic link `new_link`, of the same kind as `existing` and with the text that
+/// it shows to people, or else that the system follows. A relative text stays as it is, and
+/// so may lead elsewhere from `new_link`. Pathnames go to the system as they stand.
+///
+/// Throws, without a pathname:
+///
+///     `existing` is missing                  PathNotFound
+///     `existing` is no reparse point         InvalidArgument "The file or directory is not
+///                                            a reparse point."
+///     a junction or another reparse point    SystemError with the code 4393
+///     any other code                         what it stands for
+FL_FILESYSTEM_API void copy_symlink(upath const &existing, upath const &new_link);
+FL_FILESYSTEM_API void copy_symlink(std::u16string const &existing, std::u16string const &new_link);
+
+/// Writes the shortcut file `shortcut` through the shell link object, over a file that is
+/// there. `target` is stored absolute and cleaned, and whether it exists isn't looked at; an
+/// empty one is the current directory. Initialises COM on the calling thread and
+/// uninitialises it again.
+///
+/// Throws `InvalidArgument` without a pathname: "Shortcut path input must have .lnk file
+/// extension", in just these letters, and "Empty path inputs not permitted". What the code
+/// in a failed HRESULT stands for, or `SystemError` 14077 if there is none, names
+/// `shortcut` as it went to the shell. Throws what
+/// `detail::windows::make_native_access_form_bridge` throws, for `target` first.
+FL_FILESYSTEM_API void create_shortcut(upath const &target, upath const &shortcut);
+FL_FILESYSTEM_API void create_shortcut(std::u16string const &target,
+                                       std::u16string const &shortcut);
+
 /// Returns the text of the symbolic link, junction or volume mount point `p` in native
 /// form, as the link states it: the name that it shows to people, or the one that the
 /// system follows if it has no other. A relative text stays relative, and a prefix

@@ -1,0 +1,28 @@
+#ifndef FL_FILESYSTEM_SRC_PLATFORM_STANDARD_CODES_HPP
+#define FL_FILESYSTEM_SRC_PLATFORM_STANDARD_CODES_HPP
+// What the files of the standard facility share about codes.
+
+#include <windows.h>
+
+#include <algorithm>
+#include <iterator>
+#include <system_error>
+
+namespace fl::filesystem::detail::standard {
+
+inline std::error_code system_code(DWORD code)
+{
+    return {static_cast<int>(code), std::system_category()};
+}
+
+/// The codes for a name that can't be reached, on a disk or on a network.
+inline bool is_not_found(DWORD code)
+{
+    constexpr DWORD codes[] = {ERROR_FILE_NOT_FOUND,  ERROR_PATH_NOT_FOUND, ERROR_BAD_NETPATH,
+                               ERROR_NETNAME_DELETED, ERROR_INVALID_NAME,   ERROR_DIRECTORY};
+    return std::find(std::begin(codes), std::end(codes), code) != std::end(codes);
+}
+
+} // namespace fl::filesystem::detail::standard
+
+#endif

@@ -1,0 +1,142 @@
+#include "platform/standard_filesystem.hpp"
+
+#include "platform/reparse_point.hpp"
+#include "platform/standard_codes.hpp"
+#include "platform/standard_roots.hpp"
+
+#include <windows.h>
+
+#include <algorithm>
+#include <memory>
+#include <new>
+
+namespace fl::filesystem::detail::standard {
+
+namespace {
+
+/// The most that reparse data takes, and two bytes more.
+constexpr std::size_t reparse_room = 16386;
+
+/// A reparse point's data, `reparse_room` bytes off the heap.
+using reparse_block = std::unique_ptr<unsigned char[]>;
+
+/// Reads the reparse data of `file` into `data`. Returns the system's code, 0 on success.
+DWORD read_reparse_point(file_handle const &file, reparse_block &data)
+{
+    data.reset(new (std::nothrow) unsigned char[reparse_room]());
+    if (!data)
+        return ERROR_NOT_ENOUGH_MEMORY;
+    return get_reparse_point(file, {data.get(), reparse_room});
+}
+
+/// The same for a pathname.
+DWORD read_reparse_point(std::wstring const &text, reparse_block &data)
+{
+    auto const [file, code] = open_reparse_point(text, FILE_READ_ATTRIBUTES);
+    return code != ERROR_SUCCESS ? code : read_reparse_point(file, data);
+}
+
+/// The same, and whether the link is one to a directory.
+DWORD read_link(std::wstring const &text, reparse_block &data, bool &is_directory)
+{
+    auto const [file, open_code] = open_reparse_point(text, FILE_READ_ATTRIBUTES);
+    if (open_code != ERROR_SUCCESS)
+        return open_code;
+    if (DWORD const code = read_reparse_point(file, data); code != ERROR_SUCCESS)
+        return code;
+    FILE_BASIC_INFO info = {};
+    if (!::GetFileInformationByHandleEx(file.get(), FileBasicInfo, &info, sizeof info))
+        return ::GetLastError();
+    is_directory = (info.FileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+    return ERROR_SUCCESS;
+}
+
+void make_link(std::wstring const &target, std::wstring const &link, DWORD flavour,
+               std::error_code &ec)
+{
+    // without it only administrators may make links, also where the user has allowed it
+    constexpr DWORD unprivileged = SYMBOLIC_LINK_FLAG_ALLOW_UNPRIVILEGED_CREATE;
+    if (::CreateSymbolicLinkW(link.c_str(), target.c_str(), flavour | unprivileged))
+        return;
+    DWORD code = ::GetLastError();
+    if (code == ERROR_INVALID_PARAMETER) { // from systems before Windows 10 version 1703
+        if (::CreateSymbolicLinkW(link.c_str(), target.c_str(), flavour))
+            return;
+        code = ::GetLastError();
+    }
+    ec = system_code(code);
+}
+
+/// The system takes the text of a link as it stands, and knows no slashes in it.
+std::wstring with_single_backslashes(std::wstring_view text)
+{
+    constexpr wchar_t backslash = pathname_traits<wchar_t>::PATHNAME_SEPARATOR_CHARACTER;
+    std::size_t const root = root_name_length(text);
+    std::wstring cleaned(text.substr(0, root));
+    std::replace_if(cleaned.begin(), cleaned.end(), is_separator<wchar_t>, backslash);
+    for (std::size_t at = root; at < text.size(); ++at) {
+        if (!is_separator(text[at]))
+            cleaned += text[at];
+        else if (at == root || !is_separator(text[at - 1]))
+            cleaned += backslash;
+    }
+    return cleaned;
+}
+
+void make_cleaned_link(std::wstring const &target, std::wstring const &link, DWORD flavour,
+                       std::error_code &ec)
+{
+    constexpr int not_enough_memory = 12;
+    ec.clear();
+    try {
+        make_link(with_single_backslashes(target), link, flavour, ec);
+    } catch (std::bad_alloc const &) {
+        ec = std::error_code(not_enough_memory, std::generic_category());
+    }
+}
+
+} // namespace
+
+std::wstring read_symlink(std::wstring const &text, std::error_code &ec)
+{
+    ec.clear();
+    std::unique_ptr<unsigned char[]> data;
+    if (DWORD const code = read_reparse_point(text, data); code != ERROR_SUCCESS) {
+        ec = system_code(code);
+        return {};
+    }
+    reparse_bytes const bytes(data.get(), reparse_room);
+    if (is_link_tag(reparse_tag(bytes)))
+        return link_name(bytes);
+    ec = system_code(ERROR_REPARSE_TAG_INVALID);
+    return {};
+}
+
+void create_symlink(std::wstring const &target, std::wstring const &link, std::error_code &ec)
+{
+    make_cleaned_link(target, link, 0, ec);
+}
+
+void create_directory_symlink(std::wstring const &target, std::wstring const &link,
+                              std::error_code &ec)
+{
+    make_cleaned_link(target, link, SYMBOLIC_LINK_FLAG_DIRECTORY, ec);
+}
+
+void copy_symlink(std::wstring const &existing, std::wstring const &link, std::error_code &ec)
+{
+    ec.clear();
+    reparse_block data;
+    bool is_directory = false;
+    if (DWORD const code = read_link(existing, data, is_directory); code != ERROR_SUCCESS) {
+        ec = system_code(code);
+        return;
+    }
+    reparse_bytes const bytes(data.get(), reparse_room);
+    if (reparse_tag(bytes) == std::uint32_t{IO_REPARSE_TAG_SYMLINK})
+        make_link(link_name(bytes), link, is_directory ? SYMBOLIC_LINK_FLAG_DIRECTORY : 0, ec);
+    else
+        ec = system_code(ERROR_REPARSE_TAG_INVALID);
+}
+
+} // namespace fl::filesystem::detail::standard
