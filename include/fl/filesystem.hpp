@@ -6,6 +6,7 @@
 #include <fl/filesystem/config.hpp>
 #include <fl/filesystem/exceptions.hpp>
 #include <fl/filesystem/file_status.hpp>
+#include <fl/filesystem/install_path.hpp>
 #include <fl/filesystem/operations.hpp>
 #include <fl/filesystem/path.hpp>
 #include <fl/filesystem/pathname.hpp>

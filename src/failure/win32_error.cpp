@@ -61,4 +61,21 @@ void throw_win32_exception(unsigned int error_code, std::wstring const &path)
     throw_win32_exception(error_code, path, std::wstring());
 }
 
+void throw_unless_missing(unsigned int error_code, std::wstring const &path)
+{
+    switch (error_code) {
+    case ERROR_FILE_NOT_FOUND:
+    case ERROR_INVALID_NAME:
+    case ERROR_BAD_PATHNAME:
+    case ERROR_BAD_NETPATH:
+        return;
+    case ERROR_PATH_NOT_FOUND:
+        if (path.size() <= longest_pathname)
+            return;
+        throw_win32_exception(ERROR_FILENAME_EXCED_RANGE, path);
+    default:
+        throw_win32_exception(error_code, path);
+    }
+}
+
 } // namespace fl::filesystem::detail

@@ -15,6 +15,11 @@ namespace fl::filesystem::detail {
                                         std::wstring const &second_path);
 [[noreturn]] void throw_win32_exception(unsigned int error_code, std::wstring const &path);
 
+/// Returns if a failed query of `path` with this code means that there is no such name, on
+/// a disk or on a network, and else throws what it stands for, naming `path`. Code 3 on a
+/// pathname beyond 32,767 units says that it is too long.
+void throw_unless_missing(unsigned int error_code, std::wstring const &path);
+
 } // namespace fl::filesystem::detail
 
 #endif

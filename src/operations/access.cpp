@@ -8,7 +8,6 @@
 #include "failure/win32_error.hpp"
 #include "links/reparse_data.hpp"
 #include "platform/attribute_query.hpp"
-#include "platform/limits.hpp"
 #include "platform/owned_handle.hpp"
 #include "status/link_hop.hpp"
 #include "status/permission_word.hpp"
@@ -63,24 +62,6 @@ bool access_test(std::wstring const &path, unsigned int mode, DWORD attributes)
     return (perms & detail::exec_bits) != 0 || !wants_execution;
 }
 
-/// Throws what the code of a failed query stands for, unless there is no such name.
-void report_unless_missing(std::wstring const &path, DWORD code)
-{
-    switch (code) {
-    case ERROR_FILE_NOT_FOUND:
-    case ERROR_INVALID_NAME:
-    case ERROR_BAD_PATHNAME:
-    case ERROR_BAD_NETPATH:
-        return;
-    case ERROR_PATH_NOT_FOUND:
-        if (path.size() <= detail::longest_pathname)
-            return;
-        detail::throw_win32_exception(ERROR_FILENAME_EXCED_RANGE, path);
-    default:
-        detail::throw_win32_exception(code, path);
-    }
-}
-
 /// Where the walk stands: at a name that answers for itself, at none, or on its way.
 enum class hop
 {
@@ -119,7 +100,7 @@ bool access_at(std::wstring path, unsigned int mode)
         detail::check_link_depth(depth, path);
         detail::attribute_query const query(path);
         if (query.has_failed) {
-            report_unless_missing(path, query.code);
+            detail::throw_unless_missing(query.code, path);
             return answer_for_missing(mode);
         }
         DWORD const attributes = query.data.dwFileAttributes;

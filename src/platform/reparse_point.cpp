@@ -11,6 +11,8 @@ namespace {
 // Offsets of fields, in bytes. The two kinds of link differ by the flags, which only
 // a symbolic link has, ahead of its names.
 constexpr std::size_t tag_at = 0;
+constexpr std::size_t data_length_at = 4;
+constexpr std::size_t data_at = 8;
 constexpr std::size_t substitute_name_at = 8;
 constexpr std::size_t print_name_at = 12;
 constexpr std::size_t flags_at = 16;
@@ -68,6 +70,11 @@ DWORD get_reparse_point(file_handle const &file, std::span<unsigned char> buffer
 std::uint32_t reparse_tag(reparse_bytes bytes) noexcept
 {
     return number_at(bytes, tag_at, 4);
+}
+
+std::size_t reparse_size(reparse_bytes bytes) noexcept
+{
+    return std::min<std::size_t>(data_at + number_at(bytes, data_length_at, 2), bytes.size());
 }
 
 bool is_link_tag(std::uint32_t tag) noexcept

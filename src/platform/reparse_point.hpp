@@ -33,6 +33,9 @@ DWORD get_reparse_point(file_handle const &file, std::span<unsigned char> buffer
 
 std::uint32_t reparse_tag(reparse_bytes bytes) noexcept;
 
+/// The header of `bytes` and the data behind it, in bytes.
+std::size_t reparse_size(reparse_bytes bytes) noexcept;
+
 /// Whether `tag` is that of a symbolic link or a mount point, which have names.
 bool is_link_tag(std::uint32_t tag) noexcept;
 

@@ -23,6 +23,22 @@ inline bool is_not_found(DWORD code)
     return std::find(std::begin(codes), std::end(codes), code) != std::end(codes);
 }
 
+inline bool is_not_found(std::error_code const &ec)
+{
+    return is_not_found(static_cast<DWORD>(ec.value()));
+}
+
+/// One of the facility's own refusals. The numbers are a contract: a host's `errc` may
+/// have others.
+inline std::error_code generic_code(int number)
+{
+    return {number, std::generic_category()};
+}
+
+inline constexpr int generic_file_exists = 17;
+inline constexpr int generic_is_a_directory = 21;
+inline constexpr int generic_not_supported = 130;
+
 } // namespace fl::filesystem::detail::standard
 
 #endif

@@ -5,6 +5,7 @@
 #include "platform/owned_handle.hpp"
 #include "platform/reparse_point.hpp"
 #include "platform/standard_codes.hpp"
+#include "platform/standard_opening.hpp"
 #include "platform/standard_roots.hpp"
 
 #include <windows.h>
@@ -12,23 +13,6 @@
 namespace fl::filesystem::detail::standard {
 
 namespace {
-
-/// The text that `call(buffer, room)` writes, however long it is.
-template <typename Call>
-std::wstring filled_text(std::error_code &ec, Call call)
-{
-    ec.clear();
-    DWORD code = ERROR_SUCCESS;
-    auto text = filled_buffer(260, growth::until_it_fits, [&](wchar_t *buffer, DWORD room) {
-        DWORD const answer = call(buffer, room);
-        code = ::GetLastError();
-        return answer;
-    });
-    if (text)
-        return *std::move(text);
-    ec = system_code(code);
-    return {};
-}
 
 /// Where the elements of `text` begin. Behind `\\?\` a drive counts to the root:
 /// it is nothing that could be created.
@@ -42,11 +26,9 @@ std::size_t root_length(std::wstring_view text)
 /// Sets `attributes` to those of what a link leads to, and returns the system's code.
 DWORD query_behind_link(std::wstring const &text, DWORD &attributes)
 {
-    constexpr DWORD share = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-    file_handle const file(::CreateFileW(text.c_str(), FILE_READ_ATTRIBUTES, share, nullptr,
-                                         OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
-    if (!file)
-        return ::GetLastError();
+    auto const [file, code] = open_target(text);
+    if (code != ERROR_SUCCESS)
+        return code;
     FILE_BASIC_INFO info = {};
     if (!::GetFileInformationByHandleEx(file.get(), FileBasicInfo, &info, sizeof info))
         return ::GetLastError();
@@ -123,6 +105,13 @@ std::wstring current_path(std::error_code &ec)
         ec, [](wchar_t *buffer, DWORD room) { return ::GetCurrentDirectoryW(room, buffer); });
 }
 
+void current_path(std::wstring const &text, std::error_code &ec)
+{
+    ec.clear();
+    if (!::SetCurrentDirectoryW(text.c_str()))
+        ec = system_code(::GetLastError());
+}
+
 std::filesystem::file_status status(std::wstring const &text, std::error_code &ec)
 {
     ec.clear();
@@ -183,7 +172,7 @@ bool create_directories(std::wstring const &text, std::error_code &ec)
         std::size_t const end = find_separator<wchar_t>(text, begin);
         level.append(text, level.size(), end - level.size());
         created = create_directory(level, ec);
-        if (ec && !is_not_found(static_cast<DWORD>(ec.value())))
+        if (ec && !is_not_found(ec))
             noted = ec;
         begin = skip_separators<wchar_t>(text, end);
     }

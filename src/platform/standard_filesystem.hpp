@@ -30,6 +30,31 @@ std::wstring absolute(std::wstring const &text, std::error_code &ec);
 /// Returns the process's current directory.
 std::wstring current_path(std::error_code &ec);
 
+/// Changes it.
+void current_path(std::wstring const &text, std::error_code &ec);
+
+/// Returns `text` without elements `.`, with each `..` applied to the name ahead of it, and
+/// with single backslashes. Pure text, so what `..` leads to behind a link isn't asked.
+/// What nothing is left of is `.`.
+std::wstring lexically_normal(std::wstring_view text);
+
+/// Returns how to come from `base` to `text`, as text: nothing if they have different
+/// roots, or if `base` goes up further than it goes down.
+std::wstring lexically_relative(std::wstring_view text, std::wstring_view base);
+
+/// Returns the pathname, without a long prefix, of the file that `text` leads to through
+/// all links, as the system knows it.
+std::wstring canonical(std::wstring const &text, std::error_code &ec);
+
+/// The same for as much of `text` as exists, the rest of it joined behind and normal.
+std::wstring weakly_canonical(std::wstring const &text, std::error_code &ec);
+
+/// Returns how to come from `base` to `text`, links followed as far as there is something.
+std::wstring relative(std::wstring const &text, std::wstring const &base, std::error_code &ec);
+
+/// Whether two pathnames lead to one file or directory, links followed.
+bool equivalent(std::wstring const &left, std::wstring const &right, std::error_code &ec);
+
 /// Returns the type and the permissions of what `text` leads to, links followed by the
 /// system. After a failure the type is `not_found` where the code says that the name can't
 /// be reached, on a disk or on a network, and otherwise `none`; the code stays in either
@@ -73,6 +98,23 @@ void copy_symlink(std::wstring const &existing, std::wstring const &link, std::e
 /// Removes a file, a link itself or an empty directory, read-only or not, and returns
 /// whether it did. A name that can't be found is no error.
 bool remove(std::wstring const &text, std::error_code &ec);
+
+/// Copies the content, attributes and times of a file with `CopyFileW`, and returns whether
+/// it did. Of the options only those for an existing target count: without one it is code
+/// 80, and with `skip_existing` or `update_existing` it is code 32 if the two are one file.
+bool copy_file(std::wstring const &from, std::wstring const &to,
+               std::filesystem::copy_options options, std::error_code &ec);
+
+/// Copies a file, a link or a directory as `options` say, and stops at the first error.
+/// What the facility refuses itself is in the generic category: 17 for a target that is the
+/// same file, or one that a directory can't take the place of, 21 for a directory that is to
+/// become symbolic links, 130 for kinds of files that can't be copied.
+void copy(std::wstring const &from, std::wstring const &to, std::filesystem::copy_options options,
+          std::error_code &ec);
+
+/// Returns the bytes of the volume that `text`, a directory or file, is on: all, free, and
+/// free for the caller.
+std::filesystem::space_info space(std::wstring const &text, std::error_code &ec);
 
 /// Moves a file or directory, to another volume, too. A file that has the new name is
 /// replaced.

@@ -11,6 +11,7 @@
 #include <fl/filesystem/file_status.hpp>
 #include <fl/filesystem/path.hpp>
 
+#include <filesystem>
 #include <string>
 
 namespace fl::filesystem {
@@ -131,6 +132,67 @@ FL_FILESYSTEM_API void remove_all(std::u16string const &p);
 /// throw takes the place of it all.
 FL_FILESYSTEM_API void rename(upath const &from, upath const &to);
 FL_FILESYSTEM_API void rename(std::u16string const &from, std::u16string const &to);
+
+/// Copies `from` to `to` as `options` say. Links are followed unless an option is about
+/// them.
+///
+///     `from`            `to`, options                 effect
+///     file              a directory                   a copy in it, with the same name
+///     file              otherwise                     as `copy_file`
+///     file              create_symlinks               a symbolic link to it, absolute
+///     file              create_hard_links             one more name for it
+///     file              directories_only              nothing
+///     directory         none                          a directory with copies of its files
+///     directory         recursive                     and of all that is below
+///     directory         directories_only              an empty directory
+///     symbolic link     copy_symlinks                 a link with the same text
+///     junction          copy_symlinks                 a junction with the same data, or
+///                                                     nothing if there is something already
+///     either            skip_symlinks                 nothing
+///
+/// An existing directory `to` is filled up. The first failure ends it, and what was copied
+/// stays. What lies in `from` is addressed by `from` with its name behind it, so the limit of
+/// 259 units holds there unless `from` itself is so long that it goes with a long prefix.
+///
+/// Throws `InvalidArgument` without a pathname, before anything is looked at, for
+/// `copy_symlinks` with `skip_symlinks` and for two of `skip_existing`,
+/// `overwrite_existing` and `update_existing`. Otherwise, about the pathnames as they were
+/// given, as `rename` does; and `FileIsDirectory` naming `from` for a directory with
+/// `create_symlinks`. `SystemError` with the code 17 stands for `to` being `from`, or a file
+/// where a directory is to go, and with 130 for a link onto something that exists; it names
+/// `from`, and `to` beside it.
+FL_FILESYSTEM_API void
+copy(upath const &from, upath const &to,
+     std::filesystem::copy_options options = std::filesystem::copy_options::none);
+FL_FILESYSTEM_API void
+copy(std::u16string const &from, std::u16string const &to,
+     std::filesystem::copy_options options = std::filesystem::copy_options::none);
+
+/// Copies the content, attributes and times of a file with `CopyFileW`. Where `to` is there:
+///
+///     none                  FileExistsError naming `to`
+///     skip_existing         nothing happens
+///     overwrite_existing    it is replaced
+///     update_existing       it is replaced if it was written to before `from`
+///
+/// Throws as `copy` does: `PathNotFound` naming the one that is missing, `AccessDenied`
+/// naming the one that is denied, and `SystemError` with the code 32 and both pathnames for a
+/// copy onto itself with an option for an existing target.
+FL_FILESYSTEM_API void
+copy_file(upath const &from, upath const &to,
+          std::filesystem::copy_options options = std::filesystem::copy_options::none);
+FL_FILESYSTEM_API void
+copy_file(std::u16string const &from, std::u16string const &to,
+          std::filesystem::copy_options options = std::filesystem::copy_options::none);
+
+/// Creates the empty directory `to` if `from` is a directory, and takes over nothing of it:
+/// neither attributes nor times nor entries. A directory that is there is left as it is.
+///
+/// Throws `InvalidArgument` "Empty Path not permitted" without a pathname if either is empty;
+/// `NotDirectoryError` naming `from` if that is a file; `PathNotFound` naming `from` if it is
+/// missing; `FileExistsError` naming `to` if that is a file; and as `rename` does.
+FL_FILESYSTEM_API void copy_directory(upath const &from, upath const &to);
+FL_FILESYSTEM_API void copy_directory(std::u16string const &from, std::u16string const &to);
 
 /// What `access` can be asked about; the values can be combined.
 inline constexpr unsigned int access_exists = 1;
@@ -302,6 +364,89 @@ FL_FILESYSTEM_API file_status_light status_express_light(std::u16string const &p
 /// any other code stands for.
 FL_FILESYSTEM_API bool exists(upath const &p);
 FL_FILESYSTEM_API bool exists(std::u16string const &p);
+
+/// Returns the pathname of what `p` leads to, absolute and without a link, `.` or `..` in it,
+/// and without a long prefix, however long it is. A relative `p` goes below `base`, or below
+/// the current directory if that is empty. Shortcut files are followed, too, and a link at the
+/// very end. Every element is asked about, by `GetFileAttributesExW`. The empty path: the
+/// empty path.
+///
+/// Throws `PathNotFound` with an empty pathname if there is nothing, and what `absolute`,
+/// `detail::windows::build_target_path_bridge` and other codes stand for, naming the string
+/// that went to the system.
+FL_FILESYSTEM_API upath canonical(upath const &p, upath const &base = upath());
+FL_FILESYSTEM_API std::u16string canonical(std::u16string const &p,
+                                           std::u16string const &base = std::u16string());
+
+/// Returns the same for as much of `p` as exists, with the rest joined behind it. If there
+/// is a `.` or `..` in the rest, the whole is made normal by text. What doesn't exist from its
+/// first element on stays as it is, relative or not; a server is such an element. The empty
+/// path: the empty path.
+///
+///     C:\existing\missing\..\x      C:\existing\x
+///     missing\file                  missing\file
+///
+/// Throws what `exists` and `canonical` throw, and `InvalidArgument` for a rest that can't be
+/// joined.
+FL_FILESYSTEM_API upath weakly_canonical(upath const &p);
+FL_FILESYSTEM_API std::u16string weakly_canonical(std::u16string const &p);
+
+/// Returns how to come from the directory `base` to `p`, links in both followed as far as
+/// there is something. Both go to the system as they stand, without a long prefix. On two
+/// drives, or if `base` leads up into what can't be known, the result is the empty path.
+///
+///     p              base         result
+///     C:\a\b         C:\a\c       ..\b
+///     C:\a           C:\a         .
+///     D:\a           C:\a         (empty)
+///
+/// Throws what the code of a failed call stands for, naming `p` as it was given, also if
+/// `base` is the one that can't be looked at.
+FL_FILESYSTEM_API upath relative(upath const &p, upath const &base);
+FL_FILESYSTEM_API std::u16string relative(std::u16string const &p, std::u16string const &base);
+
+/// Returns whether `p1` and `p2` lead to one file or directory, by the identifiers of volume
+/// and file. False if just one of them is there.
+///
+/// Throws `PathNotFound` naming `p1` if neither is there. If both are and one can't be opened,
+/// throws as `rename` does, with `p1` and `p2` for source and target.
+FL_FILESYSTEM_API bool equivalent(upath const &p1, upath const &p2);
+FL_FILESYSTEM_API bool equivalent(std::u16string const &p1, std::u16string const &p2);
+
+/// Returns the process's current directory as `GetCurrentDirectoryW` tells it, a long prefix
+/// included. Throws what the code stands for, without a pathname.
+FL_FILESYSTEM_API std::u16string get_current_path();
+
+/// Changes the process's current directory with `SetCurrentDirectoryW`, and the environment
+/// variable `=X:` of the drive with it, by which pathnames such as `X:name` go. Threads that
+/// change it through this operation take turns. Returns true; the empty path changes nothing
+/// and is false. A directory on a server, or one behind a long prefix, sets no variable.
+///
+/// Throws, about `p` as it was given, `PathNotFound`, `NotDirectoryError` for a file, and
+/// what other codes stand for. If the variable can't be set the directory has changed all the
+/// same; that is `std::filesystem::filesystem_error` "absolute" if the full pathname can't be
+/// made.
+FL_FILESYSTEM_API bool change_current_path(upath const &p);
+FL_FILESYSTEM_API bool change_current_path(std::u16string const &p);
+
+/// Returns the name by which other machines know `p`, on a mapped network drive
+/// `\\server\share\file`, as `WNetGetUniversalNameW` tells it. For a pathname that isn't on
+/// one the result is, with `tolerant`, the string for the system (see
+/// `detail::windows::make_native_access_form_bridge`), absolute and cleaned; otherwise it is a
+/// failure. The text may have a long prefix; the path object hasn't.
+///
+/// Throws `SystemError` with the code 0 (providers tell none) naming the string for the
+/// system if `p` isn't on a mapped drive, and what making that string throws.
+FL_FILESYSTEM_API upath get_unc_path(upath const &p, bool tolerant);
+FL_FILESYSTEM_API std::u16string get_unc_path(std::u16string const &p, bool tolerant);
+
+/// Bytes of a volume: `capacity`, `free`, and `available` to the caller.
+using space_info = std::filesystem::space_info;
+
+/// Returns the space on the volume that `p`, a directory or a file, is on, as
+/// `GetDiskFreeSpaceExW` tells it. Throws `InvalidArgument` "Empty Path not permitted" without
+/// a pathname, and what the code of a failed call stands for, about `p` as it was given.
+FL_FILESYSTEM_API space_info space(upath const &p);
 
 } // namespace fl::filesystem
 

@@ -1,0 +1,86 @@
+#include <fl/filesystem/operations.hpp>
+
+#include <fl/filesystem/exceptions.hpp>
+
+#include "access/filesystem_form.hpp"
+#include "failure/filesystem_error.hpp"
+#include "failure/throw.hpp"
+#include "platform/standard_filesystem.hpp"
+
+namespace fl::filesystem {
+
+namespace {
+
+using std::filesystem::copy_options;
+
+void validate_copy_options(copy_options options)
+{
+    auto const has = [options](copy_options asked) {
+        return (options & asked) != copy_options::none;
+    };
+    if (has(copy_options::copy_symlinks) && has(copy_options::skip_symlinks))
+        detail::throw_invalid_argument("Invalid combination selected: copy_symlinks & "
+                                       "skip_symlinks cannot be used together");
+    int const ways = int{has(copy_options::skip_existing)} +
+                     int{has(copy_options::overwrite_existing)} +
+                     int{has(copy_options::update_existing)};
+    // users match these words, although the enumerator has another name
+    if (ways > 1)
+        detail::throw_invalid_argument("Invalid combination selected: overwrite_if_exists, "
+                                       "skip_existing & update_existing cannot be used together");
+}
+
+} // namespace
+
+void copy(upath const &from, upath const &to, copy_options options)
+{
+    validate_copy_options(options);
+    std::wstring const to_form = detail::make_filesystem_form(to);
+    std::wstring const from_form = detail::make_filesystem_form(from);
+    std::error_code ec;
+    detail::standard::copy(from_form, to_form, options, ec);
+    detail::throw_on_filesystem_error(ec, from, to);
+}
+
+void copy(std::u16string const &from, std::u16string const &to, copy_options options)
+{
+    copy(upath(from), upath(to), options);
+}
+
+void copy_file(upath const &from, upath const &to, copy_options options)
+{
+    validate_copy_options(options);
+    std::wstring const to_form = detail::make_filesystem_form(to);
+    std::wstring const from_form = detail::make_filesystem_form(from);
+    std::error_code ec;
+    detail::standard::copy_file(from_form, to_form, options, ec);
+    detail::throw_on_filesystem_error(ec, from, to);
+}
+
+void copy_file(std::u16string const &from, std::u16string const &to, copy_options options)
+{
+    copy_file(upath(from), upath(to), options);
+}
+
+void copy_directory(upath const &from, upath const &to)
+{
+    if (from.empty() || to.empty())
+        detail::throw_invalid_argument("Empty Path not permitted");
+    std::error_code ec;
+    std::filesystem::file_type const type =
+        detail::standard::status(detail::make_filesystem_form(from), ec).type();
+    if (type == std::filesystem::file_type::directory) {
+        detail::standard::create_directory(detail::make_filesystem_form(to), ec);
+        detail::throw_on_filesystem_error(ec, from, to);
+        return;
+    }
+    detail::throw_on_filesystem_error(ec, from);
+    detail::throw_exception(NotDirectoryError(from.native()));
+}
+
+void copy_directory(std::u16string const &from, std::u16string const &to)
+{
+    copy_directory(upath(from), upath(to));
+}
+
+} // namespace fl::filesystem

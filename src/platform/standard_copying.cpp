@@ -1,0 +1,330 @@
+#include "platform/standard_filesystem.hpp"
+
+#include "pathname/shapes.hpp"
+#include "platform/owned_handle.hpp"
+#include "platform/reparse_point.hpp"
+#include "platform/standard_codes.hpp"
+#include "platform/standard_lexical.hpp"
+#include "platform/standard_opening.hpp"
+
+#include <windows.h>
+
+#include <winioctl.h>
+
+#include <memory>
+#include <vector>
+
+namespace fl::filesystem::detail::standard {
+
+namespace {
+
+using std::filesystem::copy_options;
+using std::filesystem::file_type;
+
+bool has(copy_options options, copy_options asked)
+{
+    return (options & asked) != copy_options::none;
+}
+
+void call_copy_file(std::wstring const &from, std::wstring const &to, bool fail_if_there,
+                    std::error_code &ec)
+{
+    ec.clear();
+    if (!::CopyFileW(from.c_str(), to.c_str(), fail_if_there))
+        ec = system_code(::GetLastError());
+}
+
+/// The time of the last write of what `text` leads to, as the system counts it.
+std::int64_t last_write(std::wstring const &text, std::error_code &ec)
+{
+    auto const [file, code] = open_target(text);
+    if (code != ERROR_SUCCESS) {
+        ec = system_code(code);
+        return 0;
+    }
+    FILE_BASIC_INFO info = {};
+    if (!::GetFileInformationByHandleEx(file.get(), FileBasicInfo, &info, sizeof info))
+        ec = system_code(::GetLastError());
+    return info.LastWriteTime.QuadPart;
+}
+
+/// A file that is there takes the place of no other, but it may be the very same.
+bool copy_over_existing(std::wstring const &from, std::wstring const &to, copy_options options,
+                        std::error_code &ec)
+{
+    if (equivalent(from, to, ec))
+        ec = system_code(ERROR_SHARING_VIOLATION);
+    if (ec || has(options, copy_options::skip_existing))
+        return false;
+    std::int64_t const from_time = last_write(from, ec);
+    if (ec)
+        return false;
+    std::int64_t const to_time = last_write(to, ec);
+    if (ec || from_time <= to_time)
+        return false;
+    call_copy_file(from, to, false, ec);
+    return !ec;
+}
+
+/// The types that can be copied, and none for what isn't there.
+bool is_other(file_type type)
+{
+    return type != file_type::none && type != file_type::not_found && type != file_type::regular &&
+           type != file_type::directory && type != file_type::symlink && type != junction;
+}
+
+file_type look_at(std::wstring const &text, bool is_followed, std::error_code &ec)
+{
+    return (is_followed ? status(text, ec) : symlink_status(text, ec)).type();
+}
+
+std::wstring joined(std::wstring text, std::wstring_view name)
+{
+    join(text, name);
+    return text;
+}
+
+std::wstring_view last_name(std::wstring_view text)
+{
+    std::vector<std::wstring_view> const elements = elements_of(text);
+    return elements.empty() ? std::wstring_view() : elements.back();
+}
+
+/// Makes the empty directory `path` a junction like the one that `data` was read from.
+DWORD set_reparse_point(std::wstring const &path, std::vector<unsigned char> &data)
+{
+    auto const [directory, code] = open_reparse_point(path, GENERIC_WRITE);
+    if (code != ERROR_SUCCESS)
+        return code;
+    DWORD returned = 0;
+    if (::DeviceIoControl(directory.get(), FSCTL_SET_REPARSE_POINT, data.data(),
+                          static_cast<DWORD>(data.size()), nullptr, 0, &returned, nullptr))
+        return ERROR_SUCCESS;
+    return ::GetLastError();
+}
+
+DWORD read_junction(std::wstring const &path, std::vector<unsigned char> &data)
+{
+    auto const [directory, code] = open_reparse_point(path, FILE_READ_ATTRIBUTES);
+    if (code != ERROR_SUCCESS)
+        return code;
+    data.resize(MAXIMUM_REPARSE_DATA_BUFFER_SIZE);
+    if (DWORD const answer = get_reparse_point(directory, data); answer != ERROR_SUCCESS)
+        return answer;
+    data.resize(reparse_size(data)); // the system refuses any byte more
+    return ERROR_SUCCESS;
+}
+
+/// Leaves nothing behind if it can't be done.
+void copy_junction(std::wstring const &from, std::wstring const &to, std::error_code &ec)
+{
+    std::vector<unsigned char> data;
+    DWORD code = read_junction(from, data);
+    if (code == ERROR_SUCCESS) {
+        if (!create_directory(to, ec))
+            return;
+        code = set_reparse_point(to, data);
+        if (code != ERROR_SUCCESS)
+            ::RemoveDirectoryW(to.c_str());
+    }
+    if (code != ERROR_SUCCESS)
+        ec = system_code(code);
+}
+
+/// Whether what an enumeration found counts as a directory: it is one, or leads to one.
+bool is_directory_entry(std::wstring const &path, DWORD attributes)
+{
+    std::error_code ignored; // a link that leads nowhere leads to no directory
+    if ((attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0)
+        return status(path, ignored).type() == file_type::directory;
+    return (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+/// A directory whose entries are being copied.
+struct level
+{
+    find_handle search;
+    std::size_t from_size;
+    std::size_t to_size;
+};
+
+/// Copies one name and, if it is a directory, what is in it. The levels of a tree stand in
+/// a list and not on the stack: whoever copies a directory into itself makes as many as the
+/// system lets him.
+class copier
+{
+public:
+    copier(std::wstring from, std::wstring to, copy_options options, std::error_code &ec)
+        : from_(std::move(from)), to_(std::move(to)), options_(options), ec_(ec)
+    {
+    }
+    copier(copier const &) = delete;
+    copier &operator=(copier const &) = delete;
+
+    void run();
+
+private:
+    bool has(copy_options asked) const { return standard::has(options_, asked); }
+    void copy_name();
+    void copy_as(file_type from_type, file_type to_type);
+    void copy_regular(file_type to_type);
+    void copy_directory(file_type to_type);
+    void enter();
+    void take_entry();
+    void leave();
+    void advance();
+
+    std::wstring from_;
+    std::wstring to_;
+    copy_options options_;
+    std::error_code &ec_;
+    std::vector<level> levels_;
+    WIN32_FIND_DATAW entry_ = {};
+    bool has_entry_ = false;
+};
+
+void copier::run()
+{
+    copy_name();
+    while (!ec_ && !levels_.empty()) {
+        if (has_entry_)
+            take_entry();
+        else
+            leave();
+    }
+}
+
+void copier::copy_name()
+{
+    ec_.clear();
+    bool const follows_from = !has(copy_options::copy_symlinks | copy_options::skip_symlinks);
+    bool const follows_to = !has(copy_options::skip_symlinks | copy_options::create_symlinks);
+    file_type const from_type = look_at(from_, follows_from, ec_);
+    if (ec_)
+        return;
+    std::error_code to_code; // to be missing is what is expected of it
+    file_type const to_type = look_at(to_, follows_to, to_code);
+    if (to_type == file_type::none)
+        ec_ = to_code;
+    else
+        copy_as(from_type, to_type);
+}
+
+void copier::copy_as(file_type from_type, file_type to_type)
+{
+    bool const is_there = to_type != file_type::not_found;
+    std::error_code ignored; // what can't be compared goes on, to be refused by a later call
+    if (is_there && equivalent(from_, to_, ignored))
+        ec_ = generic_code(generic_file_exists);
+    else if (is_other(from_type) || is_other(to_type))
+        ec_ = generic_code(generic_not_supported);
+    else if (from_type == file_type::regular)
+        copy_regular(to_type);
+    else if (from_type == file_type::directory)
+        copy_directory(to_type);
+    else if (has(copy_options::skip_symlinks))
+        return;
+    else if (from_type == junction && !is_there)
+        copy_junction(from_, to_, ec_);
+    else if (from_type == file_type::symlink && is_there)
+        ec_ = generic_code(generic_not_supported);
+    else if (from_type == file_type::symlink)
+        copy_symlink(from_, to_, ec_);
+}
+
+void copier::copy_regular(file_type to_type)
+{
+    if (has(copy_options::directories_only))
+        return;
+    if (has(copy_options::create_symlinks))
+        create_symlink(from_, to_, ec_);
+    else if (has(copy_options::create_hard_links)) {
+        if (!::CreateHardLinkW(to_.c_str(), from_.c_str(), nullptr))
+            ec_ = system_code(::GetLastError());
+    } else if (to_type == file_type::directory)
+        copy_file(from_, joined(to_, last_name(from_)), options_, ec_);
+    else
+        copy_file(from_, to_, options_, ec_);
+}
+
+void copier::copy_directory(file_type to_type)
+{
+    constexpr copy_options tree = copy_options::recursive;
+    if (to_type == file_type::regular)
+        ec_ = generic_code(generic_file_exists);
+    else if (has(copy_options::create_symlinks))
+        ec_ = generic_code(generic_is_a_directory);
+    else
+        create_directory(to_, ec_);
+    if (!ec_ && (has(tree) || !has(copy_options::directories_only)))
+        enter();
+}
+
+void copier::enter()
+{
+    std::wstring const pattern = joined(from_, L"*");
+    find_handle search(::FindFirstFileExW(pattern.c_str(), FindExInfoBasic, &entry_,
+                                          FindExSearchNameMatch, nullptr, 0));
+    DWORD const code = ::GetLastError();
+    if (search) {
+        levels_.push_back({std::move(search), from_.size(), to_.size()});
+        has_entry_ = true;
+    } else {
+        ec_ = system_code(code);
+    }
+}
+
+void copier::take_entry()
+{
+    std::wstring_view const name = entry_.cFileName;
+    if (name == L"." || name == L"..")
+        return advance();
+    std::size_t const depth = levels_.size();
+    join(from_, name);
+    join(to_, name);
+    if (has(copy_options::recursive) || !is_directory_entry(from_, entry_.dwFileAttributes))
+        copy_name();
+    if (!ec_ && levels_.size() == depth)
+        advance();
+}
+
+void copier::leave()
+{
+    levels_.pop_back();
+    if (!levels_.empty())
+        advance();
+}
+
+/// Goes on to the next entry of the directory at hand.
+void copier::advance()
+{
+    level const &top = levels_.back();
+    from_.resize(top.from_size);
+    to_.resize(top.to_size);
+    has_entry_ = ::FindNextFileW(top.search.get(), &entry_) != FALSE;
+    DWORD const code = ::GetLastError();
+    if (!has_entry_ && code != ERROR_NO_MORE_FILES)
+        ec_ = system_code(code);
+}
+
+} // namespace
+
+bool copy_file(std::wstring const &from, std::wstring const &to, copy_options options,
+               std::error_code &ec)
+{
+    constexpr copy_options yielding = copy_options::skip_existing | copy_options::update_existing;
+    call_copy_file(from, to, !has(options, copy_options::overwrite_existing), ec);
+    if (!ec)
+        return true;
+    if (ec.value() != ERROR_FILE_EXISTS || !has(options, yielding))
+        return false;
+    return copy_over_existing(from, to, options, ec);
+}
+
+void copy(std::wstring const &from, std::wstring const &to, copy_options options,
+          std::error_code &ec)
+{
+    copier(from, to, options, ec).run();
+}
+
+} // namespace fl::filesystem::detail::standard
