@@ -269,7 +269,7 @@ void copier::enter()
     if (search) {
         levels_.push_back({std::move(search), from_.size(), to_.size()});
         has_entry_ = true;
-    } else {
+    } else if (code != ERROR_FILE_NOT_FOUND) { // which is an empty root: it has no dots either
         ec_ = system_code(code);
     }
 }
