@@ -2,8 +2,11 @@
 # find_package(fl_filesystem) with its target fl::filesystem.
 include(CMakePackageConfigHelpers)
 
+# Where an installed program has its modules: get_install_path() goes by these names.
+set(FL_INSTALL_PROGRAM_FOLDER "${CMAKE_INSTALL_BINDIR}/win64")
+
 install(TARGETS fl_filesystem EXPORT fl_filesystem-targets
-        RUNTIME COMPONENT runtime
+        RUNTIME DESTINATION "${FL_INSTALL_PROGRAM_FOLDER}" COMPONENT runtime
         LIBRARY COMPONENT runtime
         ARCHIVE COMPONENT development
         INCLUDES DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
@@ -17,3 +20,10 @@ write_basic_package_version_file("${PROJECT_BINARY_DIR}/fl_filesystem-config-ver
 install(FILES cmake/fl_filesystem-config.cmake cmake/HeaderLibraries.cmake
               "${PROJECT_BINARY_DIR}/fl_filesystem-config-version.cmake"
         DESTINATION "${package_folder}" COMPONENT development)
+
+# The companion with all that it needs to run. A program's own installer brings the
+# compiler's runtime that the whole program is built with.
+if(TARGET flfs)
+  install(TARGETS flfs RUNTIME DESTINATION "${FL_INSTALL_PROGRAM_FOLDER}" COMPONENT tools)
+  install(FILES ${FL_MINGW_RUNTIME} DESTINATION "${FL_INSTALL_PROGRAM_FOLDER}" COMPONENT tools)
+endif()
