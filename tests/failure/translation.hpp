@@ -1,0 +1,61 @@
+#ifndef FL_FILESYSTEM_TESTS_FAILURE_TRANSLATION_HPP
+#define FL_FILESYSTEM_TESTS_FAILURE_TRANSLATION_HPP
+// What the translation of a Win32 code makes of it, told once more.
+
+#include "support/failure.hpp"
+
+namespace test_support {
+
+inline failure not_directory(std::u16string const &path)
+{
+    return about(fl::filesystem::fsys_excp_not_directory_error, "fl:filesystem:NotDirectoryError",
+                 path);
+}
+
+inline failure not_empty(std::u16string const &path)
+{
+    return about(fl::filesystem::fsys_excp_directory_not_empty, "fl:filesystem:DirectoryNotEmpty",
+                 path);
+}
+
+inline failure translated(unsigned int code, std::u16string const &first,
+                          std::u16string const &second = {})
+{
+    constexpr std::size_t longest = 32767;
+    switch (code) {
+    case 3:
+        if (std::u16string const &longer = first.size() >= second.size() ? first : second;
+            longer.size() > longest)
+            return too_large(longer);
+        [[fallthrough]];
+    case 2:
+        return not_found(first);
+    case 5:
+    case 1920:
+        return denied(first);
+    case 80:
+    case 183:
+        return exists(first);
+    case 145:
+        return not_empty(first);
+    case 206:
+        return too_large(u"");
+    case 267:
+        return not_directory(first);
+    case 123:
+        return invalid_argument(
+            "The filename, directory name, or volume label syntax is incorrect.");
+    case 161:
+        return invalid_argument("The specified path is invalid.");
+    case 4390:
+        return invalid_argument("The file or directory is not a reparse point.");
+    default:
+        failure other = system_error(code, first);
+        other.additional_path_names = {second};
+        return other;
+    }
+}
+
+} // namespace test_support
+
+#endif
