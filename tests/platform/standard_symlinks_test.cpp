@@ -1,0 +1,292 @@
+// What only the simulated machine can show of making links, of looking at them and of
+// renaming by the standard facility.
+
+#include "platform/standard_filesystem.hpp"
+
+#include "support/allocations.hpp"
+#include "support/failure.hpp"
+#include "support/text.hpp"
+
+#include <fl/filesystem/operations.hpp>
+
+#include <simulation/machine.hpp>
+
+#include <gtest/gtest.h>
+
+namespace fl::filesystem::detail {
+namespace {
+
+using simulation::flavour;
+using simulation::right;
+using simulation::simulated_machine;
+using std::filesystem::file_type;
+using test_support::failing_allocation;
+using test_support::failing_size;
+using test_support::failure_of;
+using test_support::system_error;
+
+constexpr std::size_t reparse_room = 16386;
+
+std::error_code const stale(77, std::generic_category());
+std::error_code const no_memory(12, std::generic_category());
+
+std::error_code system_code(int code)
+{
+    return {code, std::system_category()};
+}
+
+struct status_case
+{
+    wchar_t const *text;
+    file_type type;
+    int code;
+    char const *why;
+};
+
+constexpr status_case status_cases[] = {
+    {L"C:\\file", file_type::regular, 0, "a file"},
+    {L"C:\\dir", file_type::directory, 0, "a directory"},
+    {L"C:\\link", file_type::symlink, 0, "a symbolic link, and not what it leads to"},
+    {L"C:\\dirlink", file_type::symlink, 0, "to a directory, too"},
+    {L"C:\\broken", file_type::symlink, 0, "one that leads nowhere"},
+    {L"C:\\junction", standard::junction, 0, "a junction"},
+    {L"C:\\volume", standard::junction, 0, "a volume in a directory"},
+    {L"C:\\dedup", file_type::regular, 0, "another reparse point is what its attributes say"},
+    {L"C:\\strange", file_type::directory, 0, "whatever its tag"},
+    {L"C:\\no", file_type::not_found, 2, "missing"},
+    {L"C:\\no\\x", file_type::not_found, 3, "in no directory"},
+    {L"", file_type::not_found, 3, "no text"},
+    {L"C:\\a|b", file_type::not_found, 123, "no name"},
+    {L"\\\\dead\\share\\x", file_type::not_found, 53, "on no server"},
+    {L"C:\\hidden", file_type::none, 5, "denied a look"},
+};
+
+TEST(StandardSymlinkStatus, Types)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\file").add_directory(u"C:\\dir").add_drive(u'D');
+    machine.add_symbolic_link(u"C:\\link", u"file").add_symbolic_link(u"C:\\broken", u"no");
+    machine.add_symbolic_link(u"C:\\dirlink", u"dir", flavour::directory);
+    machine.add_junction(u"C:\\junction", u"C:\\dir").add_mount_point(u"C:\\volume", u'D');
+    machine.add_deduplicated_file(u"C:\\dedup").add_dead_server(u"dead");
+    machine.add_reparse_point(u"C:\\strange", 0x8000FFFF, "", flavour::directory);
+    machine.add_file(u"C:\\hidden").deny(u"C:\\hidden", right::read_attributes);
+    for (status_case const &row : status_cases) {
+        std::error_code ec = stale;
+        EXPECT_EQ(standard::symlink_status(row.text, ec).type(), row.type) << row.why;
+        EXPECT_EQ(ec, row.code == 0 ? std::error_code() : system_code(row.code)) << row.why;
+        EXPECT_EQ(machine.open_handles(), 0) << row.why;
+    }
+}
+
+TEST(StandardSymlinkStatus, EveryCodeOfTheLook)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\file").keep_journal(false);
+    for (int code = 1; code <= 2000; ++code) {
+        auto const fault =
+            machine.fail_every_call_on("GetFileAttributesExW", static_cast<DWORD>(code));
+        bool const is_missing =
+            code == 2 || code == 3 || code == 53 || code == 64 || code == 123 || code == 267;
+        std::error_code ec = stale;
+        EXPECT_EQ(standard::symlink_status(L"C:\\file", ec).type(),
+                  is_missing ? file_type::not_found : file_type::none)
+            << code;
+        EXPECT_EQ(ec, system_code(code));
+    }
+}
+
+TEST(StandardSymlinkStatus, AFailingLookAtTheTag)
+{
+    for (char const *function : {"CreateFileW", "GetFileInformationByHandleEx"}) {
+        simulated_machine machine;
+        machine.add_symbolic_link(u"C:\\link", u"x");
+        auto const fault = machine.fail_every_call_on(function, 1117);
+        std::error_code ec = stale;
+        EXPECT_EQ(standard::symlink_status(L"C:\\link", ec).type(), file_type::none) << function;
+        EXPECT_EQ(ec, system_code(1117)) << function;
+        EXPECT_EQ(machine.open_handles(), 0) << function;
+    }
+}
+
+struct cleaning_case
+{
+    wchar_t const *target;
+    char16_t const *cleaned;
+    char const *why;
+};
+
+constexpr cleaning_case cleaning_cases[] = {
+    {L"a", u"a", "nothing to do"},
+    {L"a//b/c", uR"(a\b\c)", "each run becomes one"},
+    {LR"(a\\/\b)", uR"(a\b)", "of both kinds"},
+    {LR"(a\b\\)", uR"(a\b\)", "one stays at the end"},
+    {L"/a", uR"(\a)", "a root"},
+    {L"/", uR"(\)", "nothing but a root"},
+    {L"//", uR"(\)", "no root name: a run"},
+    {L"///a", uR"(\a)", "three are no server's"},
+    {L"C:", u"C:", "a drive alone"},
+    {L"C:/", uR"(C:\)", "with its root"},
+    {L"C://a//b/", uR"(C:\a\b\)", "a run behind a drive"},
+    {L"C:a//b", uR"(C:a\b)", "relative to a drive"},
+    {L"//server", uR"(\\server)", "a root name keeps both"},
+    {LR"(/\server)", uR"(\\server)", "of whichever kind"},
+    {L"//server//share//x", uR"(\\server\share\x)", "behind a server"},
+    {LR"(\\server\share)", uR"(\\server\share)", "nothing to do"},
+    {L"//?/C:/a//b", uR"(\\?\C:\a\b)", "a long prefix"},
+    {LR"(\\?\C:\a)", uR"(\\?\C:\a)", "which is not taken off"},
+    {LR"(\\?\UNC\server//share)", uR"(\\?\UNC\server\share)", "of a server"},
+    {L"//./pipe//x", uR"(\\.\pipe\x)", "a device"},
+    {LR"(\??\C:/a//b)", uR"(\??\C:\a\b)", "the object manager's prefix"},
+    {L"./a/../b", uR"(.\a\..\b)", "dots are no matter"},
+    {L"a :/b", uR"(a :\b)", "nor is a colon"},
+};
+
+TEST(StandardCreateSymlink, CleansTheText)
+{
+    for (cleaning_case const &row : cleaning_cases) {
+        for (bool const is_directory : {false, true}) {
+            simulated_machine machine;
+            // this is about the text; whether the machine takes it is another matter
+            auto const fault = machine.fail_every_call_on("CreateSymbolicLinkW", 5);
+            std::error_code ec = stale;
+            auto const make =
+                is_directory ? standard::create_directory_symlink : standard::create_symlink;
+            make(row.target, L"C:\\a//link", ec);
+            EXPECT_EQ(ec, system_code(5)) << row.why;
+            ASSERT_EQ(machine.journal().size(), 1U) << row.why;
+            EXPECT_EQ(machine.journal().front().second_text, row.cleaned) << row.why;
+            EXPECT_EQ(machine.journal().front().text, u"C:\\a//link") << "as it stands";
+            EXPECT_EQ(machine.journal().front().flags, is_directory ? 3U : 2U) << row.why;
+        }
+    }
+}
+
+/// The same by the rule: the root name's slashes, and then runs.
+TEST(StandardCreateSymlink, CleanedTextsHaveNoSlashAndNoRunBehindTheRoot)
+{
+    simulated_machine machine;
+    auto const fault = machine.fail_every_call_on("CreateSymbolicLinkW", 5);
+    test_support::for_all_texts(test_support::shape_alphabet, 5, [&](std::u16string const &text) {
+        std::error_code ec;
+        machine.clear_journal();
+        standard::create_symlink(test_support::wide(text), L"C:\\link", ec);
+        std::u16string const cleaned = machine.journal().front().second_text;
+        EXPECT_EQ(cleaned.find(u'/'), std::u16string::npos) << test_support::printable(text);
+        EXPECT_EQ(cleaned.find(u"\\\\", 1), std::u16string::npos) << test_support::printable(text);
+        EXPECT_EQ(cleaned.empty(), text.empty()) << test_support::printable(text);
+    });
+}
+
+TEST(StandardCreateSymlink, ClearsTheCode)
+{
+    simulated_machine machine;
+    std::error_code ec = stale;
+    standard::create_symlink(L"x", L"C:\\a", ec);
+    EXPECT_EQ(ec, std::error_code());
+    ec = stale;
+    standard::create_directory_symlink(L"x", L"C:\\b", ec);
+    EXPECT_EQ(ec, std::error_code());
+    ec = stale;
+    standard::copy_symlink(L"C:\\b", L"C:\\c", ec);
+    EXPECT_EQ(ec, std::error_code());
+    ec = stale;
+    standard::rename(L"C:\\c", L"C:\\d", ec);
+    EXPECT_EQ(ec, std::error_code());
+    standard::rename(L"C:\\no", L"C:\\e", ec);
+    EXPECT_EQ(ec, system_code(2));
+    EXPECT_EQ(machine.entries(u"C:\\"), (std::vector<std::u16string>{u"a", u"b", u"d"}));
+}
+
+TEST(StandardCreateSymlink, WithoutMemoryForTheTextIsCode12)
+{
+    simulated_machine machine;
+    std::wstring const target(100, L'x');
+    std::wstring const link = L"C:\\link";
+    std::error_code ec = stale;
+    failing_allocation const shortage(1);
+    standard::create_symlink(target, link, ec);
+    EXPECT_TRUE(shortage.fired());
+    EXPECT_EQ(ec, no_memory);
+    EXPECT_EQ(machine.calls_of("CreateSymbolicLinkW"), 0);
+}
+
+// The texts are copied ahead of that, and no memory for those is an exception of its own.
+TEST(StandardCreateSymlink, WithoutMemoryForTheTextNamesNothing)
+{
+    simulated_machine machine;
+    upath const target(std::u16string(100, u'x'));
+    upath const link(u"C:\\link");
+    std::optional<test_support::failure> failed;
+    for (std::size_t nth = 1; nth < 20 && !failed; ++nth) {
+        failing_allocation const shortage(nth);
+        try {
+            failed = failure_of([&] { create_symlink(target, link, file_status::regular_file); });
+        } catch (std::bad_alloc const &) {
+            continue;
+        }
+    }
+    EXPECT_EQ(failed, system_error(12, u""));
+    EXPECT_EQ(machine.calls_of("CreateSymbolicLinkW"), 0);
+}
+
+TEST(StandardCopySymlink, WithoutMemoryForTheDataIsCode8)
+{
+    simulated_machine machine;
+    machine.add_symbolic_link(u"C:\\link", u"x");
+    std::error_code ec = stale;
+    failing_size const shortage(reparse_room);
+    standard::copy_symlink(L"C:\\link", L"C:\\copy", ec);
+    EXPECT_TRUE(shortage.fired());
+    EXPECT_EQ(ec, system_code(8));
+    EXPECT_EQ(machine.calls_of("CreateFileW"), 1) << "it is taken once the link is open";
+    EXPECT_EQ(machine.calls_of("DeviceIoControl"), 0);
+    EXPECT_EQ(machine.calls_of("CreateSymbolicLinkW"), 0);
+    EXPECT_EQ(machine.open_handles(), 0);
+    EXPECT_EQ(failure_of([] { copy_symlink(u"C:\\link", u"C:\\copy"); }), system_error(8, u""));
+    EXPECT_EQ(failure_of([] { copy_symlink(u"C:\\no", u"C:\\copy"); }),
+              test_support::not_found(u""))
+        << "a missing link needs none";
+}
+
+// A file system may hold anything: names that lead out of the buffer.
+TEST(StandardCopySymlink, NamesEndWithTheBuffer)
+{
+    simulated_machine machine;
+    std::string body = simulation::symbolic_link_data(u"s", u"p", 0);
+    body[6] = body[7] = static_cast<char>(0xFF);
+    machine.add_symbolic_link(u"C:\\link", u"x").add_reparse_point(u"C:\\link", 0xA000000C, body);
+    std::error_code ec;
+    standard::copy_symlink(L"C:\\link", L"C:\\copy", ec);
+    EXPECT_EQ(machine.journal().back().second_text, u"ps") << "a call's text ends at a zero";
+    EXPECT_EQ(machine.open_handles(), 0);
+}
+
+TEST(StandardRename, OneCallWithBothFlags)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\a", "new").add_file(u"C:\\b", "old");
+    std::error_code ec = stale;
+    standard::rename(L"C:/a", L"C:/b", ec);
+    EXPECT_EQ(ec, std::error_code());
+    ASSERT_EQ(machine.journal().size(), 1U);
+    EXPECT_EQ(machine.journal().front().function, "MoveFileExW");
+    EXPECT_EQ(machine.journal().front().text, u"C:/a") << "texts as they stand";
+    EXPECT_EQ(machine.journal().front().second_text, u"C:/b");
+    EXPECT_EQ(machine.journal().front().flags, 3U);
+    EXPECT_EQ(machine.content(u"C:\\b"), "new");
+}
+
+TEST(StandardRename, AnyCodeIsTheSystemsOwn)
+{
+    simulated_machine machine;
+    for (int const code : {2, 5, 17, 87, 183, 12000}) {
+        auto const fault = machine.fail_every_call_on("MoveFileExW", static_cast<DWORD>(code));
+        std::error_code ec = stale;
+        standard::rename(L"C:\\a", L"C:\\b", ec);
+        EXPECT_EQ(ec, system_code(code));
+    }
+}
+
+} // namespace
+} // namespace fl::filesystem::detail
