@@ -1,0 +1,270 @@
+// Which calls the removal of a tree makes, with which texts and flags, and whom it
+// names where one of them fails.
+
+#include <fl/filesystem/operations.hpp>
+
+#include "links/calls.hpp"
+#include "support/failure.hpp"
+
+#include <simulation/machine.hpp>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace fl::filesystem {
+namespace {
+
+using simulation::flavour;
+using simulation::simulated_machine;
+using test_support::calls_with_arguments;
+using test_support::denied;
+using test_support::failure;
+using test_support::failure_of;
+using test_support::system_error;
+
+using lines = std::vector<std::string>;
+using names = std::vector<std::u16string>;
+
+/// All calls but those that bring the caller's pathname to its form.
+lines calls_on_disk(simulated_machine const &machine)
+{
+    lines calls = calls_with_arguments(machine);
+    std::erase_if(calls, [](std::string const &line) { return line.starts_with("GetFullPath"); });
+    return calls;
+}
+
+std::string open_line(std::string const &name, char const *access)
+{
+    return "CreateFileW(" + name + ") access " + access + " share 7 disposition 3 flags 2200000";
+}
+
+void append(lines &calls, lines const &more)
+{
+    calls.insert(calls.end(), more.begin(), more.end());
+}
+
+/// How an enumeration begins: it stands behind the dots.
+lines entering(std::string const &name)
+{
+    std::string const next = "FindNextFileW(" + name + "\\*)";
+    return {"FindFirstFileExW(" + name + "\\*)", open_line(name, "1"),
+            "GetFileInformationByHandle(" + name + ")", next, next};
+}
+
+lines leaving(std::string const &name)
+{
+    return {"FindClose(" + name + "\\*)", "CloseHandle(" + name + ")",
+            "RemoveDirectoryW(" + name + ")"};
+}
+
+lines removing_link(std::string const &name)
+{
+    return {open_line(name, "8"), "DeviceIoControl(" + name + ") flags 900A8",
+            "CloseHandle(" + name + ")", "RemoveDirectoryW(" + name + ")"};
+}
+
+void build_small_tree(simulated_machine &machine)
+{
+    machine.add_file(uR"(C:\away\kept)");
+    machine.add_directory(uR"(C:\t\a)").add_file(uR"(C:\t\b)", "content");
+    machine.add_file(uR"(C:\t\c\x)").add_symbolic_link(uR"(C:\t\d)", uR"(C:\away\kept)");
+    machine.add_symbolic_link(uR"(C:\t\e)", uR"(C:\away)", flavour::directory);
+    machine.add_junction(uR"(C:\t\f)", uR"(C:\away)");
+}
+
+TEST(RemoveAllCalls, OneEnumerationADirectoryAndOneDeletionAnEntry)
+{
+    simulated_machine machine;
+    build_small_tree(machine);
+    remove_all(uR"(C:\t)");
+    std::string const next = R"(FindNextFileW(C:\t\*))";
+    lines expected{R"(GetFileAttributesExW(C:\t))"};
+    append(expected, entering(R"(C:\t)"));
+    append(expected, entering(R"(C:\t\a)"));
+    append(expected, leaving(R"(C:\t\a)"));
+    append(expected, {next, R"(DeleteFileW(C:\t\b))", next});
+    append(expected, entering(R"(C:\t\c)"));
+    append(expected, {R"(DeleteFileW(C:\t\c\x))", R"(FindNextFileW(C:\t\c\*))"});
+    append(expected, leaving(R"(C:\t\c)"));
+    append(expected, {next, R"(DeleteFileW(C:\t\d))", next});
+    append(expected, removing_link(R"(C:\t\e)"));
+    append(expected, {next});
+    append(expected, removing_link(R"(C:\t\f)"));
+    append(expected, {next});
+    append(expected, leaving(R"(C:\t)"));
+    EXPECT_EQ(calls_on_disk(machine), expected);
+    EXPECT_EQ(machine.entries(u"C:\\"), names{u"away"});
+    EXPECT_EQ(machine.entries(uR"(C:\away)"), names{u"kept"});
+}
+
+TEST(RemoveAllCalls, OfAFile)
+{
+    simulated_machine machine;
+    machine.add_file(uR"(C:\f)");
+    remove_all(uR"(C:\f)");
+    EXPECT_EQ(calls_on_disk(machine),
+              (lines{R"(GetFileAttributesExW(C:\f))", R"(DeleteFileW(C:\f))"}));
+}
+
+TEST(RemoveAllCalls, OfALinkToADirectory)
+{
+    simulated_machine machine;
+    machine.add_junction(uR"(C:\j)", uR"(C:\away)");
+    remove_all(uR"(C:\j)");
+    lines expected{R"(GetFileAttributesExW(C:\j))"};
+    append(expected, removing_link(R"(C:\j)"));
+    EXPECT_EQ(calls_on_disk(machine), expected);
+}
+
+TEST(RemoveAllCalls, OfNothing)
+{
+    simulated_machine machine;
+    remove_all(u"");
+    remove_all(upath());
+    EXPECT_EQ(calls_with_arguments(machine), lines{});
+    EXPECT_EQ(failure_of([] { remove_all(uR"(C:\no)"); }), test_support::not_found(uR"(C:\no)"));
+    EXPECT_EQ(calls_on_disk(machine), lines{R"(GetFileAttributesExW(C:\no))"});
+}
+
+TEST(RemoveAllCalls, ASparseReparsePointIsAskedForNoTag)
+{
+    simulated_machine machine;
+    machine.add_reparse_point(uR"(C:\t\s)", IO_REPARSE_TAG_MOUNT_POINT,
+                              simulation::mount_point_data(uR"(\??\C:\away)", u""),
+                              flavour::directory);
+    machine.set_attributes(uR"(C:\t\s)", FILE_ATTRIBUTE_SPARSE_FILE);
+    machine.add_file(uR"(C:\away\kept)");
+    remove_all(uR"(C:\t)");
+    EXPECT_EQ(machine.calls_of("DeviceIoControl"), 0);
+    EXPECT_EQ(machine.entries(u"C:\\"), names{u"away"});
+    EXPECT_EQ(machine.entries(uR"(C:\away)"), names{u"kept"}) << "the handle shows what it is";
+}
+
+/// One call of the removal of `C:\t`, which holds `a\x` and the junction `j`: whom its
+/// failure names and what is left of `a\x` and `j`.
+struct blame_case
+{
+    char const *function;
+    int nth;
+    char16_t const *named;
+    names left; ///< in `C:\t`
+    char const *why;
+};
+
+blame_case const blame_cases[] = {
+    {"GetFileAttributesExW", 1, uR"(C:\t)", {u"a", u"j"}, "what was given"},
+    {"FindFirstFileExW", 1, uR"(C:\t\*)", {u"a", u"j"}, "the pattern"},
+    {"FindFirstFileExW", 2, uR"(C:\t\a\*)", {u"a", u"j"}, "the pattern below"},
+    {"CreateFileW", 1, uR"(C:\t\*)", {u"a", u"j"}, "the pattern, though it isn't opened"},
+    {"CreateFileW", 2, uR"(C:\t\a\*)", {u"a", u"j"}, "the pattern below"},
+    {"GetFileInformationByHandle", 1, uR"(C:\t)", {u"a", u"j"}, "the directory"},
+    {"GetFileInformationByHandle", 2, uR"(C:\t\a)", {u"a", u"j"}, "the directory below"},
+    {"FindNextFileW", 1, uR"(C:\t)", {u"a", u"j"}, "the directory"},
+    {"FindNextFileW", 3, uR"(C:\t\a)", {u"a", u"j"}, "the directory below, behind its dots"},
+    {"FindNextFileW", 5, uR"(C:\t\a)", {u"a", u"j"}, "where the end was to be told"},
+    {"FindNextFileW", 6, uR"(C:\t)", {u"j"}, "behind a directory that was removed"},
+    {"FindNextFileW", 7, uR"(C:\t)", {}, "where the end was to be told"},
+    {"DeleteFileW", 1, uR"(C:\t\a\x)", {u"a", u"j"}, "the file"},
+    {"FindClose", 1, u"", {u"a", u"j"}, "nobody"},
+    {"FindClose", 2, u"", {}, "nobody"},
+    {"RemoveDirectoryW", 1, uR"(C:\t\a)", {u"a", u"j"}, "the directory below"},
+    {"RemoveDirectoryW", 2, uR"(C:\t\j)", {u"j"}, "the link"},
+    {"RemoveDirectoryW", 3, uR"(C:\t)", {}, "the directory"},
+};
+
+TEST(RemoveAllCalls, AFailureNamesWhatItsCallWasAbout)
+{
+    for (auto const &row : blame_cases) {
+        simulated_machine machine;
+        machine.add_file(uR"(C:\t\a\x)").add_junction(uR"(C:\t\j)", uR"(C:\away)");
+        auto const fault = machine.fail_call(row.function, row.nth, ERROR_IO_DEVICE);
+        EXPECT_EQ(failure_of([] { remove_all(uR"(C:\t)"); }),
+                  system_error(ERROR_IO_DEVICE, row.named))
+            << row.function << " " << row.nth << ": " << row.why;
+        EXPECT_TRUE(fault.fired());
+        EXPECT_EQ(machine.entries(uR"(C:\t)"), row.left) << row.function << " " << row.nth;
+        EXPECT_EQ(machine.open_handles() + machine.find_handles(), 0) << row.function << row.nth;
+    }
+}
+
+TEST(RemoveAllCalls, AnEndOtherThanTheUsualOneIsReportedAlsoIfItIsNoCode)
+{
+    simulated_machine machine;
+    machine.add_file(uR"(C:\t\x)");
+    auto const fault = machine.fail_call("FindNextFileW", 3, ERROR_SUCCESS);
+    EXPECT_EQ(failure_of([] { remove_all(uR"(C:\t)"); }), system_error(0, uR"(C:\t)"));
+    EXPECT_EQ(machine.entries(uR"(C:\t)"), names{});
+}
+
+TEST(RemoveAllCalls, AFailingCloseOutranksTheEndOfTheEnumeration)
+{
+    simulated_machine machine;
+    machine.add_directory(uR"(C:\t)");
+    auto const end = machine.fail_call("FindNextFileW", 2, ERROR_IO_DEVICE);
+    auto const close = machine.fail_call("FindClose", 1, ERROR_ACCESS_DENIED);
+    EXPECT_EQ(failure_of([] { remove_all(uR"(C:\t)"); }), denied(u""));
+    EXPECT_TRUE(end.fired() && close.fired());
+    EXPECT_EQ(machine.find_handles(), 0);
+}
+
+TEST(RemoveAllCalls, HandlesThatDontCloseFailNothing)
+{
+    simulated_machine machine;
+    build_small_tree(machine);
+    auto const fault = machine.fail_every_call_on("CloseHandle", ERROR_IO_DEVICE);
+    remove_all(uR"(C:\t)");
+    EXPECT_TRUE(fault.fired());
+    EXPECT_FALSE(machine.exists(uR"(C:\t)"));
+}
+
+TEST(RemoveAllCalls, EveryFailingCallReleasesItsHandles)
+{
+    for (int nth = 1;; ++nth) {
+        ASSERT_LT(nth, 1000) << "the operation never ends";
+        simulated_machine machine;
+        build_small_tree(machine);
+        auto const fault = machine.fail_call(nth, ERROR_IO_DEVICE);
+        auto const thrown = failure_of([] { remove_all(uR"(C:\t)"); });
+        EXPECT_EQ(machine.open_handles(), 0) << "failing call " << nth;
+        EXPECT_EQ(machine.find_handles(), 0) << "failing call " << nth;
+        EXPECT_TRUE(machine.exists(uR"(C:\away\kept)")) << "failing call " << nth;
+        EXPECT_EQ(machine.exists(uR"(C:\t)"), thrown.has_value()) << "failing call " << nth;
+        if (!fault.fired())
+            break;
+    }
+}
+
+TEST(RemoveAllCalls, ADirectoryWithAnotherTagIsRemovedWhileItIsOpen)
+{
+    constexpr DWORD tag = 0x42;
+    simulated_machine machine;
+    machine.add_reparse_point(uR"(C:\t)", tag, std::string(16, 'g'), flavour::directory);
+    machine.handle_tag(tag);
+    remove_all(uR"(C:\t)");
+    EXPECT_EQ(calls_on_disk(machine),
+              (lines{R"(GetFileAttributesExW(C:\t))", open_line(R"(C:\t)", "8"),
+                     R"(DeviceIoControl(C:\t) flags 900A8)", R"(CloseHandle(C:\t))",
+                     R"(FindFirstFileExW(C:\t\*))", open_line(R"(C:\t)", "1"),
+                     R"(GetFileInformationByHandle(C:\t))", R"(RemoveDirectoryW(C:\t))",
+                     R"(CloseHandle(C:\t))", R"(FindClose(C:\t\*))"}));
+    EXPECT_FALSE(machine.exists(uR"(C:\t)"));
+}
+
+TEST(RemoveAllCalls, AfterADirectoryWithAnotherTagAFailingCloseNamesNobody)
+{
+    constexpr DWORD tag = 0x42;
+    simulated_machine machine;
+    machine.add_reparse_point(uR"(C:\t)", tag, std::string(16, 'g'), flavour::directory);
+    machine.handle_tag(tag);
+    auto const fault = machine.fail_call("FindClose", 1, ERROR_IO_DEVICE);
+    EXPECT_EQ(failure_of([] { remove_all(uR"(C:\t)"); }), system_error(ERROR_IO_DEVICE, u""));
+    EXPECT_FALSE(machine.exists(uR"(C:\t)"));
+    EXPECT_EQ(machine.open_handles() + machine.find_handles(), 0);
+}
+
+} // namespace
+} // namespace fl::filesystem

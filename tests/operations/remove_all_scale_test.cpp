@@ -1,0 +1,165 @@
+// Trees as deep and directories as wide as they come.
+
+#include <fl/filesystem/operations.hpp>
+
+#include "support/failure.hpp"
+#include "support/text.hpp"
+
+#include <simulation/machine.hpp>
+
+#include <gtest/gtest.h>
+
+#include <pthread.h>
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace fl::filesystem {
+namespace {
+
+using simulation::simulated_machine;
+using test_support::failure;
+using test_support::failure_of;
+using test_support::too_large;
+
+/// Runs `body` on a thread with the stack that a program on Windows has by default.
+void run_on_default_stack(std::function<void()> body)
+{
+    constexpr std::size_t mebibyte = 1024 * 1024;
+    pthread_attr_t attributes;
+    ASSERT_EQ(pthread_attr_init(&attributes), 0);
+    ASSERT_EQ(pthread_attr_setstacksize(&attributes, mebibyte), 0);
+    pthread_t thread;
+    auto const start = [](void *given) -> void * {
+        (*static_cast<std::function<void()> *>(given))();
+        return nullptr;
+    };
+    ASSERT_EQ(pthread_create(&thread, &attributes, start, &body), 0);
+    pthread_join(thread, nullptr);
+    pthread_attr_destroy(&attributes);
+}
+
+constexpr std::size_t longest_pathname = 32767;
+
+/// Behind a long prefix, which pathnames of these sizes need.
+constexpr std::u16string_view drive = uR"(\\?\C:)";
+
+/// A directory of exactly `size` units behind names of one unit; the first has two if the
+/// size is an odd one.
+std::u16string directory_of(std::size_t size)
+{
+    std::u16string path(drive);
+    path.reserve(size);
+    path += size % 2 == 0 ? u"\\d" : u"\\dd";
+    while (path.size() < size)
+        path += u"\\d";
+    return path;
+}
+
+void expect_all_closed(simulated_machine const &machine)
+{
+    EXPECT_EQ(machine.open_handles(), 0);
+    EXPECT_EQ(machine.find_handles(), 0);
+}
+
+/// Removes a tree whose deepest directory has a pathname of so many units and holds a file.
+void remove_tree_of(std::size_t size)
+{
+    simulated_machine machine;
+    machine.keep_journal(false);
+    machine.add_file(directory_of(size) + u"\\f");
+    EXPECT_EQ(failure_of([] { remove_all(uR"(C:\d)"); }), std::nullopt);
+    EXPECT_TRUE(machine.entries(u"C:\\").empty());
+    expect_all_closed(machine);
+}
+
+// A frame for each level, with room for reparse data, would be too much at sixty levels.
+TEST(RemoveAllScale, ADeepTreeOnAStackOfOneMebibyte)
+{
+    run_on_default_stack([] { remove_tree_of(6000); });
+}
+
+// Each call walks down all the names: this one takes its time.
+TEST(RemoveAllScale, TheDeepestTreeOnAStackOfOneMebibyte)
+{
+#ifdef __SANITIZE_ADDRESS__
+    GTEST_SKIP() << "takes minutes with checks of all memory";
+#endif
+    run_on_default_stack([] { remove_tree_of(longest_pathname - 3); });
+}
+
+/// Removes `path` on a machine that has a file in a directory below it, and returns what
+/// was thrown.
+std::optional<failure> removal_of(simulated_machine &machine, std::u16string const &path,
+                                  std::u16string const &file)
+{
+    machine.keep_journal(false);
+    machine.add_file(file);
+    auto const thrown = failure_of([&] { remove_all(path); });
+    expect_all_closed(machine);
+    EXPECT_EQ(machine.exists(file), thrown.has_value());
+    EXPECT_EQ(machine.exists(path), thrown.has_value());
+    return thrown;
+}
+
+// The pattern `...\*` is two units longer than the directory; without it nothing is found.
+TEST(RemoveAllScale, ADirectoryWhosePatternIsAPathnameIsRemoved)
+{
+    for (std::size_t const size : {longest_pathname - 3, longest_pathname - 2}) {
+        simulated_machine machine;
+        std::u16string const path = directory_of(size);
+        EXPECT_EQ(removal_of(machine, path.substr(0, size - 2), path + u"\\f"), std::nullopt)
+            << size;
+    }
+}
+
+TEST(RemoveAllScale, ADirectoryWhosePatternIsTooLongIsLeftWithAllAboveIt)
+{
+    for (std::size_t const size : {longest_pathname - 1, longest_pathname}) {
+        simulated_machine machine;
+        std::u16string const path = directory_of(size);
+        EXPECT_EQ(removal_of(machine, path.substr(0, size - 2), path + u"\\f"), too_large(u""))
+            << size << ": the system's own refusal names nothing";
+    }
+}
+
+TEST(RemoveAllScale, APatternThatIsCalledMissingIsNamedAsTooLong)
+{
+    simulated_machine machine;
+    std::u16string const path = directory_of(longest_pathname - 1);
+    auto const fault = machine.fail_call("FindFirstFileExW", 2, ERROR_PATH_NOT_FOUND);
+    EXPECT_EQ(removal_of(machine, path.substr(0, path.size() - 2), path + u"\\f"),
+              too_large(path + u"\\*"));
+    EXPECT_TRUE(fault.fired());
+}
+
+TEST(RemoveAllScale, AFileCanHaveTheLongestPathname)
+{
+    std::u16string const path = directory_of(longest_pathname - 7);
+    simulated_machine machine;
+    EXPECT_EQ(removal_of(machine, path, path + u"\\fffffg"), std::nullopt);
+    EXPECT_EQ(removal_of(machine, path, path + u"\\ffffffg"), too_large(u""));
+}
+
+constexpr int many = 20'000;
+
+/// One enumeration and one deletion for each: time grows with the number of files only.
+TEST(RemoveAllScale, ADirectoryOfManyFiles)
+{
+    simulated_machine machine;
+    for (int number = 0; number < many; ++number)
+        machine.add_file(u"C:\\wide\\" + test_support::units(std::to_wstring(number)));
+    remove_all(uR"(C:\wide)");
+    EXPECT_TRUE(machine.entries(u"C:\\").empty());
+    EXPECT_EQ(machine.calls_of("DeleteFileW"), many);
+    EXPECT_EQ(machine.calls_of("FindFirstFileExW"), 1);
+    EXPECT_EQ(machine.calls_of("CreateFileW"), 1);
+    EXPECT_EQ(machine.calls_of("GetFileInformationByHandle"), 1);
+    EXPECT_EQ(machine.calls_of("GetFileAttributesExW"), 1);
+    expect_all_closed(machine);
+}
+
+} // namespace
+} // namespace fl::filesystem
