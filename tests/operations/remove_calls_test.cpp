@@ -1,0 +1,269 @@
+// Which calls the removals of one name make, what they make of calls that fail, and what
+// open files and links above it mean to them.
+
+#include <fl/filesystem/operations.hpp>
+
+#include "links/calls.hpp"
+#include "support/failure.hpp"
+
+#include <simulation/machine.hpp>
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace fl::filesystem {
+namespace {
+
+using simulation::simulated_machine;
+using test_support::about;
+using test_support::calls_with_arguments;
+using test_support::denied;
+using test_support::failure;
+using test_support::failure_of;
+using test_support::invalid_argument;
+using test_support::not_found;
+using test_support::system_error;
+
+using lines = std::vector<std::string>;
+using names = std::vector<std::u16string>;
+
+lines calls_on_disk(simulated_machine const &machine)
+{
+    lines calls = calls_with_arguments(machine);
+    std::erase_if(calls, [](std::string const &line) { return line.starts_with("GetFullPath"); });
+    return calls;
+}
+
+// The right to delete (10000) and nothing else; the kind of information is 21.
+TEST(RemoveCalls, OpenMarkAndClose)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\f");
+    remove(u"C:\\f");
+    EXPECT_EQ(calls_with_arguments(machine),
+              (lines{R"(GetFullPathNameW(C:\f))",
+                     R"(CreateFileW(C:\f) access 10000 share 7 disposition 3 flags 2200000)",
+                     R"(SetFileInformationByHandle(C:\f) flags 15)", R"(CloseHandle(C:\f))"}));
+}
+
+TEST(RemoveCalls, AddAPrefixFrom248Units)
+{
+    for (std::size_t const size : {247U, 248U}) {
+        simulated_machine machine;
+        std::u16string const path = u"C:\\" + std::u16string(size - 3, u'n');
+        machine.add_file(path);
+        remove(path);
+        EXPECT_EQ(machine.journal().at(1).text, size == 247 ? path : uR"(\\?\)" + path);
+        EXPECT_FALSE(machine.exists(path));
+    }
+}
+
+TEST(RemoveCalls, ThatFail)
+{
+    struct
+    {
+        DWORD code;
+        failure expected;
+    } const cases[] = {
+        {2, not_found(u"f")},
+        {3, not_found(u"f")},
+        {53, not_found(u"f")},
+        {123, not_found(u"f")},
+        {267, not_found(u"f")},
+        {5, denied(u"f")},
+        {1920, denied(u"f")},
+        {32, system_error(32, u"f")},
+        {1117, system_error(1117, u"f")},
+        {161, invalid_argument("The specified path is invalid.")},
+        {206, test_support::too_large(u"")},
+    };
+    for (auto const &row : cases) {
+        simulated_machine machine;
+        machine.add_file(u"C:\\f");
+        auto const fault = machine.fail_call("CreateFileW", 1, row.code);
+        EXPECT_EQ(failure_of([] { remove(u"f"); }), row.expected) << row.code;
+        EXPECT_TRUE(fault.fired());
+        EXPECT_TRUE(machine.exists(u"C:\\f"));
+    }
+}
+
+TEST(RemoveCalls, OfTheEmptyPathFailForNobody)
+{
+    simulated_machine machine;
+    auto const fault = machine.fail_every_call_on("CreateFileW", 5);
+    remove(u"");
+    remove(upath());
+    EXPECT_EQ(machine.open_handles(), 0);
+}
+
+TEST(RemoveCalls, EachThatFailsReleasesTheFile)
+{
+    for (int nth = 1;; ++nth) {
+        ASSERT_LT(nth, 100) << "the operation never ends";
+        simulated_machine machine;
+        machine.add_file(u"C:\\f").set_attributes(u"C:\\f", FILE_ATTRIBUTE_READONLY);
+        auto const fault = machine.fail_call(nth, ERROR_IO_DEVICE);
+        auto const thrown = failure_of([] { remove(u"C:\\f"); });
+        EXPECT_EQ(machine.open_handles(), 0) << nth;
+        EXPECT_EQ(machine.exists(u"C:\\f"), thrown.has_value()) << nth;
+        if (!fault.fired())
+            break;
+        // the fourth call is the closing, which nobody can do anything about
+        auto const expected = nth == 4
+                                  ? std::nullopt
+                                  : std::optional<failure>(system_error(ERROR_IO_DEVICE, u"C:\\f"));
+        EXPECT_EQ(thrown, expected) << nth;
+    }
+}
+
+TEST(RemoveFileCalls, OneDeletion)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\f");
+    remove_file(u"C:\\f");
+    EXPECT_EQ(calls_on_disk(machine), lines{R"(DeleteFileW(C:\f))"});
+}
+
+TEST(RemoveFileCalls, LookAtWhatIsThereOnlyIfDenied)
+{
+    for (DWORD const code : {2U, 32U, 267U, 1920U}) {
+        simulated_machine machine;
+        machine.add_directory(u"C:\\d");
+        auto const fault = machine.fail_call("DeleteFileW", 1, code);
+        EXPECT_NE(failure_of([] { remove_file(u"C:\\d"); }), std::nullopt);
+        EXPECT_EQ(machine.calls_of("GetFileAttributesExW"), 0) << code;
+    }
+    simulated_machine machine;
+    machine.add_directory(u"C:\\d");
+    EXPECT_EQ(failure_of([] { remove_file(u"C:\\d"); }),
+              about(fsys_excp_file_is_directory, "fl:filesystem:FileIsDirectory", u"C:\\d"));
+    EXPECT_EQ(calls_on_disk(machine),
+              (lines{R"(DeleteFileW(C:\d))", R"(GetFileAttributesExW(C:\d))"}));
+}
+
+TEST(RemoveFileCalls, WhatCantBeLookedAtIsDenied)
+{
+    simulated_machine machine;
+    machine.add_directory(u"C:\\d");
+    auto const fault = machine.fail_call("GetFileAttributesExW", 1, ERROR_IO_DEVICE);
+    EXPECT_EQ(failure_of([] { remove_file(u"C:\\d"); }), denied(u"C:\\d"));
+    EXPECT_TRUE(fault.fired());
+}
+
+TEST(RemoveDirectoryCalls, OneRemoval)
+{
+    simulated_machine machine;
+    machine.add_directory(u"C:\\d");
+    remove_directory(u"C:\\d");
+    EXPECT_EQ(failure_of([] { remove_directory(u"C:\\d"); }), not_found(u"C:\\d"));
+    EXPECT_EQ(calls_on_disk(machine),
+              (lines{R"(RemoveDirectoryW(C:\d))", R"(RemoveDirectoryW(C:\d))"}));
+}
+
+TEST(RemoveOneKindCalls, NoneForTheEmptyPath)
+{
+    simulated_machine machine;
+    remove_file(u"");
+    remove_file(upath());
+    remove_directory(u"");
+    remove_directory(upath());
+    EXPECT_EQ(calls_with_arguments(machine), lines{});
+}
+
+TEST(RemoveOneKindCalls, ThatFailNameTheForm)
+{
+    struct
+    {
+        DWORD code;
+        failure expected;
+    } const cases[] = {
+        {2, not_found(u"C:\\d")},
+        {3, not_found(u"C:\\d")},
+        {5, denied(u"C:\\d")},
+        {32, system_error(32, u"C:\\d")},
+        {53, system_error(53, u"C:\\d")},
+        {145, about(fsys_excp_directory_not_empty, "fl:filesystem:DirectoryNotEmpty", u"C:\\d")},
+        {267, about(fsys_excp_not_directory_error, "fl:filesystem:NotDirectoryError", u"C:\\d")},
+        {1117, system_error(1117, u"C:\\d")},
+    };
+    for (auto const &row : cases) {
+        simulated_machine machine;
+        machine.add_file(u"C:\\d");
+        auto const file = machine.fail_every_call_on("DeleteFileW", row.code);
+        auto const directory = machine.fail_every_call_on("RemoveDirectoryW", row.code);
+        EXPECT_EQ(failure_of([] { remove_file(u"d"); }), row.expected) << row.code;
+        EXPECT_EQ(failure_of([] { remove_directory(u"d"); }), row.expected) << row.code;
+        EXPECT_TRUE(file.fired() && directory.fired());
+    }
+}
+
+/// Links ahead of the last element are followed by the system, the last one never.
+TEST(RemoveBelowLinks, TakesTheNameInTheTarget)
+{
+    simulated_machine machine;
+    machine.add_junction(u"C:\\j", uR"(C:\away)");
+    for (char16_t const *name : {u"a", u"b"})
+        machine.add_file(std::u16string(uR"(C:\away\)") + name);
+    machine.add_directory(uR"(C:\away\c)");
+    remove(uR"(C:\j\a)");
+    remove_file(uR"(C:\j\b)");
+    remove_directory(uR"(C:\j\c)");
+    EXPECT_EQ(machine.entries(uR"(C:\away)"), names{});
+    EXPECT_TRUE(machine.exists(u"C:\\j"));
+}
+
+class held_file
+{
+public:
+    held_file(wchar_t const *name, DWORD share)
+        : raw_(::CreateFileW(name, GENERIC_READ, share, nullptr, OPEN_EXISTING, 0, nullptr))
+    {
+        EXPECT_NE(raw_, INVALID_HANDLE_VALUE);
+    }
+    ~held_file() { ::CloseHandle(raw_); }
+    held_file(held_file const &) = delete;
+    held_file &operator=(held_file const &) = delete;
+
+private:
+    HANDLE raw_;
+};
+
+TEST(RemoveOpenFiles, NeedsThemShared)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\f");
+    held_file const reader(L"C:\\f", FILE_SHARE_READ | FILE_SHARE_WRITE);
+    EXPECT_EQ(failure_of([] { remove(u"f"); }), system_error(32, u"f"));
+    EXPECT_EQ(failure_of([] { remove_file(u"f"); }), system_error(32, u"C:\\f"));
+    EXPECT_EQ(failure_of([] { remove_all(u"f"); }), system_error(32, u"C:\\f"));
+    EXPECT_TRUE(machine.exists(u"C:\\f"));
+}
+
+TEST(RemoveOpenFiles, FreesTheNameAtOnce)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\f");
+    held_file const reader(L"C:\\f", FILE_SHARE_READ | FILE_SHARE_DELETE);
+    remove(u"C:\\f");
+    EXPECT_FALSE(machine.exists(u"C:\\f"));
+    EXPECT_EQ(failure_of([] { remove(u"C:\\f"); }), not_found(u"C:\\f"));
+}
+
+TEST(RemoveOpenFiles, RemoveFileLeavesTheNameToTheLastWhoHasItOpen)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\f");
+    {
+        held_file const reader(L"C:\\f", FILE_SHARE_READ | FILE_SHARE_DELETE);
+        EXPECT_EQ(failure_of([] { remove_file(u"C:\\f"); }), std::nullopt);
+        EXPECT_EQ(failure_of([] { remove_file(u"C:\\f"); }), denied(u"C:\\f")) << "until then";
+        EXPECT_EQ(failure_of([] { remove(u"C:\\f"); }), denied(u"C:\\f"));
+    }
+    EXPECT_FALSE(machine.exists(u"C:\\f"));
+}
+
+} // namespace
+} // namespace fl::filesystem

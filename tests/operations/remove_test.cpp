@@ -1,0 +1,244 @@
+#include <fl/filesystem/operations.hpp>
+
+#include "support/failure.hpp"
+#include "support/workspace.hpp"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+
+namespace fl::filesystem {
+namespace {
+
+using test_support::about;
+using test_support::failure;
+using test_support::failure_of;
+using test_support::invalid_argument;
+using test_support::not_found;
+using test_support::workspace;
+
+using names = std::vector<std::u16string>;
+
+failure not_empty(std::u16string const &path)
+{
+    return about(fsys_excp_directory_not_empty, "fl:filesystem:DirectoryNotEmpty", path);
+}
+
+failure is_directory(std::u16string const &path)
+{
+    return about(fsys_excp_file_is_directory, "fl:filesystem:FileIsDirectory", path);
+}
+
+failure is_no_directory(std::u16string const &path)
+{
+    return about(fsys_excp_not_directory_error, "fl:filesystem:NotDirectoryError", path);
+}
+
+TEST(Remove, TakesAFileOrAnEmptyDirectory)
+{
+    workspace work;
+    work.make_file(work.path(u"file"), "content");
+    work.make_directory(work.path(u"dir"));
+    remove(work.path(u"file"));
+    EXPECT_EQ(work.entries(work.root()), names{u"dir"});
+    remove(upath(work.path(u"dir")));
+    EXPECT_EQ(work.entries(work.root()), names{});
+}
+
+TEST(Remove, LeavesADirectoryThatIsNotEmpty)
+{
+    workspace work;
+    work.make_file(work.path(uR"(dir\file)"));
+    EXPECT_EQ(failure_of([&] { remove(work.path(u"dir")); }), not_empty(work.path(u"dir")));
+    EXPECT_TRUE(work.is_file(work.path(uR"(dir\file)")));
+}
+
+TEST(Remove, NamesTheCallersTextInNativeForm)
+{
+    workspace work;
+    work.change_directory(work.root());
+    work.make_file(work.path(uR"(dir\file)"));
+    EXPECT_EQ(failure_of([] { remove(u"no/such"); }), not_found(uR"(no\such)"));
+    EXPECT_EQ(failure_of([] { remove(upath(u"./dir")); }), not_empty(uR"(.\dir)"));
+    EXPECT_EQ(failure_of([] { remove(uR"(dir\..\dir)"); }), not_empty(uR"(dir\..\dir)"));
+    std::u16string const overlong = uR"(no\)" + std::u16string(250, u'x');
+    EXPECT_EQ(failure_of([&] { remove(overlong); }), not_found(overlong)) << "without a prefix";
+    EXPECT_EQ(failure_of([&] { remove(uR"(\\?\)" + work.path(u"dir")); }),
+              not_empty(work.path(u"dir")));
+}
+
+TEST(Remove, TakesWhatNobodyCanReachForMissing)
+{
+    workspace work;
+    work.make_file(work.path(u"file"));
+    for (char16_t const *name : {u"no", uR"(no\x)", uR"(file\x)", u"a|b", u"a*"})
+        EXPECT_EQ(failure_of([&] { remove(work.path(name)); }), not_found(work.path(name)));
+    EXPECT_EQ(work.entries(work.root()), names{u"file"});
+}
+
+TEST(Remove, ReachesTheDiskByAnyNotation)
+{
+    workspace work;
+    for (char16_t const *name : {u"a", u"b", u"c", u"d", u"E"})
+        work.make_file(work.path(name));
+    work.make_directory(work.path(u"dir"));
+    work.change_directory(work.path(u"dir"));
+    remove(u"../a");
+    remove(work.path(u"dir/../b"));
+    remove(uR"(\\?\)" + work.path(u"c"));
+    remove(work.root().substr(2) + uR"(\d)");
+    remove(work.path(u"e. ."));
+    EXPECT_EQ(work.entries(work.root()), names{u"dir"});
+}
+
+// A long prefix is no part of the native form, so it makes no name an exact one.
+TEST(Remove, TakesTheTwinOfANameWithAFullStop)
+{
+    workspace work;
+    work.make_file(work.path(u"foo."));
+    work.make_file(work.path(u"foo"));
+    remove(uR"(\\?\)" + work.path(u"foo."));
+    EXPECT_EQ(work.entries(work.root()), names{u"foo."});
+}
+
+TEST(RemoveFile, TakesAFile)
+{
+    workspace work;
+    work.make_file(work.path(u"a"), "content");
+    work.make_file(work.path(u"b"));
+    remove_file(work.path(u"a"));
+    EXPECT_EQ(work.entries(work.root()), names{u"b"});
+    remove_file(upath(work.path(u"b")));
+    EXPECT_EQ(work.entries(work.root()), names{});
+}
+
+TEST(RemoveFile, TakesNoDirectory)
+{
+    workspace work;
+    work.change_directory(work.root());
+    work.make_directory(work.path(u"empty"));
+    work.make_file(work.path(uR"(full\x)"));
+    EXPECT_EQ(failure_of([] { remove_file(u"empty"); }), is_directory(work.path(u"empty")));
+    EXPECT_EQ(failure_of([] { remove_file(u"full/"); }), is_directory(work.path(u"full")));
+    EXPECT_EQ(work.entries(work.root()), (names{u"empty", u"full"}));
+}
+
+TEST(RemoveDirectory, TakesAnEmptyDirectory)
+{
+    workspace work;
+    work.make_directory(work.path(u"a"));
+    work.make_directory(work.path(u"b"));
+    remove_directory(work.path(u"a"));
+    EXPECT_EQ(work.entries(work.root()), names{u"b"});
+    remove_directory(upath(work.path(u"b/")));
+    EXPECT_EQ(work.entries(work.root()), names{});
+}
+
+TEST(RemoveDirectory, TakesNoFileAndNothingThatIsFull)
+{
+    workspace work;
+    work.change_directory(work.root());
+    work.make_file(work.path(u"file"));
+    work.make_file(work.path(uR"(full\x)"));
+    EXPECT_EQ(failure_of([] { remove_directory(u"file"); }), is_no_directory(work.path(u"file")));
+    EXPECT_EQ(failure_of([] { remove_directory(u"full"); }), not_empty(work.path(u"full")));
+    EXPECT_EQ(work.entries(work.root()), (names{u"file", u"full"}));
+}
+
+using operation = void (*)(std::u16string const &);
+using operation_on_path = void (*)(upath const &);
+
+/// The two operations that each take one kind, and what they take.
+struct form_case
+{
+    operation call;
+    bool takes_directories;
+};
+
+constexpr form_case form_cases[] = {{remove_file, false}, {remove_directory, true}};
+
+void make(workspace &work, std::u16string const &path, form_case const &row)
+{
+    row.takes_directories ? work.make_directory(path) : work.make_file(path);
+}
+
+TEST(RemoveOneKind, NamesTheFormThatWentToTheSystem)
+{
+    workspace work;
+    work.change_directory(work.root());
+    work.make_file(work.path(u"file"));
+    for (auto const &row : form_cases) {
+        EXPECT_EQ(failure_of([&] { row.call(u"no"); }), not_found(work.path(u"no")));
+        EXPECT_EQ(failure_of([&] { row.call(u"./no/such/"); }),
+                  not_found(work.path(uR"(no\such)")));
+        EXPECT_EQ(failure_of([&] { row.call(uR"(file\x)"); }), not_found(work.path(uR"(file\x)")));
+        EXPECT_EQ(failure_of([&] { row.call(uR"(\\?\)" + work.path(u"no")); }),
+                  not_found(work.path(u"no")))
+            << "the prefix isn't needed";
+        EXPECT_EQ(
+            failure_of([&] { row.call(work.path(u"a|b")); }),
+            invalid_argument("The filename, directory name, or volume label syntax is incorrect."));
+        EXPECT_EQ(failure_of([&] { row.call(uR"(\\server)"); }).value_or(failure{}).id,
+                  fsys_excp_invalid_argument);
+    }
+    EXPECT_EQ(work.entries(work.root()), names{u"file"});
+}
+
+TEST(RemoveOneKind, PrefixesFormsFrom260Units)
+{
+    workspace work;
+    std::u16string const parent = work.path(std::u16string(150, u'p'));
+    work.make_directory(parent);
+    for (auto const &row : form_cases) {
+        for (std::size_t const size : {247U, 248U, 258U, 259U, 260U, 261U, 300U}) {
+            std::u16string const path =
+                parent + u'\\' + std::u16string(size - parent.size() - 1, u'n');
+            make(work, path, row);
+            EXPECT_EQ(failure_of([&] { row.call(path); }), std::nullopt) << size;
+            EXPECT_EQ(failure_of([&] { row.call(path); }),
+                      not_found(size < 260 ? path : uR"(\\?\)" + path));
+        }
+    }
+    EXPECT_EQ(work.entries(parent), names{});
+}
+
+TEST(RemoveOneKind, ReachesAShare)
+{
+    workspace work;
+    if (!work.has_share())
+        GTEST_SKIP() << "there is no share";
+    for (auto const &row : form_cases) {
+        std::u16string const path = work.share_root() + u"\\name";
+        make(work, path, row);
+        EXPECT_EQ(failure_of([&] { row.call(path); }), std::nullopt);
+        EXPECT_EQ(failure_of([&] { row.call(path); }), not_found(path));
+    }
+}
+
+TEST(RemoveOneKind, TakesTheTwinOfANameWithAFullStop)
+{
+    for (auto const &row : form_cases) {
+        workspace work;
+        make(work, work.path(u"foo."), row);
+        make(work, work.path(u"foo"), row);
+        EXPECT_EQ(failure_of([&] { row.call(uR"(\\?\)" + work.path(u"foo.")); }), std::nullopt);
+        EXPECT_EQ(work.entries(work.root()), names{u"foo."});
+    }
+}
+
+TEST(RemoveAnything, PassesOverTheEmptyPath)
+{
+    workspace work;
+    work.change_directory(work.root());
+    for (operation const call : {operation(remove), operation(remove_file),
+                                 operation(remove_directory), operation(remove_all)})
+        EXPECT_EQ(failure_of([&] { call(u""); }), std::nullopt);
+    for (operation_on_path const call :
+         {operation_on_path(remove), operation_on_path(remove_file),
+          operation_on_path(remove_directory), operation_on_path(remove_all)})
+        EXPECT_EQ(failure_of([&] { call(upath()); }), std::nullopt);
+    EXPECT_TRUE(work.is_directory(work.root()));
+}
+
+} // namespace
+} // namespace fl::filesystem

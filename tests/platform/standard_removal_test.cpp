@@ -1,0 +1,228 @@
+// Removal by the standard facility: the two ways of marking, and what a read-only file
+// goes through where the system knows only the old one.
+
+#include "platform/standard_filesystem.hpp"
+
+#include <simulation/machine.hpp>
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace fl::filesystem::detail {
+namespace {
+
+using simulation::right;
+using simulation::simulated_machine;
+
+std::error_code const stale(77, std::generic_category());
+
+std::error_code system_code(DWORD code)
+{
+    return {static_cast<int>(code), std::system_category()};
+}
+
+constexpr DWORD unknown_codes[] = {1, 50, 87};
+
+/// Whether `C:\f` was removed, and the code.
+struct answer
+{
+    bool removed;
+    std::error_code code;
+
+    friend bool operator==(answer const &, answer const &) = default;
+};
+
+answer removal(wchar_t const *name = L"C:\\f")
+{
+    std::error_code ec = stale;
+    bool const removed = standard::remove(name, ec);
+    return {removed, ec};
+}
+
+answer const done{true, {}};
+
+answer fails(DWORD code)
+{
+    return {false, system_code(code)};
+}
+
+void add_read_only(simulated_machine &machine, DWORD more = 0)
+{
+    machine.add_file(u"C:\\f").set_attributes(u"C:\\f", FILE_ATTRIBUTE_READONLY | more);
+}
+
+TEST(StandardRemove, Answers)
+{
+    struct
+    {
+        wchar_t const *name;
+        answer expected;
+        char const *why;
+    } const cases[] = {
+        {L"C:\\f", done, "a file"},
+        {L"C:\\ro", done, "a read-only one"},
+        {L"C:\\empty", done, "an empty directory"},
+        {L"C:\\full", fails(145), "a full one"},
+        {L"C:\\link", done, "a link and not its target"},
+        {L"C:\\no", {false, {}}, "missing"},
+        {L"C:\\no\\x", {false, {}}, "its directory, too"},
+        {L"C:\\f\\x", {false, {}}, "below a file"},
+        {L"C:\\f\\", {false, {}}, "a file is no directory"},
+        {L"C:\\a|b", {false, {}}, "no name"},
+        {L"\\\\server\\share\\x", {false, {}}, "no such server"},
+        {L"", {false, {}}, "no text"},
+        {L"C:\\kept", fails(5), "denied"},
+    };
+    for (auto const &row : cases) {
+        simulated_machine machine;
+        machine.add_file(u"C:\\f").add_file(u"C:\\ro").add_file(u"C:\\kept");
+        machine.set_attributes(u"C:\\ro", FILE_ATTRIBUTE_READONLY);
+        machine.add_directory(u"C:\\empty").add_file(u"C:\\full\\x");
+        machine.add_junction(u"C:\\link", u"C:\\full").deny(u"C:\\kept", right::remove);
+        EXPECT_EQ(removal(row.name), row.expected) << row.why;
+        EXPECT_EQ(machine.entries(u"C:\\").size(), row.expected.removed ? 5U : 6U) << row.why;
+        EXPECT_EQ(machine.open_handles(), 0) << row.why;
+    }
+}
+
+/// The classes of information that were set, in order.
+std::vector<DWORD> classes_set(simulated_machine const &machine)
+{
+    std::vector<DWORD> classes;
+    for (auto const &entry : machine.journal())
+        if (entry.function == "SetFileInformationByHandle")
+            classes.push_back(entry.flags);
+    return classes;
+}
+
+using classes = std::vector<DWORD>;
+constexpr DWORD basic = 0, disposition = 4, disposition_with_flags = 21;
+
+TEST(StandardRemove, MarksPlainlyWhereFlagsAreUnknown)
+{
+    for (DWORD const code : unknown_codes) {
+        simulated_machine machine;
+        machine.add_file(u"C:\\f");
+        auto const fault = machine.fail_call("SetFileInformationByHandle", 1, code);
+        EXPECT_EQ(removal(), done) << code;
+        EXPECT_FALSE(machine.exists(u"C:\\f")) << code;
+        EXPECT_EQ(classes_set(machine), (classes{disposition_with_flags, disposition})) << code;
+        EXPECT_EQ(machine.open_handles(), 0);
+    }
+}
+
+TEST(StandardRemove, TakesEveryOtherCodeForTheAnswer)
+{
+    for (DWORD const code : {2U, 5U, 6U, 32U, 145U, 1117U}) {
+        simulated_machine machine;
+        add_read_only(machine);
+        auto const fault = machine.fail_call("SetFileInformationByHandle", 1, code);
+        EXPECT_EQ(removal(), fails(code)) << code;
+        EXPECT_EQ(classes_set(machine), classes{disposition_with_flags}) << code;
+        EXPECT_EQ(machine.attributes(u"C:\\f"), DWORD{FILE_ATTRIBUTE_READONLY});
+        EXPECT_EQ(machine.open_handles(), 0);
+    }
+}
+
+TEST(StandardRemove, TakesReadOnlyAwayWhereFlagsAreUnknown)
+{
+    for (DWORD const more : {DWORD{0}, DWORD{FILE_ATTRIBUTE_HIDDEN}}) {
+        simulated_machine machine;
+        add_read_only(machine, more);
+        auto const fault = machine.fail_call("SetFileInformationByHandle", 1, 87);
+        EXPECT_EQ(removal(), done);
+        EXPECT_FALSE(machine.exists(u"C:\\f"));
+        EXPECT_EQ(classes_set(machine),
+                  (classes{disposition_with_flags, disposition, basic, disposition}));
+        EXPECT_EQ(machine.open_handles(), 0);
+    }
+}
+
+TEST(StandardRemove, TakesReadOnlyAwayFromLinksAndNotFromTheirTargets)
+{
+    simulated_machine machine;
+    add_read_only(machine);
+    machine.add_symbolic_link(u"C:\\l", u"C:\\f");
+    machine.set_attributes(u"C:\\l", FILE_ATTRIBUTE_READONLY);
+    auto const fault = machine.fail_call("SetFileInformationByHandle", 1, 87);
+    EXPECT_EQ(removal(L"C:\\l"), done);
+    EXPECT_FALSE(machine.exists(u"C:\\l"));
+    EXPECT_EQ(machine.attributes(u"C:\\f"), DWORD{FILE_ATTRIBUTE_READONLY});
+}
+
+TEST(StandardRemove, PutsReadOnlyBackIfItWasntInTheWay)
+{
+    constexpr DWORD attributes = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_SYSTEM;
+    simulated_machine machine;
+    add_read_only(machine, FILE_ATTRIBUTE_SYSTEM);
+    simulation::times const times{100, 200, 300};
+    machine.set_times(u"C:\\f", times);
+    auto const first = machine.fail_call("SetFileInformationByHandle", 1, 50);
+    auto const last = machine.fail_call("SetFileInformationByHandle", 4, ERROR_IO_DEVICE);
+    EXPECT_EQ(removal(), fails(ERROR_IO_DEVICE));
+    EXPECT_TRUE(first.fired() && last.fired());
+    EXPECT_EQ(machine.attributes(u"C:\\f"), attributes);
+    EXPECT_EQ(machine.times_of(u"C:\\f"), times);
+    EXPECT_EQ(classes_set(machine),
+              (classes{disposition_with_flags, disposition, basic, disposition, basic}));
+    EXPECT_EQ(machine.open_handles(), 0);
+}
+
+TEST(StandardRemove, ADirectoryThatIsReadOnlyAndFullStaysBoth)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\f\\x").set_attributes(u"C:\\f", FILE_ATTRIBUTE_READONLY);
+    EXPECT_EQ(removal(), fails(145));
+    auto const fault = machine.fail_call("SetFileInformationByHandle", 1, 87);
+    EXPECT_EQ(removal(), fails(145));
+    EXPECT_EQ(machine.attributes(u"C:\\f"),
+              DWORD{FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY});
+}
+
+TEST(StandardRemove, ADenialStaysOneIfTheFileIsWritable)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\f");
+    auto const unknown = machine.fail_call("SetFileInformationByHandle", 1, 1);
+    auto const refused = machine.fail_call("SetFileInformationByHandle", 2, 5);
+    EXPECT_EQ(removal(), fails(5));
+    EXPECT_EQ(classes_set(machine), (classes{disposition_with_flags, disposition}));
+    EXPECT_TRUE(machine.exists(u"C:\\f"));
+    EXPECT_EQ(machine.open_handles(), 0);
+}
+
+TEST(StandardRemove, ADenialStaysOneWithoutTheRightToChangeAttributes)
+{
+    simulated_machine machine;
+    add_read_only(machine);
+    machine.deny(u"C:\\f", right::write);
+    auto const unknown = machine.fail_call("SetFileInformationByHandle", 1, 87);
+    EXPECT_EQ(removal(), fails(5));
+    EXPECT_EQ(machine.attributes(u"C:\\f"), DWORD{FILE_ATTRIBUTE_READONLY});
+    EXPECT_EQ(machine.open_handles(), 0);
+}
+
+TEST(StandardRemove, EveryFailingCallReleasesItsHandlesAndLeavesTheAttributes)
+{
+    for (int nth = 1;; ++nth) {
+        ASSERT_LT(nth, 100) << "the operation never ends";
+        simulated_machine machine;
+        add_read_only(machine);
+        auto const unknown = machine.fail_call("SetFileInformationByHandle", 1, 87);
+        auto const fault = machine.fail_call(nth, ERROR_IO_DEVICE);
+        answer const seen = removal();
+        EXPECT_EQ(machine.open_handles(), 0) << nth;
+        EXPECT_EQ(machine.exists(u"C:\\f"), !seen.removed) << nth;
+        if (!seen.removed) {
+            EXPECT_EQ(machine.attributes(u"C:\\f"), DWORD{FILE_ATTRIBUTE_READONLY}) << nth;
+        }
+        EXPECT_EQ(seen.removed, seen.code == std::error_code()) << nth;
+        if (!fault.fired())
+            break;
+    }
+}
+
+} // namespace
+} // namespace fl::filesystem::detail
