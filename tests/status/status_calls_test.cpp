@@ -8,9 +8,9 @@
 #include "links/calls.hpp"
 #include "status/outcomes.hpp"
 #include "support/text.hpp"
+#include "support/told.hpp"
 
 #include <functional>
-#include <map>
 
 namespace fl::filesystem {
 namespace {
@@ -18,7 +18,6 @@ namespace {
 using detail::lines;
 using detail::windows::target_status_bridge;
 using simulation::simulated_machine;
-using test_support::about;
 using test_support::answers;
 using test_support::calls_with_arguments;
 using test_support::denied;
@@ -26,6 +25,7 @@ using test_support::fails;
 using test_support::failure;
 using test_support::failure_of;
 using test_support::invalid_argument;
+using test_support::last_code;
 using test_support::missing;
 using test_support::missing_light;
 using test_support::not_found;
@@ -34,36 +34,14 @@ using test_support::outcome;
 using test_support::outcome_of;
 using test_support::shortened;
 using test_support::system_error;
+using test_support::told;
 using test_support::too_large;
 using test_support::wide;
-
-/// What the translation of a code makes of it, for one pathname.
-failure told(DWORD code, std::u16string const &path)
-{
-    std::map<DWORD, failure> const own = {
-        {2, not_found(path)},
-        {3, not_found(path)},
-        {5, denied(path)},
-        {80, test_support::exists(path)},
-        {123,
-         invalid_argument("The filename, directory name, or volume label syntax is incorrect.")},
-        {145, about(fsys_excp_directory_not_empty, "fl:filesystem:DirectoryNotEmpty", path)},
-        {161, invalid_argument("The specified path is invalid.")},
-        {183, test_support::exists(path)},
-        {206, too_large(u"")},
-        {267, about(fsys_excp_not_directory_error, "fl:filesystem:NotDirectoryError", path)},
-        {1920, denied(path)},
-        {4390, invalid_argument("The file or directory is not a reparse point.")}};
-    auto const row = own.find(code);
-    return row == own.end() ? system_error(code, path) : row->second;
-}
 
 bool says_missing(DWORD code)
 {
     return code == 2 || code == 3 || code == 123 || code == 161 || code == 4390;
 }
-
-constexpr DWORD last_code = 4400;
 
 /// What all zeros say: a file from the start of 1601.
 test_support::record zeros()

@@ -3,6 +3,7 @@
 #include <fl/filesystem.hpp>
 
 #include "status/outcomes.hpp"
+#include "support/attributes_for_now.hpp"
 #include "support/text.hpp"
 #include "support/workspace.hpp"
 
@@ -14,6 +15,7 @@ namespace fl::filesystem {
 namespace {
 
 using test_support::answers;
+using test_support::attributes_for_now;
 using test_support::fails;
 using test_support::instant;
 using test_support::invalid_argument;
@@ -73,23 +75,6 @@ void expect_present(std::u16string const &path, record const &expected, char con
     EXPECT_TRUE(exists(path)) << why;
     EXPECT_TRUE(exists(upath(path))) << why;
 }
-
-/// Sets the attributes that a caller can set, and clears them in the end, so that the
-/// folder can be removed.
-class attributes_for_now
-{
-public:
-    attributes_for_now(std::u16string const &path, DWORD attributes) : path_(wide(path))
-    {
-        EXPECT_TRUE(::SetFileAttributesW(path_.c_str(), attributes));
-    }
-    ~attributes_for_now() { ::SetFileAttributesW(path_.c_str(), FILE_ATTRIBUTE_NORMAL); }
-    attributes_for_now(attributes_for_now const &) = delete;
-    attributes_for_now &operator=(attributes_for_now const &) = delete;
-
-private:
-    std::wstring path_;
-};
 
 constexpr unsigned int regular = 0x8000;
 constexpr unsigned int directory = 0x4000;
