@@ -1,0 +1,330 @@
+// `access` by the calls that it makes, and what becomes of each call that fails.
+
+#include <fl/filesystem.hpp>
+
+#include "access/walking.hpp"
+#include "links/calls.hpp"
+#include "operations/access_answers.hpp"
+#include "support/text.hpp"
+#include "support/told.hpp"
+
+namespace fl::filesystem {
+namespace {
+
+using detail::expect_nothing_open;
+using detail::lines;
+using simulation::simulated_machine;
+using test_support::access_signs;
+using test_support::calls_with_arguments;
+using test_support::can_all;
+using test_support::can_nothing;
+using test_support::cannot_run;
+using test_support::denied;
+using test_support::failure;
+using test_support::failure_of;
+using test_support::invalid_argument;
+using test_support::is_denied;
+using test_support::is_missing;
+using test_support::last_code;
+using test_support::not_found;
+using test_support::of_size;
+using test_support::sign_of;
+using test_support::system_error;
+using test_support::told;
+using test_support::too_large;
+
+/// The calls of one probe that succeeds.
+void add_probe(lines &all, std::string const &path, std::string const &access)
+{
+    all.push_back("CreateFileW(" + path + ") access " + access +
+                  " share 7 disposition 3 flags 2000000");
+    all.push_back("CloseHandle(" + path + ")");
+}
+
+/// The three calls that read a link.
+void add_reading(lines &all, std::string const &path)
+{
+    all.push_back("CreateFileW(" + path + ") access 8 share 7 disposition 3 flags 2200000");
+    all.push_back("DeviceIoControl(" + path + ") flags 900A8");
+    all.push_back("CloseHandle(" + path + ")");
+}
+
+struct desired_case
+{
+    char const *local, *remote;
+};
+
+// By the mode, from 1 on.
+constexpr desired_case desired_cases[] = {
+    {"0", "0"},          {"80000000", "80"},  {"80000000", "80"},  {"100", "100"},
+    {"100", "100"},      {"80000100", "180"}, {"80000100", "180"}, {"20000000", "0"},
+    {"20000000", "0"},   {"A0000000", "80"},  {"A0000000", "80"},  {"20000100", "100"},
+    {"20000100", "100"}, {"A0000100", "180"}, {"A0000100", "180"},
+};
+
+TEST(AccessJournal, OfAPlainNameInEachMode)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\d\\f.exe").set_current_directory(u"C:\\d");
+    for (unsigned int mode = 1; mode <= 15; ++mode) {
+        machine.clear_journal();
+        EXPECT_TRUE(access(u"f.exe", mode));
+        lines expected = {R"(GetFullPathNameW(f.exe))", R"(GetFileAttributesExW(C:\d\f.exe))",
+                          R"(WNetGetUniversalNameW(C:\d\f.exe) flags 1)"};
+        add_probe(expected, R"(C:\d\f.exe)", desired_cases[mode - 1].local);
+        EXPECT_EQ(calls_with_arguments(machine), expected) << mode;
+    }
+}
+
+TEST(AccessJournal, OnANetworkInEachMode)
+{
+    simulated_machine machine;
+    machine.add_share(u"s", u"h").map_drive(u'X', u"s", u"h").add_file(u"\\\\s\\h\\f.exe");
+    for (unsigned int mode = 1; mode <= 15; ++mode) {
+        machine.clear_journal();
+        EXPECT_TRUE(access(uR"(\\s\h\f.exe)", mode));
+        lines expected = {R"(GetFullPathNameW(\\s\h\f.exe))",
+                          R"(GetFileAttributesExW(\\s\h\f.exe))"};
+        add_probe(expected, R"(\\s\h\f.exe)", desired_cases[mode - 1].remote);
+        EXPECT_EQ(calls_with_arguments(machine), expected) << mode;
+        machine.clear_journal();
+        EXPECT_TRUE(access(uR"(X:\f.exe)", mode));
+        expected = {R"(GetFullPathNameW(X:\f.exe))", R"(GetFileAttributesExW(X:\f.exe))",
+                    R"(WNetGetUniversalNameW(X:\f.exe) flags 1)"};
+        add_probe(expected, R"(X:\f.exe)", desired_cases[mode - 1].remote);
+        EXPECT_EQ(calls_with_arguments(machine), expected) << mode;
+    }
+}
+
+TEST(AccessJournal, OfTheLongFormOfAShare)
+{
+    simulated_machine machine;
+    machine.add_share(u"s", u"h").add_symbolic_link(u"C:\\l", u"\\\\s\\h\\f.exe");
+    machine.add_file(u"\\\\s\\h\\f.exe");
+    EXPECT_TRUE(access(uR"(C:\l)", access_read | access_execute));
+    lines expected = {R"(GetFullPathNameW(C:\l))", R"(GetFileAttributesExW(C:\l))"};
+    add_reading(expected, R"(C:\l)");
+    expected.push_back(R"(WNetGetUniversalNameW(C:\l) flags 1)");
+    expected.push_back(R"(GetFileAttributesExW(\\?\UNC\s\h\f.exe))");
+    add_probe(expected, R"(\\?\UNC\s\h\f.exe)", "80");
+    EXPECT_EQ(calls_with_arguments(machine), expected);
+}
+
+TEST(AccessJournal, OfALink)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\t").add_symbolic_link(u"C:\\l", u"t");
+    EXPECT_TRUE(access(uR"(C:\l)", access_write));
+    lines expected = {R"(GetFullPathNameW(C:\l))", R"(GetFileAttributesExW(C:\l))"};
+    add_reading(expected, R"(C:\l)");
+    expected.push_back(R"(WNetGetUniversalNameW(C:\l) flags 1)");
+    expected.push_back(R"(GetFileAttributesExW(\\?\C:\t))");
+    expected.push_back(R"(WNetGetUniversalNameW(C:\t) flags 1)");
+    add_probe(expected, R"(\\?\C:\t)", "100");
+    EXPECT_EQ(calls_with_arguments(machine), expected);
+}
+
+TEST(AccessJournal, OfALinkOnAShare)
+{
+    simulated_machine machine;
+    machine.add_share(u"s", u"h").add_symbolic_link(u"\\\\s\\h\\l", u"t");
+    EXPECT_FALSE(access(uR"(\\s\h\l)", access_exists));
+    lines expected = {R"(GetFullPathNameW(\\s\h\l))", R"(GetFileAttributesExW(\\s\h\l))"};
+    std::size_t const answered = expected.size();
+    lines all = calls_with_arguments(machine);
+    ASSERT_GT(all.size(), answered);
+    EXPECT_EQ(lines(all.begin(), all.begin() + static_cast<std::ptrdiff_t>(answered)), expected);
+    EXPECT_EQ(all.back(), R"(CreateFileW(\\s\h\l) access 0 share 7 disposition 3 flags 2000000)")
+        << "its own probe, which the system refuses";
+    EXPECT_EQ(machine.calls_of("GetFileAttributesExW"), 1) << "nothing is followed";
+}
+
+TEST(AccessJournal, OfWhatIsRefusedAtOnce)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\f");
+    for (unsigned int const mode : {0U, 16U, 0xFFFFFFFFU})
+        EXPECT_EQ(failure_of([&] { access(u"C:\\f", mode); }),
+                  invalid_argument("Unsupported Access Mode"));
+    for (unsigned int const mode : {0U, 1U, 16U})
+        EXPECT_EQ(failure_of([&] { access(u"", mode); }),
+                  invalid_argument("Empty Path not permitted"));
+    EXPECT_EQ(calls_with_arguments(machine), lines{});
+}
+
+bool says_missing(DWORD code)
+{
+    return code == 2 || code == 3 || code == 53 || code == 123 || code == 161;
+}
+
+/// What a query that fails with this code comes to, about `path`.
+void expect_code(DWORD code, unsigned int mode, std::u16string const &asked,
+                 std::u16string const &path)
+{
+    bool const asks_existence = (mode & 1) != 0;
+    bool answer = true;
+    auto const failed = failure_of([&] { answer = access(asked, mode); });
+    if (says_missing(code) && !asks_existence) {
+        ASSERT_EQ(failed, not_found(u"")) << code;
+    } else if (says_missing(code) || (!asks_existence && (code == 5 || code == 1920))) {
+        ASSERT_EQ(failed, std::nullopt) << code;
+        ASSERT_FALSE(answer) << code;
+    } else {
+        ASSERT_EQ(failed, told(code, path)) << code;
+    }
+}
+
+TEST(AccessCodes, OfAFailedQuery)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\f.exe").keep_journal(false);
+    for (DWORD code = 0; code <= last_code; ++code) {
+        auto const fault = machine.fail_every_call_on("GetFileAttributesExW", code);
+        for (unsigned int const mode : {1U, 2U, 8U, 14U, 15U})
+            expect_code(code, mode, u"C:\\f.exe", u"C:\\f.exe");
+        ASSERT_TRUE(fault.fired()) << code;
+    }
+}
+
+TEST(AccessCodes, OfAFailedQueryOfATarget)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\t").add_symbolic_link(u"C:\\l", u"t").keep_journal(false);
+    for (DWORD code = 0; code <= last_code; ++code) {
+        auto const fault = machine.fail_every_call_on_name("GetFileAttributesExW", u"C:\\t", code);
+        for (unsigned int const mode : {1U, 2U})
+            expect_code(code, mode, u"C:\\l", uR"(\\?\C:\t)");
+        ASSERT_TRUE(fault.fired()) << code;
+    }
+}
+
+TEST(AccessCodes, ACodeOfZeroIsAFailureToo)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\f");
+    auto const fault = machine.fail_every_call_on("GetFileAttributesExW", 0);
+    EXPECT_EQ(failure_of([] { access(u"C:\\f", 1); }), system_error(0, u"C:\\f"));
+    EXPECT_EQ(failure_of([] { access(u"C:\\f", 2); }), system_error(0, u"C:\\f"));
+}
+
+/// A drive pathname of this length, out of names that disks take.
+std::u16string pathname_of_size(std::size_t size)
+{
+    std::u16string path = u"C:";
+    while (path.size() + 202 < size)
+        path += u"\\" + std::u16string(200, u'd');
+    path += u'\\';
+    path.resize(size, u'e');
+    return path;
+}
+
+// The pathname with its prefix is what counts.
+TEST(AccessCodes, Code3OfAPathnameBeyondEveryLimit)
+{
+    simulated_machine machine;
+    machine.keep_journal(false);
+    auto const fault = machine.fail_every_call_on("GetFileAttributesExW", 3);
+    for (std::size_t const size : {32766U, 32767U, 32768U}) {
+        std::u16string const path = pathname_of_size(size - 4);
+        for (unsigned int const mode : {1U, 2U, 15U}) {
+            if (size > 32767)
+                EXPECT_EQ(failure_of([&] { access(path, mode); }), too_large(u"")) << size;
+            else
+                EXPECT_EQ(sign_of([&] { return access(path, mode); }, path), mode == 2 ? 'N' : 'f')
+                    << size;
+        }
+    }
+    EXPECT_TRUE(fault.fired());
+}
+
+TEST(AccessCodes, OfAFailedProbe)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\f.exe").add_directory(u"C:\\d").keep_journal(false);
+    for (DWORD code = 0; code <= last_code; ++code) {
+        auto const fault = machine.fail_every_call_on("CreateFileW", code);
+        for (unsigned int const mode : {1U, 2U, 8U, 15U}) {
+            ASSERT_FALSE(access(u"C:\\f.exe", mode)) << code;
+            ASSERT_FALSE(access(u"C:\\d", mode)) << code;
+        }
+        ASSERT_TRUE(fault.fired()) << code;
+    }
+}
+
+TEST(AccessCodes, OfALinkThatCannotBeRead)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\t.exe").add_symbolic_link(u"C:\\l", u"t.exe");
+    for (DWORD const code : {1U, 2U, 3U, 5U, 32U, 4390U}) {
+        auto const fault = machine.fail_every_call_on("DeviceIoControl", code);
+        EXPECT_EQ(access_signs(u"C:\\l"), cannot_run) << "by its own name, code " << code;
+        EXPECT_TRUE(fault.fired());
+    }
+    expect_nothing_open(machine, "an unreadable link");
+}
+
+TEST(AccessCodes, OfAProviderThatFails)
+{
+    simulated_machine machine;
+    machine.add_share(u"s", u"h").map_drive(u'X', u"s", u"h").add_file(u"\\\\s\\h\\f.exe");
+    machine.deny(u"\\\\s\\h\\f.exe", simulation::right::traverse);
+    EXPECT_EQ(access_signs(u"X:\\f.exe"), can_all);
+    for (DWORD const code : {1U, 5U, 234U, 1200U, 1222U, 2250U}) {
+        auto const fault = machine.fail_every_call_on("WNetGetUniversalNameW", code);
+        EXPECT_EQ(access_signs(u"X:\\f.exe"), cannot_run) << "as on a local drive, code " << code;
+        EXPECT_TRUE(fault.fired());
+    }
+}
+
+TEST(AccessCodes, OfAFailedExpansion)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\f").set_current_directory(u"C:\\");
+    auto const signs_of = [&](DWORD code) {
+        auto const fault = machine.fail_every_call_on("GetFullPathNameW", code);
+        return access_signs(u"f");
+    };
+    EXPECT_EQ(signs_of(5), is_denied) << "about the pathname as it was given";
+    for (DWORD const code : {2U, 3U, 53U, 123U}) {
+        auto const fault = machine.fail_every_call_on("GetFullPathNameW", code);
+        failure const expected = told(code, u"f");
+        bool const is_answered = code == 2 || code == 3; // PathNotFound
+        EXPECT_EQ(failure_of([] { EXPECT_FALSE(access(u"f", 1)); }),
+                  is_answered ? std::nullopt : std::optional(expected))
+            << code;
+        EXPECT_EQ(failure_of([] { access(u"f", 2); }), expected) << code;
+    }
+}
+
+TEST(AccessCodes, ACloseThatFailsChangesNothing)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\t.exe").add_symbolic_link(u"C:\\l", u"t.exe");
+    auto const fault = machine.fail_every_call_on("CloseHandle", ERROR_INVALID_HANDLE);
+    EXPECT_EQ(access_signs(u"C:\\l"), can_all);
+    EXPECT_TRUE(fault.fired());
+    expect_nothing_open(machine, "failing closes");
+}
+
+TEST(AccessCodes, EveryFailingCallReleasesItsHandles)
+{
+    for (unsigned int const mode : {1U, 2U, 15U}) {
+        for (int nth = 1;; ++nth) {
+            ASSERT_LT(nth, 1000) << "the operation never ends";
+            simulated_machine machine;
+            machine.add_file(u"C:\\d\\t.exe").add_symbolic_link(u"C:\\d\\m", u".\\t.exe");
+            machine.add_symbolic_link(u"C:\\l", u"d\\m");
+            auto const fault = machine.fail_call(nth, ERROR_IO_DEVICE);
+            failure_of([&] { access(uR"(C:\d\..\l)", mode); });
+            expect_nothing_open(machine, "failing call " + std::to_string(nth));
+            EXPECT_EQ(machine.entries(u"C:\\d"), (std::vector<std::u16string>{u"m", u"t.exe"}));
+            if (!fault.fired()) {
+                EXPECT_GT(nth, 10) << "it made calls at all";
+                break;
+            }
+        }
+    }
+}
+
+} // namespace
+} // namespace fl::filesystem
