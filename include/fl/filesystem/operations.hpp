@@ -219,7 +219,7 @@ inline constexpr unsigned int access_execute = 8;
 /// for a broken link; `AccessDenied` and what other codes stand for, naming the string that
 /// went to the system; `SystemError` 8246 if 20 links in a row lead nowhere else; and
 /// `foundation::ustring::CtypeInvalidCharacter` on an extension of three units with one
-/// above 127, unless `p` is a directory whose execution isn't asked about.
+/// above 127, of a file that could be opened.
 FL_FILESYSTEM_API bool access(upath const &p, unsigned int mode);
 FL_FILESYSTEM_API bool access(std::u16string const &p, unsigned int mode);
 
