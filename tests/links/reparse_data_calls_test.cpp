@@ -62,6 +62,19 @@ TEST(ReadReparseData, GivesTheSystemTheWholeBuffer)
     EXPECT_EQ(machine.open_handles(), 0);
 }
 
+// The code of a failed call may be 0, too. Nothing is then read from a file that isn't open.
+TEST(ReadReparseData, AnOpeningThatFailsWithoutACode)
+{
+    simulated_machine machine;
+    machine.add_symbolic_link(u"C:\\link", u"x");
+    auto const fault = machine.fail_every_call_on("CreateFileW", 0);
+    windows::reparse_data_context data;
+    EXPECT_EQ(read_reparse_data(data, L"C:\\link"), 0U);
+    EXPECT_EQ(reparse_tag(data), 0U);
+    EXPECT_EQ(machine.journal().size(), 1U);
+    EXPECT_TRUE(fault.fired());
+}
+
 TEST(ReadReparseData, EachCallThatFails)
 {
     unsigned int const expected[] = {1117, 1117, 0}; // opening, reading, closing
