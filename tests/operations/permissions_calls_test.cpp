@@ -1,0 +1,248 @@
+// Changing attributes by the calls that it takes, and what becomes of each call that fails.
+
+#include <fl/filesystem.hpp>
+
+#include "access/walking.hpp"
+#include "links/calls.hpp"
+#include "operations/hidden_names.hpp"
+#include "status/changed_attributes.hpp"
+#include "support/text.hpp"
+#include "support/told.hpp"
+
+namespace fl::filesystem {
+namespace {
+
+using detail::expect_nothing_open;
+using detail::lines;
+using simulation::right;
+using simulation::simulated_machine;
+using test_support::calls_with_arguments;
+using test_support::changed_attributes;
+using test_support::denied;
+using test_support::failure_of;
+using test_support::hidden_names;
+using test_support::invalid_argument;
+using test_support::last_code;
+using test_support::on_the_link;
+using test_support::told;
+
+constexpr unsigned int adds = test_support::adds;
+constexpr unsigned int removes = test_support::removes;
+constexpr unsigned int hides = adds | 0x4000;
+
+/// The three calls that read a link.
+void add_reading(lines &all, std::string const &path)
+{
+    all.push_back("CreateFileW(" + path + ") access 8 share 7 disposition 3 flags 2200000");
+    all.push_back("DeviceIoControl(" + path + ") flags 900A8");
+    all.push_back("CloseHandle(" + path + ")");
+}
+
+TEST(PermissionsJournal, OfAPlainName)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\d\\f").set_attributes(u"C:\\d\\f", 0x21);
+    machine.set_current_directory(u"C:\\d");
+    struct
+    {
+        unsigned int perms;
+        char const *set;
+        char const *why;
+    } const cases[] = {
+        {removes | 04, " flags 21", "nothing changes, and it is set"},
+        {adds, " flags 21", "nothing is named, and it is set"},
+        {0x1000, " flags 21", "what is there replaces itself"},
+        {hides, " flags 23", "hidden comes"},
+        {on_the_link, " flags 1", "no link, whatever the word says of links"},
+        {0200, "", "nothing is left"},
+    };
+    for (auto const &row : cases) {
+        machine.clear_journal();
+        permissions(u"f", row.perms);
+        lines const expected = {"GetFullPathNameW(f)", R"(GetFileAttributesExW(C:\d\f))",
+                                R"(GetFileAttributesW(C:\d\f))",
+                                std::string(R"(SetFileAttributesW(C:\d\f))") + row.set};
+        EXPECT_EQ(calls_with_arguments(machine), expected) << row.why;
+        machine.set_attributes(u"C:\\d\\f", 0x21);
+    }
+}
+
+TEST(PermissionsJournal, OfALink)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\t").set_attributes(u"C:\\t", 0x20).add_symbolic_link(u"C:\\l", u"t");
+    lines expected = {R"(GetFullPathNameW(C:\l))", R"(GetFileAttributesExW(C:\l))"};
+    add_reading(expected, "C:\\l");
+    lines itself = expected;
+    expected.push_back(R"(GetFileAttributesExW(C:\l))");
+    add_reading(expected, "C:\\l");
+    expected.push_back(R"(GetFileAttributesW(\\?\C:\t))");
+    expected.push_back(R"(SetFileAttributesW(\\?\C:\t) flags 22)");
+    permissions(u"C:\\l", hides);
+    EXPECT_EQ(calls_with_arguments(machine), expected);
+    machine.set_attributes(u"C:\\l", 0x20).clear_journal();
+    itself.push_back(R"(GetFileAttributesW(C:\l))");
+    itself.push_back(R"(SetFileAttributesW(C:\l) flags 422)");
+    permissions(u"C:\\l", hides | on_the_link);
+    EXPECT_EQ(calls_with_arguments(machine), itself);
+}
+
+TEST(PermissionsJournal, OfAVolumeMountPoint)
+{
+    simulated_machine machine;
+    machine.add_drive(u'D').add_mount_point(u"C:\\v", u'D');
+    permissions(u"C:\\v", hides);
+    EXPECT_EQ(machine.attributes(u"C:\\v"), 0x412U);
+    lines const all = calls_with_arguments(machine);
+    ASSERT_GE(all.size(), 2U);
+    EXPECT_EQ(all[all.size() - 2], R"(GetFileAttributesW(\\?\C:\v))") << "itself, made a target";
+    EXPECT_EQ(all[all.size() - 1], R"(SetFileAttributesW(\\?\C:\v) flags 412)");
+}
+
+TEST(PermissionsJournal, OfWhatIsRefusedAtOnce)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\f");
+    for (unsigned int const perms : {adds | removes, 0xFFFFU, adds | 0xFFFFU})
+        EXPECT_EQ(failure_of([&] { permissions(u"C:\\f", perms); }),
+                  invalid_argument("File Permission not valid"));
+    EXPECT_EQ(failure_of([] { permissions(u"", 0200); }),
+              invalid_argument("Empty Path not permitted"));
+    EXPECT_EQ(calls_with_arguments(machine), lines{});
+}
+
+TEST(PermissionsOnADisk, EveryCombination)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\f").keep_journal(false);
+    test_support::for_all_attributes([&](std::uint32_t before) {
+        test_support::for_all_words([&](unsigned int perms) {
+            machine.set_attributes(u"C:\\f", before);
+            permissions(u"C:\\f", perms);
+            EXPECT_EQ(machine.attributes(u"C:\\f") & 0x2027, changed_attributes(before, perms))
+                << "attributes " << before << ", perms " << perms;
+        });
+    });
+}
+
+TEST(PermissionsOnADisk, OtherAttributesSurvive)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\f").add_directory(u"C:\\d").keep_journal(false);
+    for (DWORD const other : {0x100U, 0x200U, 0x800U, 0x1000U, 0x4000U, 0x1B00U}) {
+        for (unsigned int const perms : {0U, 0xF222U, adds | 0xF222U, removes | 0xF222U}) {
+            machine.set_attributes(u"C:\\f", other | 0x23);
+            permissions(u"C:\\f", perms);
+            EXPECT_EQ(machine.attributes(u"C:\\f"), other | changed_attributes(0x23, perms))
+                << "attribute " << other << ", perms " << perms;
+        }
+    }
+    machine.set_attributes(u"C:\\d", 0x800);
+    permissions(u"C:\\d", 0x4000);
+    EXPECT_EQ(machine.attributes(u"C:\\d"), 0x813U);
+}
+
+TEST(PermissionsCodes, OfEachCallOnAFile)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\f").keep_journal(false);
+    for (char const *call : {"GetFileAttributesExW", "GetFileAttributesW", "SetFileAttributesW"}) {
+        for (DWORD code = 0; code <= last_code; ++code) {
+            auto const fault = machine.fail_every_call_on(call, code);
+            ASSERT_EQ(failure_of([] { permissions(u"C:\\f", hides); }), told(code, u"C:\\f"))
+                << call << ", code " << code;
+            ASSERT_TRUE(fault.fired());
+        }
+        EXPECT_EQ(hidden_names(machine), lines{}) << call;
+    }
+}
+
+TEST(PermissionsCodes, OfEachCallOnALinkAndItsTarget)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\t").add_symbolic_link(u"C:\\l", u"t").keep_journal(false);
+    struct
+    {
+        char const *function;
+        int nth;
+        char16_t const *named;
+    } const cases[] = {
+        {"GetFileAttributesExW", 1, u"C:\\l"},
+        {"GetFileAttributesExW", 2, u"C:\\l"},
+        {"GetFileAttributesW", 1, uR"(\\?\C:\t)"},
+        {"SetFileAttributesW", 1, uR"(\\?\C:\t)"},
+    };
+    for (auto const &row : cases) {
+        for (DWORD code = 0; code <= last_code; ++code) {
+            auto const fault = machine.fail_call(row.function, row.nth, code);
+            ASSERT_EQ(failure_of([] { permissions(u"C:\\l", hides); }), told(code, row.named))
+                << row.function << " " << row.nth << ", code " << code;
+            ASSERT_TRUE(fault.fired());
+        }
+        EXPECT_EQ(hidden_names(machine), lines{}) << row.function;
+        expect_nothing_open(machine, row.function);
+    }
+}
+
+TEST(PermissionsCodes, OfAFailedExpansion)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\f");
+    for (DWORD const code : {2U, 3U, 5U, 123U, 206U}) {
+        auto const fault = machine.fail_every_call_on("GetFullPathNameW", code);
+        EXPECT_EQ(failure_of([] { permissions(u"f", hides); }), told(code, u"f")) << code;
+        EXPECT_TRUE(fault.fired());
+    }
+}
+
+TEST(PermissionsCodes, OfALinkThatCannotBeRead)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\t").add_symbolic_link(u"C:\\l", u"t");
+    machine.deny(u"C:\\l", right::read_extended_attributes);
+    permissions(u"C:\\l", hides);
+    EXPECT_EQ(hidden_names(machine), lines{"C:\\l"}) << "it isn't seen to be a link";
+}
+
+TEST(PermissionsCodes, WhatTheCallerMayNot)
+{
+    struct
+    {
+        char16_t const *denied_at;
+        right denied;
+        char16_t const *named;
+    } const cases[] = {
+        {u"C:\\l", right::read_attributes, u"C:\\l"},
+        {u"C:\\t", right::read_attributes, uR"(\\?\C:\t)"},
+        {u"C:\\t", right::write, uR"(\\?\C:\t)"},
+    };
+    for (auto const &row : cases) {
+        simulated_machine machine;
+        machine.add_file(u"C:\\t").add_symbolic_link(u"C:\\l", u"t");
+        machine.deny(row.denied_at, row.denied);
+        EXPECT_EQ(failure_of([] { permissions(u"C:\\l", adds); }), denied(row.named))
+            << "also where nothing would change";
+        EXPECT_EQ(hidden_names(machine), lines{});
+    }
+}
+
+TEST(PermissionsCodes, EveryFailingCallReleasesItsHandles)
+{
+    for (unsigned int const perms : {hides, hides | on_the_link}) {
+        for (int nth = 1;; ++nth) {
+            ASSERT_LT(nth, 1000) << "the operation never ends";
+            simulated_machine machine;
+            machine.add_file(u"C:\\d\\t").add_symbolic_link(u"C:\\d\\l", u"..\\d\\t");
+            auto const fault = machine.fail_call(nth, ERROR_IO_DEVICE);
+            failure_of([&] { permissions(uR"(C:\d\..\d\l)", perms); });
+            expect_nothing_open(machine, "failing call " + std::to_string(nth));
+            if (!fault.fired()) {
+                EXPECT_GT(nth, 7) << "it made calls at all";
+                break;
+            }
+        }
+    }
+}
+
+} // namespace
+} // namespace fl::filesystem

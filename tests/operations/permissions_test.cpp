@@ -1,0 +1,251 @@
+// Changing attributes by permission words, of names that are no links.
+
+#include <fl/filesystem.hpp>
+
+#include "status/changed_attributes.hpp"
+#include "support/attributes_for_now.hpp"
+#include "support/failure.hpp"
+#include "support/text.hpp"
+#include "support/workspace.hpp"
+
+#include <limits>
+
+namespace fl::filesystem {
+namespace {
+
+using test_support::attributes_for_now;
+using test_support::changed_attributes;
+using test_support::failure;
+using test_support::failure_of;
+using test_support::invalid_argument;
+using test_support::not_found;
+using test_support::of_size;
+using test_support::printable;
+using test_support::wide;
+using test_support::workspace;
+
+constexpr unsigned int adds = file_status::perms_add;
+constexpr unsigned int removes = file_status::perms_remove;
+
+/// The attributes that this system keeps as they are set: Wine gives every file the
+/// archive attribute, and doesn't know the one for indexing.
+DWORD kept_attributes()
+{
+    return test_support::runs_under_wine() ? 0x7 : test_support::changeable_attributes;
+}
+
+DWORD attributes_of(std::u16string const &path)
+{
+    DWORD const attributes = ::GetFileAttributesW(wide(path).c_str());
+    EXPECT_NE(attributes, INVALID_FILE_ATTRIBUTES) << printable(path);
+    return attributes & kept_attributes();
+}
+
+struct word_case
+{
+    DWORD before;
+    unsigned int perms;
+    DWORD after;
+    char const *why;
+};
+
+constexpr word_case word_cases[] = {
+    {0x2026, 0, 0x1, "read-only, and none of the flags"},
+    {0x27, file_status::owner_write, 0, "not read-only, and the flags go, too"},
+    {0x3, adds | file_status::owner_write, 0x2, "only read-only goes"},
+    {0x2, removes | file_status::owner_write, 0x3, "only read-only comes"},
+    {0x2, removes | file_status::others_read, 0x2, "nothing changes"},
+    {0x3, adds | file_status::system_file, 0x7, "only system comes"},
+    {0x7, removes | file_status::hidden_file, 0x5, "only hidden goes"},
+    {0x1, file_status::owner_write | file_status::hidden_file, 0x2, "hidden and nothing else"},
+    {0x1, file_status::perms_all, 0, "all bits, none of them a flag"},
+    {0, 0555, 0x1, "reading and executing have no attribute"},
+    {0x1, 0020, 0, "the group's bit is as good"},
+    {0x1, 0002, 0, "and the others'"},
+    {0, 0xF000, 0x2027, "all flags, and no write bit"},
+    {0, 0xF222, 0x2026, "all flags, and each write bit"},
+    {0x6, file_status::perms_symlink, 0x1, "no bits, on what is no link"},
+    {0x6, 0xFFFE, 0x2026, "all bits but one"},
+};
+
+TEST(Permissions, OfAFile)
+{
+    workspace space;
+    std::u16string const path = space.path(u"file");
+    space.make_file(path, "content");
+    for (word_case const &row : word_cases) {
+        attributes_for_now const set(path, row.before);
+        permissions(path, row.perms);
+        EXPECT_EQ(attributes_of(path), row.after & kept_attributes()) << row.why;
+        attributes_for_now const again(path, row.before);
+        permissions(upath(path), row.perms);
+        EXPECT_EQ(attributes_of(path), row.after & kept_attributes()) << row.why;
+    }
+    EXPECT_TRUE(space.is_file(path));
+}
+
+TEST(Permissions, OfADirectory)
+{
+    workspace space;
+    std::u16string const path = space.path(u"dir.exe");
+    space.make_directory(path);
+    for (word_case const &row : word_cases) {
+        attributes_for_now const set(path, row.before);
+        permissions(path, row.perms);
+        EXPECT_EQ(attributes_of(path), row.after & kept_attributes()) << row.why;
+        EXPECT_TRUE(space.is_directory(path)) << row.why;
+    }
+}
+
+TEST(Permissions, EveryWordOnADisk)
+{
+    workspace space;
+    std::u16string const path = space.path(u"file");
+    space.make_file(path);
+    for (DWORD const before : {0x1U, 0x6U, 0x2023U}) {
+        test_support::for_all_words([&](unsigned int perms) {
+            attributes_for_now const set(path, before);
+            permissions(path, perms);
+            EXPECT_EQ(attributes_of(path), changed_attributes(before, perms) & kept_attributes())
+                << "attributes " << before << ", perms " << perms;
+        });
+    }
+}
+
+TEST(Permissions, SayWhatTheStatusSays)
+{
+    workspace space;
+    std::u16string const path = space.path(u"tool.cmd");
+    space.make_file(path);
+    constexpr unsigned int shown = 0777 | file_status::hidden_file;
+    permissions(path, file_status::owner_write | file_status::hidden_file);
+    EXPECT_EQ(status(path).get_perms() & shown, 0777 | file_status::hidden_file);
+    permissions(path, status(path).get_perms() & ~0222U);
+    EXPECT_EQ(status(path).get_perms() & shown, 0555 | file_status::hidden_file);
+    EXPECT_FALSE(access(path, access_write));
+    permissions(path, 0222);
+    EXPECT_EQ(status(path).get_perms() & shown, 0777U);
+    EXPECT_TRUE(access(path, access_write));
+}
+
+TEST(Permissions, RefuseTheEmptyPathAheadOfTheWord)
+{
+    auto const refusal = invalid_argument("Empty Path not permitted");
+    for (unsigned int const perms : {0U, 0200U, adds | removes, 0xFFFFU}) {
+        EXPECT_EQ(failure_of([&] { permissions(u"", perms); }), refusal);
+        EXPECT_EQ(failure_of([&] { permissions(upath(), perms); }), refusal);
+    }
+    EXPECT_EQ(failure_of([] { permissions(uR"(\\?\)", 0200); }), refusal) << "only a prefix";
+}
+
+TEST(Permissions, RefuseWordsWithoutAMeaning)
+{
+    workspace space;
+    std::u16string const path = space.path(u"file");
+    space.make_file(path);
+    attributes_for_now const hidden(path, 0x2);
+    auto const refusal = invalid_argument("File Permission not valid");
+    constexpr unsigned int words[] = {adds | removes,
+                                      adds | removes | 0200,
+                                      adds | removes | file_status::perms_symlink,
+                                      0xFFFF,
+                                      adds | 0xFFFF,
+                                      removes | 0xFFFF,
+                                      0x40000U | 0xFFFF,
+                                      adds | removes | 0xFFFF,
+                                      0x80000000U | 0xFFFF,
+                                      0xFFF00000U | adds | removes,
+                                      std::numeric_limits<unsigned int>::max()};
+    for (unsigned int const perms : words) {
+        EXPECT_EQ(failure_of([&] { permissions(path, perms); }), refusal) << perms;
+        EXPECT_EQ(failure_of([&] { permissions(upath(path), perms); }), refusal) << perms;
+        EXPECT_EQ(failure_of([&] { permissions(space.path(u"no"), perms); }), refusal)
+            << "before anybody looks";
+        EXPECT_EQ(failure_of([&] { permissions(u"\\\\server", perms); }), refusal)
+            << "ahead of what the pathname is";
+        EXPECT_EQ(attributes_of(path), 0x2U) << perms;
+    }
+    permissions(path, 0x80000000U | 0200);
+    EXPECT_EQ(attributes_of(path), 0U) << "what stands above has no meaning, and does no harm";
+}
+
+TEST(Permissions, OfNamesThatAreNotThere)
+{
+    workspace space;
+    space.make_directory(space.path(u"dir"));
+    for (unsigned int const perms : {0200U, adds | 0200U, 0x40000U}) {
+        EXPECT_EQ(failure_of([&] { permissions(space.path(u"no"), perms); }),
+                  not_found(space.path(u"no")));
+        EXPECT_EQ(failure_of([&] { permissions(space.path(u"no\\no"), perms); }),
+                  not_found(space.path(u"no\\no")));
+        EXPECT_EQ(
+            failure_of([&] { permissions(space.path(u"a<b"), perms); }),
+            invalid_argument("The filename, directory name, or volume label syntax is incorrect."));
+    }
+    space.change_directory(space.path(u"dir"));
+    EXPECT_EQ(failure_of([] { permissions(u"./no", 0200); }), not_found(space.path(u"dir\\no")))
+        << "the form that went to the system";
+    std::u16string const longer = of_size(space.path(u"dir\\").c_str(), 260);
+    EXPECT_EQ(failure_of([&] { permissions(longer, 0200); }), not_found(uR"(\\?\)" + longer));
+    EXPECT_EQ(space.entries(space.root()), std::vector<std::u16string>{u"dir"});
+}
+
+TEST(Permissions, OfPathnamesThatCannotBe)
+{
+    for (std::u16string const path : {u"\\\\server", u"\\\\.\\COM1"}) {
+        failure expected = invalid_argument("The path type of the given path is not valid: {" +
+                                            printable(path) + "}");
+        expected.path_name = path;
+        EXPECT_EQ(failure_of([&] { permissions(path, 0200); }), expected);
+    }
+}
+
+TEST(Permissions, BringTextsToNativeForm)
+{
+    workspace space;
+    std::u16string const path = space.path(u"a\\file");
+    space.make_file(path);
+    space.change_directory(space.path(u"a"));
+    std::u16string const texts[] = {u"file", u"./file", u"../a//file", uR"(\\?\)" + path};
+    for (std::u16string const &text : texts) {
+        permissions(text, 0);
+        EXPECT_EQ(attributes_of(path) & 1, 1U) << printable(text);
+        permissions(text, 0200);
+        EXPECT_EQ(attributes_of(path) & 1, 0U) << printable(text);
+    }
+}
+
+TEST(Permissions, OfPathnamesAboutTheLimits)
+{
+    workspace space;
+    std::u16string const folder = of_size((space.root() + u"\\").c_str(), 200);
+    for (std::size_t const size : {247U, 248U, 259U, 260U, 261U, 400U}) {
+        std::u16string const path = of_size((folder + u"\\").c_str(), size);
+        std::u16string const form = (size > 259 ? uR"(\\?\)" : u"") + path;
+        space.make_file(path);
+        permissions(path, 0x4000);
+        EXPECT_EQ(attributes_of(form), 0x3U) << size;
+        permissions(path, 0200);
+        EXPECT_EQ(attributes_of(form), 0U) << size;
+    }
+}
+
+TEST(Permissions, OfAnExtensionBeyondAscii)
+{
+    workspace space;
+    std::u16string const path = space.path(u"f.\u00E9xe");
+    space.make_file(path);
+    attributes_for_now const hidden(path, 0x2);
+    using foundation::ustring::CtypeInvalidCharacter;
+    EXPECT_THROW(permissions(path, 0200), CtypeInvalidCharacter);
+    EXPECT_THROW(permissions(upath(path), adds | 0200), CtypeInvalidCharacter);
+    EXPECT_EQ(attributes_of(path), 0x2U);
+    space.make_directory(space.path(u"d.\u00E9xe"));
+    permissions(space.path(u"d.\u00E9xe"), 0x4080);
+    EXPECT_EQ(attributes_of(space.path(u"d.\u00E9xe")), 0x2U) << "a directory isn't asked";
+    EXPECT_EQ(failure_of([&] { permissions(space.path(u"no.\u00E9xe"), 0200); }),
+              not_found(space.path(u"no.\u00E9xe")));
+}
+
+} // namespace
+} // namespace fl::filesystem
