@@ -1,3 +1,4 @@
+#include "flfs/system.hpp"
 #include "tools/run_flfs.hpp"
 
 #include <gtest/gtest.h>
@@ -41,6 +42,49 @@ usage_case const usage_cases[] = {
      "flfs: The following argument was not expected: --json\nTry \"flfs mkdir --help\".\n",
      "another command's option"},
     {{"readlink"}, "flfs: PATH is required\nTry \"flfs readlink --help\".\n", "no pathname"},
+    {{"access", "r"}, "flfs: PATH is required\nTry \"flfs access --help\".\n", "no pathname"},
+    {{"access", "rq", "x"},
+     "flfs: MODES: rq is made of other letters than e, r, w and x\n"
+     "Try \"flfs access --help\".\n",
+     "a letter that isn't one"},
+    {{"access", "[r]", "x"},
+     "flfs: MODES: [r] is made of other letters than e, r, w and x\n"
+     "Try \"flfs access --help\".\n",
+     "brackets are no list"},
+    {{"access", "", "x"},
+     "flfs: MODES: A letter is needed: e, r, w or x\nTry \"flfs access --help\".\n",
+     "no letter"},
+    {{"chmod", "-h"}, "flfs: PATH is required\nTry \"flfs chmod --help\".\n", "a word, no help"},
+    {{"chmod", "-z", "x"},
+     "flfs: WORD: -z is no sign +, - or = with letters out of rwxashi\n"
+     "Try \"flfs chmod --help\".\n",
+     "a letter that isn't one"},
+    {{"chmod", "", "x"},
+     "flfs: WORD: (empty) is no sign +, - or = with letters out of rwxashi\n"
+     "Try \"flfs chmod --help\".\n",
+     "no word"},
+    {{"chmod", "+w", "x", "-w"},
+     "flfs: The following argument was not expected: -w\nTry \"flfs chmod --help\".\n",
+     "a second word"},
+    {{"mv", "a"}, "flfs: TO is required\nTry \"flfs mv --help\".\n", "one pathname"},
+    {{"mv", "a", "b", "c"},
+     "flfs: The following argument was not expected: c\nTry \"flfs mv --help\".\n",
+     "three of them"},
+    {{"ln", "a", "b"},
+     "flfs: Hard links can't be made. Say -s for a symbolic link or --shortcut for a shortcut\n"
+     "Try \"flfs ln --help\".\n",
+     "a hard link"},
+    {{"ln", "-s", "a"}, "flfs: LINK is required\nTry \"flfs ln --help\".\n", "one pathname"},
+    {{"ln", "-s", "--shortcut", "a", "b"},
+     "flfs: --symbolic excludes --shortcut\nTry \"flfs ln --help\".\n",
+     "two kinds"},
+    {{"ln", "--shortcut", "--file", "a", "b"},
+     "flfs: --file requires --symbolic\nTry \"flfs ln --help\".\n",
+     "a shortcut to a file"},
+    {{"ln", "-s", "--file", "--directory", "a", "b"},
+     "flfs: --file excludes --directory\nTry \"flfs ln --help\".\n",
+     "two flavours"},
+    {{"rm", "-r"}, "flfs: PATH is required\nTry \"flfs rm --help\".\n", "no pathname"},
     {{"inspect", "caf\xE9"}, "flfs: Argument 2 is not UTF-8\nTry \"flfs --help\".\n", "Latin-1"},
 };
 
@@ -68,6 +112,12 @@ help_case const help_cases[] = {
     {{"inspect", "x", "-h"}, {"Usage: flfs inspect [OPTIONS] TEXT...", "--json"}},
     {{"mkdir", "--help"}, {"Usage: flfs mkdir [OPTIONS] PATH...", "--parents"}},
     {{"readlink", "--help"}, {"Usage: flfs readlink [OPTIONS] PATH...", "--json"}},
+    {{"stat", "--help"}, {"Usage: flfs stat [OPTIONS] PATH...", "--links", "--json"}},
+    {{"access", "--help"}, {"Usage: flfs access [OPTIONS] MODES PATH...", "--json"}},
+    {{"chmod", "--help"}, {"Usage: flfs chmod [OPTIONS] WORD PATH...", "--links", "read-only"}},
+    {{"ln", "--help"}, {"Usage: flfs ln [OPTIONS] TARGET LINK", "-s,--symbolic", "--shortcut"}},
+    {{"mv", "--help"}, {"Usage: flfs mv [OPTIONS] FROM TO"}},
+    {{"rm", "-h"}, {"Usage: flfs rm [OPTIONS] PATH...", "-r,--recursive"}},
 };
 
 TEST(FlfsCommandLine, Help)
@@ -127,5 +177,34 @@ TEST(FlfsCommandLine, TextsArriveUnchanged)
         EXPECT_EQ(texts, row.texts) << row.why;
     }
 }
+
+#if FLFS_SYSTEM_IS_SIMULATED
+
+struct refused_case
+{
+    std::vector<std::string> arguments;
+    char const *use;
+};
+
+refused_case const refused_cases[] = {
+    {{"stat", "C:\\a"}, "read"},          {{"access", "r", "C:\\a"}, "read"},
+    {{"chmod", "-w", "C:\\a"}, "change"}, {{"ln", "-s", "b", "C:\\a"}, "change"},
+    {{"mv", "a", "b"}, "change"},         {{"rm", "-r", "C:\\a"}, "change"},
+};
+
+TEST(FlfsCommandLine, CommandsOnDisksAreRefusedWhereThereIsNoWindows)
+{
+    for (refused_case const &row : refused_cases) {
+        flfs_result const result = run_flfs(row.arguments);
+        std::string const name = row.arguments.front();
+        EXPECT_EQ(result.exit_code, 2) << name;
+        EXPECT_EQ(result.out, "") << name;
+        EXPECT_EQ(result.err, "flfs: " + name +
+                                  " works on Windows only: there is no Windows file system to " +
+                                  row.use + " here.\n");
+    }
+}
+
+#endif
 
 } // namespace

@@ -28,6 +28,17 @@ inline flfs_result run_flfs(std::vector<std::string> const &arguments)
     return {exit_code, out.str(), err.str()};
 }
 
+/// The same for a command on a disk, also where that is the simulated machine's.
+inline flfs_result run_flfs_on_disk(std::vector<std::string> const &arguments)
+{
+    std::ostringstream out;
+    std::ostringstream err;
+    flfs::session session{out, err};
+    session.has_disk = true;
+    int const exit_code = flfs::run(arguments, session);
+    return {exit_code, out.str(), err.str()};
+}
+
 /// What a command reports on pathnames, without its test whether there is a disk to read.
 template <typename Report>
 flfs_result run_report(Report report, std::vector<std::u16string> const &pathnames, bool as_json)

@@ -23,18 +23,40 @@ bool is_option(std::string const &word)
     return !word.empty() && word.front() == '-';
 }
 
+bool is_long_option(std::string const &word)
+{
+    return word.compare(0, 2, "--") == 0;
+}
+
+/// As the user wrote it.
+std::string_view without_guard(std::string_view word)
+{
+    if (!word.empty() && word.front() == guard)
+        word.remove_prefix(1);
+    return word;
+}
+
+// The words are read from the option as they are: a bound variable would have CLI11
+// convert them, and `{}` come out as no word at all.
+CLI::callback_t const keep = [](CLI::results_t const &) { return true; };
+
 } // namespace
 
 std::vector<std::string> protect(std::vector<std::string> const &arguments)
 {
     std::vector<std::string> words;
     bool options_ended = false;
+    bool expects_sign = !arguments.empty() && arguments.front() == "chmod";
     for (std::string const &argument : arguments) {
         if (argument == "--" && !options_ended) {
             options_ended = true;
             continue;
         }
-        bool const needs_guard = is_notation(argument) || (options_ended && is_option(argument));
+        bool const is_signed = expects_sign && is_option(argument) && !is_long_option(argument);
+        bool const needs_guard =
+            is_notation(argument) || is_signed || (options_ended && is_option(argument));
+        if (&argument != &arguments.front() && !is_long_option(argument))
+            expects_sign = false; // that was the word
         words.push_back(needs_guard ? guard + argument : argument);
     }
     std::reverse(words.begin(), words.end());
@@ -51,9 +73,6 @@ std::string unprotected(std::string_view message)
 CLI::Option *add_pathnames(CLI::App &command, std::string const &name,
                            std::string const &description)
 {
-    // the words are read from the option as they are: a bound vector would have
-    // CLI11 convert them, and `{}` come out as no word at all
-    CLI::callback_t const keep = [](CLI::results_t const &) { return true; };
     return command.add_option(name, keep, description)
         ->required()
         ->expected(1, CLI::detail::expected_max_vector_size)
@@ -61,14 +80,21 @@ CLI::Option *add_pathnames(CLI::App &command, std::string const &name,
         ->option_text("(one or more)");
 }
 
+CLI::Option *add_word(CLI::App &command, std::string const &name, std::string const &description)
+{
+    return command.add_option(name, keep, description)->required()->option_text(" ");
+}
+
+std::string word_of(CLI::Option const &positional)
+{
+    return std::string(without_guard(positional.results().front()));
+}
+
 std::vector<std::u16string> pathnames_of(CLI::Option const &positional)
 {
     std::vector<std::u16string> pathnames;
-    for (std::string_view word : positional.results()) {
-        if (!word.empty() && word.front() == guard)
-            word.remove_prefix(1);
-        pathnames.push_back(units_from_utf8(word).value());
-    }
+    for (std::string const &word : positional.results())
+        pathnames.push_back(units_from_utf8(without_guard(word)).value());
     return pathnames;
 }
 

@@ -17,7 +17,8 @@ namespace flfs {
 
 /// Returns `arguments` so that CLI11 takes pathnames for plain words, and in the
 /// order that it wants: last one first. Everything behind the first `--` is a
-/// pathname, which CLI11 only grants to a command that has none yet.
+/// pathname, which CLI11 only grants to a command that has none yet. The word of `chmod` may begin
+/// with a hyphen, as `-w` does.
 std::vector<std::string> protect(std::vector<std::string> const &arguments);
 
 /// Takes out of a message what `protect` has put in.
@@ -27,6 +28,13 @@ std::string unprotected(std::string_view message);
 /// pathnames of the command.
 CLI::Option *add_pathnames(CLI::App &command, std::string const &name,
                            std::string const &description);
+
+/// Gives `command` the required positional `name`, which is one word: a pathname or
+/// whatever the command takes it for.
+CLI::Option *add_word(CLI::App &command, std::string const &name, std::string const &description);
+
+/// That word, as the user wrote it.
+std::string word_of(CLI::Option const &positional);
 
 /// The UTF-16 units of the words that it was given.
 std::vector<std::u16string> pathnames_of(CLI::Option const &positional);

@@ -3,6 +3,9 @@
 // The commands. Each has a source file of its own, which adds it to the command
 // line and does its work.
 
+#include "flfs/system.hpp"
+
+#include <functional>
 #include <iosfwd>
 
 namespace CLI {
@@ -21,13 +24,31 @@ struct session
     std::ostream &out;
     std::ostream &err;
     int exit_code = exit_success;
+    bool has_disk = !system_is_simulated; ///< whether commands find a disk that lasts
 };
 
+enum class disk_use
+{
+    read,
+    change
+};
+
+/// Has `command` run `action`, whose result becomes the exit code, where there is a disk.
+/// Elsewhere the command is refused.
+void set_disk_action(CLI::App &command, session &session, disk_use use,
+                     std::function<int()> action);
+
 // `session` must outlive `app`.
+void add_access_command(CLI::App &app, session &session);
+void add_chmod_command(CLI::App &app, session &session);
 void add_inspect_command(CLI::App &app, session &session);
+void add_ln_command(CLI::App &app, session &session);
 void add_mkdir_command(CLI::App &app, session &session);
+void add_mv_command(CLI::App &app, session &session);
 void add_readlink_command(CLI::App &app, session &session);
 void add_resolve_command(CLI::App &app, session &session);
+void add_rm_command(CLI::App &app, session &session);
+void add_stat_command(CLI::App &app, session &session);
 
 } // namespace flfs
 

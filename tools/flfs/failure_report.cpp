@@ -78,13 +78,41 @@ failure describe(fs::FsysExceptionBase const &exception)
             exception.get_error_code(),      sentence_of(exception)};
 }
 
+std::optional<failure> failure_of(std::function<void()> const &action)
+{
+    try {
+        action();
+    } catch (fs::FsysExceptionBase const &exception) {
+        return describe(exception);
+    } catch (foundation::ustring::CtypeInvalidCharacter const &) {
+        return failure{"foundation::ustring::CtypeInvalidCharacter",
+                       {},
+                       {},
+                       {},
+                       0,
+                       "An extension of three characters must be ASCII here. Rename the file."};
+    }
+    return std::nullopt;
+}
+
 void print_failure(std::ostream &err, failure const &what_failed, std::u16string const &argument)
 {
+    print_failure(err, what_failed, std::vector<std::u16string>{argument});
+}
+
+void print_failure(std::ostream &err, failure const &what_failed,
+                   std::vector<std::u16string> const &arguments)
+{
     err << "flfs: " << what_failed.identifier << '\n';
-    if (what_failed.pathname.empty())
-        err << "  argument: " << displayed_value(argument) << '\n';
-    else
+    char const *label = "  argument: ";
+    if (!what_failed.pathname.empty()) {
         err << "  pathname: " << displayed_value(what_failed.pathname) << '\n';
+    } else {
+        for (std::u16string const &argument : arguments) {
+            err << label << displayed_value(argument) << '\n';
+            label = "  and:      ";
+        }
+    }
     for (std::u16string const &pathname : what_failed.additional_pathnames)
         if (!pathname.empty())
             err << "  and:      " << displayed_value(pathname) << '\n';

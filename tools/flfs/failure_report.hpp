@@ -4,7 +4,9 @@
 
 #include <fl/filesystem/exceptions.hpp>
 
+#include <functional>
 #include <iosfwd>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -13,8 +15,8 @@ namespace flfs {
 /// What an exception of the library says, as values.
 struct failure
 {
-    std::string identifier; ///< such as "fl:filesystem:AccessDenied"
-    fl::filesystem::fsys_excp_id id;
+    std::string identifier;                         ///< such as "fl:filesystem:AccessDenied"
+    std::optional<fl::filesystem::fsys_excp_id> id; ///< none outside the library's family
     std::u16string pathname;
     std::vector<std::u16string> additional_pathnames;
     unsigned int code;
@@ -24,9 +26,18 @@ struct failure
 /// The sentence is the class's own; a command that knows more replaces it.
 failure describe(fl::filesystem::FsysExceptionBase const &exception);
 
+/// Runs `action` and returns the failure that it ended in, if it did. Also knows the
+/// one exception outside the library's family, of names that aren't ASCII where only
+/// that can be compared.
+std::optional<failure> failure_of(std::function<void()> const &action);
+
 /// Prints `what_failed` to `err`. `argument` is what the user wrote: it is shown
 /// where the library names no pathname.
 void print_failure(std::ostream &err, failure const &what_failed, std::u16string const &argument);
+
+/// The same where it could be about any of several `arguments`.
+void print_failure(std::ostream &err, failure const &what_failed,
+                   std::vector<std::u16string> const &arguments);
 
 } // namespace flfs
 

@@ -10,7 +10,6 @@
 
 namespace flfs {
 
-namespace fs = fl::filesystem;
 using json = nlohmann::ordered_json;
 
 namespace {
@@ -25,11 +24,9 @@ struct outcome
 
 outcome read_one(std::u16string const &pathname)
 {
-    try {
-        return {pathname, read_link(pathname), {}};
-    } catch (fs::FsysExceptionBase const &exception) {
-        return {pathname, {}, describe(exception)};
-    }
+    outcome one{pathname, {}, {}};
+    one.what_failed = failure_of([&one] { one.found = read_link(one.pathname); });
+    return one;
 }
 
 std::string hexadecimal(std::uint32_t tag)

@@ -4,7 +4,6 @@
 
 #include "flfs/command_line.hpp"
 #include "flfs/failure_report.hpp"
-#include "flfs/system.hpp"
 #include "flfs/text.hpp"
 
 #include <CLI/CLI.hpp>
@@ -60,14 +59,8 @@ void add_mkdir_command(CLI::App &app, session &session)
     CLI::Option *paths = add_pathnames(*command, "PATH", "directory to make");
     auto const parents = std::make_shared<bool>(false);
     command->add_flag("-p,--parents", *parents, "Make missing directories above PATH, too");
-    command->callback([&session, paths, parents] {
-        if (system_is_simulated) {
-            session.err << "flfs: mkdir works on Windows only: there is no Windows file system to "
-                           "change here.\n";
-            session.exit_code = exit_usage;
-            return;
-        }
-        session.exit_code = make_directories(session, pathnames_of(*paths), *parents);
+    set_disk_action(*command, session, disk_use::change, [&session, paths, parents] {
+        return make_directories(session, pathnames_of(*paths), *parents);
     });
 }
 

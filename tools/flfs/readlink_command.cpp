@@ -2,12 +2,10 @@
 
 #include "flfs/command_line.hpp"
 #include "flfs/link_report.hpp"
-#include "flfs/system.hpp"
 
 #include <CLI/CLI.hpp>
 
 #include <memory>
-#include <ostream>
 
 namespace flfs {
 
@@ -20,14 +18,8 @@ void add_readlink_command(CLI::App &app, session &session)
     CLI::Option *paths = add_pathnames(*command, "PATH", "link or shortcut to read");
     auto const as_json = std::make_shared<bool>(false);
     command->add_flag("--json", *as_json, "Print one JSON array with an object for each PATH");
-    command->callback([&session, paths, as_json] {
-        if (system_is_simulated) {
-            session.err << "flfs: readlink works on Windows only: there is no Windows file system "
-                           "to read here.\n";
-            session.exit_code = exit_usage;
-            return;
-        }
-        session.exit_code = report_links(session, pathnames_of(*paths), *as_json);
+    set_disk_action(*command, session, disk_use::read, [&session, paths, as_json] {
+        return report_links(session, pathnames_of(*paths), *as_json);
     });
 }
 

@@ -23,8 +23,12 @@ constexpr char const *footer = R"(Examples:
   flfs mkdir --parents "C:\work\2024\reports"  a directory and those above it
   flfs readlink "C:\Documents and Settings"    where a link or shortcut leads
   flfs resolve "C:\Documents and Settings\me"  each link on the way, and the end of it
+  flfs stat "C:\Windows\notepad.exe"           type, permissions, times and size
+  flfs chmod -w "C:\work\2024\report.txt"      no more changes to a file
+  flfs rm -r "C:\work\2023"                    a directory and all in it
 
-Exit codes: 0 success, 1 a failure of the file system, 2 wrong usage.
+Exit codes: 0 success, 1 a failure of the file system, 2 wrong usage. Of stat and
+access 1 may also be the answer: not there, no.
 "flfs COMMAND --help" tells more about a command.)";
 
 std::string version()
@@ -61,9 +65,15 @@ void set_up(CLI::App &app, session &session)
     app.failure_message(usage_message);
     app.set_version_flag("--version", version(), "Print the version and exit");
     add_inspect_command(app, session);
-    add_mkdir_command(app, session);
     add_readlink_command(app, session);
     add_resolve_command(app, session);
+    add_stat_command(app, session);
+    add_access_command(app, session);
+    add_mkdir_command(app, session);
+    add_chmod_command(app, session);
+    add_ln_command(app, session);
+    add_mv_command(app, session);
+    add_rm_command(app, session);
     for (CLI::App *command : app.get_subcommands({}))
         command->group("Commands");
     app.footer(footer); // last, so that the commands don't inherit it
@@ -95,17 +105,22 @@ int run_command(std::vector<std::string> const &arguments, session &session)
 
 int run(std::vector<std::string> const &utf8_arguments, std::ostream &out, std::ostream &err)
 {
+    session session{out, err};
+    return run(utf8_arguments, session);
+}
+
+int run(std::vector<std::string> const &utf8_arguments, session &session)
+{
     if (std::size_t const number = first_that_is_not_utf8(utf8_arguments)) {
-        err << "flfs: Argument " << number << " is not UTF-8\nTry \"flfs --help\".\n";
+        session.err << "flfs: Argument " << number << " is not UTF-8\nTry \"flfs --help\".\n";
         return exit_usage;
     }
-    session session{out, err};
     try {
         return run_command(utf8_arguments, session);
     } catch (fl::filesystem::FsysExceptionBase const &exception) {
-        print_failure(err, describe(exception), {});
+        print_failure(session.err, describe(exception), std::u16string());
     } catch (std::exception const &exception) {
-        err << "flfs: " << exception.what() << '\n';
+        session.err << "flfs: " << exception.what() << '\n';
     }
     return exit_failure;
 }

@@ -5,7 +5,8 @@
 namespace flfs {
 
 /// Elsewhere than on Windows the library runs over a Windows machine in memory. It
-/// answers questions, but nobody would find again what a command changed there.
+/// answers questions, but nobody would find again what a command changed there: the
+/// commands on disks are refused, but for tests.
 inline constexpr bool system_is_simulated = FLFS_SYSTEM_IS_SIMULATED != 0;
 
 } // namespace flfs

@@ -1,0 +1,139 @@
+#include "flfs/system.hpp"
+#include "flfs/text.hpp"
+#include "support/workspace.hpp"
+#include "tools/run_flfs.hpp"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#if FLFS_SYSTEM_IS_SIMULATED
+#include <simulation/machine.hpp>
+#endif
+
+namespace {
+
+using nlohmann::ordered_json;
+using test_support::flfs_result;
+using test_support::run_flfs_on_disk;
+using test_support::workspace;
+
+std::string utf8(std::u16string const &text)
+{
+    return flfs::utf8_from_units(text);
+}
+
+struct answer_case
+{
+    char const *modes;
+    char16_t const *name;
+    bool is_yes;
+    char const *why;
+};
+
+constexpr answer_case answer_cases[] = {
+    {"e", u"a.txt", true, "it is there"},
+    {"e", u"no", false, "asked whether it is there"},
+    {"er", u"no", false, "existence decides, with others, too"},
+    {"r", u"a.txt", true, "a file"},
+    {"r", u"dir", true, "a directory"},
+    {"rw", u"a.txt", true, "both"},
+    {"wr", u"a.txt", true, "in any order"},
+    {"rr", u"a.txt", true, "twice"},
+    {"x", u"a.txt", false, "no name of a program"},
+    {"x", u"a.cmd", true, "a name of one"},
+    {"erwx", u"a.cmd", true, "all of it"},
+    {"rx", u"a.txt", false, "one is denied"},
+    {"x", u"dir", false, "directories don't run"},
+};
+
+TEST(FlfsAccess, Answers)
+{
+    workspace work;
+    work.make_file(work.path(u"a.txt"));
+    work.make_file(work.path(u"a.cmd"));
+    work.make_directory(work.path(u"dir"));
+    for (answer_case const &row : answer_cases) {
+        std::string const name = utf8(work.path(row.name));
+        flfs_result const result = run_flfs_on_disk({"access", row.modes, name});
+        EXPECT_EQ(result.exit_code, row.is_yes ? 0 : 1) << row.why;
+        EXPECT_EQ(result.out, (row.is_yes ? "yes  " : "no   ") + name + "\n") << row.why;
+        EXPECT_EQ(result.err, "") << row.why;
+    }
+}
+
+TEST(FlfsAccess, AFailureDoesNotStopIt)
+{
+    workspace work;
+    work.make_file(work.path(u"a.txt"));
+    std::string const file = utf8(work.path(u"a.txt"));
+    std::string const missing = utf8(work.path(u"no"));
+    flfs_result const result = run_flfs_on_disk({"access", "r", missing, "", file});
+    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_EQ(result.out, "yes  " + file + "\n");
+    EXPECT_EQ(result.err,
+              "flfs: fl:filesystem:PathNotFound\n"
+              "  argument: " +
+                  missing +
+                  "\n"
+                  "  code:     0\n"
+                  "  The name, or a directory on the way to it, doesn't exist. Check the "
+                  "spelling.\n"
+                  "flfs: fl:filesystem:InvalidArgument\n"
+                  "  argument: (empty)\n"
+                  "  code:     0\n"
+                  "  Empty Path not permitted.\n");
+}
+
+TEST(FlfsAccess, AsJson)
+{
+    workspace work;
+    work.make_file(work.path(u"a.txt"));
+    std::string const file = utf8(work.path(u"a.txt"));
+    std::string const missing = utf8(work.path(u"no"));
+    flfs_result const result = run_flfs_on_disk({"access", "--json", "rw", file, missing});
+    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_EQ(result.err, "");
+    ordered_json const array = ordered_json::parse(result.out);
+    ASSERT_EQ(array.size(), 2u);
+    EXPECT_EQ(array[0],
+              (ordered_json{
+                  {"pathname", file}, {"modes", "rw"}, {"granted", true}, {"failure", nullptr}}));
+    EXPECT_EQ(array[1].at("pathname"), missing);
+    EXPECT_TRUE(array[1].at("granted").is_null());
+    EXPECT_EQ(array[1].at("failure").at("identifier"), "fl:filesystem:PathNotFound");
+}
+
+#if FLFS_SYSTEM_IS_SIMULATED
+
+TEST(FlfsAccess, ANoInJson)
+{
+    simulation::simulated_machine machine;
+    machine.add_file(u"C:\\a.txt").set_attributes(u"C:\\a.txt", FILE_ATTRIBUTE_READONLY);
+    flfs_result const result = run_flfs_on_disk({"access", "w", "--json", "C:\\a.txt"});
+    EXPECT_EQ(result.exit_code, 1);
+    ordered_json const one = ordered_json::parse(result.out).at(0);
+    EXPECT_EQ(one.at("granted"), false);
+    EXPECT_TRUE(one.at("failure").is_null());
+}
+
+TEST(FlfsAccess, DeniedALook)
+{
+    simulation::simulated_machine machine;
+    machine.add_file(u"C:\\a.txt");
+    auto const broken =
+        machine.fail_every_call_on_name("GetFileAttributesExW", u"C:\\a.txt", ERROR_ACCESS_DENIED);
+    EXPECT_EQ(run_flfs_on_disk({"access", "r", "C:\\a.txt"}).out, "no   C:\\a.txt\n");
+    flfs_result const result = run_flfs_on_disk({"access", "e", "C:\\a.txt"});
+    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(result.err,
+              "flfs: fl:filesystem:AccessDenied\n"
+              "  pathname: C:\\a.txt\n"
+              "  code:     0\n"
+              "  You have no right to do this. Check the permissions, or ask who owns it.\n");
+}
+
+#endif
+
+} // namespace

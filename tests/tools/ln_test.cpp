@@ -1,0 +1,144 @@
+#include "flfs/system.hpp"
+#include "flfs/text.hpp"
+#include "support/workspace.hpp"
+#include "tools/run_flfs.hpp"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#if FLFS_SYSTEM_IS_SIMULATED
+#include <simulation/machine.hpp>
+#endif
+
+namespace {
+
+using test_support::flfs_result;
+using test_support::run_flfs_on_disk;
+using test_support::workspace;
+
+std::string utf8(std::u16string const &text)
+{
+    return flfs::utf8_from_units(text);
+}
+
+TEST(FlfsLn, AShortcut)
+{
+    workspace work;
+    work.make_directory(work.path(u"dir"));
+    std::string const target = utf8(work.path(u"dir"));
+    std::string const link = utf8(work.path(u"to dir.lnk"));
+    flfs_result const result = run_flfs_on_disk({"ln", "--shortcut", target, link});
+    EXPECT_EQ(result.exit_code, 0) << result.err;
+    EXPECT_EQ(result.out, "made " + link + " -> " + target + "\n");
+    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(run_flfs_on_disk({"readlink", link}).out,
+              link + "\n    kind  shortcut\n    text  " + target + "\n");
+}
+
+TEST(FlfsLn, AShortcutNeedsItsExtension)
+{
+    workspace work;
+    std::string const target = utf8(work.path(u"a.txt"));
+    std::string const link = utf8(work.path(u"link"));
+    flfs_result const result = run_flfs_on_disk({"ln", "--shortcut", target, link});
+    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(result.err, "flfs: fl:filesystem:InvalidArgument\n"
+                          "  argument: " +
+                              target + "\n  and:      " + link +
+                              "\n"
+                              "  code:     0\n"
+                              "  Shortcut path input must have .lnk file extension.\n");
+    EXPECT_FALSE(work.exists(work.path(u"link")));
+}
+
+#if FLFS_SYSTEM_IS_SIMULATED
+
+using simulation::simulated_machine;
+
+struct flavour_case
+{
+    std::vector<std::string> options;
+    char const *target;
+    bool is_to_directory;
+    char const *why;
+};
+
+flavour_case const flavour_cases[] = {
+    {{"-s"}, "dir", true, "the target tells"},
+    {{"-s"}, "a.txt", false, "the target tells"},
+    {{"--symbolic"}, "no", false, "a missing target is a file"},
+    {{"-s", "--directory"}, "no", true, "forced"},
+    {{"-s", "--file"}, "dir", false, "forced"},
+};
+
+TEST(FlfsLn, SymbolicLinks)
+{
+    for (flavour_case const &row : flavour_cases) {
+        simulated_machine machine;
+        machine.add_directory(u"C:\\dir").add_file(u"C:\\a.txt");
+        std::vector<std::string> arguments = {"ln"};
+        arguments.insert(arguments.end(), row.options.begin(), row.options.end());
+        arguments.insert(arguments.end(), {row.target, "C:/link"});
+        flfs_result const result = run_flfs_on_disk(arguments);
+        EXPECT_EQ(result.exit_code, 0) << row.why << "\n" << result.err;
+        EXPECT_EQ(result.out, std::string("made C:\\link -> ") + row.target + "\n") << row.why;
+        EXPECT_EQ(result.err, "") << row.why;
+        EXPECT_EQ(machine.reparse_tag(u"C:\\link"), 0xA000000C) << row.why;
+        EXPECT_EQ((machine.attributes(u"C:\\link") & FILE_ATTRIBUTE_DIRECTORY) != 0,
+                  row.is_to_directory)
+            << row.why;
+    }
+}
+
+// the library names no pathname; it is the link that is in the way
+TEST(FlfsLn, AnExistingLinkIsToBlame)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\link", "x");
+    flfs_result const result = run_flfs_on_disk({"ln", "-s", "C:\\target", "C:\\link"});
+    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(result.err, "flfs: fl:filesystem:FileExistsError\n"
+                          "  argument: C:\\link\n"
+                          "  code:     0\n"
+                          "  Something of that name is there already. Choose another name, or "
+                          "remove it first.\n");
+    EXPECT_EQ(machine.content(u"C:\\link"), "x");
+}
+
+TEST(FlfsLn, WithoutTheRightToMakeLinks)
+{
+    simulated_machine machine;
+    machine.deny_symbolic_links();
+    flfs_result const result = run_flfs_on_disk({"ln", "-s", "C:\\target", "C:\\link"});
+    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_EQ(result.err, "flfs: fl:filesystem:SystemError\n"
+                          "  argument: C:\\link\n"
+                          "  code:     1314\n"
+                          "  You have no right to make symbolic links. Turn on Windows' developer "
+                          "mode, or be an administrator.\n");
+    EXPECT_FALSE(machine.exists(u"C:\\link"));
+}
+
+TEST(FlfsLn, ATargetBeyondAsciiMayBeToBlame)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\a.\u00E9\u00E9\u00E9");
+    std::string const target = "C:\\a.\xC3\xA9\xC3\xA9\xC3\xA9";
+    flfs_result const result = run_flfs_on_disk({"ln", "-s", target, "C:\\link"});
+    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_EQ(result.err,
+              "flfs: foundation::ustring::CtypeInvalidCharacter\n"
+              "  argument: " +
+                  target +
+                  "\n"
+                  "  and:      C:\\link\n"
+                  "  code:     0\n"
+                  "  An extension of three characters must be ASCII here. Rename the file.\n");
+}
+
+#endif
+
+} // namespace

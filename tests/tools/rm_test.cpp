@@ -1,0 +1,159 @@
+#include "flfs/system.hpp"
+#include "flfs/text.hpp"
+#include "support/workspace.hpp"
+#include "tools/run_flfs.hpp"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#if FLFS_SYSTEM_IS_SIMULATED
+#include <simulation/machine.hpp>
+#endif
+
+namespace {
+
+using test_support::flfs_result;
+using test_support::run_flfs_on_disk;
+using test_support::workspace;
+
+std::string utf8(std::u16string const &text)
+{
+    return flfs::utf8_from_units(text);
+}
+
+TEST(FlfsRm, FilesAndEmptyDirectories)
+{
+    workspace work;
+    work.make_file(work.path(u"a.txt"));
+    work.make_directory(work.path(u"dir"));
+    flfs_result const result =
+        run_flfs_on_disk({"rm", utf8(work.root()) + "/a.txt", utf8(work.path(u"dir"))});
+    EXPECT_EQ(result.exit_code, 0) << result.err;
+    EXPECT_EQ(result.out, "removed " + utf8(work.path(u"a.txt")) + "\nremoved " +
+                              utf8(work.path(u"dir")) + "\n");
+    EXPECT_EQ(result.err, "");
+    EXPECT_TRUE(work.entries(work.root()).empty());
+}
+
+TEST(FlfsRm, AFailureDoesNotStopIt)
+{
+    workspace work;
+    work.make_file(work.path(u"dir\\a.txt"));
+    work.make_file(work.path(u"b.txt"));
+    flfs_result const result = run_flfs_on_disk(
+        {"rm", utf8(work.path(u"dir")), utf8(work.path(u"no")), utf8(work.path(u"b.txt"))});
+    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_EQ(result.out, "removed " + utf8(work.path(u"b.txt")) + "\n");
+    EXPECT_EQ(result.err,
+              "flfs: fl:filesystem:DirectoryNotEmpty\n"
+              "  pathname: " +
+                  utf8(work.path(u"dir")) +
+                  "\n"
+                  "  code:     0\n"
+                  "  The directory isn't empty. Use -r to remove what is in it, too.\n"
+                  "flfs: fl:filesystem:PathNotFound\n"
+                  "  pathname: " +
+                  utf8(work.path(u"no")) +
+                  "\n"
+                  "  code:     0\n"
+                  "  The name, or a directory on the way to it, doesn't exist. Check the "
+                  "spelling.\n");
+    EXPECT_TRUE(work.is_file(work.path(u"dir\\a.txt")));
+    EXPECT_FALSE(work.exists(work.path(u"b.txt")));
+}
+
+TEST(FlfsRm, Trees)
+{
+    for (char const *option : {"-r", "--recursive"}) {
+        workspace work;
+        work.make_file(work.path(u"dir\\sub\\a.txt"));
+        work.make_file(work.path(u"dir\\b.txt"));
+        flfs_result const result = run_flfs_on_disk({"rm", option, utf8(work.path(u"dir"))});
+        EXPECT_EQ(result.exit_code, 0) << result.err;
+        EXPECT_EQ(result.out, "removed " + utf8(work.path(u"dir")) + "\n") << option;
+        EXPECT_TRUE(work.entries(work.root()).empty()) << option;
+    }
+}
+
+TEST(FlfsRm, TreesFailOneByOne)
+{
+    workspace work;
+    work.make_directory(work.path(u"dir"));
+    flfs_result const result =
+        run_flfs_on_disk({"rm", "-r", utf8(work.path(u"no")), utf8(work.path(u"dir"))});
+    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_EQ(result.out, "removed " + utf8(work.path(u"dir")) + "\n");
+    EXPECT_EQ(result.err, "flfs: fl:filesystem:PathNotFound\n"
+                          "  pathname: " +
+                              utf8(work.path(u"no")) +
+                              "\n"
+                              "  code:     0\n"
+                              "  The name, or a directory on the way to it, doesn't exist. Check "
+                              "the spelling.\n");
+}
+
+TEST(FlfsRm, TheEmptyPathnameIsPassedOver)
+{
+    workspace work;
+    work.change_directory(work.root());
+    work.make_file(work.path(u"a.txt"));
+    for (std::vector<std::string> const &arguments :
+         {std::vector<std::string>{"rm", ""}, {"rm", "-r", ""}}) {
+        flfs_result const result = run_flfs_on_disk(arguments);
+        EXPECT_EQ(result.exit_code, 0) << result.err;
+        EXPECT_EQ(result.out, "passed over (empty)\n");
+    }
+    EXPECT_TRUE(work.is_file(work.path(u"a.txt")));
+}
+
+#if FLFS_SYSTEM_IS_SIMULATED
+
+using simulation::simulated_machine;
+
+TEST(FlfsRm, ReadOnlyFilesEndATree)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\dir\\a.txt").set_attributes(u"C:\\dir\\a.txt", FILE_ATTRIBUTE_READONLY);
+    flfs_result const result = run_flfs_on_disk({"rm", "-r", "C:\\dir"});
+    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(result.err,
+              "flfs: fl:filesystem:AccessDenied\n"
+              "  pathname: C:\\dir\\a.txt\n"
+              "  code:     0\n"
+              "  It is read-only, which `flfs chmod +w` changes, or you have no right to remove "
+              "it.\n");
+    EXPECT_EQ(run_flfs_on_disk({"rm", "C:\\dir\\a.txt"}).exit_code, 0) << "by itself it goes";
+    EXPECT_FALSE(machine.exists(u"C:\\dir\\a.txt"));
+}
+
+TEST(FlfsRm, Denied)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\a.txt");
+    auto const broken = machine.fail_every_call_on_name(u"C:\\a.txt", ERROR_ACCESS_DENIED);
+    flfs_result const result = run_flfs_on_disk({"rm", "C:\\a.txt"});
+    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_EQ(result.err, "flfs: fl:filesystem:AccessDenied\n"
+                          "  pathname: C:\\a.txt\n"
+                          "  code:     0\n"
+                          "  You have no right to remove it. Check the permissions.\n");
+    EXPECT_TRUE(machine.exists(u"C:\\a.txt"));
+}
+
+TEST(FlfsRm, LinksAndNotWhatTheyLeadTo)
+{
+    for (char const *option : {"-r", "--"}) {
+        simulated_machine machine;
+        machine.add_file(u"C:\\dir\\a.txt").add_junction(u"C:\\junction", u"C:\\dir");
+        flfs_result const result = run_flfs_on_disk({"rm", option, "C:\\junction"});
+        EXPECT_EQ(result.exit_code, 0) << result.err;
+        EXPECT_FALSE(machine.exists(u"C:\\junction")) << option;
+        EXPECT_TRUE(machine.exists(u"C:\\dir\\a.txt")) << option;
+    }
+}
+
+#endif
+
+} // namespace

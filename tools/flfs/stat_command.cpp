@@ -1,0 +1,29 @@
+#include "flfs/commands.hpp"
+
+#include "flfs/command_line.hpp"
+#include "flfs/status_report.hpp"
+
+#include <CLI/CLI.hpp>
+
+#include <memory>
+
+namespace flfs {
+
+void add_stat_command(CLI::App &app, session &session)
+{
+    CLI::App *command = app.add_subcommand(
+        "stat", "Show type, permissions, attributes, times and size of what a pathname leads to");
+    command->footer(
+        "Times are in UTC. Exits 1 if a PATH isn't there, or leads to nothing: that is an\n"
+        "answer and no failure, so it is told with the others.");
+    CLI::Option *paths = add_pathnames(*command, "PATH", "pathname to ask about");
+    auto const options = std::make_shared<status_options>();
+    command->add_flag("--links", options->links, "Ask about PATH itself if it is a link");
+    command->add_flag("--json", options->as_json,
+                      "Print one JSON array with an object for each PATH");
+    set_disk_action(*command, session, disk_use::read, [&session, paths, options] {
+        return report_status(session, pathnames_of(*paths), *options);
+    });
+}
+
+} // namespace flfs
