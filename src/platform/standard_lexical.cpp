@@ -129,8 +129,12 @@ std::wstring lexically_normal(std::wstring_view text)
     std::replace_if(result.begin(), result.end(), is_separator<wchar_t>, backslash);
     if (has_root)
         result += backslash;
-    for (std::wstring_view const name : normal.names)
-        join(result, name);
+    // names are texts here: one like a drive isn't joined as the root that it looks like
+    for (std::size_t i = 0; i < normal.names.size(); ++i) {
+        if (i > 0)
+            result += backslash;
+        result += normal.names[i];
+    }
     bool const has_end = normal.lost_its_end || ends_in_separator(text);
     if (has_end && !normal.names.empty() && normal.names.back() != dot_dot)
         result += backslash;
