@@ -1,0 +1,226 @@
+// Which calls `canonical` makes, and what it makes of calls that fail: only the simulated
+// machine can show that.
+
+#include <fl/filesystem/operations.hpp>
+
+#include "access/walking.hpp"
+
+#include <set>
+
+namespace fl::filesystem {
+namespace {
+
+using detail::calls;
+using detail::expect_nothing_open;
+using detail::lines;
+using simulation::flavour;
+using simulation::simulated_machine;
+using test_support::about;
+using test_support::denied;
+using test_support::exists;
+using test_support::failure;
+using test_support::failure_of;
+using test_support::invalid_argument;
+using test_support::not_found;
+using test_support::system_error;
+using test_support::too_large;
+
+TEST(CanonicalCalls, ExpandOnceAndAskAboutEveryElement)
+{
+    simulated_machine machine;
+    machine.add_file(uR"(C:\d\f)");
+    canonical(uR"(C:\d\f)");
+    EXPECT_EQ(calls(machine),
+              (lines{R"(GetFullPathNameW(C:\d\f))", R"(GetFileAttributesExW(\\?\C:\d))",
+                     R"(GetFileAttributesExW(\\?\C:\d\f))", R"(GetFileAttributesExW(\\?\C:\d\f))"}))
+        << "the last one to find links, and once more to see that it is there";
+    machine.clear_journal();
+    canonical(u"C:\\");
+    EXPECT_EQ(calls(machine),
+              (lines{R"(GetFullPathNameW(C:\))", R"(GetFileAttributesExW(\\?\C:\))"}));
+}
+
+TEST(CanonicalCalls, NoneForTheEmptyPath)
+{
+    simulated_machine machine;
+    canonical(u"", u"C:\\");
+    canonical(upath(), upath(u"relative"));
+    EXPECT_EQ(calls(machine), lines{});
+}
+
+TEST(CanonicalCalls, NoneForABaseThatIsRefused)
+{
+    simulated_machine machine;
+    EXPECT_EQ(failure_of([] { canonical(u"f", u"d"); }),
+              invalid_argument("Invalid path type for base path"));
+    EXPECT_EQ(calls(machine), lines{});
+}
+
+TEST(CanonicalCalls, ExpandWhatIsJoined)
+{
+    simulated_machine machine;
+    machine.add_file(uR"(C:\d\f)");
+    canonical(u"f", u"C:\\d");
+    EXPECT_EQ(calls(machine).front(), R"(GetFullPathNameW(C:\d\f))");
+}
+
+TEST(CanonicalCalls, AFailedExpansionNamesWhatIsJoined)
+{
+    simulated_machine machine;
+    auto const fault = machine.fail_every_call_on("GetFullPathNameW", 5);
+    EXPECT_EQ(failure_of([] { canonical(u"f", u"C:\\d"); }), denied(uR"(C:\d\f)"));
+    EXPECT_EQ(failure_of([] { canonical(u"f"); }), denied(u"f"));
+    EXPECT_TRUE(fault.fired());
+}
+
+TEST(CanonicalCalls, AMissingNameOfTheExpansionIsntNamedEither)
+{
+    simulated_machine machine;
+    for (DWORD const code : {2U, 3U}) {
+        auto const fault = machine.fail_every_call_on("GetFullPathNameW", code);
+        EXPECT_EQ(failure_of([] { canonical(u"f"); }), not_found(u"")) << code;
+        EXPECT_TRUE(fault.fired());
+    }
+}
+
+failure failure_of_code(DWORD code, std::u16string const &path)
+{
+    switch (code) {
+    case 2:
+    case 3:
+    case 53:
+    case 123:
+    case 161:
+        return not_found(u"");
+    case 5:
+    case 1920:
+        return denied(path);
+    case 80:
+    case 183:
+        return exists(path);
+    case 145:
+        return about(fsys_excp_directory_not_empty, "fl:filesystem:DirectoryNotEmpty", path);
+    case 206:
+        return too_large(u"");
+    case 267:
+        return about(fsys_excp_not_directory_error, "fl:filesystem:NotDirectoryError", path);
+    case 4390:
+        return invalid_argument("The file or directory is not a reparse point.");
+    default:
+        return system_error(code, path);
+    }
+}
+
+TEST(CanonicalCalls, EveryCodeOfTheLastQuestion)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\f").keep_journal(false);
+    for (DWORD code = 0; code <= 4400; ++code) {
+        auto const fault = machine.fail_call("GetFileAttributesExW", 2, code);
+        EXPECT_EQ(failure_of([] { canonical(u"C:\\f"); }), failure_of_code(code, uR"(\\?\C:\f)"));
+        ASSERT_TRUE(fault.fired()) << code;
+    }
+    EXPECT_EQ(machine.open_handles(), 0);
+}
+
+// The walk asks about the same name, and has its own view of some codes.
+TEST(CanonicalCalls, CodesOfTheWalkOnTheLastName)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\f");
+    std::pair<DWORD, failure> const cases[] = {
+        {2, not_found(u"")},
+        {3, not_found(u"")},
+        {5, denied(uR"(\\?\C:\f)")},
+        {53, system_error(53, uR"(\\?\C:\f)")},
+        {123,
+         invalid_argument("The filename, directory name, or volume label syntax is incorrect.")},
+        {161, invalid_argument("The specified path is invalid.")},
+        {206, too_large(u"")},
+        {1117, system_error(1117, uR"(\\?\C:\f)")},
+    };
+    for (auto const &[code, expected] : cases) {
+        auto const fault = machine.fail_call("GetFileAttributesExW", 1, code);
+        EXPECT_EQ(failure_of([] { canonical(u"C:\\f"); }), expected) << code;
+        EXPECT_TRUE(fault.fired());
+    }
+}
+
+TEST(CanonicalCalls, CodesOnANameOnTheWayDontMatter)
+{
+    simulated_machine machine;
+    machine.add_file(uR"(C:\d\f)");
+    for (DWORD const code : {2U, 3U, 5U, 53U, 123U, 1117U, 1920U}) {
+        auto const fault = machine.fail_every_call_on_name(uR"(C:\d)", code);
+        EXPECT_EQ(canonical(uR"(C:\d\f)"), uR"(C:\d\f)") << code;
+        EXPECT_TRUE(fault.fired());
+    }
+}
+
+/// The pathname of a link to a file beside it. The link's text holds a NUL, where it ends for
+/// the system, and so much behind it that it is resolved into `size` units.
+std::u16string path_resolved_to(simulated_machine &machine, std::size_t size)
+{
+    std::u16string parent = u"C:";
+    while (parent.size() < 26000)
+        parent += u'\\' + std::u16string(100, u'd');
+    std::u16string text(size - parent.size() - 5, u'j'); // with the prefix and a separator
+    text[0] = u'f';
+    text[1] = u'\0';
+    machine.add_file(parent + uR"(\f)").add_symbolic_link(parent + uR"(\l)", u"f", text, 1);
+    return parent + uR"(\l)";
+}
+
+// The walk has found the name, so only another's deletion in between leads here.
+TEST(CanonicalCalls, Code3OnAPathnameBeyondTheLongestIsItsLength)
+{
+    struct
+    {
+        std::size_t size;
+        failure expected;
+    } const cases[] = {{32766, not_found(u"")}, {32767, not_found(u"")}, {32768, too_large(u"")}};
+    for (auto const &row : cases) {
+        simulated_machine machine;
+        std::u16string const path = path_resolved_to(machine, row.size);
+        EXPECT_EQ(canonical(path), path.substr(0, path.size() - 1) + u'f');
+        auto const fault =
+            machine.fail_call("GetFileAttributesExW", machine.calls_of("GetFileAttributesExW"), 3);
+        EXPECT_TRUE(failure_of([&] { canonical(path); }) == row.expected) << row.size;
+        EXPECT_TRUE(fault.fired());
+    }
+}
+
+TEST(CanonicalCalls, TheLongestPathnameOfTheSystem)
+{
+    simulated_machine machine;
+    std::u16string path = u"C:";
+    while (path.size() < 32763 - 101)
+        path += u'\\' + std::u16string(100, u'd');
+    path += u'\\' + std::u16string(32763 - path.size() - 1, u'f');
+    machine.add_file(path).keep_journal(false);
+    EXPECT_EQ(canonical(path), path) << "with a prefix, 32,767 units";
+}
+
+TEST(CanonicalCalls, EveryFailingCallReleasesWhatItHolds)
+{
+    std::set<std::u16string> answers;
+    for (int nth = 1;; ++nth) {
+        ASSERT_LT(nth, 1000) << "the operation never ends";
+        simulated_machine machine;
+        machine.add_file(uR"(C:\d\f)").add_shortcut(uR"(C:\d.lnk)", u"C:\\d");
+        machine.add_symbolic_link(u"C:\\l", u"d.lnk", flavour::directory);
+        auto const fault = machine.fail_call(nth, ERROR_IO_DEVICE);
+        try {
+            answers.insert(canonical(uR"(C:\l\f)"));
+        } catch (FsysExceptionBase const &) {
+        }
+        expect_nothing_open(machine, "failing call " + std::to_string(nth));
+        EXPECT_TRUE(machine.exists(uR"(C:\d\f)"));
+        if (!fault.fired())
+            break; // every call has failed once
+    }
+    EXPECT_EQ(answers, std::set<std::u16string>{uR"(C:\d\f)"});
+}
+
+} // namespace
+} // namespace fl::filesystem

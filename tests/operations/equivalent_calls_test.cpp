@@ -1,0 +1,245 @@
+// Links, volumes, rights and failing calls under `equivalent`, which only the simulated
+// machine can show.
+
+#include <fl/filesystem/operations.hpp>
+
+#include "access/walking.hpp"
+
+namespace fl::filesystem {
+namespace {
+
+using detail::calls;
+using detail::expect_nothing_open;
+using detail::lines;
+using simulation::flavour;
+using simulation::simulated_machine;
+using test_support::about;
+using test_support::denied;
+using test_support::exists;
+using test_support::failure;
+using test_support::failure_of;
+using test_support::not_found;
+
+/// A code that names both.
+failure system_error_of_both(DWORD code, std::u16string const &p1, std::u16string const &p2)
+{
+    return {fsys_excp_system_error, "fl:filesystem:SystemError", p1, {p2}, code};
+}
+
+TEST(EquivalentCalls, OpenBothAndCompareTheirIdentifiers)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\a").add_file(u"C:\\b");
+    EXPECT_FALSE(equivalent(u"C:\\a", u"C:\\b"));
+    EXPECT_EQ(calls(machine),
+              (lines{R"(GetFullPathNameW(C:\a))", R"(GetFullPathNameW(C:\b))",
+                     R"(CreateFileW(C:\a))", R"(GetFileInformationByHandleEx(C:\a))",
+                     R"(CloseHandle(C:\a))", R"(CreateFileW(C:\b))",
+                     R"(GetFileInformationByHandleEx(C:\b))", R"(CloseHandle(C:\b))"}));
+}
+
+TEST(EquivalentCalls, AfterAFailureAskAboutTheFirstAndThenTheSecond)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\b");
+    EXPECT_FALSE(equivalent(u"C:\\a", u"C:\\b"));
+    lines questions;
+    for (std::string const &line : calls(machine))
+        if (line.rfind("GetFileAttributesExW", 0) == 0)
+            questions.push_back(line);
+    EXPECT_EQ(questions, (lines{R"(GetFileAttributesExW(C:\a))", R"(GetFileAttributesExW(C:\b))"}));
+}
+
+struct pair_case
+{
+    char16_t const *p1, *p2;
+    bool expected;
+    char const *why;
+};
+
+TEST(EquivalentLinks, AreFollowed)
+{
+    constexpr pair_case cases[] = {
+        {uR"(C:\l)", uR"(C:\f)", true, "a link and its target"},
+        {uR"(C:\l)", uR"(C:\m)", true, "two links to one file"},
+        {uR"(C:\l)", uR"(C:\l)", true, "one link"},
+        {uR"(C:\hard)", uR"(C:\f)", true, "two names of one file"},
+        {uR"(C:\hard)", uR"(C:\l)", true, "by a link and by another name"},
+        {uR"(C:\way)", uR"(D:\d)", true, "a junction"},
+        {uR"(C:\way\f)", uR"(D:\d\f)", true, "behind a junction"},
+        {uR"(C:\volume)", uR"(D:\)", true, "a volume in a directory"},
+        {uR"(C:\volume)", uR"(C:\)", false, "which isn't the one around it"},
+        {uR"(C:\f)", uR"(D:\f)", false, "files on two volumes"},
+        {uR"(C:\)", uR"(D:\)", false, "roots of two volumes"},
+        {uR"(X:\f)", uR"(\\s\h\f)", true, "a mapped drive and its share"},
+        {uR"(C:\f.lnk)", uR"(C:\f)", false, "a shortcut is a file of its own"},
+        {uR"(C:\dead)", uR"(C:\f)", false, "a link to nothing isn't there"},
+        {uR"(C:\strange)", uR"(C:\f)", false, "nor what nobody can look behind"},
+        {uR"(Q:\f)", uR"(C:\f)", false, "nor a drive that isn't there"},
+        {uR"(\\gone\h\f)", uR"(C:\f)", false, "nor a server"},
+    };
+    simulated_machine machine;
+    machine.add_drive(u'D').add_file(uR"(D:\d\f)").add_file(uR"(D:\f)").add_file(uR"(C:\f)");
+    machine.add_share(u"s", u"h").add_file(uR"(\\s\h\f)").map_drive(u'X', u"s", u"h");
+    machine.add_symbolic_link(uR"(C:\l)", u"f").add_symbolic_link(uR"(C:\m)", u"l");
+    machine.add_hard_link(uR"(C:\hard)", uR"(C:\f)").add_junction(uR"(C:\way)", uR"(D:\d)");
+    machine.add_mount_point(uR"(C:\volume)", u'D').add_shortcut(uR"(C:\f.lnk)", uR"(C:\f)");
+    machine.add_symbolic_link(uR"(C:\dead)", u"gone").add_dead_server(u"gone");
+    machine.add_reparse_point(uR"(C:\strange)", 0x80000ABC, "x");
+    for (pair_case const &row : cases) {
+        EXPECT_EQ(equivalent(row.p1, row.p2), row.expected) << row.why;
+        EXPECT_EQ(equivalent(row.p2, row.p1), row.expected) << row.why << ", the other way round";
+        EXPECT_EQ(equivalent(upath(row.p1), upath(row.p2)), row.expected) << row.why;
+    }
+    expect_nothing_open(machine, "all of them");
+}
+
+// What may not be looked at is as good as missing.
+TEST(EquivalentRights, PresentMissingAndDenied)
+{
+    simulated_machine machine;
+    machine.add_file(uR"(C:\d\present)").add_file(uR"(C:\d\denied)").add_file(uR"(C:\d\other)");
+    machine.deny(uR"(C:\d)", simulation::right::list);
+    machine.deny(uR"(C:\d\denied)", simulation::right::read_attributes);
+    machine.set_current_directory(uR"(C:\d)");
+    struct
+    {
+        char16_t const *p1, *p2;
+        bool is_failure;
+    } constexpr cases[] = {
+        {u"present", u"missing", false}, {u"missing", u"present", false},
+        {u"present", u"denied", false},  {u"denied", u"present", false},
+        {u"missing", u"missing", true},  {u"missing", u"denied", true},
+        {u"denied", u"missing", true},   {u"denied", u"denied", true},
+        {u"present", u"other", false},
+    };
+    for (auto const &row : cases) {
+        bool answer = true;
+        auto const told = failure_of([&] { answer = equivalent(row.p1, row.p2); });
+        EXPECT_EQ(told, row.is_failure ? std::optional(not_found(row.p1)) : std::nullopt);
+        EXPECT_EQ(answer, row.is_failure);
+    }
+    EXPECT_TRUE(equivalent(u"present", u"PRESENT"));
+    EXPECT_EQ(machine.open_handles(), 0);
+}
+
+struct code_case
+{
+    DWORD code;
+    failure expected;
+    char const *why;
+};
+
+// Both are there, but one can't be opened.
+TEST(EquivalentCalls, CodesOfOpening)
+{
+    code_case const cases[] = {
+        {2, not_found(u"b"), "the first is there, so it is the second"},
+        {3, not_found(u"b"), "the first is there, so it is the second"},
+        {5, denied(u"b"), "the first can be read, so it is the second"},
+        {80, exists(u"b"), "a code about the second"},
+        {145, about(fsys_excp_directory_not_empty, "fl:filesystem:DirectoryNotEmpty", u"b"), "too"},
+        {183, exists(u"b"), "a code about the second"},
+        {206, test_support::too_large(u""), "a code about the second"},
+        {267, about(fsys_excp_not_directory_error, "fl:filesystem:NotDirectoryError", u"b"), "too"},
+        {1920, denied(u"a"), "one that is about either"},
+        {32, system_error_of_both(32, u"a", u"b"), "a code that says nothing"},
+        {53, system_error_of_both(53, u"a", u"b"), "a code that says nothing"},
+        {1117, system_error_of_both(1117, u"a", u"b"), "a code that says nothing"},
+    };
+    simulated_machine machine;
+    machine.add_file(u"C:\\a").add_file(u"C:\\b");
+    for (int const nth : {1, 2})
+        for (code_case const &row : cases) {
+            auto const fault = machine.fail_call("CreateFileW", nth, row.code);
+            EXPECT_EQ(failure_of([] { equivalent(u"a", u"b"); }), row.expected)
+                << row.code << ", " << row.why << ", opening " << nth;
+            EXPECT_TRUE(fault.fired());
+            EXPECT_EQ(machine.open_handles(), 0);
+        }
+}
+
+TEST(EquivalentCalls, Code5OnALinkOrAnUnreadableFirstIsTheFirsts)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\a").add_file(u"C:\\b").add_symbolic_link(u"C:\\l", u"a");
+    {
+        // the link's status takes the second opening
+        auto const fault = machine.fail_call("CreateFileW", 1, 5);
+        EXPECT_EQ(failure_of([] { equivalent(u"C:\\l", u"C:\\b"); }), denied(u"C:\\l"));
+        EXPECT_TRUE(fault.fired());
+    }
+    machine.deny(u"C:\\a", simulation::right::read);
+    auto const fault = machine.fail_call("CreateFileW", 2, 5);
+    EXPECT_EQ(failure_of([] { equivalent(u"C:\\a", u"C:\\b"); }), denied(u"C:\\a"));
+    EXPECT_TRUE(fault.fired());
+}
+
+// FAT and some network file systems have no identifiers of 128 bits.
+TEST(EquivalentCalls, FallBackOnShortIdentifiers)
+{
+    simulated_machine machine;
+    machine.add_drive(u'D').add_file(u"C:\\a").add_file(u"C:\\b").add_file(u"D:\\a");
+    machine.add_hard_link(u"C:\\c", u"C:\\a");
+    for (DWORD const code : {1U, 50U, 87U, 1117U}) {
+        auto const fault = machine.fail_every_call_on("GetFileInformationByHandleEx", code);
+        EXPECT_TRUE(equivalent(u"C:\\a", u"C:\\a")) << code;
+        EXPECT_TRUE(equivalent(u"C:\\a", u"C:\\c")) << code;
+        EXPECT_FALSE(equivalent(u"C:\\a", u"C:\\b")) << code;
+        EXPECT_FALSE(equivalent(u"C:\\a", u"D:\\a")) << code;
+        EXPECT_TRUE(fault.fired());
+    }
+}
+
+TEST(EquivalentCalls, WithoutAnyIdentifierTheCodeIsTheSecondCalls)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\a").add_file(u"C:\\b");
+    auto const by_class = machine.fail_every_call_on("GetFileInformationByHandleEx", 87);
+    auto const fault = machine.fail_every_call_on("GetFileInformationByHandle", 1117);
+    EXPECT_EQ(failure_of([] { equivalent(u"C:\\a", u"C:\\b"); }),
+              system_error_of_both(1117, u"C:\\a", u"C:\\b"));
+    EXPECT_TRUE(fault.fired());
+    EXPECT_EQ(machine.open_handles(), 0);
+}
+
+TEST(EquivalentCalls, AFailedExpansionNamesItsOwnPath)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\a").add_file(u"C:\\b");
+    for (int const nth : {1, 2}) {
+        auto const fault = machine.fail_call("GetFullPathNameW", nth, 5);
+        EXPECT_EQ(failure_of([] { equivalent(u"a", u"b"); }), denied(nth == 1 ? u"a" : u"b"));
+        EXPECT_TRUE(fault.fired());
+    }
+}
+
+TEST(EquivalentCalls, LinksThatLoop)
+{
+    simulated_machine machine;
+    machine.add_symbolic_link(u"C:\\loop", u"loop").add_file(u"C:\\f");
+    EXPECT_FALSE(equivalent(u"C:\\loop", u"C:\\f")) << "nothing is there";
+    EXPECT_EQ(failure_of([] { equivalent(u"C:\\loop", u"C:\\loop"); }), not_found(u"C:\\loop"));
+}
+
+TEST(EquivalentCalls, EveryFailingCallReleasesWhatItHolds)
+{
+    for (int nth = 1;; ++nth) {
+        ASSERT_LT(nth, 1000) << "the operation never ends";
+        simulated_machine machine;
+        machine.add_file(u"C:\\f").add_symbolic_link(u"C:\\l", u"f");
+        auto const fault = machine.fail_call(nth, ERROR_IO_DEVICE);
+        bool answer = false;
+        auto const told = failure_of([&] { answer = equivalent(u"C:\\l", u"C:\\f"); });
+        expect_nothing_open(machine, "failing call " + std::to_string(nth));
+        if (!fault.fired()) {
+            EXPECT_TRUE(answer);
+            break; // every call has failed once
+        }
+        EXPECT_EQ(told.value_or(failure{{}, {}, {}, {}, 1117}).error_code, 1117U)
+            << "failing call " << nth;
+    }
+}
+
+} // namespace
+} // namespace fl::filesystem

@@ -1,0 +1,187 @@
+// Links, drives and failing calls under `relative`, which only the simulated machine can
+// show.
+
+#include <fl/filesystem/operations.hpp>
+
+#include "access/walking.hpp"
+
+namespace fl::filesystem {
+namespace {
+
+using detail::calls;
+using detail::expect_nothing_open;
+using detail::lines;
+using simulation::flavour;
+using simulation::simulated_machine;
+using test_support::about;
+using test_support::denied;
+using test_support::failure;
+using test_support::failure_of;
+using test_support::invalid_argument;
+using test_support::not_found;
+using test_support::system_error;
+using test_support::too_large;
+
+TEST(RelativeCalls, OpenBothAsTheyStand)
+{
+    simulated_machine machine;
+    machine.add_directory(uR"(C:\d\e)").set_current_directory(u"C:\\d");
+    EXPECT_EQ(relative(u"e", uR"(C:\d)"), u"e");
+    EXPECT_EQ(calls(machine),
+              (lines{"CreateFileW(e)", "GetFinalPathNameByHandleW(e)", "CloseHandle(e)",
+                     R"(CreateFileW(C:\d))", R"(GetFinalPathNameByHandleW(C:\d))",
+                     R"(CloseHandle(C:\d))"}));
+}
+
+TEST(RelativeCalls, APathnameBeyondTheLimitGetsNoPrefix)
+{
+    simulated_machine machine;
+    std::u16string const name(200, u'n');
+    std::u16string const path = uR"(C:\l\)" + name + u'\\' + name;
+    machine.add_directory(uR"(C:\d\)" + name + u'\\' + name);
+    machine.add_symbolic_link(u"C:\\l", u"d", flavour::directory);
+    EXPECT_EQ(relative(path, u"C:\\d"), name + u'\\' + name)
+        << "what the system takes is there, the rest is text";
+    for (auto const &entry : machine.journal())
+        EXPECT_NE(entry.text.substr(0, 4), uR"(\\?\)");
+}
+
+struct link_case
+{
+    char16_t const *p, *base, *expected;
+    char const *why;
+};
+
+TEST(RelativeCalls, LinksAreFollowedInBoth)
+{
+    constexpr link_case cases[] = {
+        {uR"(C:\l)", uR"(C:\d)", u"e", "a link"},
+        {uR"(C:\l\no)", uR"(C:\d)", uR"(e\no)", "what is missing behind one"},
+        {uR"(C:\d)", uR"(C:\l)", u"..", "a base that is one"},
+        {uR"(C:\l)", uR"(C:\d\e)", u".", "one place"},
+        {uR"(C:\way)", uR"(D:\)", u"real", "a junction to another drive"},
+        {uR"(C:\way)", uR"(C:\)", u"", "which is then on another"},
+        {uR"(C:\dead)", uR"(C:\d)", uR"(..\dead)", "a link to nothing is a text"},
+        {uR"(C:\s.lnk)", uR"(C:\d)", uR"(..\s.lnk)", "a shortcut is a file to the system"},
+        {uR"(\\s\h\a)", uR"(\\s\h\b)", uR"(..\a)", "a share"},
+        {uR"(X:\a)", uR"(\\s\h\b)", uR"(..\a)", "a mapped drive is its share"},
+        {uR"(C:\d)", uR"(D:\real)", u"", "drives"},
+        {uR"(Q:\d)", uR"(Q:\e)", uR"(..\d)", "a drive that isn't there"},
+        {uR"(c:\d\e)", uR"(C:\d)", u"e", "letters of what is there"},
+        {uR"(q:\d\e)", uR"(Q:\d)", u"", "drives that aren't are texts, case and all"},
+    };
+    simulated_machine machine;
+    machine.add_drive(u'D').add_directory(uR"(D:\real)").add_directory(uR"(C:\d\e)");
+    machine.add_symbolic_link(uR"(C:\l)", uR"(d\e)", flavour::directory);
+    machine.add_symbolic_link(uR"(C:\dead)", u"gone").add_junction(uR"(C:\way)", uR"(D:\real)");
+    machine.add_shortcut(uR"(C:\s.lnk)", uR"(C:\d\e)");
+    machine.add_share(u"s", u"h").add_directory(uR"(\\s\h\a)").map_drive(u'X', u"s", u"h");
+    machine.add_directory(uR"(\\s\h\b)");
+    for (link_case const &row : cases) {
+        EXPECT_EQ(relative(row.p, row.base), row.expected) << row.why;
+        EXPECT_EQ(relative(upath(row.p), upath(row.base)).native(), row.expected) << row.why;
+    }
+    expect_nothing_open(machine, "all of them");
+}
+
+failure failure_of_code(DWORD code)
+{
+    switch (code) {
+    case 5:
+    case 1920:
+        return denied(u"e");
+    case 206:
+        return too_large(u"");
+    case 161:
+        return invalid_argument("The specified path is invalid.");
+    case 145:
+        return about(fsys_excp_directory_not_empty, "fl:filesystem:DirectoryNotEmpty", u"e");
+    default:
+        return system_error(code, u"e");
+    }
+}
+
+TEST(RelativeCalls, ACodeOfEitherNamesThePath)
+{
+    simulated_machine machine;
+    machine.add_directory(uR"(C:\d\e)").set_current_directory(u"C:\\d");
+    for (char const *function : {"CreateFileW", "GetFinalPathNameByHandleW"})
+        for (int const nth : {1, 2})
+            for (DWORD const code : {5U, 32U, 145U, 161U, 206U, 1117U, 1920U, 1921U}) {
+                auto const fault = machine.fail_call(function, nth, code);
+                EXPECT_EQ(failure_of([] { relative(u"e", uR"(C:\d)"); }), failure_of_code(code))
+                    << function << ' ' << nth << ' ' << code;
+                EXPECT_EQ(failure_of([] { relative(upath(u"e"), upath(uR"(C:\d)")); }),
+                          std::nullopt)
+                    << "once it is over";
+                EXPECT_TRUE(fault.fired());
+                EXPECT_EQ(machine.open_handles(), 0);
+            }
+}
+
+TEST(RelativeCalls, TheBaseIsntOpenedOnceThePathFailed)
+{
+    simulated_machine machine;
+    machine.add_directory(u"C:\\d").add_directory(u"C:\\e");
+    auto const fault = machine.fail_call("CreateFileW", 1, 5);
+    EXPECT_EQ(failure_of([] { relative(u"C:\\d", u"C:\\e"); }), denied(u"C:\\d"));
+    EXPECT_EQ(calls(machine), lines{R"(CreateFileW(C:\d))"});
+    EXPECT_TRUE(fault.fired());
+}
+
+TEST(RelativeCalls, CodesOfWhatIsMissingAreNone)
+{
+    simulated_machine machine;
+    machine.add_directory(uR"(C:\d\e)");
+    for (DWORD const code : {2U, 3U, 53U, 64U, 123U, 267U}) {
+        auto const fault = machine.fail_every_call_on_name(uR"(C:\d\e)", code);
+        EXPECT_EQ(relative(uR"(C:\d\e)", uR"(C:\d)"), u"e") << code;
+        EXPECT_EQ(relative(uR"(C:\d)", uR"(C:\d\e)"), u"..") << code;
+        EXPECT_TRUE(fault.fired());
+    }
+}
+
+TEST(RelativeCalls, WhatTheCallerMayNotLookAt)
+{
+    simulated_machine machine;
+    machine.add_directory(uR"(C:\d\e)").add_directory(uR"(C:\x)");
+    machine.deny(uR"(C:\d)", simulation::right::list);
+    machine.deny(uR"(C:\d\e)", simulation::right::read_attributes);
+    EXPECT_EQ(failure_of([] { relative(uR"(C:\d\e)", uR"(C:\x)"); }), denied(uR"(C:\d\e)"));
+    EXPECT_EQ(failure_of([] { relative(uR"(C:\x)", uR"(C:\d\e)"); }), denied(uR"(C:\x)"))
+        << "the path, although the base is to blame";
+    EXPECT_EQ(failure_of([] { relative(uR"(C:\d\e\no)", uR"(C:\x)"); }), denied(uR"(C:\d\e\no)"))
+        << "the walk to what is missing meets it";
+}
+
+TEST(RelativeCalls, LoopsNameThePath)
+{
+    simulated_machine machine;
+    machine.add_symbolic_link(u"C:\\loop", u"loop").add_directory(u"C:\\d");
+    EXPECT_EQ(failure_of([] { relative(u"C:\\loop", u"C:\\d"); }), system_error(1921, u"C:\\loop"));
+    EXPECT_EQ(failure_of([] { relative(u"C:\\d", u"C:\\loop"); }), system_error(1921, u"C:\\d"));
+}
+
+TEST(RelativeCalls, EveryFailingCallReleasesWhatItHolds)
+{
+    for (int nth = 1;; ++nth) {
+        ASSERT_LT(nth, 1000) << "the operation never ends";
+        simulated_machine machine;
+        machine.add_directory(uR"(C:\d\e)").add_symbolic_link(u"C:\\l", u"d", flavour::directory);
+        auto const fault = machine.fail_call(nth, ERROR_IO_DEVICE);
+        auto const told = failure_of([] { relative(uR"(C:\l\no)", uR"(C:\l\e)"); });
+        bool const is_close =
+            fault.fired() &&
+            machine.journal().at(static_cast<std::size_t>(nth) - 1).function == "CloseHandle";
+        bool const is_reported = fault.fired() && !is_close;
+        EXPECT_EQ(told,
+                  is_reported ? std::optional(system_error(1117, uR"(C:\l\no)")) : std::nullopt)
+            << "failing call " << nth;
+        expect_nothing_open(machine, "failing call " + std::to_string(nth));
+        if (!fault.fired())
+            break; // every call has failed once
+    }
+}
+
+} // namespace
+} // namespace fl::filesystem

@@ -1,0 +1,117 @@
+#include <fl/filesystem/operations.hpp>
+
+#include "support/failure.hpp"
+#include "support/workspace.hpp"
+
+#include <gtest/gtest.h>
+
+namespace fl::filesystem {
+namespace {
+
+using test_support::printable;
+using test_support::workspace;
+
+struct relative_case
+{
+    char16_t const *p, *base, *expected;
+    char const *why;
+};
+
+constexpr relative_case relative_cases[] = {
+    {uR"(a\b)", uR"(a\c)", uR"(..\b)", "beside it"},
+    {uR"(a\b)", u"a", u"b", "below it"},
+    {u"a", uR"(a\b)", u"..", "above it"},
+    {uR"(a\b)", uR"(a\b)", u".", "the same"},
+    {uR"(a\b\f)", uR"(a\c)", uR"(..\b\f)", "a file"},
+    {uR"(a\c)", uR"(a\b\f)", uR"(..\..\c)", "a file counts as a level"},
+    {uR"(a\b\no\x)", uR"(a\c)", uR"(..\b\no\x)", "what is missing, by its text"},
+    {uR"(a\b)", uR"(no\x\y)", uR"(..\..\..\a\b)", "a missing base"},
+    {uR"(no\x)", uR"(no\y)", uR"(..\x)", "nothing of either"},
+    {uR"(no\..\a)", u"a", u".", "dots in what is missing"},
+    {uR"(a\no\.\x)", u"a", uR"(no\x)", "a dot in what is missing"},
+    {uR"(a\b\..\c)", u"a", u"c", "dots in what is there"},
+    {u"a//b/", uR"(a\)", u"b", "separators"},
+    {uR"(A\B)", u"a", u"b", "letters as they are on the disk"},
+    {uR"(a\No\X)", u"A", uR"(No\X)", "and as they are written where nothing is"},
+};
+
+void add_tree(workspace &work)
+{
+    work.make_file(work.path(uR"(a\b\f)"));
+    work.make_directory(work.path(uR"(a\c)"));
+    work.change_directory(work.root());
+}
+
+TEST(Relative, Table)
+{
+    workspace work;
+    add_tree(work);
+    for (relative_case const &row : relative_cases) {
+        std::u16string const p = work.path(row.p);
+        std::u16string const base = work.path(row.base);
+        EXPECT_EQ(relative(p, base), row.expected) << row.why;
+        EXPECT_EQ(relative(upath(p), upath(base)).native(), row.expected) << row.why;
+        EXPECT_TRUE(relative(upath(p, false), upath(base)).form_flag()) << row.why;
+    }
+    EXPECT_EQ(work.entries(work.root()), std::vector<std::u16string>{u"a"}) << "nothing is made";
+}
+
+// No current directory is put ahead of either: the system does that for what is there.
+TEST(Relative, OfRelativePaths)
+{
+    workspace work;
+    add_tree(work);
+    EXPECT_EQ(relative(uR"(a\b)", uR"(a\c)"), uR"(..\b)") << "both are there";
+    EXPECT_EQ(relative(u"no", uR"(no\x)"), u"..") << "nothing of either";
+    EXPECT_EQ(relative(uR"(a\b)", work.path(u"a")), u"b") << "both are found";
+    EXPECT_EQ(relative(u"no", work.path(u"a")), u"") << "a text and a place have no relation";
+    EXPECT_EQ(relative(work.path(u"a"), u"no"), u"");
+    EXPECT_EQ(relative(uR"(a\no)", work.path(u"a")), u"no");
+    EXPECT_EQ(relative(u".", u"a"), u"..");
+}
+
+TEST(Relative, OfEmptyPaths)
+{
+    workspace work;
+    add_tree(work);
+    EXPECT_EQ(relative(u"", u""), u".") << "two texts alike";
+    EXPECT_EQ(relative(u"", u"no"), u"..");
+    EXPECT_EQ(relative(u"no", u""), u"no");
+    EXPECT_EQ(relative(u"", u"a"), u"") << "the base is a place, nothing is none";
+}
+
+TEST(Relative, AcrossRootsIsEmptyAndNoError)
+{
+    workspace work;
+    add_tree(work);
+    upath const result = relative(upath(work.path(u"a")), upath(uR"(\\no-such-server\share\a)"));
+    EXPECT_EQ(result.native(), u"");
+    EXPECT_TRUE(result.form_flag());
+    EXPECT_EQ(relative(uR"(\\no-such-server\share\a)", work.path(u"a")), u"");
+    EXPECT_EQ(relative(uR"(\\no-such-server\share\a)", uR"(\\no-such-server\share\b)"), uR"(..\a)");
+}
+
+TEST(Relative, ABaseThatGoesUpIntoTheUnknown)
+{
+    workspace work;
+    add_tree(work);
+    EXPECT_EQ(relative(uR"(no\a)", uR"(no\..\..\..\no such)"), u"");
+}
+
+TEST(Relative, ExamplesOfTheHeader)
+{
+    struct
+    {
+        char16_t const *p, *base, *expected;
+    } constexpr rows[] = {
+        {uR"(C:\a\b)", uR"(C:\a\c)", uR"(..\b)"},
+        {uR"(C:\a)", uR"(C:\a)", u"."},
+        {uR"(D:\a)", uR"(C:\a)", u""},
+    };
+    workspace const work;
+    for (auto const &row : rows)
+        EXPECT_EQ(relative(row.p, row.base), row.expected) << printable(row.p);
+}
+
+} // namespace
+} // namespace fl::filesystem

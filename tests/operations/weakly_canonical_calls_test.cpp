@@ -1,0 +1,275 @@
+// How far `weakly_canonical` walks, through links, refusals and failing calls: only the
+// simulated machine can show that.
+
+#include <fl/filesystem/operations.hpp>
+
+#include "access/walking.hpp"
+
+#include <map>
+
+namespace fl::filesystem {
+namespace {
+
+using detail::calls;
+using detail::expect_nothing_open;
+using detail::lines;
+using simulation::flavour;
+using simulation::simulated_machine;
+using test_support::denied;
+using test_support::failure_of;
+using test_support::invalid_argument;
+using test_support::not_found;
+using test_support::system_error;
+
+TEST(WeaklyCanonicalCalls, NoneForTheEmptyPath)
+{
+    simulated_machine machine;
+    weakly_canonical(u"");
+    weakly_canonical(upath());
+    EXPECT_EQ(calls(machine), lines{});
+}
+
+TEST(WeaklyCanonicalCalls, WhatIsThereIsntWalked)
+{
+    simulated_machine machine;
+    machine.add_file(uR"(C:\d\f)");
+    canonical(uR"(C:\d\f)");
+    lines expected = calls(machine);
+    expected.insert(expected.begin(),
+                    {R"(GetFullPathNameW(C:\d\f))", R"(GetFileAttributesExW(C:\d\f))"});
+    machine.clear_journal();
+    weakly_canonical(uR"(C:\d\f)");
+    EXPECT_EQ(calls(machine), expected) << "one question, and then it is canonical";
+}
+
+TEST(WeaklyCanonicalCalls, AskAboutEachElementUpToTheFirstThatIsMissing)
+{
+    simulated_machine machine;
+    machine.add_directory(uR"(C:\d)");
+    weakly_canonical(uR"(C:\d\no\..\x)");
+    EXPECT_EQ(calls(machine),
+              (lines{R"(GetFullPathNameW(C:\d\no\..\x))", R"(GetFileAttributesExW(C:\d\x))",
+                     R"(GetFullPathNameW(C:))", R"(GetFileAttributesExW(C:\))",
+                     R"(GetFullPathNameW(C:\))", R"(GetFileAttributesExW(C:\))",
+                     R"(GetFullPathNameW(C:\d))", R"(GetFileAttributesExW(C:\d))",
+                     R"(GetFullPathNameW(C:\d\no))", R"(GetFileAttributesExW(C:\d\no))",
+                     R"(GetFullPathNameW(C:\d))", R"(GetFileAttributesExW(\\?\C:\d))",
+                     R"(GetFileAttributesExW(\\?\C:\d))"}));
+}
+
+struct walk_case
+{
+    char16_t const *text, *expected;
+    char const *why;
+};
+
+TEST(WeaklyCanonicalLinks, AreFollowedInWhatIsThere)
+{
+    constexpr walk_case cases[] = {
+        {uR"(C:\d.link\no)", uR"(D:\real\no)", "a link to a directory"},
+        {uR"(C:\d.link\no\..\x)", uR"(D:\real\x)", "with dots behind it"},
+        {uR"(C:\d.link\no\..\..\x)", uR"(D:\x)", "that go up from the target"},
+        {uR"(C:\way\no)", uR"(D:\real\no)", "a junction"},
+        {uR"(C:\volume\no)", uR"(C:\volume\no)", "a volume"},
+        {uR"(C:\d.lnk\no)", uR"(D:\real\no)", "a shortcut is there as a file, and then followed"},
+        {uR"(C:\f.link\no)", uR"(C:\f\no)", "a link to a file"},
+        {uR"(C:\d.link\t)", uR"(D:\real\t)", "all of it is there"},
+        {uR"(C:\dead)", uR"(C:\dead)", "a link to nothing isn't there"},
+        {uR"(C:\dead\x)", uR"(C:\dead\x)", "nor is what would be below it"},
+        {uR"(C:\dead\..\x)", uR"(C:\x)", "and text goes up from it"},
+        {uR"(C:\strange)", uR"(C:\strange)", "nobody can look behind it"},
+    };
+    simulated_machine machine;
+    machine.add_drive(u'D').add_file(uR"(D:\real\t)").add_file(uR"(C:\f)");
+    machine.add_symbolic_link(uR"(C:\d.link)", uR"(D:\real)", flavour::directory);
+    machine.add_symbolic_link(uR"(C:\f.link)", u"f").add_symbolic_link(uR"(C:\dead)", u"gone");
+    machine.add_junction(uR"(C:\way)", uR"(D:\real)").add_mount_point(uR"(C:\volume)", u'D');
+    machine.add_shortcut(uR"(C:\d.lnk)", uR"(D:\real)");
+    machine.add_reparse_point(uR"(C:\strange)", 0x80000ABC, "x");
+    for (walk_case const &row : cases) {
+        EXPECT_EQ(weakly_canonical(row.text), row.expected) << row.why;
+        EXPECT_EQ(weakly_canonical(upath(row.text)).native(), row.expected) << row.why;
+    }
+    expect_nothing_open(machine, "all of them");
+}
+
+TEST(WeaklyCanonicalLinks, TheFinalResolutionMayFail)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\t").add_shortcut(uR"(C:\dead.lnk)", uR"(C:\gone)");
+    EXPECT_EQ(failure_of([] { weakly_canonical(uR"(C:\dead.lnk)"); }), not_found(u""))
+        << "to the system it is a file, but it leads nowhere";
+    EXPECT_EQ(failure_of([] { weakly_canonical(uR"(C:\dead.lnk\x)"); }), not_found(u""));
+    machine.add_symbolic_link(u"C:\\loop", u"loop");
+    EXPECT_EQ(failure_of([] { weakly_canonical(u"C:\\loop"); }), system_error(1921, u"C:\\loop"))
+        << "the system's own limit";
+}
+
+// The first question is whether the whole is there.
+TEST(WeaklyCanonicalCalls, ARefusedFirstQuestionNamesThePath)
+{
+    simulated_machine machine;
+    machine.add_file(uR"(C:\d\f)").set_current_directory(u"C:\\d");
+    machine.deny(uR"(C:\d)", simulation::right::list);
+    machine.deny(uR"(C:\d\f)", simulation::right::read_attributes);
+    EXPECT_EQ(failure_of([] { weakly_canonical(uR"(C:\d\f)"); }), denied(uR"(C:\d\f)"));
+    EXPECT_EQ(failure_of([] { weakly_canonical(u"f"); }), denied(u"f"));
+    auto const fault = machine.fail_call("GetFileAttributesExW", 1, 1117);
+    EXPECT_EQ(failure_of([] { weakly_canonical(u"no"); }), system_error(1117, u"no"));
+    EXPECT_TRUE(fault.fired());
+}
+
+TEST(WeaklyCanonicalCalls, WhatCantBeLookedAtEndsTheWalk)
+{
+    simulated_machine machine;
+    machine.add_directory(uR"(C:\d\e)")
+        .add_symbolic_link(uR"(C:\l)", uR"(d\e)", flavour::directory);
+    for (DWORD const code : {2U, 3U, 5U, 32U, 53U, 64U, 123U, 267U, 1117U, 1920U}) {
+        auto const fault = machine.fail_every_call_on_name(uR"(C:\l)", code);
+        EXPECT_EQ(weakly_canonical(uR"(C:\l\no)"), uR"(C:\l\no)") << code;
+        EXPECT_TRUE(fault.fired());
+    }
+    EXPECT_EQ(weakly_canonical(uR"(C:\l\no)"), uR"(C:\d\e\no)");
+}
+
+// What fails in the walk ends it with what was reached: the first call of each row is the
+// question about the whole, and each element takes two.
+TEST(WeaklyCanonicalCalls, ExceptionsInTheWalkEndIt)
+{
+    struct
+    {
+        int nth; ///< expansion
+        char16_t const *expected;
+        char const *why;
+    } const cases[] = {
+        {2, uR"(C:\l\no)", "the drive: nothing was reached"},
+        {4, uR"(C:\l\no)", "the link: its root was reached"},
+        {5, uR"(C:\d\no)", "what is missing anyway"},
+    };
+    for (auto const &row : cases) {
+        simulated_machine machine;
+        machine.add_directory(u"C:\\d").add_symbolic_link(u"C:\\l", u"d", flavour::directory);
+        auto const fault = machine.fail_call("GetFullPathNameW", row.nth, 1117);
+        EXPECT_EQ(weakly_canonical(uR"(C:\l\no)"), row.expected) << row.why;
+        EXPECT_TRUE(fault.fired());
+    }
+}
+
+TEST(WeaklyCanonicalCalls, AWalkThatEndsAtTheDriveTakesItsCurrentDirectory)
+{
+    simulated_machine machine;
+    machine.add_directory(uR"(C:\work)").set_current_directory(uR"(C:\work)");
+    auto const fault = machine.fail_call("GetFullPathNameW", 3, 1117);
+    EXPECT_EQ(failure_of([] { weakly_canonical(uR"(C:\no)"); }),
+              invalid_argument(R"(Path name can not start with \)"))
+        << "to which no root can be joined";
+    EXPECT_TRUE(fault.fired());
+}
+
+// The walk joins name by name, so `C:a` is in the root there.
+TEST(WeaklyCanonicalWalk, ADriveWithoutABackslash)
+{
+    simulated_machine machine;
+    machine.add_directory(uR"(C:\work\a)").set_current_directory(uR"(C:\work)");
+    EXPECT_EQ(weakly_canonical(uR"(C:a\b)"), uR"(C:\work\a\b)");
+    machine.add_directory(uR"(C:\a)");
+    EXPECT_EQ(weakly_canonical(uR"(C:a\b)"), uR"(C:\a\b)");
+    machine.add_directory(uR"(C:\work\a\b)");
+    EXPECT_EQ(weakly_canonical(uR"(C:a\b)"), uR"(C:\work\a\b)") << "all of it is there";
+}
+
+TEST(WeaklyCanonicalWalk, ADriveThatIsntThereIsKept)
+{
+    simulated_machine const machine;
+    EXPECT_EQ(weakly_canonical(uR"(Q:\a\b)"), uR"(Q:\a\b)");
+    EXPECT_EQ(weakly_canonical(uR"(Q:\)"), uR"(Q:\)");
+    EXPECT_EQ(weakly_canonical(uR"(Q:\a\..\b)"), uR"(Q:\b)");
+    EXPECT_EQ(weakly_canonical(u"Q:"), u"Q:");
+}
+
+TEST(WeaklyCanonicalWalk, RootedTexts)
+{
+    simulated_machine machine;
+    machine.add_drive(u'D')
+        .add_directory(uR"(D:\d\e)")
+        .add_symbolic_link(uR"(D:\l)", uR"(d\e)", flavour::directory);
+    machine.set_current_directory(uR"(D:\d)");
+    constexpr walk_case cases[] = {
+        {uR"(\no)", uR"(D:\no)", "the root of the current drive is there"},
+        {uR"(\d\no)", uR"(D:\d\no)", "and names in it"},
+        {uR"(\l\no)", uR"(D:\d\e\no)", "and links"},
+        {uR"(\no\..\x)", uR"(D:\x)", "with dots"},
+        {uR"(\..\no)", uR"(D:\no)", "up from the root"},
+        {uR"(..\no)", uR"(D:\no)", "up from the current directory"},
+        {uR"(..\l\no)", uR"(D:\d\e\no)", "and down again"},
+        {uR"(\\.\no)", uR"(D:\no)", "walked, a device's prefix is a root and names"},
+    };
+    for (walk_case const &row : cases)
+        EXPECT_EQ(weakly_canonical(row.text), row.expected) << row.why;
+}
+
+// A server by itself can't be asked about, so nothing behind it is reached.
+TEST(WeaklyCanonicalWalk, EndsAtTheServer)
+{
+    simulated_machine machine;
+    machine.add_share(u"s", u"h").add_directory(uR"(\\s\h\d)").follow_remote_links();
+    machine.add_symbolic_link(uR"(\\s\h\l)", u"d", flavour::directory);
+    constexpr walk_case cases[] = {
+        {uR"(\\s\h\l\no)", uR"(\\s\h\l\no)", "the link stays"},
+        {uR"(\\s\h\d\no\..\x)", uR"(\\s\h\d\x)", "made normal as a whole"},
+        {uR"(\\s\h\.\no)", uR"(\\s\h\no)", "dots in what is there are in the rest, too"},
+        {uR"(\\s\h\l\..\no)", uR"(\\s\h\no)", "and are taken away by text"},
+        {uR"(\\t\no\x)", uR"(\\t\no\x)", "a missing server"},
+        {uR"(\\?\UNC\s\h\l\no)", uR"(\\s\h\l\no)", "without the prefix"},
+        {uR"(\\s\h\l)", uR"(\\s\h\d)", "what is there as a whole isn't walked"},
+        {uR"(\\s)", uR"(\\s)", "a server alone"},
+    };
+    for (walk_case const &row : cases)
+        EXPECT_EQ(weakly_canonical(row.text), row.expected) << row.why;
+    EXPECT_EQ(failure_of([] { weakly_canonical(uR"(\\s\no)"); }), system_error(67, uR"(\\s\no)"))
+        << "a missing share is no missing name";
+    machine.clear_journal();
+    weakly_canonical(uR"(\\s\h\l\no)");
+    EXPECT_EQ(calls(machine),
+              (lines{R"(GetFullPathNameW(\\s\h\l\no))", R"(GetFileAttributesExW(\\s\h\l\no))",
+                     R"(GetFullPathNameW(\\s))", R"(GetFileAttributesExW(\\s))"}));
+}
+
+TEST(WeaklyCanonicalWalk, OnAMappedDriveGoesOn)
+{
+    simulated_machine machine;
+    machine.add_share(u"s", u"h").map_drive(u'X', u"s", u"h").add_directory(uR"(\\s\h\d)");
+    machine.follow_remote_links();
+    machine.add_symbolic_link(uR"(\\s\h\l)", u"d", flavour::directory);
+    EXPECT_EQ(weakly_canonical(uR"(X:\l\no)"), uR"(X:\d\no)");
+    EXPECT_EQ(weakly_canonical(uR"(X:\no)"), uR"(X:\no)");
+}
+
+TEST(WeaklyCanonicalCalls, EveryFailingCallReleasesWhatItHolds)
+{
+    std::map<std::u16string, int> answers;
+    for (int nth = 1;; ++nth) {
+        ASSERT_LT(nth, 1000) << "the operation never ends";
+        simulated_machine machine;
+        machine.add_directory(uR"(C:\d)").add_shortcut(uR"(C:\d.lnk)", u"C:\\d");
+        machine.add_symbolic_link(u"C:\\l", u"d", flavour::directory);
+        auto const fault = machine.fail_call(nth, ERROR_IO_DEVICE);
+        try {
+            ++answers[weakly_canonical(uR"(C:\l\no\..\x)")];
+            ++answers[weakly_canonical(uR"(C:\d.lnk\no)")];
+        } catch (FsysExceptionBase const &) {
+        }
+        expect_nothing_open(machine, "failing call " + std::to_string(nth));
+        if (!fault.fired())
+            break; // every call has failed once
+    }
+    for (auto const &[answer, count] : answers)
+        EXPECT_TRUE(answer == uR"(C:\d\x)" || answer == uR"(C:\d\no)" || answer == uR"(C:\l\x)" ||
+                    answer == uR"(C:\x)" || answer == uR"(C:\d.lnk\no)")
+            << test_support::printable(answer);
+    EXPECT_GT(answers[uR"(C:\d\x)"], 1);
+    EXPECT_GT(answers[uR"(C:\d\no)"], 1);
+}
+
+} // namespace
+} // namespace fl::filesystem
