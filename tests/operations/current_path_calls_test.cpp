@@ -1,0 +1,356 @@
+// The calls under the current directory's operations, and what failing ones leave behind.
+
+#include <fl/filesystem/operations.hpp>
+
+#include "support/failure.hpp"
+#include "support/text.hpp"
+
+#include <simulation/machine.hpp>
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <filesystem>
+#include <latch>
+#include <optional>
+#include <thread>
+
+namespace fl::filesystem {
+namespace {
+
+using simulation::simulated_machine;
+using test_support::denied;
+using test_support::failure_of;
+using test_support::not_found;
+using test_support::of_size;
+using test_support::printable;
+using test_support::system_error;
+using lines = std::vector<std::string>;
+
+/// "function(texts)" of each call so far.
+lines calls(simulated_machine const &machine)
+{
+    lines made;
+    for (auto const &entry : machine.journal()) {
+        std::string const second =
+            entry.second_text.empty() ? "" : ", " + printable(entry.second_text);
+        made.push_back(entry.function + "(" + printable(entry.text) + second + ")");
+    }
+    return made;
+}
+
+std::u16string variable(wchar_t const *name)
+{
+    wchar_t value[1000] = {};
+    DWORD const length = ::GetEnvironmentVariableW(name, value, 1000);
+    return test_support::units(std::wstring_view(value, length));
+}
+
+/// A directory with a pathname of that many units.
+std::u16string deep_directory(std::size_t size)
+{
+    return of_size((u"C:\\" + std::u16string(100, u'd') + u'\\').c_str(), size);
+}
+
+std::vector<std::uint64_t> rooms_of(simulated_machine const &machine, std::string const &function)
+{
+    std::vector<std::uint64_t> rooms;
+    for (auto const &entry : machine.journal())
+        if (entry.function == function)
+            rooms.push_back(entry.room);
+    return rooms;
+}
+
+TEST(GetCurrentPathCalls, OneForUpTo259UnitsAndTwoForMore)
+{
+    struct
+    {
+        std::size_t size;
+        std::vector<std::uint64_t> rooms;
+    } const cases[] = {{258, {260}}, {259, {260}}, {260, {260, 261}}, {261, {260, 262}}};
+    for (auto const &row : cases) {
+        simulated_machine machine;
+        std::u16string const there = deep_directory(row.size);
+        machine.add_directory(there).set_current_directory(there);
+        EXPECT_EQ(get_current_path(), there);
+        EXPECT_EQ(rooms_of(machine, "GetCurrentDirectoryW"), row.rooms) << row.size;
+    }
+}
+
+TEST(GetCurrentPathCalls, RepeatWhileTheDirectoryGrows)
+{
+    simulated_machine machine;
+    for (std::size_t const size : {270U, 280U})
+        machine.add_directory(deep_directory(size));
+    machine.set_current_directory(deep_directory(270));
+    auto const other = machine.before_call(
+        "GetCurrentDirectoryW", 2, [&] { machine.set_current_directory(deep_directory(280)); });
+    EXPECT_EQ(get_current_path(), deep_directory(280));
+    EXPECT_EQ(rooms_of(machine, "GetCurrentDirectoryW"),
+              (std::vector<std::uint64_t>{260, 271, 281}));
+}
+
+TEST(GetCurrentPathCalls, KeepALongPrefix)
+{
+    simulated_machine machine;
+    machine.add_directory(u"C:\\dir");
+    ASSERT_TRUE(::SetCurrentDirectoryW(LR"(\\?\C:\dir)"));
+    EXPECT_EQ(get_current_path(), uR"(\\?\C:\dir)");
+}
+
+TEST(GetCurrentPathCalls, AFailureNamesNothing)
+{
+    simulated_machine machine;
+    struct
+    {
+        DWORD code;
+        test_support::failure expected;
+    } const cases[] = {{5, denied(u"")}, {2, not_found(u"")}, {8, system_error(8, u"")}};
+    for (auto const &row : cases) {
+        auto const fault = machine.fail_call("GetCurrentDirectoryW", 1, row.code);
+        EXPECT_EQ(failure_of([] { get_current_path(); }), row.expected) << row.code;
+        EXPECT_TRUE(fault.fired());
+    }
+}
+
+TEST(ChangeCurrentPathCalls, InOrder)
+{
+    simulated_machine machine;
+    machine.add_directory(u"C:\\dir");
+    EXPECT_TRUE(change_current_path(u"C:/dir"));
+    EXPECT_EQ(calls(machine),
+              (lines{R"(GetFullPathNameW(C:\dir))", R"(SetCurrentDirectoryW(C:\dir))",
+                     R"(GetFullPathNameW(C:\dir))", R"(SetEnvironmentVariableW(=C:, C:\dir))"}));
+}
+
+TEST(ChangeCurrentPathCalls, NoneForTheEmptyPath)
+{
+    simulated_machine machine;
+    EXPECT_FALSE(change_current_path(u""));
+    EXPECT_FALSE(change_current_path(upath()));
+    EXPECT_EQ(calls(machine), lines{});
+}
+
+struct variable_case
+{
+    char16_t const *text;
+    char16_t const *name; // empty if none is set
+    char16_t const *value;
+    char16_t const *standing; // what the system reports
+    char const *why;
+};
+
+constexpr variable_case variable_cases[] = {
+    {uR"(C:\x)", u"=C:", uR"(C:\x)", uR"(C:\x)", "a drive"},
+    {uR"(D:\x)", u"=D:", uR"(D:\x)", uR"(D:\x)", "another drive"},
+    {uR"(d:\X)", u"=d:", uR"(d:\X)", uR"(d:\X)", "as it was typed"},
+    {uR"(D:\x\..\x\)", u"=D:", uR"(D:\x)", uR"(D:\x)", "expanded"},
+    {uR"(D:\)", u"=D:", uR"(D:\)", uR"(D:\)", "a root"},
+    {uR"(\\?\D:\x)", u"=D:", uR"(D:\x)", uR"(D:\x)", "native form has no long prefix"},
+    {uR"(\\server\share\x)", u"", u"", uR"(\\server\share\x)", "a server has no drive"},
+    {uR"(\\server\share)", u"", u"", uR"(\\server\share)", "nor has a share"},
+    {uR"(\\?\UNC\server\share\x)", u"", u"", uR"(\\server\share\x)", "nor with a long prefix"},
+};
+
+TEST(ChangeCurrentPathCalls, SetAVariableForADrive)
+{
+    for (variable_case const &row : variable_cases) {
+        simulated_machine machine;
+        machine.add_directory(u"C:\\x").add_drive(u'D').add_directory(u"D:\\x");
+        machine.add_share(u"server", u"share").add_directory(uR"(\\server\share\x)");
+        EXPECT_TRUE(change_current_path(row.text)) << row.why;
+        EXPECT_EQ(get_current_path(), row.standing) << row.why;
+        std::u16string name;
+        std::u16string value;
+        for (auto const &entry : machine.journal()) {
+            if (entry.function != "SetEnvironmentVariableW")
+                continue;
+            name = entry.text;
+            value = entry.second_text;
+        }
+        EXPECT_EQ(name, row.name) << row.why;
+        EXPECT_EQ(value, row.value) << row.why;
+        bool const is_set = !name.empty();
+        EXPECT_EQ(machine.calls_of("SetEnvironmentVariableW"), is_set ? 1 : 0) << row.why;
+        if (is_set) {
+            EXPECT_EQ(variable(test_support::wide(name).c_str()), row.value) << row.why;
+        }
+    }
+}
+
+TEST(ChangeCurrentPathCalls, LeaveAVariableAloneForAServer)
+{
+    simulated_machine machine;
+    machine.add_directory(u"C:\\x").add_share(u"server", u"share");
+    ASSERT_TRUE(change_current_path(u"C:\\x"));
+    ASSERT_TRUE(change_current_path(uR"(\\server\share)"));
+    EXPECT_EQ(variable(L"=C:"), u"C:\\x");
+    EXPECT_EQ(variable(L"=\\\\"), u"");
+}
+
+// The system is handed a long prefix beyond 247 units and shows it from then on; the variable
+// goes by the text of the caller.
+TEST(ChangeCurrentPathCalls, KeepTheLongPrefixInTheDirectoryAndNotInTheVariable)
+{
+    for (std::size_t const size : {247U, 248U, 249U}) {
+        simulated_machine machine;
+        std::u16string const there = of_size(u"C:\\", size);
+        machine.add_directory(there);
+        EXPECT_TRUE(change_current_path(there));
+        std::u16string const prefix = size > 247 ? uR"(\\?\)" : u"";
+        EXPECT_EQ(get_current_path(), prefix + there) << size;
+        EXPECT_EQ(variable(L"=C:"), there) << size;
+    }
+}
+
+TEST(ChangeCurrentPathCalls, ADirectoryThatIsTooLongForTheSystemIsRefused)
+{
+    simulated_machine machine;
+    std::u16string const there = of_size(u"C:\\", 254); // 258 with its prefix
+    machine.add_directory(there);
+    test_support::failure const too_large = test_support::too_large(u"");
+    EXPECT_EQ(failure_of([&] { change_current_path(there); }), too_large);
+    EXPECT_EQ(get_current_path(), u"C:\\");
+    EXPECT_EQ(variable(L"=C:"), u"");
+}
+
+// Behind the change the text of the caller means something else: what the system can't
+// expand there any more is reported, and the directory stays changed.
+TEST(ChangeCurrentPathCalls, AFullPathnameThatFailsAfterTheChangeIsTheFacilitysError)
+{
+    simulated_machine machine;
+    machine.add_directory(u"C:\\dir");
+    auto const fault = machine.fail_call("GetFullPathNameW", 2, 5);
+    try {
+        change_current_path(u"dir");
+        FAIL() << "no exception";
+    } catch (std::filesystem::filesystem_error const &error) {
+        EXPECT_EQ(error.code(), std::error_code(5, std::system_category()));
+        EXPECT_EQ(error.path1(), std::filesystem::path(u"dir"));
+        EXPECT_EQ(error.path2(), std::filesystem::path());
+        std::filesystem::filesystem_error const alike("absolute", u"dir", error.code());
+        EXPECT_STREQ(error.what(), alike.what());
+    }
+    EXPECT_TRUE(fault.fired());
+    EXPECT_EQ(machine.current_directory(), u"C:\\dir");
+    EXPECT_EQ(variable(L"=C:"), u"");
+}
+
+TEST(ChangeCurrentPathCalls, AVariableThatCantBeSetIsReportedAfterTheChange)
+{
+    simulated_machine machine;
+    machine.add_directory(u"C:\\dir");
+    struct
+    {
+        DWORD code;
+        test_support::failure expected;
+    } const cases[] = {{8, system_error(8, uR"(C:\dir)")},
+                       {5, denied(uR"(C:\dir)")},
+                       {87, system_error(87, uR"(C:\dir)")}};
+    for (auto const &row : cases) {
+        machine.set_current_directory(u"C:\\");
+        auto const fault = machine.fail_call("SetEnvironmentVariableW", 1, row.code);
+        EXPECT_EQ(failure_of([] { change_current_path(u"C:/dir"); }), row.expected) << row.code;
+        EXPECT_TRUE(fault.fired());
+        EXPECT_EQ(machine.current_directory(), u"C:\\dir");
+        EXPECT_EQ(variable(L"=C:"), u"");
+    }
+    auto const fault = machine.fail_call("SetEnvironmentVariableW", 1, 8);
+    machine.set_current_directory(u"C:\\");
+    EXPECT_EQ(failure_of([] { change_current_path(u"dir"); }), system_error(8, u"dir"))
+        << "the caller's text, not the full pathname";
+}
+
+TEST(ChangeCurrentPathCalls, EveryCodeNamesTheCallersPath)
+{
+    simulated_machine machine;
+    machine.add_directory(u"C:\\dir");
+    struct
+    {
+        DWORD code;
+        test_support::failure expected;
+    } const cases[] = {{2, not_found(u"dir")},
+                       {3, not_found(u"dir")},
+                       {5, denied(u"dir")},
+                       {206, test_support::too_large(u"")},
+                       {53, system_error(53, u"dir")},
+                       {1920, denied(u"dir")}};
+    for (auto const &row : cases) {
+        auto const fault = machine.fail_call("SetCurrentDirectoryW", 1, row.code);
+        EXPECT_EQ(failure_of([] { change_current_path(u"dir"); }), row.expected) << row.code;
+        EXPECT_TRUE(fault.fired());
+        EXPECT_EQ(machine.calls_of("SetEnvironmentVariableW"), 0);
+        EXPECT_EQ(machine.current_directory(), u"C:\\");
+    }
+    auto const fault = machine.fail_call("GetFullPathNameW", 1, 5);
+    EXPECT_EQ(failure_of([] { change_current_path(u"dir"); }), denied(u"dir"));
+    EXPECT_EQ(machine.current_directory(), u"C:\\") << "ahead of the change";
+}
+
+// A lock that was kept would stop the next change for ever.
+TEST(ChangeCurrentPathCalls, EachFailingCallLetsOtherThreadsChangeTheDirectory)
+{
+    int nth = 1;
+    for (bool failed = true; failed; ++nth) {
+        ASSERT_LT(nth, 100) << "the operation never ends";
+        simulated_machine machine;
+        machine.add_directory(u"C:\\dir").add_directory(u"C:\\other");
+        {
+            auto const fault = machine.fail_call(nth, 1117);
+            try {
+                change_current_path(u"C:\\dir");
+            } catch (FsysExceptionBase const &) {
+            } catch (std::filesystem::filesystem_error const &) {
+            }
+            failed = fault.fired();
+        }
+        std::thread([] { EXPECT_TRUE(change_current_path(u"C:\\other")); }).join();
+        EXPECT_EQ(machine.current_directory(), u"C:\\other");
+        EXPECT_EQ(variable(L"=C:"), u"C:\\other");
+    }
+    EXPECT_EQ(nth, 6) << "four calls can fail";
+}
+
+TEST(ChangeCurrentPathCalls, ThreadsTakeTurnsWithTheDirectoryAndItsVariable)
+{
+    simulated_machine machine;
+    machine.add_drive(u'D');
+    std::u16string const places[] = {u"C:\\one", u"D:\\two", u"C:\\three", u"D:\\four"};
+    for (std::u16string const &place : places)
+        machine.add_directory(place);
+    std::vector<std::thread> threads;
+    // others get in between two calls only if they wait for their turn at the machine
+    std::vector<simulation::fault> slow;
+    for (int nth = 1; nth <= 1600; nth += 3)
+        slow.push_back(machine.before_call("GetFullPathNameW", nth, [] {
+            std::this_thread::sleep_for(std::chrono::microseconds(50));
+        }));
+    std::latch start(4); // else each thread would be done before the next one begins
+    for (std::u16string const &place : places)
+        threads.emplace_back([&place, &start] {
+            start.arrive_and_wait();
+            for (int i = 0; i < 200; ++i)
+                change_current_path(place);
+        });
+    for (std::thread &thread : threads)
+        thread.join();
+    std::u16string changed_to;
+    int changes = 0;
+    for (auto const &entry : machine.journal()) {
+        if (entry.function == "SetCurrentDirectoryW") {
+            ASSERT_EQ(changed_to, u"") << "a second directory ahead of the variable of the first";
+            changed_to = entry.text;
+            ++changes;
+        } else if (entry.function == "SetEnvironmentVariableW") {
+            ASSERT_EQ(entry.second_text, changed_to);
+            EXPECT_EQ(entry.text, u'=' + changed_to.substr(0, 2));
+            changed_to.clear();
+        }
+    }
+    EXPECT_EQ(changes, 800);
+    std::u16string const last = machine.current_directory();
+    EXPECT_EQ(variable(last[0] == u'C' ? L"=C:" : L"=D:"), last);
+}
+
+} // namespace
+} // namespace fl::filesystem

@@ -1,0 +1,155 @@
+#include <fl/filesystem/operations.hpp>
+
+#include "support/failure.hpp"
+#include "support/text.hpp"
+#include "support/workspace.hpp"
+
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace fl::filesystem {
+namespace {
+
+using test_support::failure;
+using test_support::failure_of;
+using test_support::invalid_argument;
+using test_support::not_found;
+using test_support::workspace;
+
+failure not_a_directory(std::u16string const &path)
+{
+    return test_support::about(fsys_excp_not_directory_error, "fl:filesystem:NotDirectoryError",
+                               path);
+}
+
+/// The variable that tells where the drive of `path` stands, as a program sees it.
+std::u16string drive_variable(std::u16string const &path)
+{
+    std::wstring const name = L"=" + test_support::wide(path.substr(0, 2));
+    std::wstring value(1000, L'\0');
+    DWORD const length = ::GetEnvironmentVariableW(name.c_str(), value.data(), 1000);
+    return test_support::units(value.substr(0, length));
+}
+
+TEST(ChangeCurrentPath, ChangesTheDirectoryAndTheVariableOfItsDrive)
+{
+    workspace work;
+    std::u16string const there = work.path(u"dir");
+    work.make_directory(there);
+    work.change_directory(work.root());
+    EXPECT_TRUE(change_current_path(there));
+    EXPECT_EQ(get_current_path(), there);
+    EXPECT_EQ(drive_variable(there), there);
+    EXPECT_TRUE(change_current_path(upath(work.root())));
+    EXPECT_EQ(get_current_path(), work.root());
+    EXPECT_EQ(drive_variable(there), work.root());
+}
+
+TEST(ChangeCurrentPath, ReachesADirectoryByAnyNotation)
+{
+    workspace work;
+    std::u16string const there = work.path(u"dir");
+    work.make_directory(work.path(uR"(dir\sub)"));
+    std::u16string slashes = there;
+    std::replace(slashes.begin(), slashes.end(), u'\\', u'/');
+    std::u16string const notations[] = {
+        there,
+        there + u'\\',
+        slashes + u"//",
+        uR"(\\?\)" + there,
+        there + uR"(\sub\..)",
+        there + uR"(\.)",
+        there.substr(0, 2) + u"dir",
+        there.substr(2),
+    };
+    for (std::u16string const &text : notations) {
+        work.change_directory(work.root());
+        EXPECT_TRUE(change_current_path(text)) << test_support::printable(text);
+        EXPECT_EQ(get_current_path(), there) << test_support::printable(text);
+    }
+}
+
+TEST(ChangeCurrentPath, OfTheEmptyPathIsFalseAndChangesNothing)
+{
+    workspace work;
+    work.make_directory(work.path(u"dir"));
+    ASSERT_TRUE(change_current_path(work.path(u"dir")));
+    for (std::u16string const &text : {std::u16string(), std::u16string(uR"(\\?\)")}) {
+        EXPECT_FALSE(change_current_path(text));
+        EXPECT_FALSE(change_current_path(upath(text)));
+    }
+    EXPECT_EQ(get_current_path(), work.path(u"dir"));
+    EXPECT_EQ(drive_variable(work.root()), work.path(u"dir"));
+}
+
+TEST(ChangeCurrentPath, FailuresNameTheCallersPathAndChangeNothing)
+{
+    struct
+    {
+        char16_t const *text;
+        failure expected;
+        char const *why;
+    } const cases[] = {
+        {u"missing", not_found(u"missing"), "nothing there"},
+        {u"missing/dir", not_found(uR"(missing\dir)"), "nor the directory above, in native form"},
+        {u"file", not_a_directory(u"file"), "a file"},
+        {uR"(file\dir)", not_found(uR"(file\dir)"), "below a file"},
+        {u"a*b",
+         invalid_argument("The filename, directory name, or volume label syntax is incorrect."),
+         "no name"},
+    };
+    workspace work;
+    work.make_file(work.path(u"file"), "content");
+    ASSERT_TRUE(change_current_path(work.root()));
+    for (auto const &row : cases) {
+        EXPECT_EQ(failure_of([&] { change_current_path(row.text); }), row.expected) << row.why;
+        EXPECT_EQ(failure_of([&] { change_current_path(upath(row.text)); }), row.expected)
+            << row.why;
+        EXPECT_EQ(get_current_path(), work.root()) << row.why;
+        EXPECT_EQ(drive_variable(work.root()), work.root()) << row.why;
+    }
+    EXPECT_EQ(work.entries(work.root()), std::vector<std::u16string>{u"file"});
+}
+
+TEST(ChangeCurrentPath, NamesAnAbsolutePathnameAsItIs)
+{
+    workspace work;
+    work.make_file(work.path(u"file"));
+    EXPECT_EQ(failure_of([&] { change_current_path(work.path(u"none")); }),
+              not_found(work.path(u"none")));
+    EXPECT_EQ(failure_of([&] { change_current_path(work.path(u"file")); }),
+              not_a_directory(work.path(u"file")));
+}
+
+// The full pathname for the variable is made when the process stands in the new directory
+// already.
+TEST(ChangeCurrentPath, MakesTheVariableOfARelativeTextFromTheNewDirectory)
+{
+    workspace work;
+    work.make_directory(work.path(u"dir"));
+    work.change_directory(work.root());
+    EXPECT_TRUE(change_current_path(u"dir"));
+    EXPECT_EQ(get_current_path(), work.path(u"dir"));
+    EXPECT_EQ(drive_variable(work.root()), work.path(uR"(dir\dir)"));
+    EXPECT_TRUE(change_current_path(u".."));
+    EXPECT_EQ(get_current_path(), work.root());
+    std::u16string const above = work.root().substr(0, work.root().find_last_of(u'\\'));
+    EXPECT_EQ(drive_variable(work.root()), above.size() == 2 ? above + u'\\' : above);
+    EXPECT_TRUE(change_current_path(u"."));
+    EXPECT_EQ(drive_variable(work.root()), work.root()) << "a full stop means the same again";
+}
+
+TEST(ChangeCurrentPath, OfARootKeepsItsBackslash)
+{
+    workspace work;
+    std::u16string const drive = work.root().substr(0, 3);
+    EXPECT_TRUE(change_current_path(drive));
+    EXPECT_EQ(get_current_path(), drive);
+    EXPECT_EQ(drive_variable(drive), drive);
+}
+
+} // namespace
+} // namespace fl::filesystem

@@ -1,0 +1,208 @@
+// Space on volumes of known sizes, and the calls that find the volume of a file.
+
+#include <fl/filesystem/operations.hpp>
+
+#include "links/calls.hpp"
+#include "support/failure.hpp"
+#include "support/text.hpp"
+
+#include <simulation/machine.hpp>
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <ostream>
+
+namespace fl::filesystem {
+namespace {
+
+using simulation::flavour;
+using simulation::simulated_machine;
+using test_support::calls_with_arguments;
+using test_support::denied;
+using test_support::failure_of;
+using test_support::not_found;
+using test_support::system_error;
+using lines = std::vector<std::string>;
+
+/// C: has 1000 bytes, D: 2000, the share 3000.
+void set_spaces(simulated_machine &machine)
+{
+    machine.add_drive(u'D').add_share(u"server", u"share");
+    machine.set_volume_space(u"C:\\", 1000, 500, 300);
+    machine.set_volume_space(u"D:\\", 2000, 700, 600);
+    machine.set_volume_space(uR"(\\server\share)", 3000, 900, 800);
+}
+
+void expect_space(std::u16string const &path, std::uintmax_t capacity, std::uintmax_t free,
+                  std::uintmax_t available, char const *why)
+{
+    auto const [first, second, third] = space(upath(path));
+    EXPECT_EQ(first, capacity) << why;
+    EXPECT_EQ(second, free) << why;
+    EXPECT_EQ(third, available) << why;
+}
+
+TEST(SpaceCalls, CapacityThenFreeThenAvailable)
+{
+    simulated_machine machine;
+    set_spaces(machine);
+    space_info const info = space(upath(u"C:\\"));
+    EXPECT_EQ(info.capacity, 1000U);
+    EXPECT_EQ(info.free, 500U);
+    EXPECT_EQ(info.available, 300U);
+    expect_space(u"C:\\", 1000, 500, 300, "in the order of the fields");
+}
+
+TEST(SpaceCalls, HoldAllBitsOfTheSizes)
+{
+    simulated_machine machine;
+    machine.set_volume_space(u"C:\\", 0xFEDCBA9876543210, 0x8000000000000001, 0x100000002);
+    expect_space(u"C:\\", 0xFEDCBA9876543210, 0x8000000000000001, 0x100000002, "unsigned");
+}
+
+TEST(SpaceCalls, OneForADirectory)
+{
+    simulated_machine machine;
+    set_spaces(machine);
+    machine.add_directory(uR"(D:\dir)");
+    expect_space(u"D:/dir", 2000, 700, 600, "a directory");
+    EXPECT_EQ(calls_with_arguments(machine),
+              (lines{R"(GetFullPathNameW(D:\dir))", R"(GetDiskFreeSpaceExW(D:\dir))"}));
+}
+
+TEST(SpaceCalls, OfAFileFindItsVolume)
+{
+    simulated_machine machine;
+    set_spaces(machine);
+    machine.add_file(uR"(D:\dir\file)");
+    expect_space(uR"(D:\dir\file)", 2000, 700, 600, "a file");
+    EXPECT_EQ(calls_with_arguments(machine),
+              (lines{R"(GetFullPathNameW(D:\dir\file))", R"(GetDiskFreeSpaceExW(D:\dir\file))",
+                     R"(CreateFileW(D:\dir\file) access 80 share 7 disposition 3 flags 2000000)",
+                     R"(GetFinalPathNameByHandleW(D:\dir\file))",
+                     R"(GetVolumePathNameW(\\?\D:\dir\file))", R"(CloseHandle(D:\dir\file))",
+                     R"(GetDiskFreeSpaceExW(\\?\D:\))"}));
+    EXPECT_EQ(machine.open_handles(), 0);
+}
+
+TEST(SpaceCalls, GoWhereTheNameLeads)
+{
+    simulated_machine machine;
+    set_spaces(machine);
+    machine.add_file(uR"(D:\dir\file)").add_file(uR"(\\server\share\dir\file)");
+    machine.add_symbolic_link(uR"(C:\to-file)", uR"(D:\dir\file)");
+    machine.add_symbolic_link(uR"(C:\to-link)", uR"(C:\to-file)");
+    machine.add_symbolic_link(uR"(C:\to-dir)", uR"(D:\dir)", flavour::directory);
+    machine.add_junction(uR"(C:\junction)", uR"(D:\dir)");
+    machine.add_mount_point(uR"(C:\volume)", u'D');
+    expect_space(uR"(C:\to-file)", 2000, 700, 600, "a link to a file");
+    expect_space(uR"(C:\to-link)", 2000, 700, 600, "a link to a link");
+    expect_space(uR"(C:\to-dir)", 2000, 700, 600, "a link to a directory");
+    expect_space(uR"(C:\to-dir\file)", 2000, 700, 600, "a file behind it");
+    expect_space(uR"(C:\junction)", 2000, 700, 600, "a junction");
+    expect_space(uR"(C:\junction\file)", 2000, 700, 600, "a file behind it");
+    expect_space(uR"(C:\volume)", 2000, 700, 600, "a mount point");
+    expect_space(uR"(C:\volume\dir\file)", 2000, 700, 600, "a file behind it");
+    expect_space(uR"(\\server\share)", 3000, 900, 800, "a share");
+    expect_space(uR"(\\server\share\dir)", 3000, 900, 800, "a directory on it");
+    expect_space(uR"(\\server\share\dir\file)", 3000, 900, 800, "a file on it");
+    EXPECT_EQ(machine.open_handles(), 0);
+}
+
+TEST(SpaceCalls, OfALongPathname)
+{
+    simulated_machine machine;
+    set_spaces(machine);
+    std::u16string const directory = uR"(D:\)" + std::u16string(200, u'd');
+    for (std::size_t const size : {247U, 248U, 300U}) {
+        std::u16string const file = test_support::of_size((directory + u'\\').c_str(), size);
+        machine.add_file(file);
+        expect_space(file, 2000, 700, 600, "a file");
+    }
+}
+
+struct code_case
+{
+    DWORD code;
+    test_support::failure expected;
+};
+
+TEST(SpaceCalls, AFailingQueryIsAboutTheCallersPath)
+{
+    std::u16string const named = u"dir";
+    code_case const cases[] = {
+        {2, not_found(named)},
+        {3, not_found(named)},
+        {5, denied(named)},
+        {21, system_error(21, named)},
+        {53, system_error(53, named)},
+        {206, test_support::too_large(u"")},
+        {1920, denied(named)},
+        {4390, test_support::invalid_argument("The file or directory is not a reparse point.")},
+    };
+    for (code_case const &row : cases) {
+        simulated_machine machine;
+        machine.add_directory(u"C:\\dir");
+        auto const fault = machine.fail_call("GetDiskFreeSpaceExW", 1, row.code);
+        EXPECT_EQ(failure_of([&] { space(upath(named)); }), row.expected) << row.code;
+        EXPECT_TRUE(fault.fired());
+        EXPECT_EQ(machine.calls_of("GetDiskFreeSpaceExW"), 1) << row.code;
+    }
+}
+
+TEST(SpaceCalls, EachFailingCallForAFileIsAboutTheCallersPath)
+{
+    // the sixth call closes the file, whose space is known all the same
+    std::u16string const named = u"file";
+    int nth = 1;
+    for (; nth <= 7; ++nth) {
+        simulated_machine machine;
+        set_spaces(machine);
+        machine.add_file(u"C:\\file");
+        auto const fault = machine.fail_call(nth, 1117);
+        std::optional<test_support::failure> expected;
+        if (nth != 6)
+            expected = system_error(1117, named);
+        EXPECT_EQ(failure_of([&] { space(upath(named)); }), expected) << nth;
+        EXPECT_TRUE(fault.fired()) << nth;
+        EXPECT_EQ(machine.open_handles(), 0) << nth;
+    }
+    simulated_machine machine;
+    machine.add_file(u"C:\\file");
+    auto const fault = machine.fail_call(nth, 1117);
+    space(upath(named));
+    EXPECT_FALSE(fault.fired()) << "there is no further call";
+}
+
+TEST(SpaceCalls, AVolumeThatIsNoDirectoryEitherIsNotLookedForAgain)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\file");
+    auto const fault = machine.fail_every_call_on("GetDiskFreeSpaceExW", 267);
+    EXPECT_EQ(failure_of([] { space(upath(u"file")); }),
+              test_support::about(fsys_excp_not_directory_error, "fl:filesystem:NotDirectoryError",
+                                  u"file"));
+    EXPECT_EQ(machine.calls_of("GetDiskFreeSpaceExW"), 2);
+    EXPECT_TRUE(fault.fired());
+}
+
+TEST(SpaceCalls, NoneForTheEmptyPath)
+{
+    simulated_machine machine;
+    EXPECT_EQ(failure_of([] { space(upath()); }),
+              test_support::invalid_argument("Empty Path not permitted"));
+    EXPECT_EQ(machine.journal().size(), 0U);
+}
+
+TEST(SpaceCalls, FailingNetworks)
+{
+    simulated_machine machine;
+    machine.add_share(u"server", u"share").add_dead_server(u"dead");
+    for (auto const &[text, code] :
+         {std::pair{uR"(\\dead\share\a)", 53U}, std::pair{uR"(\\server\other)", 67U}})
+        EXPECT_EQ(failure_of([&] { space(upath(text)); }), system_error(code, text));
+}
+
+} // namespace
+} // namespace fl::filesystem

@@ -1,0 +1,71 @@
+#include <fl/filesystem/operations.hpp>
+
+#include "support/failure.hpp"
+#include "support/text.hpp"
+#include "support/workspace.hpp"
+
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <type_traits>
+
+namespace fl::filesystem {
+namespace {
+
+using test_support::failure_of;
+using test_support::invalid_argument;
+using test_support::not_found;
+using test_support::workspace;
+
+static_assert(std::is_same_v<space_info, std::filesystem::space_info>);
+
+TEST(Space, IsThatOfTheVolumeForADirectoryAndForAFile)
+{
+    workspace work;
+    work.make_file(work.path(u"file"), "content");
+    work.change_directory(work.root());
+    ULARGE_INTEGER available{};
+    ULARGE_INTEGER capacity{};
+    ULARGE_INTEGER free{};
+    ASSERT_TRUE(::GetDiskFreeSpaceExW(test_support::wide(work.root()).c_str(), &available,
+                                      &capacity, &free));
+    std::u16string const drive = work.root().substr(0, 3);
+    for (upath const &path : {upath(work.root()), upath(work.path(u"file")), upath(u"file"),
+                              upath(u"."), upath(drive), upath(uR"(\\?\)" + work.root())}) {
+        space_info const info = space(path);
+        EXPECT_EQ(info.capacity, capacity.QuadPart);
+        // others write to a real disk meanwhile
+        EXPECT_GT(info.free, 0U);
+        EXPECT_GT(info.available, 0U);
+        EXPECT_LE(info.free, info.capacity);
+        EXPECT_LE(info.available, info.free);
+    }
+}
+
+TEST(Space, RefusesTheEmptyPath)
+{
+    workspace work;
+    auto const refusal = invalid_argument("Empty Path not permitted");
+    EXPECT_EQ(failure_of([] { space(upath()); }), refusal);
+    EXPECT_EQ(failure_of([] { space(upath(uR"(\\?\)")); }), refusal) << "nothing but a prefix";
+}
+
+TEST(Space, OfAMissingNameIsAboutTheCallersPath)
+{
+    workspace work;
+    work.make_file(work.path(u"file"));
+    work.change_directory(work.root());
+    for (char16_t const *text : {u"missing", uR"(missing\a)", uR"(file\a)"}) {
+        EXPECT_EQ(failure_of([&] { space(upath(text)); }), not_found(text));
+        EXPECT_EQ(failure_of([&] { space(upath(work.path(text))); }), not_found(work.path(text)));
+    }
+    EXPECT_EQ(failure_of([] { space(upath(u"missing/a")); }), not_found(uR"(missing\a)"))
+        << "in native form";
+    EXPECT_EQ(
+        failure_of([] { space(upath(u"a*b")); }),
+        invalid_argument("The filename, directory name, or volume label syntax is incorrect."));
+}
+
+} // namespace
+} // namespace fl::filesystem

@@ -1,0 +1,214 @@
+// Universal names on a machine with a mapped drive, and the calls to the provider.
+
+#include <fl/filesystem/operations.hpp>
+
+#include "support/failure.hpp"
+#include "support/text.hpp"
+
+#include <simulation/machine.hpp>
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <optional>
+
+namespace fl::filesystem {
+namespace {
+
+using simulation::simulated_machine;
+using test_support::denied;
+using test_support::failure_of;
+using test_support::not_found;
+using test_support::system_error;
+using sizes = std::vector<std::uint64_t>;
+
+void map_a_drive(simulated_machine &machine)
+{
+    machine.add_share(u"server", u"share").map_drive(u'X', u"server", u"share");
+    machine.add_file(uR"(\\server\share\file)", "content");
+}
+
+/// What the provider was told of the room in each call, and that the level is right.
+sizes rooms_told(simulated_machine const &machine, char16_t const *form)
+{
+    sizes told;
+    for (auto const &entry : machine.journal()) {
+        if (entry.function != "WNetGetUniversalNameW")
+            continue;
+        EXPECT_EQ(entry.text, form);
+        EXPECT_EQ(entry.flags, 1U) << "the level of universal names";
+        told.push_back(entry.room);
+    }
+    return told;
+}
+
+/// What the provider needs for a name, in bytes: the record with the text behind it.
+std::uint64_t bytes_for(std::u16string_view name)
+{
+    return sizeof(void *) + (name.size() + 1) * sizeof(wchar_t);
+}
+
+TEST(GetUncPathCalls, AskForTheSizeAndThenForTheName)
+{
+    for (bool const tolerant : {false, true}) {
+        simulated_machine machine;
+        map_a_drive(machine);
+        EXPECT_EQ(get_unc_path(u"X:/file", tolerant), uR"(\\server\share\file)");
+        EXPECT_EQ(rooms_told(machine, uR"(X:\file)"),
+                  (sizes{0, bytes_for(uR"(\\server\share\file)")}));
+    }
+}
+
+struct mapped_case
+{
+    char16_t const *text, *expected;
+    char const *why;
+};
+
+constexpr mapped_case mapped_cases[] = {
+    {uR"(X:\file)", uR"(\\server\share\file)", "a file"},
+    {uR"(X:\)", uR"(\\server\share\)", "the root"},
+    {uR"(X:\missing\file)", uR"(\\server\share\missing\file)", "nobody looks whether it is there"},
+    {uR"(x:\FILE)", uR"(\\server\share\FILE)", "as it was typed"},
+    {uR"(\\?\X:\file)", uR"(\\server\share\file)", "native form has no long prefix"},
+    {uR"(X:\a\.\file)", uR"(\\server\share\a\file)", "cleaned"},
+};
+
+TEST(GetUncPathCalls, NameWhatIsOnAMappedDrive)
+{
+    for (mapped_case const &row : mapped_cases) {
+        simulated_machine machine;
+        map_a_drive(machine);
+        for (bool const tolerant : {false, true}) {
+            EXPECT_EQ(get_unc_path(row.text, tolerant), row.expected) << row.why;
+            EXPECT_EQ(get_unc_path(upath(row.text), tolerant).native(), row.expected) << row.why;
+        }
+    }
+}
+
+TEST(GetUncPathCalls, RelativeTextsGoByTheCurrentDirectory)
+{
+    simulated_machine machine;
+    map_a_drive(machine);
+    machine.set_current_directory(uR"(X:\)");
+    EXPECT_EQ(get_unc_path(u"file", false), uR"(\\server\share\file)");
+}
+
+// With a long prefix a pathname is on no drive for the provider.
+TEST(GetUncPathCalls, NoneBehindALongPrefix)
+{
+    simulated_machine machine;
+    map_a_drive(machine);
+    std::u16string const name(200, u'n');
+    for (std::size_t const size : {259U, 260U}) {
+        std::u16string const text = test_support::of_size((u"X:\\" + name + u'\\').c_str(), size);
+        std::u16string const expected =
+            size < 260 ? uR"(\\server\share)" + text.substr(2) : uR"(\\?\)" + text;
+        EXPECT_EQ(get_unc_path(text, true), expected) << size;
+    }
+}
+
+TEST(GetUncPathCalls, OneForALocalPathname)
+{
+    simulated_machine machine;
+    EXPECT_EQ(get_unc_path(u"file", true), uR"(C:\file)");
+    EXPECT_EQ(rooms_told(machine, uR"(C:\file)"), sizes{0});
+    EXPECT_EQ(failure_of([] { get_unc_path(u"file", false); }), system_error(0, uR"(C:\file)"));
+    EXPECT_EQ(rooms_told(machine, uR"(C:\file)"), (sizes{0, 0}));
+}
+
+// What the provider answers is told to nobody.
+TEST(GetUncPathCalls, AnyAnswerButMoreDataMeansNoNetwork)
+{
+    for (DWORD const code : {5U, 8U, 487U, 1200U, 1203U, 1208U, 1222U, 2250U}) {
+        simulated_machine machine;
+        map_a_drive(machine);
+        auto const fault = machine.fail_every_call_on("WNetGetUniversalNameW", code);
+        EXPECT_EQ(get_unc_path(uR"(X:\file)", true), uR"(X:\file)") << code;
+        EXPECT_EQ(failure_of([] { get_unc_path(uR"(X:\file)", false); }),
+                  system_error(0, uR"(X:\file)"))
+            << code;
+        EXPECT_TRUE(fault.fired());
+        EXPECT_EQ(rooms_told(machine, uR"(X:\file)"), (sizes{0, 0}));
+    }
+}
+
+TEST(GetUncPathCalls, AProviderThatHasNothingToSayMeansNoNetwork)
+{
+    simulated_machine machine;
+    map_a_drive(machine);
+    auto const fault = machine.fail_every_call_on("WNetGetUniversalNameW", NO_ERROR);
+    EXPECT_EQ(get_unc_path(uR"(X:\file)", true), uR"(X:\file)");
+    EXPECT_EQ(failure_of([] { get_unc_path(uR"(X:\file)", false); }),
+              system_error(0, uR"(X:\file)"));
+    EXPECT_TRUE(fault.fired());
+    EXPECT_EQ(rooms_told(machine, uR"(X:\file)"), (sizes{0, 0})) << "no second call";
+}
+
+TEST(GetUncPathCalls, ASecondCallThatFailsIsNoFailure)
+{
+    for (DWORD const code : {5U, 234U, 1203U, 2250U}) {
+        for (bool const tolerant : {false, true}) {
+            simulated_machine machine;
+            map_a_drive(machine);
+            auto const fault = machine.fail_call("WNetGetUniversalNameW", 2, code);
+            EXPECT_EQ(get_unc_path(uR"(X:\.\file)", tolerant), uR"(X:\file)") << code;
+            EXPECT_TRUE(fault.fired());
+            EXPECT_EQ(machine.calls_of("WNetGetUniversalNameW"), 2) << code;
+            EXPECT_EQ(get_unc_path(upath(uR"(X:\.\file)"), tolerant).native(),
+                      uR"(\\server\share\file)")
+                << "the next time";
+        }
+    }
+}
+
+TEST(GetUncPathCalls, ADriveThatGoesBetweenTheCallsIsNoFailure)
+{
+    simulated_machine machine;
+    map_a_drive(machine);
+    auto const others =
+        machine.before_call("WNetGetUniversalNameW", 2, [&] { machine.remove_drive(u'X'); });
+    EXPECT_EQ(get_unc_path(uR"(X:\file)", false), uR"(X:\file)");
+    EXPECT_TRUE(others.fired());
+}
+
+TEST(GetUncPathCalls, ReportTheCodeOfTheCLibrary)
+{
+    struct
+    {
+        int number;
+        test_support::failure expected;
+    } const cases[] = {
+        {7, system_error(7, uR"(C:\a)")}, {2, not_found(uR"(C:\a)")}, {5, denied(uR"(C:\a)")}};
+    for (auto const &row : cases) {
+        simulated_machine machine;
+        auto const provider =
+            machine.before_call("WNetGetUniversalNameW", 1, [&] { errno = row.number; });
+        EXPECT_EQ(failure_of([] { get_unc_path(u"a", false); }), row.expected) << row.number;
+        EXPECT_TRUE(provider.fired());
+    }
+}
+
+TEST(GetUncPathCalls, ForgetAnEarlierCodeOfTheCLibrary)
+{
+    simulated_machine machine;
+    errno = 13;
+    EXPECT_EQ(failure_of([] { get_unc_path(u"a", false); }), system_error(0, uR"(C:\a)"));
+    auto const before = machine.before_call("GetFullPathNameW", 1, [] { errno = 13; });
+    EXPECT_EQ(failure_of([] { get_unc_path(u"a", false); }), system_error(0, uR"(C:\a)"))
+        << "also one of the calls ahead";
+}
+
+TEST(GetUncPathCalls, FailuresAheadOfTheProviderPass)
+{
+    simulated_machine machine;
+    map_a_drive(machine);
+    auto const fault = machine.fail_every_call_on("GetFullPathNameW", 5);
+    for (bool const tolerant : {false, true})
+        EXPECT_EQ(failure_of([&] { get_unc_path(uR"(X:\file)", tolerant); }),
+                  denied(uR"(X:\file)"));
+    EXPECT_EQ(machine.calls_of("WNetGetUniversalNameW"), 0);
+}
+
+} // namespace
+} // namespace fl::filesystem
