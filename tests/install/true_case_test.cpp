@@ -1,0 +1,67 @@
+#include "install/true_case.hpp"
+
+#include "support/failure.hpp"
+#include "support/text.hpp"
+#include "support/workspace.hpp"
+
+#include <gtest/gtest.h>
+
+namespace fl::filesystem::detail {
+namespace {
+
+using test_support::failure_of;
+using test_support::invalid_argument;
+using test_support::units;
+using test_support::wide;
+using test_support::workspace;
+
+std::u16string lower(std::u16string text)
+{
+    for (char16_t &unit : text)
+        if (unit >= u'A' && unit <= u'Z')
+            unit = static_cast<char16_t>(unit + 32);
+    return text;
+}
+
+TEST(RestoreTrueCase, TakesNamesFromTheDisk)
+{
+    workspace work;
+    std::u16string const stored = work.path(uR"(Program Files\TooL)");
+    work.make_directory(stored);
+    std::wstring const expected = LR"(\\?\)" + wide(stored.substr(0, 1)) + wide(stored.substr(1));
+    EXPECT_EQ(restore_true_case(wide(stored)), expected);
+    std::u16string typed = stored;
+    std::u16string const tail = lower(stored.substr(work.root().size()));
+    typed.replace(work.root().size(), std::u16string::npos, tail);
+    EXPECT_EQ(restore_true_case(wide(typed)), expected) << "in another case";
+    typed[0] = lower(typed.substr(0, 1))[0];
+    EXPECT_EQ(restore_true_case(wide(typed)), expected) << "the drive, too";
+    EXPECT_EQ(restore_true_case(LR"(\\?\)" + wide(typed)), expected) << "with a long prefix";
+}
+
+TEST(RestoreTrueCase, OfARootIsTheRoot)
+{
+    workspace work;
+    EXPECT_EQ(restore_true_case(LR"(c:\)"), LR"(\\?\C:\)");
+    EXPECT_EQ(restore_true_case(LR"(\\?\c:\)"), LR"(\\?\C:\)");
+}
+
+TEST(RestoreTrueCase, RefusesWhatHasNoRoot)
+{
+    auto const refusal = invalid_argument("Long UNC path without root not permitted");
+    for (wchar_t const *text : {L"", L"a", LR"(a\b)", LR"(\a)", L"C:", L"C:a", LR"(\\server)",
+                                LR"(\\.\COM1)", LR"(\\?\)", LR"(\\?\C:)", LR"(\\?\UNC\server)"})
+        EXPECT_EQ(failure_of([&] { restore_true_case(text); }), refusal)
+            << test_support::printable(units(text));
+}
+
+TEST(RestoreTrueCase, OfAMissingNameFailsWithTheLongForm)
+{
+    workspace work;
+    std::wstring const text = wide(work.path(u"Missing"));
+    EXPECT_EQ(failure_of([&] { restore_true_case(text); }),
+              test_support::not_found(uR"(\\?\)" + work.path(u"Missing")));
+}
+
+} // namespace
+} // namespace fl::filesystem::detail
