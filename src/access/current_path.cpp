@@ -1,5 +1,6 @@
 #include "access/current_path.hpp"
 
+#include "failure/throw.hpp"
 #include "platform/standard_filesystem.hpp"
 
 #include <filesystem>
@@ -12,7 +13,7 @@ std::wstring current_path_wide()
     std::error_code ec;
     std::wstring path = standard::current_path(ec);
     if (ec)
-        throw std::filesystem::filesystem_error("current_path()", ec);
+        throw_exception(std::filesystem::filesystem_error("current_path()", ec));
     return path;
 }
 

@@ -2,6 +2,7 @@
 
 #include "access/filesystem_form.hpp"
 #include "failure/filesystem_error.hpp"
+#include "failure/throw.hpp"
 #include "failure/win32_error.hpp"
 #include "platform/code_units.hpp"
 #include "platform/standard_filesystem.hpp"
@@ -26,7 +27,8 @@ void update_drive_variable(std::wstring const &path)
     std::error_code ec;
     std::wstring const full = detail::standard::absolute(path, ec);
     if (ec)
-        throw std::filesystem::filesystem_error("absolute", detail::narrow(path), ec);
+        detail::throw_exception(
+            std::filesystem::filesystem_error("absolute", detail::narrow(path), ec));
     if (full.starts_with(L"\\\\")) // a server has no drive
         return;
     std::wstring const name = L"=" + full.substr(0, 2);
