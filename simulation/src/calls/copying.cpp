@@ -32,6 +32,9 @@ std::shared_ptr<open_file> open_target(machine_state &machine, pathname const &p
     place here = find_place(path, machine, last_link::follow);
     check_separator(here, path.ends_in_separator);
     if (!here.found) {
+        // it would be a file behind a link to a directory
+        if (here.is_behind_directory_link)
+            throw failure(ERROR_ACCESS_DENIED);
         here.found = create_entry(here, path.ends_in_separator, FILE_ATTRIBUTE_ARCHIVE);
     } else {
         check_replaceable(*here.found->target, source, fails_if_there);
