@@ -1,0 +1,317 @@
+// Which calls copying makes, what it does when they fail, and what it takes over.
+
+#include <fl/filesystem/operations.hpp>
+
+#include "support/failure.hpp"
+#include "support/text.hpp"
+
+#include <simulation/machine.hpp>
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+// In calls with literals and options the namespace is told: those of the standard library
+// would fit as well, found by its type of the options.
+
+namespace fl::filesystem {
+namespace {
+
+using simulation::flavour;
+using simulation::simulated_machine;
+using std::filesystem::copy_options;
+using test_support::denied;
+using test_support::exists;
+using test_support::failure;
+using test_support::failure_of;
+using test_support::not_found;
+
+using lines = std::vector<std::string>;
+
+lines calls(simulated_machine const &machine)
+{
+    lines all;
+    for (auto const &entry : machine.journal())
+        all.push_back(entry.function + "(" + test_support::printable(entry.text) + ")");
+    return all;
+}
+
+failure with_both(unsigned int code, std::u16string const &from, std::u16string const &to)
+{
+    return {fsys_excp_system_error, "fl:filesystem:SystemError", from, {to}, code};
+}
+
+/// The names in a `\`-separated chain of `depth` directories below `head`.
+std::u16string chain(std::u16string text, int depth)
+{
+    for (int level = 0; level < depth; ++level)
+        text += u"\\d";
+    return text;
+}
+
+TEST(CopyCalls, OfAFile)
+{
+    simulated_machine machine;
+    machine.add_file(uR"(C:\a)");
+    copy(u"a", u"b");
+    EXPECT_EQ(calls(machine),
+              (lines{"GetFullPathNameW(b)", "GetFullPathNameW(a)", R"(GetFileAttributesExW(C:\a))",
+                     R"(GetFileAttributesExW(C:\b))", R"(CopyFileW(C:\a))"}))
+        << "`to` is formed first";
+}
+
+TEST(CopyFileCalls, OneExpansionEachAndTheCopy)
+{
+    simulated_machine machine;
+    machine.add_file(uR"(C:\a)");
+    copy_file(u"a", u"b");
+    EXPECT_EQ(calls(machine),
+              (lines{"GetFullPathNameW(b)", "GetFullPathNameW(a)", R"(CopyFileW(C:\a))"}));
+    EXPECT_EQ(machine.journal().back().second_text, uR"(C:\b)");
+    EXPECT_EQ(machine.journal().back().flags, 1U) << "fails if there is something";
+}
+
+TEST(CopyCalls, NoneForOptionsThatExcludeEachOther)
+{
+    simulated_machine machine;
+    constexpr auto options = copy_options::skip_existing | copy_options::update_existing;
+    EXPECT_TRUE(failure_of([] { fl::filesystem::copy(u"a", u"b", options); }));
+    EXPECT_TRUE(failure_of([] { fl::filesystem::copy_file(u"a", u"b", options); }));
+    EXPECT_TRUE(failure_of([] { copy_directory(u"a", u""); }));
+    EXPECT_EQ(calls(machine), lines{});
+}
+
+TEST(CopyDirectoryCalls, LookAndCreate)
+{
+    simulated_machine machine;
+    machine.add_directory(uR"(C:\a)").set_attributes(uR"(C:\a)", FILE_ATTRIBUTE_READONLY);
+    machine.set_times(uR"(C:\a)", {1, 2, 3});
+    copy_directory(u"a", u"b");
+    EXPECT_EQ(calls(machine), (lines{"GetFullPathNameW(a)", R"(GetFileAttributesExW(C:\a))",
+                                     "GetFullPathNameW(b)", R"(CreateDirectoryW(C:\b))"}));
+    EXPECT_EQ(machine.attributes(uR"(C:\b)"), DWORD{FILE_ATTRIBUTE_DIRECTORY});
+    EXPECT_NE(machine.times_of(uR"(C:\b)").write, 3U);
+}
+
+TEST(CopyDirectoryCalls, FollowALink)
+{
+    simulated_machine machine;
+    machine.add_directory(uR"(C:\a)").add_symbolic_link(uR"(C:\l)", u"a", flavour::directory);
+    machine.add_symbolic_link(uR"(C:\broken)", u"no", flavour::directory);
+    copy_directory(u"l", u"b");
+    EXPECT_EQ(machine.reparse_tag(uR"(C:\b)"), 0U);
+    EXPECT_EQ(failure_of([] { copy_directory(u"broken", u"c"); }), not_found(u"broken"));
+    auto const fault = machine.fail_every_call_on("CreateDirectoryW", 112);
+    EXPECT_EQ(failure_of([] { copy_directory(u"l", u"c"); }), with_both(112, u"l", u"c"));
+}
+
+TEST(CopyFileCalls, ContentAttributesAndTimeOfWriting)
+{
+    simulated_machine machine;
+    machine.add_file(uR"(C:\a)", "content");
+    machine.set_attributes(uR"(C:\a)", FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN);
+    machine.set_times(uR"(C:\a)", {1, 2, 3});
+    copy_file(u"a", u"b");
+    EXPECT_EQ(machine.content(uR"(C:\b)"), "content");
+    EXPECT_EQ(machine.attributes(uR"(C:\b)"),
+              DWORD{FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_ARCHIVE});
+    EXPECT_EQ(machine.times_of(uR"(C:\b)").write, 3U);
+}
+
+TEST(CopyFileCalls, OfMoreThanFourGibibytes)
+{
+    simulated_machine machine;
+    constexpr std::uint64_t size = (std::uint64_t{1} << 32) + 5;
+    machine.add_sparse_file(uR"(C:\a)", size, "end");
+    copy_file(u"a", u"b");
+    EXPECT_EQ(machine.size_of(uR"(C:\b)"), size);
+    EXPECT_EQ(machine.content(uR"(C:\b)", size - 3, 3), "end");
+}
+
+TEST(CopyFileCalls, UpdatesWhatIsOlderOnly)
+{
+    struct
+    {
+        std::uint64_t from, to;
+        char const *expected, *why;
+    } const cases[] = {
+        {200, 199, "from", "older"},
+        {200, 200, "to", "of the same age"},
+        {200, 201, "to", "newer"},
+    };
+    for (auto const &row : cases) {
+        simulated_machine machine;
+        machine.add_file(uR"(C:\a)", "from").add_file(uR"(C:\b)", "to");
+        machine.set_times(uR"(C:\a)", {900, 900, row.from});
+        machine.set_times(uR"(C:\b)", {100, 100, row.to});
+        fl::filesystem::copy_file(u"a", u"b", copy_options::update_existing);
+        EXPECT_EQ(machine.content(uR"(C:\b)"), row.expected) << row.why;
+    }
+}
+
+TEST(CopyFileCalls, BlameForADenial)
+{
+    simulated_machine machine;
+    machine.add_file(uR"(C:\a)").add_file(uR"(C:\closed)").add_directory(uR"(C:\d)");
+    machine.add_symbolic_link(uR"(C:\l)", u"a").deny(uR"(C:\closed)", simulation::right::read);
+    machine.deny_creation(uR"(C:\d)");
+    EXPECT_EQ(failure_of([] { copy_file(u"closed", u"b"); }), denied(u"closed"));
+    EXPECT_EQ(failure_of([] { copy_file(u"a", uR"(d\b)"); }), denied(uR"(d\b)"));
+    EXPECT_EQ(failure_of([] { copy_file(u"l", uR"(d\b)"); }), denied(u"l"))
+        << "a link is blamed whatever it leads to";
+}
+
+TEST(CopyCalls, SymbolicLinkHasTheFullPathname)
+{
+    simulated_machine machine;
+    machine.add_file(uR"(C:\d\a)").set_current_directory(uR"(C:\d)");
+    fl::filesystem::copy(u"a", u"l", copy_options::create_symlinks);
+    EXPECT_EQ(machine.reparse_data(uR"(C:\d\l)"),
+              simulation::symbolic_link_data(uR"(\??\C:\d\a)", uR"(C:\d\a)", 0));
+}
+
+constexpr auto as_links = copy_options::copy_symlinks;
+
+TEST(CopyCalls, JunctionByteForByte)
+{
+    simulated_machine machine;
+    machine.add_directory(uR"(C:\d)").add_mount_point(uR"(C:\m)", u'C');
+    machine.add_junction(uR"(C:\j)", uR"(\??\C:\d)", u"for people");
+    for (std::u16string const name : {u"C:\\j", u"C:\\m"}) {
+        copy(name, name + u"2", as_links);
+        EXPECT_EQ(machine.reparse_tag(name + u"2"), DWORD{IO_REPARSE_TAG_MOUNT_POINT});
+        EXPECT_EQ(machine.reparse_data(name + u"2"), machine.reparse_data(name));
+    }
+}
+
+TEST(CopyCalls, JunctionThatCantBeMadeLeavesNothing)
+{
+    for (char const *function : {"DeviceIoControl", "CreateFileW"}) {
+        for (int nth = 1;; ++nth) {
+            simulated_machine machine;
+            machine.add_directory(uR"(C:\d)").add_junction(uR"(C:\j)", uR"(C:\d)");
+            auto const fault = machine.fail_call(function, nth, 1117);
+            auto const thrown = failure_of([] { fl::filesystem::copy(u"j", u"b", as_links); });
+            if (!fault.fired()) {
+                EXPECT_GT(nth, 2) << function;
+                break;
+            }
+            EXPECT_EQ(thrown, with_both(1117, u"j", u"b")) << function << nth;
+            EXPECT_FALSE(machine.exists(uR"(C:\b)")) << function << nth;
+            EXPECT_EQ(machine.open_handles(), 0) << function << nth;
+        }
+    }
+    simulated_machine machine;
+    machine.add_directory(uR"(C:\d)").add_junction(uR"(C:\j)", uR"(C:\d)");
+    auto const fault = machine.fail_every_call_on("CreateDirectoryW", 5);
+    EXPECT_EQ(failure_of([] { fl::filesystem::copy(u"j", u"b", as_links); }), denied(u"b"));
+    EXPECT_FALSE(machine.exists(uR"(C:\b)"));
+}
+
+TEST(CopyCalls, EveryFailingCallReleasesItsHandles)
+{
+    for (copy_options const links : {copy_options::none, as_links}) {
+        for (int nth = 1;; ++nth) {
+            ASSERT_LT(nth, 1000) << "the operation never ends";
+            simulated_machine machine;
+            machine.add_file(uR"(C:\t\d\f)").add_symbolic_link(uR"(C:\t\l)", u"d\\f");
+            machine.add_file(uR"(C:\t\f)").add_file(uR"(C:\to\f)");
+            machine.add_junction(uR"(C:\t\j)", uR"(C:\t\d)");
+            auto const fault = machine.fail_call(nth, ERROR_IO_DEVICE);
+            constexpr auto options = copy_options::recursive | copy_options::update_existing;
+            failure_of([&] { fl::filesystem::copy(u"t", u"to", options | links); });
+            EXPECT_EQ(machine.open_handles() + machine.find_handles(), 0) << nth;
+            if (!fault.fired())
+                break;
+        }
+    }
+}
+
+TEST(CopyCalls, OfATreeDeeperThanAStack)
+{
+    simulated_machine machine;
+    machine.keep_journal(false);
+    constexpr int depth = 2500; // with the data of one search a level, more than 1 MiB
+    // so long that they go with a long prefix, and so does all below
+    std::u16string const from = test_support::of_size(uR"(C:\f)", 248);
+    std::u16string const to = test_support::of_size(uR"(C:\t)", 248);
+    machine.add_file(chain(from, depth) + u"\\f", "content");
+    copy(from, to, copy_options::recursive);
+    EXPECT_EQ(machine.content(chain(to, depth) + u"\\f"), "content");
+}
+
+TEST(CopyCalls, IntoItselfEndsWithAnException)
+{
+    simulated_machine machine;
+    machine.keep_journal(false);
+    machine.add_directory(uR"(C:\a)");
+    EXPECT_EQ(failure_of([] { fl::filesystem::copy(u"a", uR"(a\b)", copy_options::recursive); }),
+              test_support::too_large(u""));
+    EXPECT_TRUE(machine.is_directory(uR"(C:\a\b\b\b)")) << "what was copied stays";
+    EXPECT_EQ(machine.find_handles(), 0);
+}
+
+TEST(CopyCalls, OfAWideDirectory)
+{
+    simulated_machine machine;
+    machine.keep_journal(false);
+    std::u16string const digits = u"0123456789";
+    for (std::size_t i = 0; i < 1000; ++i)
+        machine.add_file(std::u16string(uR"(C:\a\)") + digits[i / 100] + digits[i / 10 % 10] +
+                         digits[i % 10]);
+    copy(u"a", u"b");
+    EXPECT_EQ(machine.entries(uR"(C:\b)"), machine.entries(uR"(C:\a)"));
+}
+
+TEST(CopyCalls, NoPrefixIsAddedBelow)
+{
+    for (std::size_t const size : {259U, 260U}) {
+        std::u16string const target = test_support::of_size(uR"(C:\to\n)", size);
+        std::u16string const name = target.substr(6);
+        // the native form takes a prefix away that the name doesn't need
+        for (std::u16string const prefix : {u"", uR"(\\?\)"}) {
+            simulated_machine machine;
+            machine.add_file(uR"(C:\t\)" + name);
+            auto const thrown = failure_of([&] { copy(prefix + uR"(C:\t)", uR"(C:\to)"); });
+            if (size == 259)
+                EXPECT_EQ(thrown, std::nullopt);
+            else
+                EXPECT_EQ(thrown, not_found(uR"(C:\to)"));
+            EXPECT_EQ(machine.exists(target), size == 259);
+        }
+    }
+}
+
+TEST(CopyCalls, APrefixThatTheNameNeedsServesBelow)
+{
+    for (std::size_t const size : {247U, 248U}) {
+        simulated_machine machine;
+        std::u16string const from = test_support::of_size(uR"(C:\f)", size);
+        std::u16string const to = test_support::of_size(uR"(C:\t)", size);
+        std::u16string const name(20, u'n');
+        machine.add_file(from + u'\\' + name);
+        auto const thrown = failure_of([&] { copy(from, to); });
+        EXPECT_EQ(thrown.has_value(), size == 247) << size;
+        EXPECT_EQ(machine.exists(to + u'\\' + name), size == 248) << size;
+    }
+}
+
+TEST(CopyCalls, HardLinksAreNamesOfTheSameFile)
+{
+    simulated_machine machine;
+    machine.add_drive(u'D').add_file(uR"(C:\t\f)").add_file(uR"(C:\there)");
+    constexpr auto links = copy_options::create_hard_links;
+    fl::filesystem::copy(u"t", u"b", links);
+    EXPECT_TRUE(machine.is_same(uR"(C:\t\f)", uR"(C:\b\f)"));
+    EXPECT_EQ(failure_of([] { fl::filesystem::copy(uR"(t\f)", u"there", links); }),
+              exists(u"there"));
+    EXPECT_EQ(failure_of([] { fl::filesystem::copy(uR"(t\f)", uR"(D:\f)", links); }),
+              with_both(17, uR"(t\f)", uR"(D:\f)"))
+        << "the system's own 17: another volume";
+}
+
+} // namespace
+} // namespace fl::filesystem
