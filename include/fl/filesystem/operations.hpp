@@ -150,6 +150,9 @@ FL_FILESYSTEM_API void rename(std::u16string const &from, std::u16string const &
 ///                                                     nothing if there is something already
 ///     either            skip_symlinks                 nothing
 ///
+/// Call it with its namespace where texts are literals: `std::filesystem::copy` is found, too,
+/// through the options, and takes them as well.
+///
 /// An existing directory `to` is filled up. The first failure ends it, and what was copied
 /// stays. What lies in `from` is addressed by `from` with its name behind it, so the limit of
 /// 259 units holds there unless `from` itself is so long that it goes with a long prefix.
