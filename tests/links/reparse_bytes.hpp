@@ -2,6 +2,8 @@
 #define FL_FILESYSTEM_TESTS_LINKS_REPARSE_BYTES_HPP
 // Reparse data made by hand, byte by byte: sound, odd and broken.
 
+#include "support/link_data.hpp"
+
 #include <fl/filesystem/windows.hpp>
 
 #include <algorithm>
@@ -12,8 +14,6 @@
 
 namespace test_support {
 
-inline constexpr std::uint32_t symlink_tag = 0xA000000C;
-inline constexpr std::uint32_t mount_point_tag = 0xA0000003;
 inline constexpr std::uint32_t dedup_tag = 0x80000013;
 inline constexpr std::uint32_t dfs_tag = 0x8000000A;
 

@@ -1,76 +1,25 @@
 #ifndef FL_FILESYSTEM_TESTS_PLATFORM_LINKS_HPP
 #define FL_FILESYSTEM_TESTS_PLATFORM_LINKS_HPP
-// Links and reparse data for the tests of the system's calls. Reparse data is built
-// and read by the offsets of its bytes.
+// Links and reparse data for the tests of the system's calls.
 
 #include "platform/opened.hpp"
+#include "support/link_data.hpp"
 
 #include <winioctl.h>
 
-#include <vector>
-
 namespace contract {
 
-inline constexpr DWORD symlink_tag = 0xA000000C;
-inline constexpr DWORD mount_point_tag = 0xA0000003;
+using test_support::mount_point_tag;
+using test_support::symlink_tag;
+using test_support::link_data::append;
+using test_support::link_data::append_text;
+using test_support::link_data::bytes;
+using test_support::link_data::junction_data;
+using test_support::link_data::number_at;
+using test_support::link_data::text_at;
+using test_support::link_data::with_header;
+
 inline constexpr DWORD strange_tag = 0x00000042; // no tag of Microsoft, so it has a GUID
-
-using bytes = std::vector<unsigned char>;
-
-/// A number of `count` bytes, the lowest first.
-inline void append(bytes &data, unsigned long value, int count)
-{
-    for (int i = 0; i < count; ++i)
-        data.push_back(static_cast<unsigned char>(value >> (8 * i) & 0xFF));
-}
-
-inline unsigned long number_at(bytes const &data, std::size_t offset, std::size_t count)
-{
-    unsigned long value = 0;
-    for (std::size_t i = 0; i < count; ++i)
-        value |= static_cast<unsigned long>(data.at(offset + i)) << (8 * i);
-    return value;
-}
-
-inline void append_text(bytes &data, std::wstring const &text)
-{
-    for (wchar_t const unit : text)
-        append(data, static_cast<unsigned long>(unit), 2);
-}
-
-/// The text that the two numbers at `offset` describe: its offset from `start` and its size.
-inline std::u16string text_at(bytes const &data, std::size_t offset, std::size_t start)
-{
-    std::u16string text;
-    std::size_t const first = start + number_at(data, offset, 2);
-    std::size_t const size = number_at(data, offset + 2, 2);
-    for (std::size_t at = first; at < first + size; at += 2)
-        text.push_back(static_cast<char16_t>(number_at(data, at, 2)));
-    return text;
-}
-
-inline bytes with_header(DWORD tag, bytes const &body)
-{
-    bytes data;
-    append(data, tag, 4);
-    append(data, static_cast<unsigned long>(body.size()), 2);
-    append(data, 0, 2);
-    data.insert(data.end(), body.begin(), body.end());
-    return data;
-}
-
-/// What makes an empty directory a junction to `target`, an absolute pathname.
-inline bytes junction_data(std::wstring const &target)
-{
-    std::wstring const name = LR"(\??\)" + target;
-    bytes body;
-    append(body, 0, 2);
-    append(body, static_cast<unsigned long>(2 * name.size()), 2);
-    append(body, static_cast<unsigned long>(2 * name.size() + 2), 2);
-    append(body, static_cast<unsigned long>(2 * target.size()), 2);
-    append_text(body, name + L'\0' + target + L'\0');
-    return with_header(mount_point_tag, body);
-}
 
 /// Data of a tag that the system doesn't know: header, a GUID of sixteen bytes, content.
 inline bytes strange_data(DWORD tag, unsigned char guid, bytes const &content)
@@ -131,30 +80,16 @@ inline DWORD make_symlink(std::wstring const &link, std::wstring const &target, 
         [&] { return ::CreateSymbolicLinkW(link.c_str(), target.c_str(), flags) != FALSE; });
 }
 
-/// Whether symbolic links can be made here. Wine 8 says that it did, but makes none; on
-/// Windows the caller may lack the right.
+/// See `workspace::has_symbolic_links`.
 inline bool has_symlinks()
 {
-    static bool const has = [] {
-        workspace space;
-        std::wstring const link = in(space, L"link");
-        make_symlink(link, L"target", SYMBOLIC_LINK_FLAG_ALLOW_UNPRIVILEGED_CREATE);
-        DWORD const attributes = ::GetFileAttributesW(link.c_str());
-        return attributes != INVALID_FILE_ATTRIBUTES &&
-               (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
-    }();
-    return has;
+    return workspace().has_symbolic_links();
 }
 
-/// Whether there is reparse data. Wine 8 answers 50 to those who set it.
+/// Whether there is reparse data: who can make a junction can set it.
 inline bool has_reparse_data()
 {
-    static bool const has = [] {
-        workspace space;
-        space.make_directory(space.path(u"dir"));
-        return set_reparse_data(in(space, L"dir"), junction_data(LR"(C:\)")) == success;
-    }();
-    return has;
+    return workspace().has_junctions();
 }
 
 } // namespace contract

@@ -1,5 +1,7 @@
 #include "support/workspace_simulated.hpp"
 
+#include "support/link_data.hpp"
+
 #include <stdexcept>
 
 namespace test_support {
@@ -14,6 +16,34 @@ struct workspace::state
 namespace {
 
 std::vector<simulation::simulated_machine *> machines;
+
+/// The machine would change what is there into the link.
+void demand_free(workspace const &space, std::u16string const &path)
+{
+    if (space.exists(path))
+        throw std::invalid_argument("there is something already");
+}
+
+simulation::right right_of(access_right right)
+{
+    switch (right) {
+    case access_right::read_attributes:
+        return simulation::right::read_attributes;
+    case access_right::read:
+        return simulation::right::read;
+    case access_right::write:
+        return simulation::right::write;
+    case access_right::execute:
+        return simulation::right::traverse;
+    case access_right::remove:
+        return simulation::right::remove;
+    case access_right::list:
+        return simulation::right::list;
+    case access_right::create_entries:
+        return simulation::right::create_entries;
+    }
+    throw std::invalid_argument("there is no such right");
+}
 
 } // namespace
 
@@ -59,6 +89,36 @@ void workspace::make_file(std::u16string const &path, std::string const &content
     state_->machine.add_file(path, content);
 }
 
+bool workspace::has_symbolic_links() const
+{
+    return true;
+}
+
+void workspace::make_symbolic_link(std::u16string const &path, std::u16string const &target,
+                                   link_to what)
+{
+    demand_free(*this, path);
+    state_->machine.add_symbolic_link(path, target,
+                                      what == link_to::directory ? simulation::flavour::directory
+                                                                 : simulation::flavour::file);
+}
+
+bool workspace::has_junctions() const
+{
+    return true;
+}
+
+void workspace::make_junction(std::u16string const &path, std::u16string const &target)
+{
+    demand_free(*this, path);
+    state_->machine.add_junction(path, target);
+}
+
+void workspace::make_shortcut(std::u16string const &path, std::u16string const &target)
+{
+    state_->machine.add_shortcut(path, target);
+}
+
 bool workspace::exists(std::u16string const &path) const
 {
     return state_->machine.exists(path);
@@ -79,6 +139,40 @@ std::vector<std::u16string> workspace::entries(std::u16string const &path) const
     return state_->machine.entries(path);
 }
 
+std::string workspace::content(std::u16string const &path) const
+{
+    if (!is_file(path) || is_link(path))
+        throw std::invalid_argument("this is no file with content of its own");
+    return state_->machine.content(path);
+}
+
+bool workspace::is_link(std::u16string const &path) const
+{
+    return exists(path) && state_->machine.reparse_tag(path) != 0;
+}
+
+std::u16string workspace::link_text(std::u16string const &path) const
+{
+    std::string const data = state_->machine.reparse_data(path);
+    link_data::bytes const body(data.begin(), data.end());
+    return link_data::shown_target(link_data::with_header(state_->machine.reparse_tag(path), body));
+}
+
+std::u16string workspace::shortcut_target(std::u16string const &path) const
+{
+    return state_->machine.shortcut_target(path);
+}
+
+std::uint32_t workspace::attributes(std::u16string const &path) const
+{
+    return state_->machine.attributes(path);
+}
+
+void workspace::set_attributes(std::u16string const &path, std::uint32_t attributes)
+{
+    state_->machine.set_attributes(path, attributes);
+}
+
 void workspace::change_directory(std::u16string const &path)
 {
     state_->machine.set_current_directory(path);
@@ -89,9 +183,14 @@ bool workspace::can_deny_rights() const
     return true;
 }
 
+void workspace::deny(std::u16string const &path, access_right right)
+{
+    state_->machine.deny(path, right_of(right));
+}
+
 void workspace::deny_creation(std::u16string const &path)
 {
-    state_->machine.deny_creation(path);
+    deny(path, access_right::create_entries);
 }
 
 simulation::simulated_machine &machine()

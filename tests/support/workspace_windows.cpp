@@ -1,8 +1,6 @@
-#include "support/workspace.hpp"
+#include "support/workspace_windows.hpp"
 
 #include "support/text.hpp"
-
-#include <windows.h>
 
 #include <algorithm>
 #include <atomic>
@@ -10,23 +8,26 @@
 
 namespace test_support {
 
-namespace {
-
-constexpr std::size_t longest_root = 60;
-
-/// The failure of the last call, for the test's output.
 [[noreturn]] void fail(char const *what)
 {
     DWORD const code = ::GetLastError();
     throw std::runtime_error(std::string(what) + " failed with " + std::to_string(code));
 }
 
-/// The text with a long prefix: it may have any length, and names may end in dots.
 std::wstring long_form(std::u16string_view path)
 {
     std::wstring const name = wide(path);
     return name.starts_with(L"\\\\") ? L"\\\\?\\UNC" + name.substr(1) : L"\\\\?\\" + name;
 }
+
+std::u16string parent_of(std::u16string const &path)
+{
+    return path.substr(0, path.find_last_of(u'\\'));
+}
+
+namespace {
+
+constexpr std::size_t longest_root = 60;
 
 DWORD attributes_of(std::u16string_view path)
 {
@@ -75,11 +76,6 @@ void create_directory(std::u16string const &path)
     std::wstring const name = long_form(path); // lives until the code has been read
     if (!::CreateDirectoryW(name.c_str(), nullptr) && ::GetLastError() != ERROR_ALREADY_EXISTS)
         fail("CreateDirectoryW");
-}
-
-std::u16string parent_of(std::u16string const &path)
-{
-    return path.substr(0, path.find_last_of(u'\\'));
 }
 
 void create_directories(std::u16string const &path)
@@ -222,6 +218,38 @@ std::vector<std::u16string> workspace::entries(std::u16string const &path) const
     return names_in(path);
 }
 
+std::string workspace::content(std::u16string const &path) const
+{
+    if (!is_file(path) || is_link(path))
+        throw std::invalid_argument("this is no file with content of its own");
+    open_file const file(path, GENERIC_READ);
+    std::string content;
+    char part[4096];
+    DWORD count = 0;
+    do {
+        if (!::ReadFile(file.get(), part, sizeof part, &count, nullptr))
+            fail("ReadFile");
+        content.append(part, count);
+    } while (count != 0);
+    return content;
+}
+
+std::uint32_t workspace::attributes(std::u16string const &path) const
+{
+    std::wstring const name = long_form(path); // lives until the code has been read
+    DWORD const attributes = ::GetFileAttributesW(name.c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES)
+        fail("GetFileAttributesW");
+    return attributes;
+}
+
+void workspace::set_attributes(std::u16string const &path, std::uint32_t attributes)
+{
+    std::wstring const name = long_form(path); // lives until the code has been read
+    if (!::SetFileAttributesW(name.c_str(), attributes))
+        fail("SetFileAttributesW");
+}
+
 void workspace::change_directory(std::u16string const &path)
 {
     std::wstring const name = wide(path);
@@ -234,9 +262,14 @@ bool workspace::can_deny_rights() const
     return false; // access control lists are out of these tests' reach
 }
 
-void workspace::deny_creation(std::u16string const &)
+void workspace::deny(std::u16string const &, access_right)
 {
     throw std::logic_error("rights can't be denied here");
+}
+
+void workspace::deny_creation(std::u16string const &path)
+{
+    deny(path, access_right::create_entries);
 }
 
 bool runs_under_wine()
