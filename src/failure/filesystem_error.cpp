@@ -3,15 +3,16 @@
 #include "failure/blame.hpp"
 #include "failure/throw.hpp"
 #include "failure/win32_error.hpp"
+#include "platform/standard_codes.hpp"
 
 namespace fl::filesystem::detail {
 
 namespace {
 
-/// "Is a directory" of the facility's own checks. A host's `errc` may have another number.
+/// "Is a directory" of the facility's own checks.
 bool is_a_directory(std::error_code const &ec)
 {
-    constexpr int number = 21;
+    constexpr int number = standard::generic_is_a_directory;
     return ec.category() == std::generic_category() &&
            ec == std::error_condition(number, std::generic_category());
 }

@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <utility>
 
 namespace fl::filesystem {
 

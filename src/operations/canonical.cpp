@@ -14,6 +14,7 @@
 #include "platform/standard_filesystem.hpp"
 
 #include <algorithm>
+#include <utility>
 
 namespace fl::filesystem {
 

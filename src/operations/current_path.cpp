@@ -11,6 +11,7 @@
 
 #include <filesystem>
 #include <mutex>
+#include <type_traits>
 
 namespace fl::filesystem {
 
@@ -20,15 +21,20 @@ namespace {
 /// two threads at odds.
 std::mutex current_path_mutex;
 
+/// Where the standard's path has the system's text it takes any; elsewhere it converts, from
+/// `char16_t` what `wchar_t` there doesn't mean.
+using path_unit = std::conditional_t<std::is_same_v<std::filesystem::path::value_type, wchar_t>,
+                                     wchar_t, char16_t>;
+
 /// Tells `=X:` where drive X: stands, which the system doesn't do by itself: pathnames such
 /// as `X:name` and programs that are started go by it.
 void update_drive_variable(std::wstring const &path)
 {
     std::error_code ec;
     std::wstring const full = detail::standard::absolute(path, ec);
-    if (ec)
-        detail::throw_exception(
-            std::filesystem::filesystem_error("absolute", detail::narrow(path), ec));
+    if (ec || full.empty()) // a failure may tell no code
+        detail::throw_exception(std::filesystem::filesystem_error(
+            "absolute", detail::copy_units<path_unit, wchar_t>(path), ec));
     if (full.starts_with(L"\\\\")) // a server has no drive
         return;
     std::wstring const name = L"=" + full.substr(0, 2);
@@ -44,7 +50,7 @@ std::u16string get_current_path()
 {
     std::error_code ec;
     std::wstring const path = detail::standard::current_path(ec);
-    if (ec)
+    if (ec || path.empty())
         detail::throw_win32_exception(static_cast<unsigned int>(ec.value()), std::wstring());
     return detail::narrow(path);
 }

@@ -213,7 +213,7 @@ detail::find_handle tree_remover::begin_search(std::wstring const &pattern)
 detail::file_handle tree_remover::open_directory(std::wstring const &pattern) const
 {
     auto [directory, code] = detail::open_reparse_point(path_, FILE_LIST_DIRECTORY);
-    if (code != ERROR_SUCCESS)
+    if (!directory) // even if no code says why
         detail::throw_win32_exception(code, pattern);
     return std::move(directory);
 }

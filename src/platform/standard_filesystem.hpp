@@ -116,7 +116,7 @@ void copy(std::wstring const &from, std::wstring const &to, std::filesystem::cop
 /// free for the caller.
 std::filesystem::space_info space(std::wstring const &text, std::error_code &ec);
 
-/// Moves a file or directory, to another volume, too. A file that has the new name is
+/// Moves a file or directory, a file to another volume, too. A file that has the new name is
 /// replaced.
 void rename(std::wstring const &from, std::wstring const &to, std::error_code &ec);
 

@@ -26,10 +26,10 @@ FL_FILESYSTEM_API std::u16string get_install_path();
 namespace detail {
 
 /// Returns the same for the module that holds `address`, found anew. The pair `bin\win64` is
-/// matched in any case, and the deepest one counts. Where there is none, or where a directory
-/// above the module can't be searched, the result is the pathname of the module itself. A
-/// directory that the caller can't list has its name in lower case. Empty if the address is
-/// null or in no module. Throws what `canonical` throws on the module's pathname.
+/// matched in any case, and the deepest one counts. Names in a directory that the caller can't
+/// list come out in lower case. Where there is no pair, or where the root itself can't be
+/// found, the result is the pathname of the module. Empty if the address is null or in no
+/// module. Throws what `canonical` throws on the module's pathname.
 FL_FILESYSTEM_API std::wstring get_base_path(void *address);
 
 /// Returns the pathname of the module that holds `address`, as `GetModuleFileNameW` tells

@@ -2,10 +2,17 @@
 #define FL_FILESYSTEM_OPERATIONS_HPP
 // Public. Everything that reads or changes the file system. Each operation takes
 // path objects or texts; a text is brought to native form on the way in, and where
-// an exception names a pathname "as it was given", it is that form. Pathnames may be
-// as long as the system takes them with a long prefix, 32,767 units; a NUL in one
-// ends it, as everywhere in Windows. All failures are exceptions out of
-// exceptions.hpp.
+// an exception names a pathname "as it was given", it is that form. That form drops full
+// stops and blanks from the end of a pathname: such a name can't be named. Pathnames may be
+// as long as the system takes them with a long prefix, 32,767 units, but where an operation
+// says less; a NUL in one ends it, as everywhere in Windows.
+//
+// All failures are exceptions out of exceptions.hpp, but where an operation names one of the
+// standard library's. Of those, `FileNameTooLarge` and `InvalidArgument` mostly hold no
+// pathname, and whatever says "the string that went to the system" can be preceded by what
+// making that string throws: `InvalidArgument` "The path type of the given path is not valid"
+// with the full pathname for a device or a server without a share, and for a pathname that
+// holds `..` what `detail::windows::build_target_path_bridge` throws of the links in it.
 
 #include <fl/filesystem/config.hpp>
 #include <fl/filesystem/file_status.hpp>
@@ -70,10 +77,10 @@ FL_FILESYSTEM_API void create_directories(std::u16string const &p);
 ///
 /// Throws, about `p` as it was given and never the string that went to the system:
 ///
-///     `p` is missing              PathNotFound
-///     a directory with entries    DirectoryNotEmpty
-///     no right to remove it       AccessDenied
-///     any other code              what it stands for
+///     `p` is missing, or no name at all    PathNotFound
+///     a directory with entries             DirectoryNotEmpty
+///     no right to remove it                AccessDenied
+///     any other code                       what it stands for
 ///
 /// An `InvalidArgument` "Long UNC path without root not permitted" names no pathname.
 FL_FILESYSTEM_API void remove(upath const &p);
@@ -102,15 +109,17 @@ FL_FILESYSTEM_API void remove_directory(std::u16string const &p);
 
 /// Removes `p` with all that is in it, files and directories in the order in which
 /// `FindNextFileW` tells them, a directory after its contents. Links are removed and never
-/// followed, at any depth. Names may end in a full stop or blank, and pathnames may be as
-/// long as the system takes them. Needs memory for one pathname and two handles for each
-/// level, and no stack for them. The empty path is passed over.
+/// followed, at any depth. A directory that is another kind of reparse point, such as one
+/// that a program keeps in the cloud, isn't emptied: it goes if it is empty. Names in `p` may
+/// end in a full stop or blank, and pathnames in it may be as long as the system takes them.
+/// Needs memory for one pathname and two handles for each level, and no stack for them. The
+/// empty path is passed over.
 ///
 /// The first failure ends it, and what was removed by then stays removed: no attribute is
 /// changed, and nothing is tried twice. A read-only file is such a failure. Throws
 /// `PathNotFound` if `p` is missing, and what the code of the failed call stands for,
 /// naming the string that went to the system: of a directory that can't be listed it is
-/// the search pattern `...\*`.
+/// the search pattern `...\*`. A search that can't be closed names nothing.
 FL_FILESYSTEM_API void remove_all(upath const &p);
 FL_FILESYSTEM_API void remove_all(std::u16string const &p);
 
@@ -120,13 +129,15 @@ FL_FILESYSTEM_API void remove_all(std::u16string const &p);
 ///
 /// Throws, about the pathnames as they were given:
 ///
-///     `from` is missing                               PathNotFound naming `from`
-///     the directory of `to` is missing                PathNotFound naming `to`
-///     denied, and `from` is a symbolic link           AccessDenied naming `from`
-///     denied, and `from` can be read                  AccessDenied naming `to`
-///     denied otherwise                                AccessDenied naming `from`
-///     something at `to` that isn't replaced           FileExistsError naming `to`
-///     any other code          what it stands for; `SystemError` names `from` and `to`
+///     `from` is missing, or a link that leads nowhere     PathNotFound naming `from`
+///     the directory of `to` is missing                    PathNotFound naming `to`
+///     denied, and `from` is a symbolic link               AccessDenied naming `from`
+///     denied, and `from` can be read                      AccessDenied naming `to`
+///     denied otherwise                                    AccessDenied naming `from`
+///     any other code             what it stands for; `SystemError` names `from` and `to`
+///
+/// Denied is also what the system says if there is a directory, a link to one, a read-only or
+/// an open file at `to`, none of which is replaced.
 ///
 /// To find out whom to name, `exists` and `access` are asked about `from`, and what they
 /// throw takes the place of it all.
@@ -154,8 +165,9 @@ FL_FILESYSTEM_API void rename(std::u16string const &from, std::u16string const &
 /// through the options, and takes them as well.
 ///
 /// An existing directory `to` is filled up. The first failure ends it, and what was copied
-/// stays. What lies in `from` is addressed by `from` with its name behind it, so the limit of
-/// 259 units holds there unless `from` itself is so long that it goes with a long prefix.
+/// stays. What lies in `from` and in `to` is addressed by adding names, so the system's limit
+/// of 259 units, for a new directory 247, holds there unless `from` or `to` itself has 248 and
+/// so goes with a long prefix.
 ///
 /// Throws `InvalidArgument` without a pathname, before anything is looked at, for
 /// `copy_symlinks` with `skip_symlinks` and for two of `skip_existing`,
@@ -163,7 +175,8 @@ FL_FILESYSTEM_API void rename(std::u16string const &from, std::u16string const &
 /// given, as `rename` does; and `FileIsDirectory` naming `from` for a directory with
 /// `create_symlinks`. `SystemError` with the code 17 stands for `to` being `from`, or a file
 /// where a directory is to go, and with 130 for a link onto something that exists; it names
-/// `from`, and `to` beside it.
+/// `from`, and `to` beside it. "Long UNC path without root not permitted" as `create_directory`
+/// says it, for either pathname, here and in the two operations below.
 FL_FILESYSTEM_API void
 copy(upath const &from, upath const &to,
      std::filesystem::copy_options options = std::filesystem::copy_options::none);
@@ -219,10 +232,11 @@ inline constexpr unsigned int access_execute = 8;
 ///
 /// Throws `InvalidArgument` without a pathname, "Empty Path not permitted" or, for a mode
 /// of 0 or beyond 15, "Unsupported Access Mode"; `PathNotFound` without a pathname, also
-/// for a broken link; `AccessDenied` and what other codes stand for, naming the string that
-/// went to the system; `SystemError` 8246 if 20 links in a row lead nowhere else; and
-/// `foundation::ustring::CtypeInvalidCharacter` on an extension of three units with one
-/// above 127, of a file that could be opened.
+/// for a broken link; what `detail::windows::build_target_path_bridge` throws of a link that
+/// leads to no pathname, such as a device; `AccessDenied` and what other codes stand for, naming
+/// the string that went to the system; `SystemError` 8246 if 20 links in a row lead nowhere else;
+/// and `foundation::ustring::CtypeInvalidCharacter` on an extension of three units with one above
+/// 127, of a file that could be opened.
 FL_FILESYSTEM_API bool access(upath const &p, unsigned int mode);
 FL_FILESYSTEM_API bool access(std::u16string const &p, unsigned int mode);
 
@@ -242,17 +256,18 @@ FL_FILESYSTEM_API bool access(std::u16string const &p, unsigned int mode);
 ///
 /// Throws `InvalidArgument` without a pathname: "Empty Path not permitted", and "File
 /// Permission not valid" for `perms_add` together with `perms_remove` and for the word
-/// `perms_unknown`, whatever stands above it. `PathNotFound` if `p` is missing, and what
-/// other codes stand for, naming the string that went to the system. `SystemError` with
+/// `perms_unknown`, whatever stands above it. `PathNotFound` if `p` or what it leads to is
+/// missing, and what other codes stand for, naming the string that went to the system;
+/// what `detail::windows::build_target_path_bridge` throws of the link. `SystemError` with
 /// the last error if a link has no text. `foundation::ustring::CtypeInvalidCharacter` as
 /// `symlink_status` does.
 FL_FILESYSTEM_API void permissions(upath const &p, unsigned int perms);
 FL_FILESYSTEM_API void permissions(std::u16string const &p, unsigned int perms);
 
-/// Makes the symbolic link `link` with the text `target`, in which separators become single
-/// backslashes, with `CreateSymbolicLinkW`. Neither is made absolute nor gets a long prefix,
-/// so a relative text stays one, and `link` has at most 259 units. Windows keeps links to
-/// files and links to directories apart; `type` says which it is:
+/// Makes the symbolic link `link` with the text `target` in native form, so with single
+/// backslashes and without a long prefix, with `CreateSymbolicLinkW`. Neither is made absolute nor
+/// gets a long prefix, so a relative text stays one, and `link` has at most 259 units. Windows
+/// keeps links to files and links to directories apart; `type` says which it is:
 ///
 ///     directory_file     to a directory
 ///     file_type_auto     to a directory if `status` says that `target` is one, a relative
@@ -281,9 +296,9 @@ FL_FILESYSTEM_API void copy_symlink(upath const &existing, upath const &new_link
 FL_FILESYSTEM_API void copy_symlink(std::u16string const &existing, std::u16string const &new_link);
 
 /// Writes the shortcut file `shortcut` through the shell link object, over a file that is
-/// there. `target` is stored absolute and cleaned, and whether it exists isn't looked at; an
-/// empty one is the current directory. Initialises COM on the calling thread and
-/// uninitialises it again.
+/// there. `target` is stored absolute and cleaned, with a long prefix if it has 260 units or
+/// more, and whether it exists isn't looked at; an empty one is the current directory. Initialises
+/// COM on the calling thread and uninitialises it again.
 ///
 /// Throws `InvalidArgument` without a pathname: "Shortcut path input must have .lnk file
 /// extension", in just these letters, and "Empty path inputs not permitted". What the code
@@ -374,9 +389,12 @@ FL_FILESYSTEM_API bool exists(std::u16string const &p);
 /// very end. Every element is asked about, by `GetFileAttributesExW`. The empty path: the
 /// empty path.
 ///
-/// Throws `PathNotFound` with an empty pathname if there is nothing, and what `absolute`,
-/// `detail::windows::build_target_path_bridge` and other codes stand for, naming the string
-/// that went to the system.
+/// A link on a network that names a drive means one of the server's, and stays.
+///
+/// Throws `PathNotFound` with an empty pathname if there is nothing; `InvalidArgument` "The
+/// path type of the given path is not valid" for a device or a server without a share; what
+/// `absolute` and `detail::windows::build_target_path_bridge` throw; and what other codes stand
+/// for, naming the string that went to the system.
 FL_FILESYSTEM_API upath canonical(upath const &p, upath const &base = upath());
 FL_FILESYSTEM_API std::u16string canonical(std::u16string const &p,
                                            std::u16string const &base = std::u16string());
@@ -396,7 +414,8 @@ FL_FILESYSTEM_API std::u16string weakly_canonical(std::u16string const &p);
 
 /// Returns how to come from the directory `base` to `p`, links in both followed as far as
 /// there is something. Both go to the system as they stand, without a long prefix. On two
-/// drives, or if `base` leads up into what can't be known, the result is the empty path.
+/// drives, if `base` leads up into what can't be known, or if one of the two is relative and
+/// nothing of it exists, the result is the empty path.
 ///
 ///     p              base         result
 ///     C:\a\b         C:\a\c       ..\b
@@ -423,7 +442,15 @@ FL_FILESYSTEM_API std::u16string get_current_path();
 /// Changes the process's current directory with `SetCurrentDirectoryW`, and the environment
 /// variable `=X:` of the drive with it, by which pathnames such as `X:name` go. Threads that
 /// change it through this operation take turns. Returns true; the empty path changes nothing
-/// and is false. A directory on a server, or one behind a long prefix, sets no variable.
+/// and is false. The system takes directories of up to 258 units with their backslash.
+///
+/// The variable gets `p` as `GetFullPathNameW` makes it full once the directory has changed:
+/// give an absolute pathname, for a relative one is then below itself. A directory on a server
+/// sets no variable.
+///
+///     from C:\       directory       =C:
+///     C:\x          C:\x            C:\x
+///     x             C:\x            C:\x\x
 ///
 /// Throws, about `p` as it was given, `PathNotFound`, `NotDirectoryError` for a file, and
 /// what other codes stand for. If the variable can't be set the directory has changed all the
