@@ -28,6 +28,15 @@ bool is_long_option(std::string const &word)
     return word.compare(0, 2, "--") == 0;
 }
 
+/// `--base=[dir]` with the guard ahead of the value.
+std::string with_guarded_value(std::string const &option)
+{
+    std::size_t const equals = option.find('=');
+    if (equals == option.npos || !is_notation(option.substr(equals + 1)))
+        return option;
+    return option.substr(0, equals + 1) + guard + option.substr(equals + 1);
+}
+
 /// As the user wrote it.
 std::string_view without_guard(std::string_view word)
 {
@@ -57,7 +66,10 @@ std::vector<std::string> protect(std::vector<std::string> const &arguments)
             is_notation(argument) || is_signed || (options_ended && is_option(argument));
         if (&argument != &arguments.front() && !is_long_option(argument))
             expects_sign = false; // that was the word
-        words.push_back(needs_guard ? guard + argument : argument);
+        if (needs_guard)
+            words.push_back(guard + argument);
+        else
+            words.push_back(is_long_option(argument) ? with_guarded_value(argument) : argument);
     }
     std::reverse(words.begin(), words.end());
     return words;
@@ -88,6 +100,17 @@ CLI::Option *add_word(CLI::App &command, std::string const &name, std::string co
 std::string word_of(CLI::Option const &positional)
 {
     return std::string(without_guard(positional.results().front()));
+}
+
+CLI::Option *add_base(CLI::App &command)
+{
+    return command.add_option("--base", keep, "Directory that relative PATHs are in")
+        ->option_text("DIRECTORY");
+}
+
+std::u16string base_of(CLI::Option const &base)
+{
+    return base.count() == 0 ? std::u16string() : pathnames_of(base).front();
 }
 
 std::vector<std::u16string> pathnames_of(CLI::Option const &positional)

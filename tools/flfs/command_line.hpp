@@ -18,7 +18,7 @@ namespace flfs {
 /// Returns `arguments` so that CLI11 takes pathnames for plain words, and in the
 /// order that it wants: last one first. Everything behind the first `--` is a
 /// pathname, which CLI11 only grants to a command that has none yet. The word of `chmod` may begin
-/// with a hyphen, as `-w` does.
+/// with a hyphen, as `-w` does. A value behind `=` may be a pathname, too.
 std::vector<std::string> protect(std::vector<std::string> const &arguments);
 
 /// Takes out of a message what `protect` has put in.
@@ -35,6 +35,12 @@ CLI::Option *add_word(CLI::App &command, std::string const &name, std::string co
 
 /// That word, as the user wrote it.
 std::string word_of(CLI::Option const &positional);
+
+/// Gives `command` the option `--base`, whose one word is a pathname.
+CLI::Option *add_base(CLI::App &command);
+
+/// That pathname, or the empty one.
+std::u16string base_of(CLI::Option const &base);
 
 /// The UTF-16 units of the words that it was given.
 std::vector<std::u16string> pathnames_of(CLI::Option const &positional);

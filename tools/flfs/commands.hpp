@@ -39,16 +39,27 @@ void set_disk_action(CLI::App &command, session &session, disk_use use,
                      std::function<int()> action);
 
 // `session` must outlive `app`.
+void add_absolute_command(CLI::App &app, session &session);
 void add_access_command(CLI::App &app, session &session);
+void add_canonical_command(CLI::App &app, session &session);
+void add_cd_command(CLI::App &app, session &session);
 void add_chmod_command(CLI::App &app, session &session);
+void add_cp_command(CLI::App &app, session &session);
+void add_df_command(CLI::App &app, session &session);
+void add_exists_command(CLI::App &app, session &session);
+void add_forms_command(CLI::App &app, session &session);
 void add_inspect_command(CLI::App &app, session &session);
 void add_ln_command(CLI::App &app, session &session);
 void add_mkdir_command(CLI::App &app, session &session);
 void add_mv_command(CLI::App &app, session &session);
 void add_readlink_command(CLI::App &app, session &session);
+void add_relative_command(CLI::App &app, session &session);
 void add_resolve_command(CLI::App &app, session &session);
 void add_rm_command(CLI::App &app, session &session);
+void add_same_command(CLI::App &app, session &session);
 void add_stat_command(CLI::App &app, session &session);
+void add_unc_command(CLI::App &app, session &session);
+void add_where_command(CLI::App &app, session &session);
 
 } // namespace flfs
 

@@ -4,6 +4,7 @@
 
 #include "flfs/command_line.hpp"
 #include "flfs/failure_report.hpp"
+#include "flfs/link_advice.hpp"
 #include "flfs/text.hpp"
 
 #include <CLI/CLI.hpp>
@@ -25,8 +26,6 @@ struct link_options
     bool to_directory = false;
 };
 
-constexpr unsigned int privilege_not_held = 1314; // ERROR_PRIVILEGE_NOT_HELD
-
 unsigned int type_for(link_options const &options)
 {
     if (options.to_directory)
@@ -43,14 +42,6 @@ std::vector<std::u16string> to_blame(failure const &what_failed, std::u16string 
     return may_be_either ? std::vector{target, link} : std::vector{link};
 }
 
-void advise(failure &what_failed)
-{
-    if (what_failed.code == privilege_not_held)
-        what_failed.sentence =
-            "You have no right to make symbolic links. Turn on Windows' developer "
-            "mode, or be an administrator.";
-}
-
 int make_link(session &session, std::u16string const &target, std::u16string const &link,
               link_options const &options)
 {
@@ -61,7 +52,7 @@ int make_link(session &session, std::u16string const &target, std::u16string con
             fs::create_symlink(target, link, type_for(options));
     });
     if (what_failed) {
-        advise(*what_failed);
+        advise_on_links(*what_failed);
         print_failure(session.err, *what_failed, to_blame(*what_failed, target, link));
         return exit_failure;
     }
@@ -80,7 +71,7 @@ void add_ln_command(CLI::App &app, session &session)
         "--directory, TARGET tells which it is, looked at from the current directory. The\n"
         "link holds it as it is written, and Windows then reads it from the link's\n"
         "directory. A shortcut holds TARGET as an absolute pathname, its name ends in .lnk,\n"
-        "and a file of that name is replaced. Hard links aren't made.");
+        "and a file of that name is replaced. Hard links are made by cp --hard-links.");
     CLI::Option *target = add_word(*command, "TARGET", "where it leads, which need not exist");
     CLI::Option *link = add_word(*command, "LINK", "link to make");
     auto const options = std::make_shared<link_options>();
@@ -99,8 +90,8 @@ void add_ln_command(CLI::App &app, session &session)
         option->option_text(" "); // the descriptions tell what excludes what
     command->parse_complete_callback([options] {
         if (!options->symbolic && !options->shortcut)
-            throw CLI::ValidationError("Hard links can't be made. Say -s for a symbolic link or "
-                                       "--shortcut for a shortcut");
+            throw CLI::ValidationError("Say -s for a symbolic link or --shortcut for a shortcut. "
+                                       "Hard links are made by `flfs cp --hard-links`");
     });
     set_disk_action(*command, session, disk_use::change, [&session, target, link, options] {
         return make_link(session, pathnames_of(*target).front(), pathnames_of(*link).front(),

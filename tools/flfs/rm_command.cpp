@@ -28,7 +28,7 @@ void advise(failure &what_failed)
         what_failed.sentence = "You have no right to remove it. Check the permissions.";
 }
 
-void advise_recursively(failure &what_failed)
+void advise_on_read_only(failure &what_failed)
 {
     if (what_failed.id == fs::fsys_excp_access_denied)
         what_failed.sentence =
@@ -36,22 +36,41 @@ void advise_recursively(failure &what_failed)
             "to remove it.";
 }
 
-int remove_names(session &session, std::vector<std::u16string> const &pathnames)
+enum class removal
 {
-    auto const make = [](std::u16string const &pathname) {
-        fs::remove(pathname);
-        return happened_to(pathname);
-    };
-    return make_changes(session, pathnames, {make, advise});
+    name,
+    tree,
+    file,
+    directory
+};
+
+void remove_one(std::u16string const &pathname, removal how)
+{
+    switch (how) {
+    case removal::name:
+        return fs::remove(pathname);
+    case removal::tree:
+        return fs::remove_all(pathname);
+    case removal::file:
+        return fs::remove_file(pathname);
+    case removal::directory:
+        return fs::remove_directory(pathname);
+    }
 }
 
-int remove_trees(session &session, std::vector<std::u16string> const &pathnames)
+int remove_names(session &session, std::vector<std::u16string> const &pathnames, removal how)
 {
-    auto const make = [](std::u16string const &pathname) {
-        fs::remove_all(pathname);
+    auto const make = [how](std::u16string const &pathname) {
+        remove_one(pathname, how);
         return happened_to(pathname);
     };
-    return make_changes(session, pathnames, {make, advise_recursively});
+    bool const minds_read_only = how == removal::tree || how == removal::file;
+    return make_changes(session, pathnames, {make, minds_read_only ? advise_on_read_only : advise});
+}
+
+removal removal_as(std::string const &kind)
+{
+    return kind == "file" ? removal::file : removal::directory;
 }
 
 } // namespace
@@ -66,10 +85,16 @@ void add_rm_command(CLI::App &app, session &session)
         "then stays removed. Without it, read-only files are removed, too.");
     CLI::Option *paths = add_pathnames(*command, "PATH", "name to remove");
     auto const recursive = std::make_shared<bool>(false);
-    command->add_flag("-r,--recursive", *recursive, "Remove directories with all that is in them");
-    set_disk_action(*command, session, disk_use::change, [&session, paths, recursive] {
-        std::vector<std::u16string> const pathnames = pathnames_of(*paths);
-        return *recursive ? remove_trees(session, pathnames) : remove_names(session, pathnames);
+    CLI::Option *tree = command->add_flag("-r,--recursive", *recursive,
+                                          "Remove directories with all that is in them");
+    auto const kind = std::make_shared<std::string>();
+    command->add_option("--as", *kind, "Remove nothing else: file (not if read-only) or directory")
+        ->check(CLI::IsMember({"file", "directory"}), "")
+        ->excludes(tree)
+        ->option_text("KIND");
+    set_disk_action(*command, session, disk_use::change, [&session, paths, recursive, kind] {
+        removal const how = *recursive ? removal::tree : removal::name;
+        return remove_names(session, pathnames_of(*paths), kind->empty() ? how : removal_as(*kind));
     });
 }
 

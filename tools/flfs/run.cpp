@@ -25,10 +25,11 @@ constexpr char const *footer = R"(Examples:
   flfs resolve "C:\Documents and Settings\me"  each link on the way, and the end of it
   flfs stat "C:\Windows\notepad.exe"           type, permissions, times and size
   flfs chmod -w "C:\work\2024\report.txt"      no more changes to a file
+  flfs cp -r "C:\work\2024" "D:\kept"          a directory with copies of all in it
   flfs rm -r "C:\work\2023"                    a directory and all in it
 
-Exit codes: 0 success, 1 a failure of the file system, 2 wrong usage. Of stat and
-access 1 may also be the answer: not there, no.
+Exit codes: 0 success, 1 a failure of the file system, 2 wrong usage. Of stat, exists,
+access and same 1 may also be the answer: not there, no.
 "flfs COMMAND --help" tells more about a command.)";
 
 std::string version()
@@ -53,6 +54,40 @@ std::string usage_message(CLI::App const *app, CLI::Error const &error)
     return "flfs: " + (units ? displayed(*units) : message) + "\nTry \"" + help + "\".\n";
 }
 
+struct group
+{
+    char const *name;
+    std::vector<void (*)(CLI::App &, session &)> commands;
+};
+
+/// In the order in which the help shows them.
+std::vector<group> const &groups()
+{
+    static std::vector<group> const all = {
+        {"Pathnames",
+         {add_inspect_command, add_absolute_command, add_canonical_command, add_relative_command,
+          add_unc_command, add_forms_command}},
+        {"Asking",
+         {add_stat_command, add_exists_command, add_access_command, add_same_command,
+          add_df_command}},
+        {"Making and changing",
+         {add_mkdir_command, add_cp_command, add_mv_command, add_rm_command, add_chmod_command}},
+        {"Links", {add_ln_command, add_readlink_command, add_resolve_command}},
+        {"Process and installation", {add_cd_command, add_where_command}},
+    };
+    return all;
+}
+
+void add_commands(CLI::App &app, session &session)
+{
+    for (group const &one : groups()) {
+        for (auto const add : one.commands) {
+            add(app, session);
+            app.get_subcommands({}).back()->group(one.name);
+        }
+    }
+}
+
 void set_up(CLI::App &app, session &session)
 {
     app.get_formatter()->label("SUBCOMMAND", "COMMAND");
@@ -64,18 +99,7 @@ void set_up(CLI::App &app, session &session)
     app.require_subcommand(1);
     app.failure_message(usage_message);
     app.set_version_flag("--version", version(), "Print the version and exit");
-    add_inspect_command(app, session);
-    add_readlink_command(app, session);
-    add_resolve_command(app, session);
-    add_stat_command(app, session);
-    add_access_command(app, session);
-    add_mkdir_command(app, session);
-    add_chmod_command(app, session);
-    add_ln_command(app, session);
-    add_mv_command(app, session);
-    add_rm_command(app, session);
-    for (CLI::App *command : app.get_subcommands({}))
-        command->group("Commands");
+    add_commands(app, session);
     app.footer(footer); // last, so that the commands don't inherit it
 }
 

@@ -18,7 +18,18 @@ void add_stat_command(CLI::App &app, session &session)
         "answer and no failure, so it is told with the others.");
     CLI::Option *paths = add_pathnames(*command, "PATH", "pathname to ask about");
     auto const options = std::make_shared<status_options>();
-    command->add_flag("--links", options->links, "Ask about PATH itself if it is a link");
+    std::vector<CLI::Option *> const queries = {
+        command->add_flag("--links", options->links, "Ask about PATH itself if it is a link"),
+        command->add_flag("--target", options->target,
+                          "Ask about what PATH leads to; it must be a link"),
+        command->add_flag("--express", options->express,
+                          "Ask for type, time of the last write and size only")};
+    for (CLI::Option *one : queries) {
+        one->option_text(" ");
+        for (CLI::Option *other : queries)
+            if (one < other)
+                one->excludes(other);
+    }
     command->add_flag("--json", options->as_json,
                       "Print one JSON array with an object for each PATH");
     set_disk_action(*command, session, disk_use::read, [&session, paths, options] {

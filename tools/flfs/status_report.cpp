@@ -1,6 +1,7 @@
 #include "flfs/status_report.hpp"
 
 #include <fl/filesystem/operations.hpp>
+#include <fl/filesystem/windows.hpp>
 
 #include "flfs/failure_json.hpp"
 #include "flfs/status_text.hpp"
@@ -24,16 +25,40 @@ struct outcome
 {
     std::u16string pathname; ///< as the user wrote it
     file_status record;
+    bool is_short; ///< without permissions and the other times
     std::optional<failure> what_failed;
 
     bool is_found() const { return !what_failed && file_status::exists(record); }
 };
 
-outcome ask(std::u16string const &pathname, bool links)
+/// The record of a link's target, as the library's callers get it who hold a link.
+file_status target_status(std::u16string const &pathname)
 {
-    outcome one{pathname, file_status(), {}};
-    one.what_failed = failure_of(
-        [&] { one.record = links ? fs::symlink_status(pathname) : fs::status(pathname); });
+    using namespace fs::detail::windows;
+    return target_status_bridge(make_native_access_form_bridge(fs::upath(pathname).native()));
+}
+
+file_status express_status(std::u16string const &pathname)
+{
+    fs::file_status_light const light = fs::status_express_light(pathname);
+    boost::posix_time::ptime const none;
+    return file_status(light.get_type(), file_status::perms_unknown, none, light.get_mtime(), none,
+                       light.get_size());
+}
+
+file_status record_of(std::u16string const &pathname, status_options const &options)
+{
+    if (options.express)
+        return express_status(pathname);
+    if (options.target)
+        return target_status(pathname);
+    return options.links ? fs::symlink_status(pathname) : fs::status(pathname);
+}
+
+outcome ask(std::u16string const &pathname, status_options const &options)
+{
+    outcome one{pathname, file_status(), options.express, {}};
+    one.what_failed = failure_of([&] { one.record = record_of(pathname, options); });
     return one;
 }
 
@@ -79,15 +104,17 @@ json to_json(outcome const &one)
         object["type"] = type_identifier(one.record);
     if (!one.is_found())
         return object;
+    object["written"] = time_or_null(one.record.get_mtime());
+    object["size"] = one.record.get_size();
+    if (one.is_short)
+        return object;
     unsigned int const perms = one.record.get_perms();
     object["permission_word"] = hexadecimal(perms);
     object["octal"] = octal_permissions(perms);
     object["letters"] = permission_letters(perms);
     object["attributes"] = flags_of(perms);
     object["created"] = time_or_null(one.record.get_ctime());
-    object["written"] = time_or_null(one.record.get_mtime());
     object["accessed"] = time_or_null(one.record.get_atime());
-    object["size"] = one.record.get_size();
     return object;
 }
 
@@ -102,6 +129,8 @@ std::string joined_flags(unsigned int perms)
 
 std::string shown_time(boost::posix_time::ptime const &time)
 {
+    if (time.is_not_a_date_time())
+        return "(not known)";
     return iso_time(time).value_or("(beyond the year 9999)");
 }
 
@@ -120,12 +149,15 @@ void print(std::ostream &out, outcome const &one)
     print_line(out, "type", type_description(record));
     if (!one.is_found())
         return;
-    unsigned int const perms = record.get_perms();
-    print_line(out, "permissions", octal_permissions(perms) + ' ' + permission_letters(perms));
-    print_line(out, "attributes", joined_flags(perms));
-    print_line(out, "created", shown_time(record.get_ctime()));
+    if (!one.is_short) {
+        unsigned int const perms = record.get_perms();
+        print_line(out, "permissions", octal_permissions(perms) + ' ' + permission_letters(perms));
+        print_line(out, "attributes", joined_flags(perms));
+        print_line(out, "created", shown_time(record.get_ctime()));
+    }
     print_line(out, "written", shown_time(record.get_mtime()));
-    print_line(out, "accessed", shown_time(record.get_atime()));
+    if (!one.is_short)
+        print_line(out, "accessed", shown_time(record.get_atime()));
     print_line(out, "size",
                std::to_string(record.get_size()) + (record.get_size() == 1 ? " byte" : " bytes"));
 }
@@ -138,7 +170,7 @@ int report_status(session &session, std::vector<std::u16string> const &pathnames
     int exit_code = exit_success;
     json array = json::array();
     for (std::u16string const &pathname : pathnames) {
-        outcome const one = ask(pathname, options.links);
+        outcome const one = ask(pathname, options);
         if (!one.is_found())
             exit_code = exit_failure;
         if (options.as_json)

@@ -11,7 +11,10 @@ namespace flfs {
 
 struct status_options
 {
-    bool links = false; ///< ask about names themselves, not about what they lead to
+    // at most one of them
+    bool links = false;   ///< ask about names themselves, not about what they lead to
+    bool target = false;  ///< ask about what names lead to, which must be links
+    bool express = false; ///< ask for type, last write and size only
     bool as_json = false;
 };
 
