@@ -93,6 +93,27 @@ TEST(FlfsRm, TreesFailOneByOne)
                               "the spelling.\n");
 }
 
+TEST(FlfsRm, NothingElseThanAFileOrADirectory)
+{
+    workspace work;
+    work.make_file(work.path(u"a.txt"));
+    work.make_directory(work.path(u"dir"));
+    std::string const file = utf8(work.path(u"a.txt"));
+    std::string const directory = utf8(work.path(u"dir"));
+    flfs_result const wrong = run_flfs_on_disk({"rm", "--as", "file", directory});
+    EXPECT_EQ(wrong.exit_code, 1);
+    EXPECT_EQ(wrong.err, "flfs: fl:filesystem:FileIsDirectory\n  pathname: " + directory +
+                             "\n  code:     0\n"
+                             "  A file is needed here, and this is a directory. Check the "
+                             "pathname.\n");
+    EXPECT_EQ(run_flfs_on_disk({"rm", "--as", "directory", file}).exit_code, 1);
+    EXPECT_EQ(work.entries(work.root()).size(), 2u);
+    EXPECT_EQ(run_flfs_on_disk({"rm", "--as", "file", file}).out, "removed " + file + "\n");
+    EXPECT_EQ(run_flfs_on_disk({"rm", "--as", "directory", directory}).out,
+              "removed " + directory + "\n");
+    EXPECT_TRUE(work.entries(work.root()).empty());
+}
+
 TEST(FlfsRm, TheEmptyPathnameIsPassedOver)
 {
     workspace work;

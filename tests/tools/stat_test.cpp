@@ -177,6 +177,40 @@ TEST_F(FlfsStatRecord, AsJson)
     EXPECT_EQ(ordered_json::parse(result.out), expected) << result.out;
 }
 
+TEST_F(FlfsStatRecord, Express)
+{
+    flfs_result const result = run_flfs_on_disk({"stat", "--express", "C:\\link"});
+    EXPECT_EQ(result.exit_code, 0) << result.err;
+    EXPECT_EQ(result.out, "C:\\link\n"
+                          "    type         file\n"
+                          "    written      2024-02-29T12:00:00.250000Z\n"
+                          "    size         1 byte\n");
+    ordered_json const one =
+        ordered_json::parse(run_flfs_on_disk({"stat", "--express", "--json", "C:\\link"}).out)
+            .at(0);
+    EXPECT_EQ(one.at("type"), "regular_file");
+    EXPECT_EQ(one.at("size"), 1);
+    EXPECT_TRUE(one.at("permission_word").is_null() && one.at("created").is_null());
+    EXPECT_EQ(run_flfs_on_disk({"stat", "--express", "C:\\no"}).exit_code, 1);
+}
+
+TEST_F(FlfsStatRecord, OfATarget)
+{
+    EXPECT_EQ(run_flfs_on_disk({"stat", "--target", "C:\\link"}).out,
+              std::string("C:\\link\n") + record_lines);
+    machine.add_drive(u'D').add_mount_point(u"C:\\volume", u'D');
+    EXPECT_NE(run_flfs_on_disk({"stat", "--target", "C:\\volume"})
+                  .out.find("    written      (not known)\n"),
+              std::string::npos);
+    flfs_result const result = run_flfs_on_disk({"stat", "--target", "C:\\a.txt"});
+    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(result.err, "flfs: fl:filesystem:InvalidArgument\n"
+                          "  argument: C:\\a.txt\n"
+                          "  code:     0\n"
+                          "  The file or directory is not a reparse point.\n");
+}
+
 TEST_F(FlfsStatRecord, ATimeThatTheNotationCanNotHold)
 {
     constexpr std::uint64_t last_tick = 2650467743999999999; // of the year 9999

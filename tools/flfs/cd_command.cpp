@@ -117,9 +117,11 @@ void add_cd_command(CLI::App &app, session &session)
 {
     CLI::App *command = app.add_subcommand(
         "cd", "Change the current directory of flfs itself, and show what has changed");
-    command->footer("The directory before and after, and the environment variable of the drive, by "
-                    "which\npathnames such as C:name go. A server has none, and a long prefix sets "
-                    "none. When\nflfs ends, your shell is where it was.");
+    command->footer(
+        "The directory before and after, and the environment variable of the drive, by which\n"
+        "pathnames such as C:name go. It is set from PATH as seen from the new directory, so\n"
+        "give a whole pathname to have it right. A server has none, and a long prefix sets\n"
+        "none. When flfs ends, your shell is where it was.");
     CLI::Option *path = add_word(*command, "PATH", "directory to go to; empty: to stay");
     auto const as_json = std::make_shared<bool>(false);
     command->add_flag("--json", *as_json, "Print a JSON object");

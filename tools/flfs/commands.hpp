@@ -58,6 +58,7 @@ void add_resolve_command(CLI::App &app, session &session);
 void add_rm_command(CLI::App &app, session &session);
 void add_same_command(CLI::App &app, session &session);
 void add_stat_command(CLI::App &app, session &session);
+void add_tour_command(CLI::App &app, session &session);
 void add_unc_command(CLI::App &app, session &session);
 void add_where_command(CLI::App &app, session &session);
 

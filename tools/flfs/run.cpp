@@ -27,6 +27,7 @@ constexpr char const *footer = R"(Examples:
   flfs chmod -w "C:\work\2024\report.txt"      no more changes to a file
   flfs cp -r "C:\work\2024" "D:\kept"          a directory with copies of all in it
   flfs rm -r "C:\work\2023"                    a directory and all in it
+  flfs tour                                    all of it once, told and checked
 
 Exit codes: 0 success, 1 a failure of the file system, 2 wrong usage. Of stat, exists,
 access and same 1 may also be the answer: not there, no.
@@ -74,6 +75,7 @@ std::vector<group> const &groups()
          {add_mkdir_command, add_cp_command, add_mv_command, add_rm_command, add_chmod_command}},
         {"Links", {add_ln_command, add_readlink_command, add_resolve_command}},
         {"Process and installation", {add_cd_command, add_where_command}},
+        {"All of it at once", {add_tour_command}},
     };
     return all;
 }

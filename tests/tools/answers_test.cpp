@@ -1,0 +1,238 @@
+#include "flfs/system.hpp"
+#include "flfs/text.hpp"
+#include "support/workspace.hpp"
+#include "tools/run_flfs.hpp"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#if FLFS_SYSTEM_IS_SIMULATED
+#include <simulation/machine.hpp>
+#endif
+
+namespace {
+
+using nlohmann::ordered_json;
+using test_support::flfs_result;
+using test_support::run_flfs_on_disk;
+using test_support::workspace;
+
+std::string utf8(std::u16string const &text)
+{
+    return flfs::utf8_from_units(text);
+}
+
+char const *const not_there =
+    "  code:     0\n"
+    "  The name, or a directory on the way to it, doesn't exist. Check the spelling.\n";
+
+TEST(FlfsAbsolute, WithAndWithoutABase)
+{
+    workspace work;
+    work.change_directory(work.root());
+    flfs_result const here = run_flfs_on_disk({"absolute", "a/../b", ""});
+    EXPECT_EQ(here.exit_code, 0) << here.err;
+    EXPECT_EQ(here.out, utf8(work.path(u"b")) + "\n(empty)\n");
+    EXPECT_EQ(here.err, "");
+    for (std::vector<std::string> const &arguments :
+         {std::vector<std::string>{"absolute", "--base", "C:\\[x]", "a", "C:\\b"},
+          {"absolute", "--base=C:\\[x]", "a", "C:\\b"}}) {
+        flfs_result const below = run_flfs_on_disk(arguments);
+        EXPECT_EQ(below.exit_code, 0) << below.err;
+        EXPECT_EQ(below.out, "C:\\[x]\\a\nC:\\b\n");
+    }
+}
+
+TEST(FlfsAbsolute, ABaseInBracketsIsNoList)
+{
+    for (std::vector<std::string> const &arguments :
+         {std::vector<std::string>{"absolute", "--base", "[x]", "a"},
+          {"absolute", "--base=[x]", "a"}}) {
+        flfs_result const result = run_flfs_on_disk(arguments);
+        EXPECT_EQ(result.exit_code, 1);
+        EXPECT_EQ(result.out, "");
+        EXPECT_EQ(result.err, "flfs: fl:filesystem:InvalidArgument\n"
+                              "  argument: a\n"
+                              "  code:     0\n"
+                              "  Invalid path type for base path.\n")
+            << "a relative base is refused, not taken apart";
+    }
+}
+
+TEST(FlfsCanonical, AFailureDoesNotStopIt)
+{
+    workspace work;
+    work.make_file(work.path(u"dir\\a.txt"));
+    flfs_result const result = run_flfs_on_disk(
+        {"canonical", utf8(work.root()) + "/dir/../no", utf8(work.root()) + "/./dir/../dir/a.txt"});
+    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_EQ(result.out, utf8(work.path(u"dir\\a.txt")) + "\n");
+    EXPECT_EQ(result.err, "flfs: fl:filesystem:PathNotFound\n  argument: " + utf8(work.root()) +
+                              "/dir/../no\n" + not_there);
+}
+
+TEST(FlfsCanonical, BelowABase)
+{
+    workspace work;
+    work.make_directory(work.path(u"dir\\sub"));
+    flfs_result const result =
+        run_flfs_on_disk({"canonical", "--base", utf8(work.path(u"dir")), "sub\\.."});
+    EXPECT_EQ(result.exit_code, 0) << result.err;
+    EXPECT_EQ(result.out, utf8(work.path(u"dir")) + "\n");
+}
+
+TEST(FlfsCanonical, Weakly)
+{
+    workspace work;
+    work.make_directory(work.path(u"dir"));
+    flfs_result const result =
+        run_flfs_on_disk({"canonical", "--weakly", utf8(work.path(u"dir\\no\\..\\new")), "no\\x"});
+    EXPECT_EQ(result.exit_code, 0) << result.err;
+    EXPECT_EQ(result.out, utf8(work.path(u"dir\\new")) + "\nno\\x\n");
+}
+
+TEST(FlfsCanonical, AsJson)
+{
+    workspace work;
+    work.make_directory(work.path(u"dir"));
+    std::string const dir = utf8(work.path(u"dir"));
+    std::string const missing = utf8(work.path(u"no"));
+    flfs_result const result = run_flfs_on_disk({"canonical", "--json", dir + "\\.", missing});
+    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_EQ(result.err, "");
+    ordered_json const array = ordered_json::parse(result.out);
+    ASSERT_EQ(array.size(), 2u);
+    EXPECT_EQ(array[0],
+              (ordered_json{{"pathname", dir + "\\."}, {"result", dir}, {"failure", nullptr}}));
+    EXPECT_TRUE(array[1].at("result").is_null());
+    EXPECT_EQ(array[1].at("failure").at("identifier"), "fl:filesystem:PathNotFound");
+}
+
+TEST(FlfsRelative, BetweenDirectories)
+{
+    workspace work;
+    work.make_file(work.path(u"a\\x.txt"));
+    work.make_directory(work.path(u"b\\c"));
+    flfs_result const result =
+        run_flfs_on_disk({"relative", utf8(work.path(u"a\\x.txt")), utf8(work.path(u"b\\c"))});
+    EXPECT_EQ(result.exit_code, 0) << result.err;
+    EXPECT_EQ(result.out, "..\\..\\a\\x.txt\n");
+    EXPECT_EQ(result.err, "");
+}
+
+TEST(FlfsExists, Answers)
+{
+    workspace work;
+    work.make_file(work.path(u"a.txt"));
+    std::string const file = utf8(work.path(u"a.txt"));
+    std::string const missing = utf8(work.path(u"no"));
+    flfs_result const both = run_flfs_on_disk({"exists", file, missing});
+    EXPECT_EQ(both.exit_code, 1);
+    EXPECT_EQ(both.out, "yes  " + file + "\nno   " + missing + "\n");
+    EXPECT_EQ(both.err, "");
+    EXPECT_EQ(run_flfs_on_disk({"exists", file}).exit_code, 0);
+    EXPECT_EQ(ordered_json::parse(run_flfs_on_disk({"exists", "--json", missing}).out).at(0),
+              (ordered_json{{"pathname", missing}, {"exists", false}, {"failure", nullptr}}));
+}
+
+TEST(FlfsSame, Answers)
+{
+    workspace work;
+    work.make_file(work.path(u"a.txt"));
+    work.make_file(work.path(u"b.txt"));
+    std::string const a = utf8(work.path(u"a.txt"));
+    std::string const b = utf8(work.path(u"b.txt"));
+    flfs_result const same = run_flfs_on_disk({"same", a, utf8(work.root()) + "/./a.txt"});
+    EXPECT_EQ(same.exit_code, 0) << same.err;
+    EXPECT_EQ(same.out, "yes\n");
+    for (std::string const &other : {b, utf8(work.path(u"no"))}) {
+        flfs_result const result = run_flfs_on_disk({"same", a, other});
+        EXPECT_EQ(result.exit_code, 1) << other;
+        EXPECT_EQ(result.out, "no\n") << other;
+        EXPECT_EQ(result.err, "") << other;
+    }
+    EXPECT_EQ(ordered_json::parse(run_flfs_on_disk({"same", "--json", a, b}).out),
+              (ordered_json{{"pathnames", {a, b}}, {"same", false}, {"failure", nullptr}}));
+}
+
+TEST(FlfsSame, NeitherIsThere)
+{
+    workspace work;
+    std::string const one = utf8(work.path(u"no"));
+    flfs_result const result = run_flfs_on_disk({"same", one, utf8(work.path(u"none"))});
+    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(result.err,
+              "flfs: fl:filesystem:PathNotFound\n  pathname: " + one + "\n" + not_there);
+}
+
+TEST(FlfsForms, OfAPathname)
+{
+    workspace work;
+    work.make_directory(work.path(u"dir"));
+    std::string const name = utf8(work.root()) + "/dir//../x";
+    flfs_result const result = run_flfs_on_disk({"forms", name});
+    EXPECT_EQ(result.exit_code, 0) << result.err;
+    std::string const whole = utf8(work.path(u"x"));
+    EXPECT_EQ(result.out, name +
+                              "\n    clean         no\n"
+                              "    access form   " +
+                              utf8(work.path(u"dir\\..\\x")) + "\n    resolved      " + whole +
+                              "\n    with cleanup  " + whole + "\n    bridge        " + whole +
+                              "\n");
+}
+
+TEST(FlfsForms, AServerHasNoBridge)
+{
+    flfs_result const result = run_flfs_on_disk({"forms", "--json", "\\\\server"});
+    EXPECT_EQ(result.exit_code, 1);
+    ordered_json const one = ordered_json::parse(result.out).at(0);
+    EXPECT_EQ(one.at("native_access_form"), "\\\\server");
+    EXPECT_TRUE(one.at("bridge").is_null());
+    EXPECT_EQ(one.at("failure").at("identifier"), "fl:filesystem:InvalidArgument");
+}
+
+#if FLFS_SYSTEM_IS_SIMULATED
+
+using simulation::simulated_machine;
+
+TEST(FlfsRelative, BetweenDrivesThereIsNoWay)
+{
+    simulated_machine machine;
+    machine.add_drive(u'D').add_directory(u"D:\\dir");
+    flfs_result const result = run_flfs_on_disk({"relative", "D:\\dir", "C:\\"});
+    EXPECT_EQ(result.exit_code, 0) << result.err;
+    EXPECT_EQ(result.out, "(empty)\n");
+    EXPECT_EQ(ordered_json::parse(run_flfs_on_disk({"relative", "--json", "D:\\dir", "C:\\"}).out)
+                  .at(0)
+                  .at("result"),
+              "");
+}
+
+TEST(FlfsUnc, OnAMappedDrive)
+{
+    simulated_machine machine;
+    machine.add_share(u"server", u"share").map_drive(u'X', u"server", u"share");
+    flfs_result const result = run_flfs_on_disk({"unc", "X:/dir/a.txt"});
+    EXPECT_EQ(result.exit_code, 0) << result.err;
+    EXPECT_EQ(result.out, "\\\\server\\share\\dir\\a.txt\n");
+}
+
+TEST(FlfsUnc, ElsewhereOnlyIfTolerated)
+{
+    simulated_machine machine;
+    EXPECT_EQ(run_flfs_on_disk({"unc", "--tolerant", "C:/dir//a.txt"}).out, "C:\\dir\\a.txt\n");
+    flfs_result const result = run_flfs_on_disk({"unc", "C:/dir//a.txt"});
+    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(result.err, "flfs: fl:filesystem:SystemError\n"
+                          "  pathname: C:\\dir\\a.txt\n"
+                          "  code:     0\n"
+                          "  The system refused. `net helpmsg 0` tells what it means by that "
+                          "code.\n");
+}
+
+#endif
+
+} // namespace

@@ -1,0 +1,64 @@
+#include "flfs/tour/step.hpp"
+
+#include <fl/filesystem/operations.hpp>
+
+#include "flfs/tour/disk.hpp"
+
+namespace flfs::tour {
+
+namespace fs = fl::filesystem;
+
+namespace {
+
+constexpr std::size_t levels = 30;
+constexpr std::size_t name_length = 40;
+
+/// Relative, and longer than any Windows program of old could take.
+std::u16string deep_directory()
+{
+    std::u16string pathname = u"long";
+    for (std::size_t level = 0; level < levels; ++level)
+        pathname += u'\\' + std::u16string(name_length, static_cast<char16_t>(u'a' + level % 26));
+    return pathname;
+}
+
+std::string make_deep_directory()
+{
+    fs::create_directories(deep_directory());
+    bool const is_there = fs::exists(deep_directory());
+    return is_there ? std::to_string(fs::absolute(deep_directory()).size()) + " units"
+                    : "not there";
+}
+
+} // namespace
+
+chapter directories(place const &where)
+{
+    std::size_t const deep_length = where.folder.size() + 1 + deep_directory().size();
+    return {"Directories",
+            {{"A directory is made.", R"(create_directory(u"reports"))",
+              [] {
+                  fs::create_directory(u"reports");
+                  return names_in(u".");
+              },
+              "reports"},
+             {"To make it once more is a failure, which names it as the caller wrote it.",
+              R"(create_directory(u"reports"))",
+              [] {
+                  fs::create_directory(u"reports");
+                  return std::string("made");
+              },
+              "FileExistsError naming reports"},
+             {"A directory is made with all that are missing above it.",
+              R"(create_directories(u"archive/2024/may"))",
+              [] {
+                  fs::create_directories(u"archive/2024/may");
+                  return names_in(u"archive\\2024");
+              },
+              "may"},
+             {"So is one 30 levels down. The library adds the long prefix by itself.",
+              R"(create_directories(u"long\\aaaaaa...\\bbbbbb...\\..."))", make_deep_directory,
+              std::to_string(deep_length) + " units"}}};
+}
+
+} // namespace flfs::tour

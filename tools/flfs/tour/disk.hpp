@@ -1,0 +1,44 @@
+#ifndef FL_FLFS_TOUR_DISK_HPP
+#define FL_FLFS_TOUR_DISK_HPP
+// The tour's own eyes and hands on the disk. They call the system and not the library, so
+// that the library isn't checked by itself. Failures of a call are `std::runtime_error`.
+
+#include <cstdint>
+#include <string>
+
+namespace flfs::tour {
+
+void write_file(std::u16string const &pathname, std::string const &content);
+
+std::string content_of(std::u16string const &pathname);
+
+bool is_there(std::u16string const &pathname);
+
+/// The names in a directory, sorted, with commas between them; "(nothing)" if there is none.
+std::string names_in(std::u16string const &directory);
+
+/// The bytes that the volume of the current directory has in all.
+std::uint64_t capacity_here();
+
+/// The pathname of the program.
+std::u16string program_pathname();
+
+enum class link_support
+{
+    made,    ///< symbolic links can be made
+    refused, ///< the system says that it can't
+    ignored  ///< it says that it has, and has not
+};
+
+struct link_trial
+{
+    link_support support;
+    unsigned int code; ///< with which it was refused
+};
+
+/// Makes a symbolic link `name` and removes it again.
+link_trial try_symbolic_link(std::u16string const &name);
+
+} // namespace flfs::tour
+
+#endif
