@@ -45,7 +45,7 @@ void make_program([[maybe_unused]] workspace &work)
 TEST(FlfsTour, AllAsExpected)
 {
     workspace work;
-    std::string const folder = utf8(work.path(u"tour \u65E5\u672C"));
+    std::string const folder = utf8(work.path(u"tour Gr\u00F6\u00DFe"));
     make_program(work);
     flfs_result const result = run_flfs_on_disk({"tour", folder});
     EXPECT_EQ(result.exit_code, 0) << result.out;
@@ -136,6 +136,30 @@ TEST(FlfsTour, AStepThatComesOutOtherwise)
     EXPECT_EQ(result.out.find("all as expected"), std::string::npos);
     EXPECT_FALSE(machine.exists(u"C:\\tour"));
     EXPECT_EQ(machine.open_handles(), 0);
+}
+
+TEST(FlfsTour, WaitsForOthersWhoStandInItsFolder)
+{
+    simulated_machine machine;
+    make_program(machine);
+    auto const broken =
+        machine.fail_call_on_name("RemoveDirectoryW", u"C:\\tour", 1, ERROR_SHARING_VIOLATION);
+    flfs_result const result = run_flfs_on_disk({"tour", "C:\\tour"});
+    EXPECT_EQ(result.exit_code, 0) << result.err;
+    EXPECT_TRUE(broken.fired());
+    EXPECT_FALSE(machine.exists(u"C:\\tour"));
+}
+
+TEST(FlfsTour, AFolderThatCanNotBeRemoved)
+{
+    simulated_machine machine;
+    make_program(machine);
+    auto const broken =
+        machine.fail_every_call_on_name("RemoveDirectoryW", u"C:\\tour", ERROR_ACCESS_DENIED);
+    flfs_result const result = run_flfs_on_disk({"tour", "C:\\tour"});
+    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_EQ(result.err.rfind("flfs: fl:filesystem:AccessDenied\n  pathname: C:\\tour\n", 0), 0u)
+        << result.err;
 }
 
 // what checks itself must not be blind: whatever call fails, a step notices

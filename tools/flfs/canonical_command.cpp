@@ -15,10 +15,11 @@ void add_canonical_command(CLI::App &app, session &session)
 {
     CLI::App *command =
         app.add_subcommand("canonical", "Show where a pathname ends, without links, . and ..");
-    command->footer("Shortcut files are followed, too, and nothing has a long prefix. What isn't "
-                    "there is\na failure. With --weakly the end of PATH may be missing; of a PATH "
-                    "that is missing\nfrom its first name on it is all, and a relative one stays "
-                    "relative.\n`flfs resolve` shows each link on the way.");
+    command->footer(
+        "Shortcut files are followed, too, and nothing has a long prefix. What isn't there is\n"
+        "a failure. With --weakly the end of PATH may be missing; where nothing of PATH is\n"
+        "there it stays as it is, a relative one relative.\n"
+        "`flfs resolve` shows each link on the way.");
     CLI::Option *paths = add_pathnames(*command, "PATH", "pathname to resolve");
     CLI::Option *base = add_base(*command);
     auto const weakly = std::make_shared<bool>(false);

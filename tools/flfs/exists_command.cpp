@@ -14,8 +14,9 @@ namespace flfs {
 void add_exists_command(CLI::App &app, session &session)
 {
     CLI::App *command = app.add_subcommand("exists", "Tell whether a pathname leads to something");
-    command->footer("The system follows the links. Exits 0 if all answers are yes, and 1 after a "
-                    "\"no\" or a\nfailure.");
+    command->footer(
+        "The system follows the links. Exits 0 if all answers are yes, and 1 after a \"no\" or a\n"
+        "failure.");
     CLI::Option *paths = add_pathnames(*command, "PATH", "pathname to ask about");
     auto const as_json = std::make_shared<bool>(false);
     command->add_flag("--json", *as_json, "Print one JSON array with an object for each PATH");

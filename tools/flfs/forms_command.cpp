@@ -113,8 +113,8 @@ void add_forms_command(CLI::App &app, session &session)
     command->footer(
         R"(clean         whether a long prefix could go ahead of it as it is
 access form   with a long prefix where the length needs it, and nothing else
-resolved      absolute, without . and .., with a long prefix where the length needs it, as
-              most operations do; as it is where that can't be done
+resolved      absolute, without . and .., with a long prefix where it needs one, as most
+              operations hand it over; as it is where that can't be done
 with cleanup  the same of the text, brought to native form on the way
 bridge        the same of the native form, insisting: else it is a failure)");
     CLI::Option *paths = add_pathnames(*command, "PATH", "pathname to form");

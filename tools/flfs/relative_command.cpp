@@ -15,8 +15,9 @@ void add_relative_command(CLI::App &app, session &session)
 {
     CLI::App *command =
         app.add_subcommand("relative", "Show how to come from one directory to a pathname");
-    command->footer("Links are followed in both. (empty) says that there is no way, as from one "
-                    "drive to\nanother.");
+    command->footer(
+        "Links are followed in both. (empty) says that there is no way, as from one drive to\n"
+        "another.");
     CLI::Option *path = add_word(*command, "PATH", "where to come to");
     CLI::Option *base = add_word(*command, "BASE", "directory to come from");
     auto const as_json = std::make_shared<bool>(false);

@@ -92,6 +92,7 @@ void add_rm_command(CLI::App &app, session &session)
         ->check(CLI::IsMember({"file", "directory"}), "")
         ->excludes(tree)
         ->option_text("KIND");
+    tree->option_text(" ");
     set_disk_action(*command, session, disk_use::change, [&session, paths, recursive, kind] {
         removal const how = *recursive ? removal::tree : removal::name;
         return remove_names(session, pathnames_of(*paths), kind->empty() ? how : removal_as(*kind));

@@ -49,9 +49,10 @@ void add_same_command(CLI::App &app, session &session)
 {
     CLI::App *command =
         app.add_subcommand("same", "Tell whether two pathnames lead to one file or directory");
-    command->footer("By links, by hard links, or spelt in two ways. If only one of them is there "
-                    "the answer\nis no, if neither is it is a failure. Exits 0 after a yes, and 1 "
-                    "after a \"no\" or a\nfailure.");
+    command->footer(
+        "By links, by hard links, or spelt in two ways. If only one of them is there it is a\n"
+        "\"no\", if neither is it is a failure. Exits 0 after a yes, and 1 after a \"no\" or a\n"
+        "failure.");
     CLI::Option *path = add_word(*command, "PATH", "one pathname");
     CLI::Option *other = add_word(*command, "OTHER", "another");
     auto const as_json = std::make_shared<bool>(false);

@@ -15,8 +15,9 @@ void add_unc_command(CLI::App &app, session &session)
 {
     CLI::App *command = app.add_subcommand(
         "unc", "Show the name by which other machines know a file on a network drive");
-    command->footer("What isn't on a drive that stands for a share is a failure, \\\\server\\share "
-                    "included,\nunless it is tolerated.");
+    command->footer(
+        "What isn't on a drive that stands for a share is a failure, \\\\server\\share included,\n"
+        "unless it is tolerated.");
     CLI::Option *paths = add_pathnames(*command, "PATH", "pathname on a network drive");
     auto const tolerant = std::make_shared<bool>(false);
     command->add_flag("--tolerant", *tolerant, "Show the absolute pathname of what isn't on one");

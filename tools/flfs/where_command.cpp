@@ -94,8 +94,9 @@ void add_where_command(CLI::App &app, session &session)
 {
     CLI::App *command =
         app.add_subcommand("where", "Show the root of the installation that flfs belongs to");
-    command->footer("That is the folder above bin\\win64, where the library's DLL lies. Where "
-                    "there is no\nsuch folder, it is the DLL itself.");
+    command->footer(
+        "That is the folder above bin\\win64, where the library's DLL lies. Where there is no\n"
+        "such folder, it is the DLL itself.");
     auto const modules = std::make_shared<bool>(false);
     command->add_flag("--module", *modules, "Show the DLL and flfs.exe, too, and the root of each");
     auto const as_json = std::make_shared<bool>(false);

@@ -5,8 +5,10 @@
 #include "flfs/failure_report.hpp"
 #include "flfs/text.hpp"
 
+#include <chrono>
 #include <exception>
 #include <ostream>
+#include <thread>
 
 namespace flfs::tour {
 
@@ -58,17 +60,33 @@ int run_inside(session &session, place const &where)
     return exit_code;
 }
 
+/// Waits for others who stand in the folder: indexers and virus scanners, and a program that
+/// Wine starts for each new shortcut, in our current directory.
+void remove_folder(std::u16string const &folder)
+{
+    constexpr unsigned int sharing_violation = 32; // ERROR_SHARING_VIOLATION
+    constexpr auto pause = std::chrono::milliseconds(100);
+    for (int tries_left = 50;; --tries_left) {
+        try {
+            return fs::remove_all(folder);
+        } catch (fs::SystemError const &error) {
+            if (error.get_error_code() != sharing_violation || tries_left == 0)
+                throw;
+        }
+        std::this_thread::sleep_for(pause);
+    }
+}
+
 int run_in_fresh_folder(session &session, std::u16string const &folder, bool keeps)
 {
     fs::create_directories(folder);
     place const where{fs::canonical(folder)};
     session.out << "A tour of fl::filesystem in " << displayed_value(where.folder)
-                << ",\nwhich is <folder> from here on, and the current directory.\n";
+                << ",\nwhich is <folder> from here on, and the current directory. It is "
+                << (keeps ? "kept" : "removed") << " at the end.\n";
     int const exit_code = run_inside(session, where);
-    if (keeps)
-        session.out << "The folder is kept.\n";
-    else
-        fs::remove_all(where.folder);
+    if (!keeps)
+        remove_folder(where.folder);
     return exit_code;
 }
 
