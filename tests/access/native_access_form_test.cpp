@@ -35,6 +35,7 @@ constexpr form_case form_cases[] = {
     {uR"(C:\x)", LR"(C:\x)", "nothing to do"},
     {uR"(C:\a\.\b)", LR"(C:\a\b)", "a full stop"},
     {uR"(C:\a\..\b)", LR"(C:\b)", "the system drops two by text"},
+    {uR"(C:\link\..\x)", LR"(C:\x)", "whatever stands there"},
     {uR"(C:\)", LR"(C:\)", "a root keeps its separator"},
     {uR"(C:\a\)", LR"(C:\a)", "a name doesn't"},
     {uR"(C:\..\..\a)", LR"(C:\a)", "nothing is above a root"},

@@ -119,13 +119,13 @@ FL_FILESYSTEM_API std::wstring build_target_path_bridge(std::wstring const &link
                                                         attrib_link_type link_type);
 
 /// Returns `path` as most operations hand it to a Win32 call: absolute, without `.` and
-/// `..`, and with a long prefix if it has 260 units or more. A `..` leads to where the
-/// directory ahead of it really is, also behind a link; a link at the very end stays
-/// one. The disk is only asked if there is a `..` left once `GetFullPathNameW` has made
-/// the pathname full.
+/// `..`, and with a long prefix if it has 260 units or more. `GetFullPathNameW` makes it full,
+/// and applies `..` by text. Where that leaves one behind, the disk is asked, and it leads to
+/// where the directory ahead of it really is, also behind a link. A link at the very end
+/// stays one.
 ///
-///     C:\a\.\b                      C:\a\b
-///     \\?\C:\link\..\x             D:\p\x, with `link` to D:\p\q
+///     C:\a\.\b           C:\a\b
+///     C:\link\..\x       C:\x, whatever the link leads to
 ///
 /// Throws `InvalidArgument` "The path type of the given path is not valid", naming the
 /// full pathname, for servers without a share and devices, and what the walk throws (see
