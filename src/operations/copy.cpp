@@ -5,6 +5,7 @@
 #include "access/filesystem_form.hpp"
 #include "failure/filesystem_error.hpp"
 #include "failure/throw.hpp"
+#include "operations/forms_of_two.hpp"
 #include "platform/standard_filesystem.hpp"
 
 namespace fl::filesystem {
@@ -35,11 +36,11 @@ void validate_copy_options(copy_options options)
 void copy(upath const &from, upath const &to, copy_options options)
 {
     validate_copy_options(options);
-    std::wstring const to_form = detail::make_filesystem_form(to);
-    std::wstring const from_form = detail::make_filesystem_form(from);
-    std::error_code ec;
-    detail::standard::copy(from_form, to_form, options, ec);
-    detail::throw_on_filesystem_error(ec, from, to);
+    detail::call_with_forms(
+        from, to,
+        [options](std::wstring const &source, std::wstring const &target, std::error_code &ec) {
+            detail::standard::copy(source, target, options, ec);
+        });
 }
 
 void copy(std::u16string const &from, std::u16string const &to, copy_options options)
@@ -50,11 +51,11 @@ void copy(std::u16string const &from, std::u16string const &to, copy_options opt
 void copy_file(upath const &from, upath const &to, copy_options options)
 {
     validate_copy_options(options);
-    std::wstring const to_form = detail::make_filesystem_form(to);
-    std::wstring const from_form = detail::make_filesystem_form(from);
-    std::error_code ec;
-    detail::standard::copy_file(from_form, to_form, options, ec);
-    detail::throw_on_filesystem_error(ec, from, to);
+    detail::call_with_forms(
+        from, to,
+        [options](std::wstring const &source, std::wstring const &target, std::error_code &ec) {
+            detail::standard::copy_file(source, target, options, ec);
+        });
 }
 
 void copy_file(std::u16string const &from, std::u16string const &to, copy_options options)

@@ -66,6 +66,17 @@ TEST(CreateShortcutCalls, FormTheTargetFirst)
     EXPECT_EQ(machine.calls_of("CoInitialize"), 0);
 }
 
+TEST(CreateShortcutCalls, NoneToTheShellForPathnamesThatCannotBe)
+{
+    simulated_machine machine;
+    auto expected = test_support::invalid_argument(
+        R"(The path type of the given path is not valid: {\\server})");
+    expected.path_name = uR"(\\server)";
+    EXPECT_EQ(failure_of([] { create_shortcut(uR"(\\server)", uR"(C:\x.lnk)"); }), expected);
+    EXPECT_EQ(failure_of([] { create_shortcut(uR"(C:\x)", uR"(\\server)"); }), expected);
+    EXPECT_EQ(machine.calls_of("CoInitialize"), 0);
+}
+
 TEST(CreateShortcutCalls, NoneToTheShellForAnotherName)
 {
     simulated_machine machine;

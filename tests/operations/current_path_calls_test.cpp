@@ -113,6 +113,23 @@ TEST(GetCurrentPathCalls, AFailureNamesNothing)
     }
 }
 
+TEST(GetCurrentPathCalls, AFailureThatTellsNoCodeIsOne)
+{
+    simulated_machine machine;
+    auto const fault = machine.fail_call("GetCurrentDirectoryW", 1, ERROR_SUCCESS);
+    EXPECT_EQ(failure_of([] { get_current_path(); }), system_error(0, u""));
+}
+
+TEST(ChangeCurrentPathCalls, AFullPathnameThatFailsWithoutACodeSetsNoVariable)
+{
+    simulated_machine machine;
+    machine.add_directory(u"C:\\dir");
+    auto const fault = machine.fail_call("GetFullPathNameW", 2, ERROR_SUCCESS);
+    EXPECT_THROW(change_current_path(u"C:\\dir"), std::filesystem::filesystem_error);
+    EXPECT_EQ(machine.current_directory(), u"C:\\dir");
+    EXPECT_EQ(machine.calls_of("SetEnvironmentVariableW"), 0);
+}
+
 TEST(ChangeCurrentPathCalls, InOrder)
 {
     simulated_machine machine;

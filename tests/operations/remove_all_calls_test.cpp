@@ -200,6 +200,15 @@ TEST(RemoveAllCalls, AnEndOtherThanTheUsualOneIsReportedAlsoIfItIsNoCode)
     EXPECT_EQ(machine.entries(uR"(C:\t)"), names{});
 }
 
+TEST(RemoveAllCalls, AnOpeningThatFailsWithoutACodeNamesThePatternToo)
+{
+    simulated_machine machine;
+    machine.add_file(uR"(C:\t\x)");
+    auto const fault = machine.fail_call("CreateFileW", 1, ERROR_SUCCESS);
+    EXPECT_EQ(failure_of([] { remove_all(uR"(C:\t)"); }), system_error(0, uR"(C:\t\*)"));
+    EXPECT_EQ(machine.entries(uR"(C:\t)"), names{u"x"});
+}
+
 TEST(RemoveAllCalls, AFailingCloseOutranksTheEndOfTheEnumeration)
 {
     simulated_machine machine;
