@@ -23,10 +23,7 @@ namespace {
 using windows::path_type_enum;
 
 constexpr int most_links = 100;
-constexpr wchar_t backslash = pathname_traits<wchar_t>::PATHNAME_SEPARATOR_CHARACTER;
-constexpr std::size_t long_prefix_size = 4;     // \\?\ ahead of a drive
-constexpr std::size_t long_unc_prefix_size = 8; // \\?\UNC\ ahead of a server
-constexpr std::size_t drive_root_size = 3;      // C:\ and nothing else
+constexpr std::size_t drive_root_size = 3; // C:\ and nothing else
 
 [[noreturn]] void throw_invalid_type()
 {
@@ -436,7 +433,7 @@ walk::step walk::keep_remote_link()
 /// The index of the backslash ahead of the last settled element.
 std::size_t walk::last_backslash_before_end() const
 {
-    std::size_t const found = resolved_.rfind(backslash, length_ - 2);
+    std::size_t const found = resolved_.rfind(backslash<wchar_t>, length_ - 2);
     return found == std::wstring::npos ? 0 : found;
 }
 
@@ -449,7 +446,7 @@ void walk::append(std::wstring_view text)
 void walk::append_backslash()
 {
     if (!ends_in_backslash(settled()))
-        append({&backslash, 1});
+        append({&backslash<wchar_t>, 1});
 }
 
 /// The root of a server gets the backslash that elements need, and keeps it: no `..`
@@ -486,7 +483,7 @@ void walk::splice_rest(std::wstring_view target, std::size_t skip)
     if (ends_in_backslash<wchar_t>(spliced))
         spliced.pop_back();
     if (!spliced.empty() && !old_tail.empty() && !is_backslash(old_tail.front()))
-        spliced += backslash;
+        spliced += backslash<wchar_t>;
     spliced += old_tail;
     write_at(rest_, 0, spliced);
     rest_length_ = spliced.size();

@@ -10,11 +10,6 @@ namespace {
 
 using windows::path_type_enum;
 
-constexpr std::size_t drive_size = 2;           // C:
-constexpr std::size_t server_prefix_size = 2;   // the two backslashes ahead of a server
-constexpr std::size_t long_prefix_size = 4;     // \\?\ ahead of a drive
-constexpr std::size_t long_unc_prefix_size = 8; // \\?\UNC\ ahead of a server
-
 std::wstring collapse_separators(std::wstring const &text, std::size_t root)
 {
     return collapse_separators_from<wchar_t>(text, text.size(), 0, root);

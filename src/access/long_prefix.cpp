@@ -9,14 +9,6 @@
 
 namespace fl::filesystem::detail {
 
-namespace {
-
-constexpr std::size_t unc_prefix_size = 2;      // the two backslashes ahead of a server
-constexpr std::size_t long_prefix_size = 4;     // \\?\ ahead of a drive
-constexpr std::size_t long_unc_prefix_size = 8; // \\?\UNC\ ahead of a server
-
-} // namespace
-
 template <typename Result, typename Char>
 std::basic_string<Result> with_long_prefix(std::basic_string_view<Char> text, bool names_server)
 {
@@ -24,7 +16,7 @@ std::basic_string<Result> with_long_prefix(std::basic_string_view<Char> text, bo
     std::basic_string_view<Result> const prefix =
         names_server ? traits::LONG_UNC_PATHNAME_PREFIX : traits::LONG_PATHNAME_PREFIX;
     if (names_server)
-        text.remove_prefix(std::min(unc_prefix_size, text.size()));
+        text.remove_prefix(std::min(server_prefix_size, text.size()));
     std::basic_string<Result> prefixed;
     prefixed.reserve(prefix.size() + text.size());
     prefixed.append(prefix).append(text.begin(), text.end());
@@ -60,7 +52,8 @@ std::wstring &strip_long_path_prefix(std::wstring &path, std::size_t length, std
     std::wstring_view const text = std::wstring_view(path).substr(0, length);
     std::size_t const size = text.size();
     // a server pathname gets two backslashes in exchange for its prefix
-    if (is_long_unc_prefix_at(text, 0) && size - long_unc_prefix_size + unc_prefix_size <= limit) {
+    if (is_long_unc_prefix_at(text, 0) &&
+        size - long_unc_prefix_size + server_prefix_size <= limit) {
         path.resize(size);
         path.replace(0, long_unc_prefix_size, pathname_traits<wchar_t>::UNC_PREFIX);
     } else if (is_long_prefix_at(text, 0) && size - long_prefix_size <= limit) {

@@ -12,8 +12,6 @@ namespace fl::filesystem::detail {
 
 namespace {
 
-constexpr std::size_t long_prefix_size = 4;
-
 /// What the provider fills: a record, and behind it the text that it points to.
 union universal_name {
     UNIVERSAL_NAME_INFOW record;

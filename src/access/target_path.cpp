@@ -27,12 +27,11 @@ std::wstring with_prefix_of(std::wstring const &text, path_type_enum type)
 std::wstring join_to_directory(std::wstring const &link_path, std::size_t root,
                                std::wstring const &target_text)
 {
-    constexpr wchar_t backslash = pathname_traits<wchar_t>::PATHNAME_SEPARATOR_CHARACTER;
-    std::size_t const last = link_path.rfind(backslash);
+    std::size_t const last = link_path.rfind(backslash<wchar_t>);
     std::size_t const cut = last == std::wstring::npos ? root : std::max(last, root);
     std::wstring joined = link_path.substr(0, cut);
     if (!joined.empty() && !ends_in_backslash<wchar_t>(joined))
-        joined += backslash;
+        joined += backslash<wchar_t>;
     return joined += target_text;
 }
 

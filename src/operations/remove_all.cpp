@@ -7,6 +7,7 @@
 #include "failure/win32_error.hpp"
 #include "links/reparse_data.hpp"
 #include "operations/removal_calls.hpp"
+#include "pathname/shapes.hpp"
 #include "platform/attribute_query.hpp"
 #include "platform/limits.hpp"
 #include "platform/owned_handle.hpp"
@@ -22,7 +23,6 @@ namespace fl::filesystem {
 
 namespace {
 
-constexpr wchar_t backslash = pathname_traits<wchar_t>::PATHNAME_SEPARATOR_CHARACTER;
 
 /// Whether `path` is a link to a directory, of which only the name may go. Its buffer
 /// lives no longer than the question.
@@ -171,7 +171,7 @@ void tree_remover::advance()
 addition tree_remover::append(std::wstring_view name)
 {
     addition added{path_.size(), false};
-    path_ += backslash;
+    path_ += detail::backslash<wchar_t>;
     path_ += name;
     if (!needs_prefix(path_, name))
         return added;

@@ -10,7 +10,6 @@ namespace fl::filesystem::detail {
 
 std::wstring expand_drive_relative(std::wstring const &path)
 {
-    constexpr std::size_t drive_size = 2;
     std::wstring full = full_path_name(path.substr(0, drive_size));
     if (path.size() == drive_size)
         return full;

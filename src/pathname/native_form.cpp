@@ -11,8 +11,6 @@ namespace fl::filesystem::detail {
 
 namespace {
 
-template <typename Char>
-constexpr Char backslash = pathname_traits<Char>::PATHNAME_SEPARATOR_CHARACTER;
 
 /// The index behind the last unit that counts. Trailing blanks don't, unless they
 /// stand behind a separator: then they are a name of their own. 0 if all are blank.

@@ -13,6 +13,14 @@
 
 namespace fl::filesystem::detail {
 
+template <typename Char>
+inline constexpr Char backslash = pathname_traits<Char>::PATHNAME_SEPARATOR_CHARACTER;
+
+inline constexpr std::size_t drive_size = 2;           // C:
+inline constexpr std::size_t server_prefix_size = 2;   // the two backslashes ahead of a server
+inline constexpr std::size_t long_prefix_size = 4;     // \\?\ ahead of a drive
+inline constexpr std::size_t long_unc_prefix_size = 8; // \\?\UNC\ ahead of a server
+
 /// The unit at `at`, or NUL behind the end, where a C string has its terminator.
 template <typename Char>
 constexpr Char unit_at(std::basic_string_view<Char> text, std::size_t at)
@@ -23,7 +31,7 @@ constexpr Char unit_at(std::basic_string_view<Char> text, std::size_t at)
 template <typename Char>
 constexpr bool is_backslash(Char unit)
 {
-    return unit == pathname_traits<Char>::PATHNAME_SEPARATOR_CHARACTER;
+    return unit == backslash<Char>;
 }
 
 template <typename Char>
@@ -43,7 +51,7 @@ constexpr bool ends_in_backslash(std::basic_string_view<Char> text)
 template <typename Char>
 constexpr std::size_t find_backslash(std::basic_string_view<Char> text, std::size_t from)
 {
-    std::size_t const found = text.find(pathname_traits<Char>::PATHNAME_SEPARATOR_CHARACTER, from);
+    std::size_t const found = text.find(backslash<Char>, from);
     return found == text.npos ? text.size() : found;
 }
 

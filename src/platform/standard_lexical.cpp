@@ -9,7 +9,6 @@ namespace fl::filesystem::detail::standard {
 
 namespace {
 
-constexpr wchar_t backslash = pathname_traits<wchar_t>::PATHNAME_SEPARATOR_CHARACTER;
 constexpr std::wstring_view root_directory = L"\\";
 constexpr std::wstring_view dot = L".";
 constexpr std::wstring_view dot_dot = L"..";
@@ -115,7 +114,7 @@ void join(std::wstring &text, std::wstring_view element)
     if (element == root_directory)
         text.resize(root_name);
     else if (text.size() > root_name && !is_separator(text.back()))
-        text += backslash;
+        text += backslash<wchar_t>;
     text += element;
 }
 
@@ -126,18 +125,18 @@ std::wstring lexically_normal(std::wstring_view text)
     bool const has_root = has_root_directory(text);
     normal_names const normal = normalise(names_of(text), has_root);
     std::wstring result(text.substr(0, root_name_length(text)));
-    std::replace_if(result.begin(), result.end(), is_separator<wchar_t>, backslash);
+    std::replace_if(result.begin(), result.end(), is_separator<wchar_t>, backslash<wchar_t>);
     if (has_root)
-        result += backslash;
+        result += backslash<wchar_t>;
     // names are texts here: one like a drive isn't joined as the root that it looks like
     for (std::size_t i = 0; i < normal.names.size(); ++i) {
         if (i > 0)
-            result += backslash;
+            result += backslash<wchar_t>;
         result += normal.names[i];
     }
     bool const has_end = normal.lost_its_end || ends_in_separator(text);
     if (has_end && !normal.names.empty() && normal.names.back() != dot_dot)
-        result += backslash;
+        result += backslash<wchar_t>;
     return result.empty() ? std::wstring(dot) : result;
 }
 

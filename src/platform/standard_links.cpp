@@ -70,15 +70,14 @@ void make_link(std::wstring const &target, std::wstring const &link, DWORD flavo
 /// The system takes the text of a link as it stands, and knows no slashes in it.
 std::wstring with_single_backslashes(std::wstring_view text)
 {
-    constexpr wchar_t backslash = pathname_traits<wchar_t>::PATHNAME_SEPARATOR_CHARACTER;
     std::size_t const root = root_name_length(text);
     std::wstring cleaned(text.substr(0, root));
-    std::replace_if(cleaned.begin(), cleaned.end(), is_separator<wchar_t>, backslash);
+    std::replace_if(cleaned.begin(), cleaned.end(), is_separator<wchar_t>, backslash<wchar_t>);
     for (std::size_t at = root; at < text.size(); ++at) {
         if (!is_separator(text[at]))
             cleaned += text[at];
         else if (at == root || !is_separator(text[at - 1]))
-            cleaned += backslash;
+            cleaned += backslash<wchar_t>;
     }
     return cleaned;
 }

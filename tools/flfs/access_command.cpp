@@ -6,8 +6,6 @@
 #include "flfs/failure_json.hpp"
 #include "flfs/text.hpp"
 
-#include <CLI/CLI.hpp>
-
 #include <memory>
 #include <ostream>
 
@@ -120,9 +118,8 @@ question question_in(std::string const &letters, bool as_json)
 
 void add_access_command(CLI::App &app, session &session)
 {
-    CLI::App *command =
-        app.add_subcommand("access", "Tell whether you can read, write or execute, by trying");
-    command->footer(
+    CLI::App *command = add_command(
+        app, "access", "Tell whether you can read, write or execute, by trying",
         "MODES are one or more of\n"
         "  e  it exists, and you may look at it\n"
         "  r  a file's content, or a directory's names, can be read\n"
@@ -131,11 +128,10 @@ void add_access_command(CLI::App &app, session &session)
         "The answer is yes if all of them are. A missing name is a \"no\" with e and else\n"
         "a failure; what you may not look at is a failure with e and else a \"no\".\n"
         "Exits 0 if all answers are yes, and 1 after a \"no\" or a failure.");
-    CLI::Option *modes = add_word(*command, "MODES", "letters out of erwx");
-    modes->check(complaint_about, "");
+    CLI::Option *modes = add_word(*command, "MODES", "letters out of erwx", complaint_about);
     CLI::Option *paths = add_pathnames(*command, "PATH", "pathname to ask about");
     auto const as_json = std::make_shared<bool>(false);
-    command->add_flag("--json", *as_json, "Print one JSON array with an object for each PATH");
+    add_flag(*command, "--json", *as_json, "Print one JSON array with an object for each PATH");
     set_disk_action(*command, session, disk_use::read, [&session, modes, paths, as_json] {
         return report_access(session, pathnames_of(*paths), question_in(word_of(*modes), *as_json));
     });

@@ -7,8 +7,6 @@
 #include "flfs/process_state.hpp"
 #include "flfs/text.hpp"
 
-#include <CLI/CLI.hpp>
-
 #include <memory>
 #include <ostream>
 
@@ -115,16 +113,15 @@ int report_change(session &session, std::u16string const &pathname, bool as_json
 
 void add_cd_command(CLI::App &app, session &session)
 {
-    CLI::App *command = app.add_subcommand(
-        "cd", "Change the current directory of flfs itself, and show what has changed");
-    command->footer(
+    CLI::App *command = add_command(
+        app, "cd", "Change the current directory of flfs itself, and show what has changed",
         "The directory before and after, and the environment variable of the drive, by which\n"
         "pathnames such as C:name go. It is set from PATH as seen from the new directory, so\n"
         "give a whole pathname to have it right. A server has none, and a long prefix sets\n"
         "none. When flfs ends, your shell is where it was.");
     CLI::Option *path = add_word(*command, "PATH", "directory to go to; empty: to stay");
     auto const as_json = std::make_shared<bool>(false);
-    command->add_flag("--json", *as_json, "Print a JSON object");
+    add_flag(*command, "--json", *as_json, "Print a JSON object");
     set_disk_action(*command, session, disk_use::read, [&session, path, as_json] {
         return report_change(session, pathnames_of(*path).front(), *as_json);
     });

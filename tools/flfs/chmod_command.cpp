@@ -46,9 +46,8 @@ int change_permissions(session &session, std::vector<std::u16string> const &path
 
 void add_chmod_command(CLI::App &app, session &session)
 {
-    CLI::App *command =
-        app.add_subcommand("chmod", "Change whether names are read-only, hidden and so on");
-    command->footer(
+    CLI::App *command = add_command(
+        app, "chmod", "Change whether names are read-only, hidden and so on",
         "WORD is a sign, + to set, - to take away, = to set and take away all others,\n"
         "and letters. On Windows they are attributes:\n"
         "  w  not read-only, for everybody: there are no owner, group and others\n"
@@ -65,7 +64,7 @@ void add_chmod_command(CLI::App &app, session &session)
     word->check(complaint_about, "");
     CLI::Option *paths = add_pathnames(*command, "PATH", "file or directory to change");
     auto const links = std::make_shared<bool>(false);
-    command->add_flag("--links", *links, "Change PATH itself if it is a link");
+    add_flag(*command, "--links", *links, "Change PATH itself if it is a link");
     set_disk_action(*command, session, disk_use::change, [&session, word, paths, links] {
         unsigned int const perms = permission_word(word_of(*word)).value();
         unsigned int const whose = *links ? fs::file_status::perms_symlink : 0;

@@ -82,6 +82,28 @@ std::string unprotected(std::string_view message)
     return plain;
 }
 
+CLI::App *add_command(CLI::App &app, std::string const &name, std::string const &description,
+                      std::string const &footer)
+{
+    CLI::App *command = app.add_subcommand(name, description);
+    command->footer(footer);
+    return command;
+}
+
+CLI::Option *add_flag(CLI::App &command, std::string const &name, bool &flag,
+                      std::string const &description)
+{
+    return command.add_flag(name, flag, description);
+}
+
+void exclude(CLI::Option &one, CLI::Option &other)
+{
+    one.excludes(&other);
+    for (CLI::Option *option : {&one, &other})
+        if (option->get_option_text().empty())
+            option->option_text(" "); // else CLI11 writes "Excludes:"
+}
+
 CLI::Option *add_pathnames(CLI::App &command, std::string const &name,
                            std::string const &description)
 {
@@ -97,6 +119,23 @@ CLI::Option *add_word(CLI::App &command, std::string const &name, std::string co
     return command.add_option(name, keep, description)->required()->option_text(" ");
 }
 
+CLI::Option *add_word(CLI::App &command, std::string const &name, std::string const &description,
+                      std::string (*complaint_about)(std::string const &word))
+{
+    return add_word(command, name, description)->check(complaint_about, "");
+}
+
+CLI::Option *add_optional_word(CLI::App &command, std::string const &name,
+                               std::string const &description)
+{
+    return add_word(command, name, description)->required(false);
+}
+
+bool is_given(CLI::Option const &option)
+{
+    return option.count() != 0;
+}
+
 std::string word_of(CLI::Option const &positional)
 {
     return std::string(without_guard(positional.results().front()));
@@ -110,7 +149,7 @@ CLI::Option *add_base(CLI::App &command)
 
 std::u16string base_of(CLI::Option const &base)
 {
-    return base.count() == 0 ? std::u16string() : pathnames_of(base).front();
+    return is_given(base) ? pathnames_of(base).front() : std::u16string();
 }
 
 std::vector<std::u16string> pathnames_of(CLI::Option const &positional)

@@ -2,7 +2,8 @@
 #define FL_FLFS_COMMAND_LINE_HPP
 // How pathnames come through CLI11 unchanged. It reads some words as its own
 // notation: one in brackets as a list, `++` as the end of a command. As a pathname
-// either may be meant.
+// either may be meant. And what most commands want of CLI11, whose header takes
+// seconds to compile: few have to include it.
 
 #include <string>
 #include <string_view>
@@ -24,6 +25,17 @@ std::vector<std::string> protect(std::vector<std::string> const &arguments);
 /// Takes out of a message what `protect` has put in.
 std::string unprotected(std::string_view message);
 
+/// Gives `app` the command `name`. `footer` tells in its help what the rest leaves open.
+CLI::App *add_command(CLI::App &app, std::string const &name, std::string const &description,
+                      std::string const &footer);
+
+/// Gives `command` the flag `name`, which sets `flag`. That must outlive the command.
+CLI::Option *add_flag(CLI::App &command, std::string const &name, bool &flag,
+                      std::string const &description);
+
+/// Has it be wrong to give both. The help leaves it to their descriptions.
+void exclude(CLI::Option &one, CLI::Option &other);
+
 /// Gives `command` the repeatable, required positional `name`, whose words are the
 /// pathnames of the command.
 CLI::Option *add_pathnames(CLI::App &command, std::string const &name,
@@ -32,6 +44,17 @@ CLI::Option *add_pathnames(CLI::App &command, std::string const &name,
 /// Gives `command` the required positional `name`, which is one word: a pathname or
 /// whatever the command takes it for.
 CLI::Option *add_word(CLI::App &command, std::string const &name, std::string const &description);
+
+/// The same with `complaint_about`, which tells what is wrong with a word, or nothing.
+CLI::Option *add_word(CLI::App &command, std::string const &name, std::string const &description,
+                      std::string (*complaint_about)(std::string const &word));
+
+/// The same where the word may be left out.
+CLI::Option *add_optional_word(CLI::App &command, std::string const &name,
+                               std::string const &description);
+
+/// Whether the user wrote it.
+bool is_given(CLI::Option const &option);
 
 /// That word, as the user wrote it.
 std::string word_of(CLI::Option const &positional);

@@ -33,6 +33,9 @@ enum class disk_use
     change
 };
 
+/// Has `command` run `action`, which needs no disk.
+void set_action(CLI::App &command, std::function<void()> action);
+
 /// Has `command` run `action`, whose result becomes the exit code, where there is a disk.
 /// Elsewhere the command is refused.
 void set_disk_action(CLI::App &command, session &session, disk_use use,

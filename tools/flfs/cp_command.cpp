@@ -109,8 +109,7 @@ KIND picks a narrower operation:
 
 void add_cp_command(CLI::App &app, session &session)
 {
-    CLI::App *command = app.add_subcommand("cp", "Copy a file or directory");
-    command->footer(footer);
+    CLI::App *command = add_command(app, "cp", "Copy a file or directory", footer);
     CLI::Option *from = add_word(*command, "FROM", "what to copy");
     CLI::Option *to = add_word(*command, "TO", "where to");
     auto const how = std::make_shared<copying>();

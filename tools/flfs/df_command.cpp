@@ -6,8 +6,6 @@
 #include "flfs/failure_json.hpp"
 #include "flfs/text.hpp"
 
-#include <CLI/CLI.hpp>
-
 #include <array>
 #include <cstdio>
 #include <memory>
@@ -109,13 +107,12 @@ int report_space(session &session, std::vector<std::u16string> const &pathnames,
 
 void add_df_command(CLI::App &app, session &session)
 {
-    CLI::App *command =
-        app.add_subcommand("df", "Show the space on the volume of a file or directory");
-    command->footer(
+    CLI::App *command = add_command(
+        app, "df", "Show the space on the volume of a file or directory",
         "Available is what you may use: less than what is free where there are quotas.");
     CLI::Option *paths = add_pathnames(*command, "PATH", "file or directory on the volume");
     auto const as_json = std::make_shared<bool>(false);
-    command->add_flag("--json", *as_json, "Print one JSON array with an object for each PATH");
+    add_flag(*command, "--json", *as_json, "Print one JSON array with an object for each PATH");
     set_disk_action(*command, session, disk_use::read, [&session, paths, as_json] {
         return report_space(session, pathnames_of(*paths), *as_json);
     });

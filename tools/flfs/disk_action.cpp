@@ -22,6 +22,11 @@ bool is_refused(CLI::App const &command, session &session, disk_use use)
 
 } // namespace
 
+void set_action(CLI::App &command, std::function<void()> action)
+{
+    command.callback(std::move(action));
+}
+
 void set_disk_action(CLI::App &command, session &session, disk_use use, std::function<int()> action)
 {
     command.callback([&command, &session, use, action = std::move(action)] {

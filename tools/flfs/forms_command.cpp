@@ -8,8 +8,6 @@
 #include "flfs/failure_json.hpp"
 #include "flfs/text.hpp"
 
-#include <CLI/CLI.hpp>
-
 #include <memory>
 #include <ostream>
 
@@ -109,9 +107,8 @@ int report_forms(session &session, std::vector<std::u16string> const &pathnames,
 void add_forms_command(CLI::App &app, session &session)
 {
     CLI::App *command =
-        app.add_subcommand("forms", "Show the strings that go to the system for a pathname");
-    command->footer(
-        R"(clean         whether a long prefix could go ahead of it as it is
+        add_command(app, "forms", "Show the strings that go to the system for a pathname",
+                    R"(clean         whether a long prefix could go ahead of it as it is
 access form   with a long prefix where the length needs it, and nothing else
 resolved      absolute, without . and .., with a long prefix where it needs one, as most
               operations hand it over; as it is where that can't be done
@@ -119,7 +116,7 @@ with cleanup  the same of the text, brought to native form on the way
 bridge        the same of the native form, insisting: else it is a failure)");
     CLI::Option *paths = add_pathnames(*command, "PATH", "pathname to form");
     auto const as_json = std::make_shared<bool>(false);
-    command->add_flag("--json", *as_json, "Print one JSON array with an object for each PATH");
+    add_flag(*command, "--json", *as_json, "Print one JSON array with an object for each PATH");
     set_disk_action(*command, session, disk_use::read, [&session, paths, as_json] {
         return report_forms(session, pathnames_of(*paths), *as_json);
     });

@@ -6,8 +6,6 @@
 #include "flfs/inspection_print.hpp"
 #include "flfs/system.hpp"
 
-#include <CLI/CLI.hpp>
-
 #include <memory>
 #include <ostream>
 
@@ -47,16 +45,18 @@ void print_for_people(std::ostream &out, std::vector<std::u16string> const &text
 
 void add_inspect_command(CLI::App &app, session &session)
 {
-    CLI::App *command = app.add_subcommand(
-        "inspect", "Show what the library makes of a pathname: its type, forms and parts");
-    command->footer("Put -- ahead of a TEXT that begins with a hyphen.");
+    CLI::App *command = add_command(
+        app, "inspect", "Show what the library makes of a pathname: its type, forms and parts",
+        "Put -- ahead of a TEXT that begins with a hyphen.");
     CLI::Option *texts = add_pathnames(*command, "TEXT", "pathname, which need not exist");
     auto const as_json = std::make_shared<bool>(false);
-    command->add_flag("--json", *as_json, "Print one JSON array with an object for each TEXT");
+    CLI::Option *json =
+        add_flag(*command, "--json", *as_json, "Print one JSON array with an object for each TEXT");
     auto const briefly = std::make_shared<bool>(false);
-    command->add_flag("--brief", *briefly, "Print the type and the drawing alone")
-        ->excludes("--json");
-    command->callback([&session, texts, as_json, briefly] {
+    exclude(*add_flag(*command, "--brief", *briefly,
+                      "Print the type and the drawing alone, not with --json"),
+            *json);
+    set_action(*command, [&session, texts, as_json, briefly] {
         if (*as_json)
             print_as_json(session.out, pathnames_of(*texts));
         else if (*briefly)

@@ -65,8 +65,8 @@ int make_link(session &session, std::u16string const &target, std::u16string con
 
 void add_ln_command(CLI::App &app, session &session)
 {
-    CLI::App *command = app.add_subcommand("ln", "Make a symbolic link or a shortcut");
-    command->footer(
+    CLI::App *command = add_command(
+        app, "ln", "Make a symbolic link or a shortcut",
         "Windows keeps symbolic links to files and to directories apart. Without --file and\n"
         "--directory, TARGET tells which it is, looked at from the current directory. The\n"
         "link holds it as it is written, and Windows then reads it from the link's\n"
@@ -76,13 +76,13 @@ void add_ln_command(CLI::App &app, session &session)
     CLI::Option *link = add_word(*command, "LINK", "link to make");
     auto const options = std::make_shared<link_options>();
     CLI::Option *symbolic =
-        command->add_flag("-s,--symbolic", options->symbolic, "Make a symbolic link");
+        add_flag(*command, "-s,--symbolic", options->symbolic, "Make a symbolic link");
     CLI::Option *shortcut =
-        command->add_flag("--shortcut", options->shortcut, "Make a shortcut file instead");
-    CLI::Option *to_file = command->add_flag("--file", options->to_file,
-                                             "With -s: a link to a file, whatever TARGET is");
-    CLI::Option *to_directory = command->add_flag(
-        "--directory", options->to_directory, "With -s: a link to a directory, whatever TARGET is");
+        add_flag(*command, "--shortcut", options->shortcut, "Make a shortcut file instead");
+    CLI::Option *to_file = add_flag(*command, "--file", options->to_file,
+                                    "With -s: a link to a file, whatever TARGET is");
+    CLI::Option *to_directory = add_flag(*command, "--directory", options->to_directory,
+                                         "With -s: a link to a directory, whatever TARGET is");
     shortcut->excludes(symbolic);
     to_file->needs(symbolic)->excludes(to_directory);
     to_directory->needs(symbolic);

@@ -6,8 +6,6 @@
 #include "flfs/failure_report.hpp"
 #include "flfs/text.hpp"
 
-#include <CLI/CLI.hpp>
-
 #include <memory>
 #include <ostream>
 
@@ -52,13 +50,13 @@ int make_directories(session &session, std::vector<std::u16string> const &pathna
 
 void add_mkdir_command(CLI::App &app, session &session)
 {
-    CLI::App *command = app.add_subcommand("mkdir", "Make directories, long pathnames included");
-    command->footer(
+    CLI::App *command = add_command(
+        app, "mkdir", "Make directories, long pathnames included",
         "The PATHs are made in order, up to the first failure. A directory that is there\n"
         "already is a failure, too.");
     CLI::Option *paths = add_pathnames(*command, "PATH", "directory to make");
     auto const parents = std::make_shared<bool>(false);
-    command->add_flag("-p,--parents", *parents, "Make missing directories above PATH, too");
+    add_flag(*command, "-p,--parents", *parents, "Make missing directories above PATH, too");
     set_disk_action(*command, session, disk_use::change, [&session, paths, parents] {
         return make_directories(session, pathnames_of(*paths), *parents);
     });

@@ -6,8 +6,6 @@
 #include "flfs/failure_report.hpp"
 #include "flfs/text.hpp"
 
-#include <CLI/CLI.hpp>
-
 #include <ostream>
 
 namespace flfs {
@@ -31,8 +29,8 @@ int move_name(session &session, std::u16string const &from, std::u16string const
 
 void add_mv_command(CLI::App &app, session &session)
 {
-    CLI::App *command = app.add_subcommand("mv", "Give a file or directory another name or place");
-    command->footer(
+    CLI::App *command = add_command(
+        app, "mv", "Give a file or directory another name or place",
         "TO is the whole new pathname, also where a directory of that name is there. A\n"
         "file at TO is replaced. Files can go to another volume, directories can't. A\n"
         "link is renamed itself.");

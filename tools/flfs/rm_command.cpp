@@ -77,16 +77,16 @@ removal removal_as(std::string const &kind)
 
 void add_rm_command(CLI::App &app, session &session)
 {
-    CLI::App *command = app.add_subcommand("rm", "Remove files, links and empty directories");
-    command->footer(
+    CLI::App *command = add_command(
+        app, "rm", "Remove files, links and empty directories",
         "Nothing is asked back, and nothing goes to a bin. A link is removed itself, and\n"
         "never what it leads to.\n"
         "With -r, a read-only file ends the removal of its PATH, and what was removed by\n"
         "then stays removed. Without it, read-only files are removed, too.");
     CLI::Option *paths = add_pathnames(*command, "PATH", "name to remove");
     auto const recursive = std::make_shared<bool>(false);
-    CLI::Option *tree = command->add_flag("-r,--recursive", *recursive,
-                                          "Remove directories with all that is in them");
+    CLI::Option *tree = add_flag(*command, "-r,--recursive", *recursive,
+                                 "Remove directories with all that is in them");
     auto const kind = std::make_shared<std::string>();
     command->add_option("--as", *kind, "Remove nothing else: file (not if read-only) or directory")
         ->check(CLI::IsMember({"file", "directory"}), "")

@@ -6,8 +6,6 @@
 #include "flfs/failure_json.hpp"
 #include "flfs/failure_report.hpp"
 
-#include <CLI/CLI.hpp>
-
 #include <memory>
 #include <ostream>
 
@@ -47,16 +45,15 @@ int report_same(session &session, std::vector<std::u16string> const &both, bool 
 
 void add_same_command(CLI::App &app, session &session)
 {
-    CLI::App *command =
-        app.add_subcommand("same", "Tell whether two pathnames lead to one file or directory");
-    command->footer(
+    CLI::App *command = add_command(
+        app, "same", "Tell whether two pathnames lead to one file or directory",
         "By links, by hard links, or spelt in two ways. If only one of them is there it is a\n"
         "\"no\", if neither is it is a failure. Exits 0 after a yes, and 1 after a \"no\" or a\n"
         "failure.");
     CLI::Option *path = add_word(*command, "PATH", "one pathname");
     CLI::Option *other = add_word(*command, "OTHER", "another");
     auto const as_json = std::make_shared<bool>(false);
-    command->add_flag("--json", *as_json, "Print a JSON object");
+    add_flag(*command, "--json", *as_json, "Print a JSON object");
     set_disk_action(*command, session, disk_use::read, [&session, path, other, as_json] {
         return report_same(session, {pathnames_of(*path).front(), pathnames_of(*other).front()},
                            *as_json);

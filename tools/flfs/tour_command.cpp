@@ -6,8 +6,6 @@
 #include "flfs/process_state.hpp"
 #include "flfs/tour/tour.hpp"
 
-#include <CLI/CLI.hpp>
-
 #include <chrono>
 #include <memory>
 #include <ostream>
@@ -43,20 +41,18 @@ int run_command(session &session, std::optional<std::u16string> const &folder, b
 
 void add_tour_command(CLI::App &app, session &session)
 {
-    CLI::App *command = app.add_subcommand(
-        "tour", "Run through all that the library does, on real files, telling and checking");
-    command->footer(
+    CLI::App *command = add_command(
+        app, "tour", "Run through all that the library does, on real files, telling and checking",
         "Each step says what it does, calls the library, shows what comes out, and compares\n"
         "it with what must. Exits 0 if all is as expected, else 1, and tells the steps. The\n"
         "tour makes its folder and removes it at the end.");
-    CLI::Option *folder =
-        add_word(*command, "FOLDER", "a name that isn't there yet; if left out, a temporary one")
-            ->required(false);
+    CLI::Option *folder = add_optional_word(
+        *command, "FOLDER", "a name that isn't there yet; if left out, a temporary one");
     auto const keeps = std::make_shared<bool>(false);
-    command->add_flag("--keep", *keeps, "Leave the folder behind");
+    add_flag(*command, "--keep", *keeps, "Leave the folder behind");
     set_disk_action(*command, session, disk_use::change, [&session, folder, keeps] {
         return run_command(
-            session, folder->count() ? pathnames_of(*folder).front() : fresh_folder(), *keeps);
+            session, is_given(*folder) ? pathnames_of(*folder).front() : fresh_folder(), *keeps);
     });
 }
 

@@ -3,10 +3,9 @@
 #include <fl/filesystem/access_forms.hpp>
 #include <fl/filesystem/install_path.hpp>
 
+#include "flfs/command_line.hpp"
 #include "flfs/failure_json.hpp"
 #include "flfs/text.hpp"
-
-#include <CLI/CLI.hpp>
 
 #include <memory>
 #include <ostream>
@@ -92,15 +91,15 @@ int report_places(session &session, bool modules, bool as_json)
 
 void add_where_command(CLI::App &app, session &session)
 {
-    CLI::App *command =
-        app.add_subcommand("where", "Show the root of the installation that flfs belongs to");
-    command->footer(
+    CLI::App *command = add_command(
+        app, "where", "Show the root of the installation that flfs belongs to",
         "That is the folder above bin\\win64, where the library's DLL lies. Where there is no\n"
         "such folder, it is the DLL itself.");
     auto const modules = std::make_shared<bool>(false);
-    command->add_flag("--module", *modules, "Show the DLL and flfs.exe, too, and the root of each");
+    add_flag(*command, "--module", *modules,
+             "Show the DLL and flfs.exe, too, and the root of each");
     auto const as_json = std::make_shared<bool>(false);
-    command->add_flag("--json", *as_json, "Print a JSON object with all of it");
+    add_flag(*command, "--json", *as_json, "Print a JSON object with all of it");
     set_disk_action(*command, session, disk_use::read, [&session, modules, as_json] {
         return report_places(session, *modules, *as_json);
     });

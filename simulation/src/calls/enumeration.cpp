@@ -113,7 +113,7 @@ void check_pattern(pattern const &wanted)
         throw failure(ERROR_INVALID_NAME);
 }
 
-void hand_over(found_name const &found, WIN32_FIND_DATAW &data)
+void hand_over_name(found_name const &found, WIN32_FIND_DATAW &data)
 {
     data = {};
     fill_record(data, found.attributes, found.times, found.size);
@@ -148,7 +148,7 @@ HANDLE find_first(machine_state &machine, LPCWSTR name, WIN32_FIND_DATAW &data)
     auto found = wanted.directory.is_device() ? find_device(text) : find_names(machine, wanted);
     if (machine.keeps_journal)
         found->text = text;
-    hand_over(found->names[found->next++], data);
+    hand_over_name(found->names[found->next++], data);
     return machine.open->add(std::move(found));
 }
 
@@ -156,7 +156,7 @@ void find_next(search &found, WIN32_FIND_DATAW &data)
 {
     if (found.next == found.names.size())
         throw failure(ERROR_NO_MORE_FILES);
-    hand_over(found.names[found.next++], data);
+    hand_over_name(found.names[found.next++], data);
 }
 
 } // namespace

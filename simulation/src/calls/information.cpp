@@ -77,7 +77,7 @@ FILE_ID_INFO id_information(open_file const &file)
 }
 
 template <typename Information>
-void hand_over(Information const &information, LPVOID buffer, DWORD room)
+void hand_over_record(Information const &information, LPVOID buffer, DWORD room)
 {
     if (room < sizeof information)
         throw failure(ERROR_BAD_LENGTH);
@@ -89,13 +89,13 @@ void get_information(open_file const &file, FILE_INFO_BY_HANDLE_CLASS kind_of_it
 {
     switch (kind_of_it) {
     case FileBasicInfo:
-        return hand_over(basic_information(file), buffer, room);
+        return hand_over_record(basic_information(file), buffer, room);
     case FileStandardInfo:
-        return hand_over(standard_information(file), buffer, room);
+        return hand_over_record(standard_information(file), buffer, room);
     case FileAttributeTagInfo:
-        return hand_over(tag_information(file), buffer, room);
+        return hand_over_record(tag_information(file), buffer, room);
     case FileIdInfo:
-        return hand_over(id_information(file), buffer, room);
+        return hand_over_record(id_information(file), buffer, room);
     default:
         throw failure(ERROR_INVALID_PARAMETER);
     }
