@@ -23,7 +23,6 @@ namespace fl::filesystem {
 
 namespace {
 
-
 /// Whether `path` is a link to a directory, of which only the name may go. Its buffer
 /// lives no longer than the question.
 bool is_link(std::wstring const &path, DWORD attributes)

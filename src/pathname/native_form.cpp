@@ -11,7 +11,6 @@ namespace fl::filesystem::detail {
 
 namespace {
 
-
 /// The index behind the last unit that counts. Trailing blanks don't, unless they
 /// stand behind a separator: then they are a name of their own. 0 if all are blank.
 template <typename Char>

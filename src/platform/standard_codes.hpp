@@ -15,6 +15,13 @@ inline std::error_code system_code(DWORD code)
     return {static_cast<int>(code), std::system_category()};
 }
 
+/// Puts the code of a failed call into `ec`. Returns false.
+inline bool fail(DWORD code, std::error_code &ec)
+{
+    ec = system_code(code);
+    return false;
+}
+
 /// The codes for a name that can't be reached, on a disk or on a network.
 inline bool is_not_found(DWORD code)
 {

@@ -38,7 +38,7 @@ void call_copy_file(std::wstring const &from, std::wstring const &to, bool fail_
 std::int64_t last_write(std::wstring const &text, std::error_code &ec)
 {
     auto const [file, code] = open_target(text);
-    if (code != ERROR_SUCCESS) {
+    if (!file) {
         ec = system_code(code);
         return 0;
     }
@@ -91,44 +91,38 @@ std::wstring_view last_name(std::wstring_view text)
 }
 
 /// Makes the empty directory `path` a junction like the one that `data` was read from.
-DWORD set_reparse_point(std::wstring const &path, std::vector<unsigned char> &data)
+bool set_reparse_point(std::wstring const &path, std::vector<unsigned char> &data,
+                       std::error_code &ec)
 {
     auto const [directory, code] = open_reparse_point(path, GENERIC_WRITE);
-    if (code != ERROR_SUCCESS)
-        return code;
+    if (!directory)
+        return fail(code, ec);
     DWORD returned = 0;
     if (::DeviceIoControl(directory.get(), FSCTL_SET_REPARSE_POINT, data.data(),
                           static_cast<DWORD>(data.size()), nullptr, 0, &returned, nullptr))
-        return ERROR_SUCCESS;
-    return ::GetLastError();
+        return true;
+    return fail(::GetLastError(), ec);
 }
 
-DWORD read_junction(std::wstring const &path, std::vector<unsigned char> &data)
+bool read_junction(std::wstring const &path, std::vector<unsigned char> &data, std::error_code &ec)
 {
     auto const [directory, code] = open_reparse_point(path, FILE_READ_ATTRIBUTES);
-    if (code != ERROR_SUCCESS)
-        return code;
+    if (!directory)
+        return fail(code, ec);
     data.resize(MAXIMUM_REPARSE_DATA_BUFFER_SIZE);
     if (DWORD const answer = get_reparse_point(directory, data); answer != ERROR_SUCCESS)
-        return answer;
+        return fail(answer, ec);
     data.resize(reparse_size(data)); // the system refuses any byte more
-    return ERROR_SUCCESS;
+    return true;
 }
 
 /// Leaves nothing behind if it can't be done.
 void copy_junction(std::wstring const &from, std::wstring const &to, std::error_code &ec)
 {
     std::vector<unsigned char> data;
-    DWORD code = read_junction(from, data);
-    if (code == ERROR_SUCCESS) {
-        if (!create_directory(to, ec))
-            return;
-        code = set_reparse_point(to, data);
-        if (code != ERROR_SUCCESS)
-            ::RemoveDirectoryW(to.c_str());
-    }
-    if (code != ERROR_SUCCESS)
-        ec = system_code(code);
+    if (read_junction(from, data, ec) && create_directory(to, ec) &&
+        !set_reparse_point(to, data, ec))
+        ::RemoveDirectoryW(to.c_str());
 }
 
 /// Whether what an enumeration found counts as a directory: it is one, or leads to one.
@@ -200,7 +194,7 @@ void copier::copy_name()
     bool const follows_from = !has(copy_options::copy_symlinks | copy_options::skip_symlinks);
     bool const follows_to = !has(copy_options::skip_symlinks | copy_options::create_symlinks);
     file_type const from_type = look_at(from_, follows_from, ec_);
-    if (ec_)
+    if (from_type == file_type::none || ec_)
         return;
     std::error_code to_code; // to be missing is what is expected of it
     file_type const to_type = look_at(to_, follows_to, to_code);

@@ -23,39 +23,38 @@ std::size_t root_length(std::wstring_view text)
     return is_long_drive ? skip_separators(text, 6) : root;
 }
 
-/// Sets `attributes` to those of what a link leads to, and returns the system's code.
-DWORD query_behind_link(std::wstring const &text, DWORD &attributes)
+/// Sets `attributes` to those of what a link leads to. Returns whether it could; if not, `ec`
+/// holds the system's code.
+bool query_behind_link(std::wstring const &text, DWORD &attributes, std::error_code &ec)
 {
     auto const [file, code] = open_target(text);
-    if (code != ERROR_SUCCESS)
-        return code;
+    if (!file)
+        return fail(code, ec);
     FILE_BASIC_INFO info = {};
     if (!::GetFileInformationByHandleEx(file.get(), FileBasicInfo, &info, sizeof info))
-        return ::GetLastError();
+        return fail(::GetLastError(), ec);
     attributes = info.FileAttributes;
-    return ERROR_SUCCESS;
+    return true;
 }
 
-/// Sets `tag` to that of the reparse point `text`, and returns the system's code.
-DWORD query_tag(std::wstring const &text, DWORD &tag)
+/// The same with `tag`, that of the reparse point `text`.
+bool query_tag(std::wstring const &text, DWORD &tag, std::error_code &ec)
 {
     auto const [file, code] = open_reparse_point(text, FILE_READ_ATTRIBUTES);
-    if (code != ERROR_SUCCESS)
-        return code;
+    if (!file)
+        return fail(code, ec);
     FILE_ATTRIBUTE_TAG_INFO info = {};
     if (!::GetFileInformationByHandleEx(file.get(), FileAttributeTagInfo, &info, sizeof info))
-        return ::GetLastError();
+        return fail(::GetLastError(), ec);
     tag = info.ReparseTag;
-    return ERROR_SUCCESS;
+    return true;
 }
 
-/// What a failed query comes to, with its code in `ec`.
-std::filesystem::file_status status_of_failure(DWORD code, std::error_code &ec)
+/// What a failed query comes to, whose code is in `ec`.
+std::filesystem::file_status status_of_failure(std::error_code const &ec)
 {
     using std::filesystem::file_type;
-    ec = system_code(code);
-    return std::filesystem::file_status(is_not_found(code) ? file_type::not_found
-                                                           : file_type::none);
+    return std::filesystem::file_status(is_not_found(ec) ? file_type::not_found : file_type::none);
 }
 
 std::filesystem::file_type type_of_tag(DWORD tag, std::filesystem::file_type otherwise)
@@ -117,12 +116,10 @@ std::filesystem::file_status status(std::wstring const &text, std::error_code &e
     ec.clear();
     attribute_query const query(text);
     DWORD attributes = query.data.dwFileAttributes;
-    DWORD code = query.code;
-    if (!query.has_failed && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0)
-        code = query_behind_link(text, attributes);
-    if (query.has_failed || code != ERROR_SUCCESS)
-        return status_of_failure(code, ec);
-    return status_of(attributes);
+    bool is_known = !query.has_failed || fail(query.code, ec);
+    if (is_known && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0)
+        is_known = query_behind_link(text, attributes, ec);
+    return is_known ? status_of(attributes) : status_of_failure(ec);
 }
 
 std::filesystem::file_status symlink_status(std::wstring const &text, std::error_code &ec)
@@ -130,12 +127,12 @@ std::filesystem::file_status symlink_status(std::wstring const &text, std::error
     ec.clear();
     attribute_query const query(text);
     DWORD const attributes = query.data.dwFileAttributes;
-    DWORD code = query.code;
+    bool is_known = !query.has_failed || fail(query.code, ec);
     DWORD tag = 0;
-    if (!query.has_failed && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0)
-        code = query_tag(text, tag);
-    if (query.has_failed || code != ERROR_SUCCESS)
-        return status_of_failure(code, ec);
+    if (is_known && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0)
+        is_known = query_tag(text, tag, ec);
+    if (!is_known)
+        return status_of_failure(ec);
     std::filesystem::file_status const plain = status_of(attributes);
     return std::filesystem::file_status(type_of_tag(tag, plain.type()), plain.permissions());
 }

@@ -20,35 +20,32 @@ constexpr std::size_t reparse_room = 16386;
 /// A reparse point's data, `reparse_room` bytes off the heap.
 using reparse_block = std::unique_ptr<unsigned char[]>;
 
-/// Reads the reparse data of `file` into `data`. Returns the system's code, 0 on success.
-DWORD read_reparse_point(file_handle const &file, reparse_block &data)
+/// Reads the reparse data of what was opened into `data`. Returns whether it could; if not,
+/// `ec` holds the system's code.
+bool read_reparse_point(opened_reparse_point const &opened, reparse_block &data,
+                        std::error_code &ec)
 {
+    if (!opened.file) // even if no code says why
+        return fail(opened.code, ec);
     data.reset(new (std::nothrow) unsigned char[reparse_room]());
     if (!data)
-        return ERROR_NOT_ENOUGH_MEMORY;
-    return get_reparse_point(file, {data.get(), reparse_room});
+        return fail(ERROR_NOT_ENOUGH_MEMORY, ec);
+    DWORD const code = get_reparse_point(opened.file, {data.get(), reparse_room});
+    return code == ERROR_SUCCESS || fail(code, ec);
 }
 
-/// The same for a pathname.
-DWORD read_reparse_point(std::wstring const &text, reparse_block &data)
+/// The same for a pathname, and whether the link is one to a directory.
+bool read_link(std::wstring const &text, reparse_block &data, bool &is_directory,
+               std::error_code &ec)
 {
-    auto const [file, code] = open_reparse_point(text, FILE_READ_ATTRIBUTES);
-    return code != ERROR_SUCCESS ? code : read_reparse_point(file, data);
-}
-
-/// The same, and whether the link is one to a directory.
-DWORD read_link(std::wstring const &text, reparse_block &data, bool &is_directory)
-{
-    auto const [file, open_code] = open_reparse_point(text, FILE_READ_ATTRIBUTES);
-    if (open_code != ERROR_SUCCESS)
-        return open_code;
-    if (DWORD const code = read_reparse_point(file, data); code != ERROR_SUCCESS)
-        return code;
+    opened_reparse_point const opened = open_reparse_point(text, FILE_READ_ATTRIBUTES);
+    if (!read_reparse_point(opened, data, ec))
+        return false;
     FILE_BASIC_INFO info = {};
-    if (!::GetFileInformationByHandleEx(file.get(), FileBasicInfo, &info, sizeof info))
-        return ::GetLastError();
+    if (!::GetFileInformationByHandleEx(opened.file.get(), FileBasicInfo, &info, sizeof info))
+        return fail(::GetLastError(), ec);
     is_directory = (info.FileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-    return ERROR_SUCCESS;
+    return true;
 }
 
 void make_link(std::wstring const &target, std::wstring const &link, DWORD flavour,
@@ -100,10 +97,8 @@ std::wstring read_symlink(std::wstring const &text, std::error_code &ec)
 {
     ec.clear();
     std::unique_ptr<unsigned char[]> data;
-    if (DWORD const code = read_reparse_point(text, data); code != ERROR_SUCCESS) {
-        ec = system_code(code);
+    if (!read_reparse_point(open_reparse_point(text, FILE_READ_ATTRIBUTES), data, ec))
         return {};
-    }
     reparse_bytes const bytes(data.get(), reparse_room);
     if (is_link_tag(reparse_tag(bytes)))
         return link_name(bytes);
@@ -127,10 +122,8 @@ void copy_symlink(std::wstring const &existing, std::wstring const &link, std::e
     ec.clear();
     reparse_block data;
     bool is_directory = false;
-    if (DWORD const code = read_link(existing, data, is_directory); code != ERROR_SUCCESS) {
-        ec = system_code(code);
+    if (!read_link(existing, data, is_directory, ec))
         return;
-    }
     reparse_bytes const bytes(data.get(), reparse_room);
     if (reparse_tag(bytes) == std::uint32_t{IO_REPARSE_TAG_SYMLINK})
         make_link(link_name(bytes), link, is_directory ? SYMBOLIC_LINK_FLAG_DIRECTORY : 0, ec);

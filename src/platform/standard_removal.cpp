@@ -49,7 +49,7 @@ DWORD mark_read_only(file_handle const &file, std::wstring const &text)
     auto const [attributes_file, code] =
         open_reparse_point(text, FILE_READ_ATTRIBUTES | FILE_WRITE_ATTRIBUTES);
     FILE_BASIC_INFO info = {};
-    if (code != ERROR_SUCCESS ||
+    if (!attributes_file ||
         !::GetFileInformationByHandleEx(attributes_file.get(), FileBasicInfo, &info, sizeof info))
         return ERROR_ACCESS_DENIED;
     FILE_BASIC_INFO changed = {}; // times of 0 stay as they are
@@ -83,9 +83,12 @@ bool remove(std::wstring const &text, std::error_code &ec)
 {
     ec.clear();
     auto const [file, open_code] = open_reparse_point(text, DELETE);
-    if (open_code != ERROR_SUCCESS && is_not_found(open_code))
+    if (!file) {
+        if (!is_not_found(open_code))
+            ec = system_code(open_code);
         return false;
-    DWORD const code = open_code != ERROR_SUCCESS ? open_code : mark_for_deletion(file, text);
+    }
+    DWORD const code = mark_for_deletion(file, text);
     if (code != ERROR_SUCCESS)
         ec = system_code(code);
     return code == ERROR_SUCCESS;

@@ -30,28 +30,29 @@ struct file_identity
 };
 
 /// File systems without identifiers of 128 bits, such as FAT, have those of 64.
-DWORD read_short_identity(file_handle const &file, file_identity &identity)
+bool read_short_identity(file_handle const &file, file_identity &identity, std::error_code &ec)
 {
     BY_HANDLE_FILE_INFORMATION info = {};
     if (!::GetFileInformationByHandle(file.get(), &info))
-        return ::GetLastError();
+        return fail(::GetLastError(), ec);
     identity.volume = info.dwVolumeSerialNumber;
     DWORD const halves[] = {info.nFileIndexLow, info.nFileIndexHigh};
     for (std::size_t i = 0; i < 8; ++i)
         identity.file.Identifier[i] = static_cast<BYTE>(halves[i / 4] >> (8 * (i % 4)));
-    return ERROR_SUCCESS;
+    return true;
 }
 
-DWORD read_identity(std::wstring const &text, file_identity &identity)
+/// Returns whether it could; if not, `ec` holds the system's code.
+bool read_identity(std::wstring const &text, file_identity &identity, std::error_code &ec)
 {
     auto const [file, code] = open_target(text);
-    if (code != ERROR_SUCCESS)
-        return code;
+    if (!file)
+        return fail(code, ec);
     FILE_ID_INFO info = {};
     if (!::GetFileInformationByHandleEx(file.get(), FileIdInfo, &info, sizeof info))
-        return read_short_identity(file, identity);
+        return read_short_identity(file, identity, ec);
     identity = {info.VolumeSerialNumber, info.FileId};
-    return ERROR_SUCCESS;
+    return true;
 }
 
 } // namespace
@@ -60,7 +61,7 @@ std::wstring canonical(std::wstring const &text, std::error_code &ec)
 {
     ec.clear();
     auto const [file, code] = open_target(text);
-    if (code != ERROR_SUCCESS) {
+    if (!file) {
         ec = system_code(code);
         return {};
     }
@@ -109,12 +110,7 @@ bool equivalent(std::wstring const &left, std::wstring const &right, std::error_
     ec.clear();
     file_identity first;
     file_identity second;
-    DWORD code = read_identity(left, first);
-    if (code == ERROR_SUCCESS)
-        code = read_identity(right, second);
-    if (code != ERROR_SUCCESS)
-        ec = system_code(code);
-    return code == ERROR_SUCCESS && first == second;
+    return read_identity(left, first, ec) && read_identity(right, second, ec) && first == second;
 }
 
 } // namespace fl::filesystem::detail::standard

@@ -23,7 +23,7 @@ DWORD query_space(std::wstring const &directory, std::filesystem::space_info &in
 std::wstring volume_of(std::wstring const &text, std::error_code &ec)
 {
     auto const [file, code] = open_target(text);
-    if (code != ERROR_SUCCESS) {
+    if (!file) {
         ec = system_code(code);
         return {};
     }

@@ -279,6 +279,18 @@ TEST(Blame, ATargetBeyondTheLongestPathname)
     EXPECT_EQ(failed(L"C:\\missing"), not_found(u"C:\\missing")) << "reported alone";
 }
 
+TEST(Blame, ASourceWhoseExtensionCantBeComparedIsAFailureOfItsOwn)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\f.b\u00E9x");
+    EXPECT_THROW(throw_win32_exception_for_pair(5, L"C:\\f.b\u00E9x", L"C:\\target"),
+                 foundation::ustring::CtypeInvalidCharacter);
+    EXPECT_EQ(
+        failure_of([] { throw_win32_exception_for_pair(80, L"C:\\f.b\u00E9x", L"C:\\target"); }),
+        exists(target))
+        << "whoever doesn't ask about reading doesn't learn it";
+}
+
 TEST(Blame, EmptyTexts)
 {
     simulated_machine machine;

@@ -76,6 +76,17 @@ TEST(AccessJournal, OfAPlainNameInEachMode)
     }
 }
 
+TEST(AccessJournal, OfAReadOnlyFileWhoseProbeSucceeds)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\f").set_attributes(u"C:\\f", FILE_ATTRIBUTE_READONLY);
+    EXPECT_FALSE(access(uR"(C:\f)", access_write));
+    lines expected = {R"(GetFullPathNameW(C:\f))", R"(GetFileAttributesExW(C:\f))",
+                      R"(WNetGetUniversalNameW(C:\f) flags 1)"};
+    add_probe(expected, R"(C:\f)", "100"); // a handle was there to be closed
+    EXPECT_EQ(calls_with_arguments(machine), expected);
+}
+
 TEST(AccessJournal, OnANetworkInEachMode)
 {
     simulated_machine machine;

@@ -173,6 +173,70 @@ TEST(CopyCalls, SymbolicLinkHasTheFullPathname)
               simulation::symbolic_link_data(uR"(\??\C:\d\a)", uR"(C:\d\a)", 0));
 }
 
+TEST(CopyCalls, SymbolicLinkHasTheStringThatGoesToTheSystem)
+{
+    simulated_machine machine;
+    machine.add_share(u"s", u"h").add_file(uR"(\\s\h\f)");
+    std::u16string const long_file = test_support::of_size(u"C:\\", 248);
+    machine.add_file(long_file);
+    fl::filesystem::copy(uR"(\\s\h\f)", u"l", copy_options::create_symlinks);
+    EXPECT_EQ(machine.reparse_data(uR"(C:\l)"),
+              simulation::symbolic_link_data(uR"(\??\UNC\s\h\f)", uR"(\\s\h\f)", 0));
+    fl::filesystem::copy(long_file, u"m", copy_options::create_symlinks);
+    EXPECT_EQ(machine.reparse_data(uR"(C:\m)"),
+              simulation::symbolic_link_data(uR"(\??\)" + long_file, uR"(\\?\)" + long_file, 0));
+}
+
+// What the enumeration says of a search that fails, and of one that breaks off.
+TEST(CopyCalls, AnEnumerationThatFailsEndsIt)
+{
+    for (DWORD const code : {5U, 32U, 1117U}) {
+        simulated_machine machine;
+        machine.add_file(uR"(C:\t\a)").add_file(uR"(C:\t\b)");
+        auto const search = machine.fail_every_call_on("FindFirstFileExW", code);
+        failure const expected = code == 5 ? denied(u"to") : with_both(code, u"t", u"to");
+        EXPECT_EQ(failure_of([] { copy(u"t", u"to"); }), expected) << code;
+        EXPECT_EQ(machine.entries(uR"(C:\to)"), std::vector<std::u16string>()) << code;
+    }
+    for (DWORD const code : {5U, 32U, 1117U}) {
+        simulated_machine machine;
+        machine.add_file(uR"(C:\t\a)").add_file(uR"(C:\t\b)");
+        auto const next = machine.fail_call("FindNextFileW", 3, code); // behind the dots and `a`
+        failure const expected = code == 5 ? denied(u"to") : with_both(code, u"t", u"to");
+        EXPECT_EQ(failure_of([] { copy(u"t", u"to"); }), expected) << code;
+        EXPECT_EQ(machine.entries(uR"(C:\to)"), std::vector<std::u16string>{u"a"}) << code;
+    }
+}
+
+TEST(CopyCalls, DevicesBeyondTheLimitHaveNoForm)
+{
+    simulated_machine machine;
+    machine.add_file(uR"(C:\f)");
+    std::u16string const device = test_support::of_size(uR"(\\.\)", 248);
+    auto const expected =
+        test_support::invalid_argument("Long UNC path without root not permitted");
+    for (auto const &[from, to] : {std::pair(device, std::u16string(u"f")), {u"f", device}}) {
+        EXPECT_EQ(failure_of([&] { copy(from, to); }), expected);
+        EXPECT_EQ(failure_of([&] { copy_file(from, to); }), expected);
+    }
+    EXPECT_EQ(failure_of([&] { copy_directory(device, u"f"); }), expected);
+    EXPECT_EQ(failure_of([&] { copy_directory(u"C:\\", device); }), expected);
+}
+
+TEST(CopyFileCalls, OptionsAboutOtherThingsDontCount)
+{
+    for (copy_options const options :
+         {copy_options::recursive, copy_options::copy_symlinks, copy_options::skip_symlinks,
+          copy_options::directories_only, copy_options::create_symlinks,
+          copy_options::create_hard_links}) {
+        simulated_machine machine;
+        machine.add_file(uR"(C:\f)", "12345").add_symbolic_link(uR"(C:\l)", u"f");
+        fl::filesystem::copy_file(u"l", u"copy", options);
+        EXPECT_EQ(machine.reparse_tag(uR"(C:\copy)"), DWORD{0});
+        EXPECT_EQ(machine.content(uR"(C:\copy)"), "12345");
+    }
+}
+
 constexpr auto as_links = copy_options::copy_symlinks;
 
 TEST(CopyCalls, JunctionByteForByte)
@@ -209,6 +273,18 @@ TEST(CopyCalls, JunctionThatCantBeMadeLeavesNothing)
     auto const fault = machine.fail_every_call_on("CreateDirectoryW", 5);
     EXPECT_EQ(failure_of([] { fl::filesystem::copy(u"j", u"b", as_links); }), denied(u"b"));
     EXPECT_FALSE(machine.exists(uR"(C:\b)"));
+}
+
+TEST(CopyCalls, JunctionThatCantBeMadeLeavesNothingAlsoIfNoCodeTellsWhy)
+{
+    for (char const *function : {"DeviceIoControl", "CreateFileW"}) {
+        simulated_machine machine;
+        machine.add_directory(uR"(C:\d)").add_junction(uR"(C:\j)", uR"(C:\d)");
+        auto const fault = machine.fail_every_call_on_name(function, uR"(C:\b)", 0);
+        EXPECT_EQ(failure_of([] { fl::filesystem::copy(u"j", u"b", as_links); }), std::nullopt);
+        EXPECT_TRUE(fault.fired()) << function;
+        EXPECT_FALSE(machine.exists(uR"(C:\b)")) << function;
+    }
 }
 
 TEST(CopyCalls, EveryFailingCallReleasesItsHandles)

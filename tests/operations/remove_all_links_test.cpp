@@ -81,6 +81,15 @@ TEST(RemoveAllLinks, AboveTheTreeAreFollowed)
 
 /// A link whose data can't be read passes for a directory: the search looks through it,
 /// but its own attributes tell on it, and only the name goes.
+TEST(RemoveAllLinks, ThatMayNotBeRemovedKeepTheirTargets)
+{
+    simulated_machine machine;
+    machine.add_file(uR"(C:\away\f)").add_junction(uR"(C:\j)", uR"(C:\away)");
+    machine.deny(uR"(C:\j)", right::remove);
+    EXPECT_EQ(failure_of([] { remove_all(uR"(C:\j)"); }), denied(uR"(C:\j)"));
+    EXPECT_TRUE(machine.exists(uR"(C:\j)") && machine.exists(uR"(C:\away\f)"));
+}
+
 TEST(RemoveAllLinks, ThatCantBeReadAreNotEmptiedEither)
 {
     simulated_machine machine;
@@ -273,6 +282,23 @@ TEST(RemoveAllPrefixes, AreAddedFrom260Units)
         SCOPED_TRACE(row.size);
         expect_texts(u"C:", uR"(\\?\C:)", row);
         expect_texts(uR"(\\server\share)", uR"(\\?\UNC\server\share)", row);
+    }
+}
+
+TEST(RemoveAllPrefixes, OfThePatternAreToldWhereTheDirectoryHasNone)
+{
+    for (std::size_t const size : {257U, 258U, 259U}) {
+        simulated_machine machine;
+        std::u16string const directory =
+            uR"(C:\t\)" + std::u16string(100, u'm') + u'\\' + std::u16string(size - 106, u'n');
+        machine.add_file(directory + u"\\x");
+        auto const fault = machine.fail_every_call_on_name("CreateFileW", directory, 5);
+        std::u16string const prefix = size + 2 < 260 ? u"" : uR"(\\?\)";
+        EXPECT_EQ(failure_of([] { remove_all(uR"(C:\t)"); }), denied(prefix + directory + u"\\*"))
+            << size;
+        EXPECT_TRUE(has_called(machine, "CreateFileW", directory)) << size;
+        EXPECT_TRUE(machine.exists(directory + u"\\x")) << size;
+        expect_all_closed(machine);
     }
 }
 

@@ -71,6 +71,7 @@ TEST(RemoveCalls, ThatFail)
         {2, not_found(u"f")},
         {3, not_found(u"f")},
         {53, not_found(u"f")},
+        {64, not_found(u"f")},
         {123, not_found(u"f")},
         {267, not_found(u"f")},
         {5, denied(u"f")},
@@ -79,6 +80,7 @@ TEST(RemoveCalls, ThatFail)
         {1117, system_error(1117, u"f")},
         {161, invalid_argument("The specified path is invalid.")},
         {206, test_support::too_large(u"")},
+        {0, not_found(u"f")}, // it isn't removed, and there is no code
     };
     for (auto const &row : cases) {
         simulated_machine machine;

@@ -31,7 +31,9 @@ enum fsys_excp_id
     fsys_excp_temp_env_not_specified = 14
 };
 
-/// The root of the family: catch this to catch every failure of an operation.
+/// The root of the family: catch this to catch every failure of an operation, but for
+/// `foundation::ustring::CtypeInvalidCharacter`, below, and what an operation names of the
+/// standard library's.
 ///
 /// `what()` is a stable identifier such as "fl:filesystem:AccessDenied", to be
 /// mapped to a message of your own; the pathnames and the system's code are to
@@ -59,7 +61,8 @@ public:
     /// exactly one, empty where the operation had no second pathname.
     std::vector<std::u16string> get_additional_path_names() const;
 
-    /// Returns the Win32 code of a `SystemError`; 0 for every other class.
+    /// Returns the code of a `SystemError`, the system's own but where an operation tells one
+    /// of its numbers, as `copy` does; 0 for every other class.
     unsigned int get_error_code() const;
 
     /// Returns the number of the object's class.

@@ -11,8 +11,8 @@
 namespace fl::filesystem {
 
 /// Returns the root of the installation that the library's module belongs to, in the case
-/// in which the file system has its names. Found once for each process and kept, whatever
-/// moves afterwards.
+/// in which the file system has its names; as `detail::get_base_path` does it. Found once for
+/// each process and kept, whatever moves afterwards.
 ///
 ///     module                                  result
 ///     D:\Apps\Tool\bin\win64\lib.dll          D:\Apps\Tool

@@ -12,7 +12,11 @@
 // pathname, and whatever says "the string that went to the system" can be preceded by what
 // making that string throws: `InvalidArgument` "The path type of the given path is not valid"
 // with the full pathname for a device or a server without a share, and for a pathname that
-// holds `..` what `detail::windows::build_target_path_bridge` throws of the links in it.
+// holds `..` what `detail::windows::build_target_path_bridge` throws of the links in it. Operations
+// that name pathnames as they were given throw `InvalidArgument` "Long UNC path without root not
+// permitted", without a pathname, for a device, or a server without a share, beyond 247 units.
+// Wherever links are followed, `foundation::ustring::CtypeInvalidCharacter` can come of a
+// junction whose name of more than ten units has one above 127 where others have `\??\Volume`.
 
 #include <fl/filesystem/config.hpp>
 #include <fl/filesystem/file_status.hpp>
@@ -110,10 +114,10 @@ FL_FILESYSTEM_API void remove_directory(std::u16string const &p);
 /// Removes `p` with all that is in it, files and directories in the order in which
 /// `FindNextFileW` tells them, a directory after its contents. Links are removed and never
 /// followed, at any depth. A directory that is another kind of reparse point, such as one
-/// that a program keeps in the cloud, isn't emptied: it goes if it is empty. Names in `p` may
-/// end in a full stop or blank, and pathnames in it may be as long as the system takes them.
-/// Needs memory for one pathname and two handles for each level, and no stack for them. The
-/// empty path is passed over.
+/// that a program keeps in the cloud, isn't emptied: it goes if the system opens it and it is
+/// empty. Names in `p` may end in a full stop or blank, and pathnames in it may be as long as
+/// the system takes them. Needs memory for one pathname and two handles for each level, and
+/// no stack for them. The empty path is passed over.
 ///
 /// The first failure ends it, and what was removed by then stays removed: no attribute is
 /// changed, and nothing is tried twice. A read-only file is such a failure. Throws
@@ -129,15 +133,19 @@ FL_FILESYSTEM_API void remove_all(std::u16string const &p);
 ///
 /// Throws, about the pathnames as they were given:
 ///
-///     `from` is missing, or a link that leads nowhere     PathNotFound naming `from`
-///     the directory of `to` is missing                    PathNotFound naming `to`
-///     denied, and `from` is a symbolic link               AccessDenied naming `from`
-///     denied, and `from` can be read                      AccessDenied naming `to`
-///     denied otherwise                                    AccessDenied naming `from`
-///     any other code             what it stands for; `SystemError` names `from` and `to`
+///     `from` is missing                         PathNotFound naming `from`
+///     the directory of `to` is missing          PathNotFound naming `to`, or `from` if that
+///                                               is a link that leads nowhere
+///     denied, and `from` is a symbolic link     AccessDenied naming `from`
+///     denied, and `from` can be read            AccessDenied naming `to`
+///     denied otherwise                          AccessDenied naming `from`
+///     `to` is taken, isn't empty, too long      what the code (80, 183, 145, 206, 267) stands
+///     or below a file                           for, naming `to`
+///     any other code                            what it stands for, naming `from`;
+///                                               `SystemError` names `from` and `to`
 ///
-/// Denied is also what the system says if there is a directory, a link to one, a read-only or
-/// an open file at `to`, none of which is replaced.
+/// Denied is code 5, which the system also says if there is a directory, a link to one, a
+/// read-only or an open file at `to`, none of which is replaced.
 ///
 /// To find out whom to name, `exists` and `access` are asked about `from`, and what they
 /// throw takes the place of it all.
@@ -161,6 +169,9 @@ FL_FILESYSTEM_API void rename(std::u16string const &from, std::u16string const &
 ///                                                     nothing if there is something already
 ///     either            skip_symlinks                 nothing
 ///
+/// An option about files goes ahead of what `to` is: a link or one more name doesn't go into a
+/// directory `to`.
+///
 /// Call it with its namespace where texts are literals: `std::filesystem::copy` is found, too,
 /// through the options, and takes them as well.
 ///
@@ -173,10 +184,10 @@ FL_FILESYSTEM_API void rename(std::u16string const &from, std::u16string const &
 /// `copy_symlinks` with `skip_symlinks` and for two of `skip_existing`,
 /// `overwrite_existing` and `update_existing`. Otherwise, about the pathnames as they were
 /// given, as `rename` does; and `FileIsDirectory` naming `from` for a directory with
-/// `create_symlinks`. `SystemError` with the code 17 stands for `to` being `from`, or a file
-/// where a directory is to go, and with 130 for a link onto something that exists; it names
-/// `from`, and `to` beside it. "Long UNC path without root not permitted" as `create_directory`
-/// says it, for either pathname, here and in the two operations below.
+/// `create_symlinks`. `SystemError` with the code 17 stands for `to` being `from`, whatever the
+/// options, for a file where a directory is to go, and for a hard link to another volume, of
+/// which the system says it; with 130 for a link onto something that exists. It names `from`, and
+/// `to` beside it.
 FL_FILESYSTEM_API void
 copy(upath const &from, upath const &to,
      std::filesystem::copy_options options = std::filesystem::copy_options::none);
@@ -234,7 +245,7 @@ inline constexpr unsigned int access_execute = 8;
 /// of 0 or beyond 15, "Unsupported Access Mode"; `PathNotFound` without a pathname, also
 /// for a broken link; what `detail::windows::build_target_path_bridge` throws of a link that
 /// leads to no pathname, such as a device; `AccessDenied` and what other codes stand for, naming
-/// the string that went to the system; `SystemError` 8246 if 20 links in a row lead nowhere else;
+/// the string that went to the system; `SystemError` 8246 if it leads through 20 links or more;
 /// and `foundation::ustring::CtypeInvalidCharacter` on an extension of three units with one above
 /// 127, of a file that could be opened.
 FL_FILESYSTEM_API bool access(upath const &p, unsigned int mode);
@@ -301,7 +312,8 @@ FL_FILESYSTEM_API void copy_symlink(std::u16string const &existing, std::u16stri
 /// COM on the calling thread and uninitialises it again.
 ///
 /// Throws `InvalidArgument` without a pathname: "Shortcut path input must have .lnk file
-/// extension", in just these letters, and "Empty path inputs not permitted". What the code
+/// extension", in just these letters, and "Empty path inputs not permitted" for a string for
+/// the shell that comes out empty. What the code
 /// in a failed HRESULT stands for, or `SystemError` 14077 if there is none, names
 /// `shortcut` as it went to the shell. Throws what
 /// `detail::windows::make_native_access_form_bridge` throws, for `target` first.
@@ -350,10 +362,10 @@ FL_FILESYSTEM_API std::u16string read_symlink(std::u16string const &p);
 ///     link on a server or a mapped drive    its own record: it isn't followed
 ///     shortcut file                         its own record: a regular file
 ///
-/// Throws `SystemError` 8246, naming the pathname that it came to, if 20 links in a row
-/// lead nowhere else, also for a link to itself; `AccessDenied` and whatever else a
-/// failed call stands for, naming the string that went to the system; and
-/// `foundation::ustring::CtypeInvalidCharacter` if the last full stop of the target's
+/// Throws `SystemError` 8246, naming the pathname that it came to, if `p` leads through 20
+/// links or more, whatever is behind them; `AccessDenied` and whatever else a failed call
+/// stands for, naming the string that went to the system; and
+/// `foundation::ustring::CtypeInvalidCharacter` for a file if the last full stop of its
 /// pathname has three units behind it and one of them is above 127.
 FL_FILESYSTEM_API file_status status(upath const &p);
 FL_FILESYSTEM_API file_status status(std::u16string const &p);
@@ -370,16 +382,18 @@ FL_FILESYSTEM_API file_status symlink_status(std::u16string const &p);
 /// `status`. The empty text and a name that isn't there give a default-constructed record.
 ///
 /// Throws `InvalidArgument` "Long UNC path without root not permitted", without a
-/// pathname, if a text of 260 units or more is relative; `SystemError` 8246 and what failed
-/// calls stand for, as `status` does.
+/// pathname, if a text of 260 units or more begins neither with a drive and a backslash, nor
+/// with a server and a share behind backslashes, nor with a long prefix; `SystemError` 8246
+/// and what failed calls stand for, as `status` does.
 FL_FILESYSTEM_API file_status_light status_express_light(std::u16string const &p);
 
 /// Returns whether `p` leads to something, links followed by the system itself. It is
-/// false for a name that can't be reached, on a disk or on a network, and for a reparse
-/// point that nobody can look behind (code 1920).
+/// false for a name that can't be reached, on a disk or on a network, or that can be none, and
+/// for a reparse point that nobody can look behind (code 1920).
 ///
 /// Throws `AccessDenied`, naming `p` as it was given, if the caller may not look, and what
-/// any other code stands for.
+/// any other code stands for, but for those that stand for an `InvalidArgument`: they are a no,
+/// too.
 FL_FILESYSTEM_API bool exists(upath const &p);
 FL_FILESYSTEM_API bool exists(std::u16string const &p);
 
@@ -428,9 +442,9 @@ FL_FILESYSTEM_API upath relative(upath const &p, upath const &base);
 FL_FILESYSTEM_API std::u16string relative(std::u16string const &p, std::u16string const &base);
 
 /// Returns whether `p1` and `p2` lead to one file or directory, by the identifiers of volume
-/// and file. False if just one of them is there.
+/// and file. False if just one of them is there. What can't be looked at counts as not there.
 ///
-/// Throws `PathNotFound` naming `p1` if neither is there. If both are and one can't be opened,
+/// Throws `PathNotFound` naming `p1` if neither is there. If both are and one can't be compared,
 /// throws as `rename` does, with `p1` and `p2` for source and target.
 FL_FILESYSTEM_API bool equivalent(upath const &p1, upath const &p2);
 FL_FILESYSTEM_API bool equivalent(std::u16string const &p1, std::u16string const &p2);
@@ -465,8 +479,8 @@ FL_FILESYSTEM_API bool change_current_path(std::u16string const &p);
 /// `detail::windows::make_native_access_form_bridge`), absolute and cleaned; otherwise it is a
 /// failure. The text may have a long prefix; the path object hasn't.
 ///
-/// Throws `SystemError` with the code 0 (providers tell none) naming the string for the
-/// system if `p` isn't on a mapped drive, and what making that string throws.
+/// Throws, unless `tolerant`, `SystemError` with the code 0 (providers tell none) naming the
+/// string for the system if `p` isn't on a mapped drive; and what making that string throws.
 FL_FILESYSTEM_API upath get_unc_path(upath const &p, bool tolerant);
 FL_FILESYSTEM_API std::u16string get_unc_path(std::u16string const &p, bool tolerant);
 

@@ -113,7 +113,8 @@ FL_FILESYSTEM_API bool is_path_clean_bridge(std::wstring const &path, std::uint6
 /// Throws `PathNotFound` without a pathname for a target that leans on a drive's
 /// current directory or ends in a share, `InvalidArgument` "Invalid Path Type" for one
 /// that is no pathname or a device, and what the walk throws: `SystemError` 8246 on the
-/// 101st link, and what the code of a failed `GetFileAttributesExW` stands for.
+/// 101st link, what the code of a failed `GetFileAttributesExW` stands for, and what
+/// `get_target_path_bridge` throws.
 FL_FILESYSTEM_API std::wstring build_target_path_bridge(std::wstring const &link_path,
                                                         std::wstring const &target_text,
                                                         attrib_link_type link_type);
@@ -128,12 +129,12 @@ FL_FILESYSTEM_API std::wstring build_target_path_bridge(std::wstring const &link
 ///     C:\link\..\x       C:\x, whatever the link leads to
 ///
 /// Throws `InvalidArgument` "The path type of the given path is not valid", naming the
-/// full pathname, for servers without a share and devices, and what the walk throws (see
-/// `build_target_path_bridge`).
+/// full pathname, for servers without a share and devices, what `absolute` throws, naming `path`,
+/// and what the walk throws (see `build_target_path_bridge`).
 FL_FILESYSTEM_API std::wstring make_native_access_form_bridge(std::u16string const &path);
 
 /// Returns the record of what `link` leads to, a link in the form for the system. What
-/// isn't a link is a failure here. On a server the link answers for itself.
+/// isn't a link is a failure here, but on a server, where each name answers for itself.
 ///
 ///     link to a file or directory    the record of that, further links followed
 ///     broken link                    a default-constructed record: not found
@@ -142,9 +143,10 @@ FL_FILESYSTEM_API std::wstring make_native_access_form_bridge(std::u16string con
 ///     any other reparse point        of type `file_not_found`
 ///
 /// Throws `InvalidArgument` "The file or directory is not a reparse point." on a plain
-/// name, `SystemError` 8246 if 20 links in a row lead nowhere else, what failed calls stand
-/// for, naming the string that went to the system, and what `build_target_path_bridge` and
-/// `get_target_path_bridge` throw on the text of a link.
+/// name, `SystemError` 8246 if it leads through 20 links or more, what failed calls stand
+/// for, naming the string that went to the system, what `build_target_path_bridge` and
+/// `get_target_path_bridge` throw on the text of a link, and
+/// `foundation::ustring::CtypeInvalidCharacter` as `status` does.
 FL_FILESYSTEM_API file_status target_status_bridge(std::wstring const &link);
 
 } // namespace fl::filesystem::detail::windows
