@@ -18,9 +18,9 @@ namespace fl::filesystem::detail {
 ///     2, 3, 80, 145, 183, 206, 267    target
 ///     any other                       source, the target beside it
 ///
-/// Whatever the code behind the first row, `exists` is asked about the source, and `access`
-/// for code 5; what they throw travels in place of the report. Ahead of them the last error is put back
-/// to what it was on entry.
+/// Behind the first row `exists` is asked about the source, whatever the code, and `access`
+/// for code 5; what they throw travels in place of the report. Ahead of them the last error
+/// is put back to what it was on entry.
 [[noreturn]] void throw_win32_exception_for_pair(unsigned int error_code,
                                                  std::wstring const &first_path,
                                                  std::wstring const &second_path);

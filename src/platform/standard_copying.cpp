@@ -243,14 +243,13 @@ void copier::copy_regular(file_type to_type)
 
 void copier::copy_directory(file_type to_type)
 {
-    constexpr copy_options tree = copy_options::recursive;
     if (to_type == file_type::regular)
         ec_ = generic_code(generic_file_exists);
     else if (has(copy_options::create_symlinks))
         ec_ = generic_code(generic_is_a_directory);
     else
         create_directory(to_, ec_);
-    if (!ec_ && (has(tree) || !has(copy_options::directories_only)))
+    if (!ec_ && (has(copy_options::recursive) || !has(copy_options::directories_only)))
         enter();
 }
 

@@ -96,7 +96,7 @@ void make_cleaned_link(std::wstring const &target, std::wstring const &link, DWO
 std::wstring read_symlink(std::wstring const &text, std::error_code &ec)
 {
     ec.clear();
-    std::unique_ptr<unsigned char[]> data;
+    reparse_block data;
     if (!read_reparse_point(open_reparse_point(text, FILE_READ_ATTRIBUTES), data, ec))
         return {};
     reparse_bytes const bytes(data.get(), reparse_room);

@@ -83,15 +83,10 @@ bool remove(std::wstring const &text, std::error_code &ec)
 {
     ec.clear();
     auto const [file, open_code] = open_reparse_point(text, DELETE);
-    if (!file) {
-        if (!is_not_found(open_code))
-            ec = system_code(open_code);
-        return false;
-    }
+    if (!file)
+        return !is_not_found(open_code) && fail(open_code, ec);
     DWORD const code = mark_for_deletion(file, text);
-    if (code != ERROR_SUCCESS)
-        ec = system_code(code);
-    return code == ERROR_SUCCESS;
+    return code == ERROR_SUCCESS || fail(code, ec);
 }
 
 void rename(std::wstring const &from, std::wstring const &to, std::error_code &ec)

@@ -79,8 +79,6 @@ TEST(RemoveAllLinks, AboveTheTreeAreFollowed)
     EXPECT_EQ(machine.entries(uR"(C:\away)"), names{});
 }
 
-/// A link whose data can't be read passes for a directory: the search looks through it,
-/// but its own attributes tell on it, and only the name goes.
 TEST(RemoveAllLinks, ThatMayNotBeRemovedKeepTheirTargets)
 {
     simulated_machine machine;
@@ -90,6 +88,8 @@ TEST(RemoveAllLinks, ThatMayNotBeRemovedKeepTheirTargets)
     EXPECT_TRUE(machine.exists(uR"(C:\j)") && machine.exists(uR"(C:\away\f)"));
 }
 
+/// A link whose data can't be read passes for a directory: the search looks through it,
+/// but its own attributes tell on it, and only the name goes.
 TEST(RemoveAllLinks, ThatCantBeReadAreNotEmptiedEither)
 {
     simulated_machine machine;
