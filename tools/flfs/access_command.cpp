@@ -2,6 +2,7 @@
 
 #include <fl/filesystem/operations.hpp>
 
+#include "flfs/argument_guard.hpp"
 #include "flfs/command_line.hpp"
 #include "flfs/failure_json.hpp"
 #include "flfs/text.hpp"

@@ -2,6 +2,7 @@
 
 #include <fl/filesystem/operations.hpp>
 
+#include "flfs/argument_guard.hpp"
 #include "flfs/changes.hpp"
 #include "flfs/command_line.hpp"
 #include "flfs/permission_words.hpp"
@@ -60,8 +61,8 @@ void add_chmod_command(CLI::App &app, session &session)
         "= alone makes it read-only and takes all four others away. A link is followed by\n"
         "one hop.");
     command->set_help_flag("--help", "Print this help and exit"); // `-h` is a word
-    CLI::Option *word = add_word(*command, "WORD", "what to change: +w, -w, =rw, +h, ...");
-    word->check(complaint_about, "");
+    CLI::Option *word =
+        add_word(*command, "WORD", "what to change: +w, -w, =rw, +h, ...", complaint_about);
     CLI::Option *paths = add_pathnames(*command, "PATH", "file or directory to change");
     auto const links = std::make_shared<bool>(false);
     add_flag(*command, "--links", *links, "Change PATH itself if it is a link");

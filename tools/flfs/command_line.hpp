@@ -1,12 +1,9 @@
 #ifndef FL_FLFS_COMMAND_LINE_HPP
 #define FL_FLFS_COMMAND_LINE_HPP
-// How pathnames come through CLI11 unchanged. It reads some words as its own
-// notation: one in brackets as a list, `++` as the end of a command. As a pathname
-// either may be meant. And what most commands want of CLI11, whose header takes
-// seconds to compile: few have to include it.
+// What commands want of CLI11, whose header takes seconds to compile: few of them have to
+// include it.
 
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace CLI {
@@ -15,15 +12,6 @@ class Option;
 } // namespace CLI
 
 namespace flfs {
-
-/// Returns `arguments` so that CLI11 takes pathnames for plain words, and in the
-/// order that it wants: last one first. Everything behind the first `--` is a
-/// pathname, which CLI11 only grants to a command that has none yet. The word of `chmod` may begin
-/// with a hyphen, as `-w` does. A value behind `=` may be a pathname, too.
-std::vector<std::string> protect(std::vector<std::string> const &arguments);
-
-/// Takes out of a message what `protect` has put in.
-std::string unprotected(std::string_view message);
 
 /// Gives `app` the command `name`. `footer` tells in its help what the rest leaves open.
 CLI::App *add_command(CLI::App &app, std::string const &name, std::string const &description,

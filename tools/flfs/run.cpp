@@ -3,7 +3,7 @@
 #include <fl/filesystem/config.hpp>
 #include <fl/filesystem/exceptions.hpp>
 
-#include "flfs/command_line.hpp"
+#include "flfs/argument_guard.hpp"
 #include "flfs/commands.hpp"
 #include "flfs/failure_report.hpp"
 #include "flfs/text.hpp"

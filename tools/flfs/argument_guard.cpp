@@ -1,0 +1,76 @@
+#include "flfs/argument_guard.hpp"
+
+#include <algorithm>
+
+namespace flfs {
+
+namespace {
+
+// A unit separator: in no Windows name, nor anything that CLI11 looks for.
+constexpr char guard = '\x1F';
+
+bool is_notation(std::string const &word)
+{
+    return !word.empty() && (word.front() == '[' || word == "++" || word.front() == guard);
+}
+
+bool is_option(std::string const &word)
+{
+    return !word.empty() && word.front() == '-';
+}
+
+bool is_long_option(std::string const &word)
+{
+    return word.compare(0, 2, "--") == 0;
+}
+
+/// `--base=[dir]` with the guard ahead of the value.
+std::string with_guarded_value(std::string const &option)
+{
+    std::size_t const equals = option.find('=');
+    if (equals == option.npos || !is_notation(option.substr(equals + 1)))
+        return option;
+    return option.substr(0, equals + 1) + guard + option.substr(equals + 1);
+}
+
+} // namespace
+
+std::vector<std::string> protect(std::vector<std::string> const &arguments)
+{
+    std::vector<std::string> words;
+    bool options_ended = false;
+    bool expects_sign = !arguments.empty() && arguments.front() == "chmod";
+    for (std::string const &argument : arguments) {
+        if (argument == "--" && !options_ended) {
+            options_ended = true;
+            continue;
+        }
+        bool const is_signed = expects_sign && is_option(argument) && !is_long_option(argument);
+        bool const needs_guard =
+            is_notation(argument) || is_signed || (options_ended && is_option(argument));
+        if (&argument != &arguments.front() && !is_long_option(argument))
+            expects_sign = false; // that was the word
+        if (needs_guard)
+            words.push_back(guard + argument);
+        else
+            words.push_back(is_long_option(argument) ? with_guarded_value(argument) : argument);
+    }
+    std::reverse(words.begin(), words.end());
+    return words;
+}
+
+std::string unprotected(std::string_view message)
+{
+    std::string plain(message);
+    plain.erase(std::remove(plain.begin(), plain.end(), guard), plain.end());
+    return plain;
+}
+
+std::string_view without_guard(std::string_view word)
+{
+    if (!word.empty() && word.front() == guard)
+        word.remove_prefix(1);
+    return word;
+}
+
+} // namespace flfs
