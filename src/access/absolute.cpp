@@ -6,7 +6,7 @@
 #include "failure/filesystem_error.hpp"
 #include "failure/throw.hpp"
 #include "platform/code_units.hpp"
-#include "platform/standard_filesystem.hpp"
+#include "standard/filesystem.hpp"
 
 namespace fl::filesystem {
 

@@ -1,6 +1,6 @@
 #include <fl/filesystem/access_forms.hpp>
 
-#include "access/long_prefix.hpp"
+#include "pathname/long_prefix.hpp"
 #include "pathname/root_length.hpp"
 #include "platform/code_units.hpp"
 #include "platform/limits.hpp"

@@ -1,7 +1,7 @@
 #include "access/current_path.hpp"
 
 #include "failure/throw.hpp"
-#include "platform/standard_filesystem.hpp"
+#include "standard/filesystem.hpp"
 
 #include <filesystem>
 #include <system_error>

@@ -3,7 +3,7 @@
 #include <fl/filesystem/operations.hpp>
 #include <fl/filesystem/pathname_traits.hpp>
 
-#include "access/long_prefix.hpp"
+#include "pathname/long_prefix.hpp"
 #include "platform/code_units.hpp"
 #include "platform/limits.hpp"
 

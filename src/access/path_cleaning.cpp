@@ -1,9 +1,9 @@
 #include "access/path_cleaning.hpp"
 
 #include "access/current_path.hpp"
-#include "access/long_prefix.hpp"
 #include "failure/throw.hpp"
 #include "pathname/expanded_path.hpp"
+#include "pathname/long_prefix.hpp"
 #include "pathname/path_type.hpp"
 #include "platform/code_units.hpp"
 

@@ -7,8 +7,8 @@
 
 #include "access/buffer_size.hpp"
 #include "access/link_chain.hpp"
-#include "access/long_prefix.hpp"
 #include "access/path_cleaning.hpp"
+#include "pathname/long_prefix.hpp"
 #include "pathname/shapes.hpp"
 #include "platform/code_units.hpp"
 #include "platform/limits.hpp"

@@ -1,9 +1,9 @@
 #include <fl/filesystem/windows.hpp>
 
 #include "access/link_chain.hpp"
-#include "access/long_prefix.hpp"
 #include "access/path_cleaning.hpp"
 #include "failure/throw.hpp"
+#include "pathname/long_prefix.hpp"
 #include "pathname/path_type.hpp"
 
 #include <algorithm>

@@ -5,7 +5,7 @@
 #include "failure/win32_error.hpp"
 #include "platform/code_units.hpp"
 #include "platform/limits.hpp"
-#include "platform/standard_filesystem.hpp"
+#include "standard/filesystem.hpp"
 
 #include <windows.h>
 

@@ -3,7 +3,7 @@
 #include "failure/blame.hpp"
 #include "failure/throw.hpp"
 #include "failure/win32_error.hpp"
-#include "platform/standard_codes.hpp"
+#include "standard/codes.hpp"
 
 namespace fl::filesystem::detail {
 

@@ -3,9 +3,9 @@
 #include <fl/filesystem/operations.hpp>
 #include <fl/filesystem/pathname.hpp>
 
-#include "access/long_prefix.hpp"
 #include "install/install_root.hpp"
 #include "install/true_case.hpp"
+#include "pathname/long_prefix.hpp"
 #include "platform/code_units.hpp"
 
 #include <boost/thread/once.hpp>

@@ -1,7 +1,7 @@
 #include "install/true_case.hpp"
 
-#include "access/long_prefix.hpp"
 #include "failure/win32_error.hpp"
+#include "pathname/long_prefix.hpp"
 #include "pathname/root_length.hpp"
 #include "pathname/shapes.hpp"
 #include "platform/owned_handle.hpp"

@@ -1,7 +1,7 @@
 #include <fl/filesystem/operations.hpp>
 
 #include "failure/win32_error.hpp"
-#include "platform/standard_filesystem.hpp"
+#include "standard/filesystem.hpp"
 
 namespace fl::filesystem {
 

@@ -3,7 +3,7 @@
 #include "access/filesystem_form.hpp"
 #include "failure/filesystem_error.hpp"
 #include "platform/code_units.hpp"
-#include "platform/standard_filesystem.hpp"
+#include "standard/filesystem.hpp"
 
 namespace fl::filesystem {
 

@@ -1,6 +1,6 @@
 #include "links/shortcut.hpp"
 
-#include "access/long_prefix.hpp"
+#include "pathname/long_prefix.hpp"
 #include "platform/shell_link_object.hpp"
 
 #include <algorithm>

@@ -4,14 +4,14 @@
 
 #include "access/absolute.hpp"
 #include "access/link_chain.hpp"
-#include "access/long_prefix.hpp"
 #include "access/path_cleaning.hpp"
 #include "failure/throw.hpp"
 #include "failure/win32_error.hpp"
 #include "operations/presence.hpp"
+#include "pathname/long_prefix.hpp"
 #include "platform/attribute_query.hpp"
 #include "platform/code_units.hpp"
-#include "platform/standard_filesystem.hpp"
+#include "standard/filesystem.hpp"
 
 #include <algorithm>
 #include <utility>

@@ -6,7 +6,7 @@
 #include "failure/filesystem_error.hpp"
 #include "failure/throw.hpp"
 #include "operations/forms_of_two.hpp"
-#include "platform/standard_filesystem.hpp"
+#include "standard/filesystem.hpp"
 
 namespace fl::filesystem {
 

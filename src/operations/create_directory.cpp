@@ -3,7 +3,7 @@
 #include "access/filesystem_form.hpp"
 #include "failure/throw.hpp"
 #include "failure/win32_error.hpp"
-#include "platform/standard_filesystem.hpp"
+#include "standard/filesystem.hpp"
 
 namespace fl::filesystem {
 

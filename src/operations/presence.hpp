@@ -5,7 +5,7 @@
 #include <fl/filesystem/path.hpp>
 
 #include "access/filesystem_form.hpp"
-#include "platform/standard_filesystem.hpp"
+#include "standard/filesystem.hpp"
 
 namespace fl::filesystem::detail {
 

@@ -2,7 +2,7 @@
 
 #include "failure/win32_error.hpp"
 #include "platform/code_units.hpp"
-#include "platform/standard_filesystem.hpp"
+#include "standard/filesystem.hpp"
 
 namespace fl::filesystem {
 

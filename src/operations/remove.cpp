@@ -9,7 +9,7 @@
 #include "operations/removal_calls.hpp"
 #include "platform/attribute_query.hpp"
 #include "platform/code_units.hpp"
-#include "platform/standard_filesystem.hpp"
+#include "standard/filesystem.hpp"
 
 #include <windows.h>
 

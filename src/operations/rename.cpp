@@ -1,7 +1,7 @@
 #include <fl/filesystem/operations.hpp>
 
 #include "operations/forms_of_two.hpp"
-#include "platform/standard_filesystem.hpp"
+#include "standard/filesystem.hpp"
 
 namespace fl::filesystem {
 

@@ -4,7 +4,7 @@
 
 #include "access/filesystem_form.hpp"
 #include "failure/win32_error.hpp"
-#include "platform/standard_filesystem.hpp"
+#include "standard/filesystem.hpp"
 
 #include <windows.h>
 

@@ -3,8 +3,8 @@
 #include <fl/filesystem/exceptions.hpp>
 #include <fl/filesystem/pathname_traits.hpp>
 
-#include "access/long_prefix.hpp"
 #include "failure/win32_error.hpp"
+#include "pathname/long_prefix.hpp"
 #include "platform/attribute_query.hpp"
 #include "platform/code_units.hpp"
 #include "platform/limits.hpp"

@@ -1,7 +1,7 @@
 // Our text functions beside those of the toolchain's own facility, which knows drives only
 // where it is built for Windows. Each class of differences has its reason, and occurs.
 
-#include "platform/standard_filesystem.hpp"
+#include "standard/filesystem.hpp"
 
 #include "support/failure.hpp"
 #include "support/text.hpp"

@@ -1,9 +1,9 @@
-#include "platform/standard_filesystem.hpp"
+#include "standard/filesystem.hpp"
 
-#include "access/long_prefix.hpp"
-#include "platform/standard_codes.hpp"
-#include "platform/standard_lexical.hpp"
-#include "platform/standard_opening.hpp"
+#include "pathname/long_prefix.hpp"
+#include "standard/codes.hpp"
+#include "standard/lexical.hpp"
+#include "standard/opening.hpp"
 
 #include <windows.h>
 

@@ -1,6 +1,6 @@
 // What only the simulated machine can show of reading links by the standard facility.
 
-#include "platform/standard_filesystem.hpp"
+#include "standard/filesystem.hpp"
 
 #include "links/reparse_bytes.hpp"
 #include "support/allocations.hpp"

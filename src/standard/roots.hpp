@@ -1,5 +1,5 @@
-#ifndef FL_FILESYSTEM_SRC_PLATFORM_STANDARD_ROOTS_HPP
-#define FL_FILESYSTEM_SRC_PLATFORM_STANDARD_ROOTS_HPP
+#ifndef FL_FILESYSTEM_SRC_STANDARD_ROOTS_HPP
+#define FL_FILESYSTEM_SRC_STANDARD_ROOTS_HPP
 // How the standard facility reads the root of a pathname. Unlike the library's own
 // grammar it takes either separator everywhere, and a server without a share for a root.
 

@@ -1,8 +1,8 @@
-#include "platform/standard_filesystem.hpp"
+#include "standard/filesystem.hpp"
 
 #include "platform/owned_handle.hpp"
 #include "platform/reparse_point.hpp"
-#include "platform/standard_codes.hpp"
+#include "standard/codes.hpp"
 
 #include <windows.h>
 

@@ -1,8 +1,8 @@
-#include "platform/standard_filesystem.hpp"
+#include "standard/filesystem.hpp"
 
 #include "platform/reparse_point.hpp"
-#include "platform/standard_codes.hpp"
-#include "platform/standard_roots.hpp"
+#include "standard/codes.hpp"
+#include "standard/roots.hpp"
 
 #include <windows.h>
 

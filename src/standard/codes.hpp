@@ -1,5 +1,5 @@
-#ifndef FL_FILESYSTEM_SRC_PLATFORM_STANDARD_CODES_HPP
-#define FL_FILESYSTEM_SRC_PLATFORM_STANDARD_CODES_HPP
+#ifndef FL_FILESYSTEM_SRC_STANDARD_CODES_HPP
+#define FL_FILESYSTEM_SRC_STANDARD_CODES_HPP
 // What the files of the standard facility share about codes.
 
 #include <windows.h>

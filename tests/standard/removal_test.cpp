@@ -1,7 +1,7 @@
 // Removal by the standard facility: the two ways of marking, and what a read-only file
 // goes through where the system knows only the old one.
 
-#include "platform/standard_filesystem.hpp"
+#include "standard/filesystem.hpp"
 
 #include <simulation/machine.hpp>
 

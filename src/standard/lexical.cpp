@@ -1,7 +1,7 @@
-#include "platform/standard_lexical.hpp"
-#include "platform/standard_filesystem.hpp"
+#include "standard/lexical.hpp"
+#include "standard/filesystem.hpp"
 
-#include "platform/standard_roots.hpp"
+#include "standard/roots.hpp"
 
 #include <algorithm>
 

@@ -1,5 +1,5 @@
-#ifndef FL_FILESYSTEM_SRC_PLATFORM_STANDARD_LEXICAL_HPP
-#define FL_FILESYSTEM_SRC_PLATFORM_STANDARD_LEXICAL_HPP
+#ifndef FL_FILESYSTEM_SRC_STANDARD_LEXICAL_HPP
+#define FL_FILESYSTEM_SRC_STANDARD_LEXICAL_HPP
 // Elements of a pathname as the standard facility iterates over them and joins them.
 
 #include <string>

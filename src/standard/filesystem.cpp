@@ -1,12 +1,12 @@
-#include "platform/standard_filesystem.hpp"
+#include "standard/filesystem.hpp"
 
 #include "platform/attribute_query.hpp"
 #include "platform/filled_buffer.hpp"
 #include "platform/owned_handle.hpp"
 #include "platform/reparse_point.hpp"
-#include "platform/standard_codes.hpp"
-#include "platform/standard_opening.hpp"
-#include "platform/standard_roots.hpp"
+#include "standard/codes.hpp"
+#include "standard/opening.hpp"
+#include "standard/roots.hpp"
 
 #include <windows.h>
 

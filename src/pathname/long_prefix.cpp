@@ -1,4 +1,4 @@
-#include "access/long_prefix.hpp"
+#include "pathname/long_prefix.hpp"
 
 #include <fl/filesystem/windows.hpp>
 

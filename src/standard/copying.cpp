@@ -1,11 +1,11 @@
-#include "platform/standard_filesystem.hpp"
+#include "standard/filesystem.hpp"
 
 #include "pathname/shapes.hpp"
 #include "platform/owned_handle.hpp"
 #include "platform/reparse_point.hpp"
-#include "platform/standard_codes.hpp"
-#include "platform/standard_lexical.hpp"
-#include "platform/standard_opening.hpp"
+#include "standard/codes.hpp"
+#include "standard/lexical.hpp"
+#include "standard/opening.hpp"
 
 #include <windows.h>
 

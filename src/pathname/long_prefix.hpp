@@ -1,5 +1,5 @@
-#ifndef FL_FILESYSTEM_SRC_ACCESS_LONG_PREFIX_HPP
-#define FL_FILESYSTEM_SRC_ACCESS_LONG_PREFIX_HPP
+#ifndef FL_FILESYSTEM_SRC_PATHNAME_LONG_PREFIX_HPP
+#define FL_FILESYSTEM_SRC_PATHNAME_LONG_PREFIX_HPP
 // The prefixes `\\?\` and `\\?\UNC\`, which lift the length limits of the system.
 
 #include <cstddef>

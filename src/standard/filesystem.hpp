@@ -1,5 +1,5 @@
-#ifndef FL_FILESYSTEM_SRC_PLATFORM_STANDARD_FILESYSTEM_HPP
-#define FL_FILESYSTEM_SRC_PLATFORM_STANDARD_FILESYSTEM_HPP
+#ifndef FL_FILESYSTEM_SRC_STANDARD_FILESYSTEM_HPP
+#define FL_FILESYSTEM_SRC_STANDARD_FILESYSTEM_HPP
 // The standard library's filesystem facility as it behaves on Windows, over Win32
 // calls: what the facility of one toolchain knows of drives, shares and links,
 // that of another doesn't, and what is tested must be what ships.

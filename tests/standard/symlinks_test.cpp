@@ -1,7 +1,7 @@
 // What only the simulated machine can show of making links, of looking at them and of
 // renaming by the standard facility.
 
-#include "platform/standard_filesystem.hpp"
+#include "standard/filesystem.hpp"
 
 #include "support/allocations.hpp"
 #include "support/failure.hpp"

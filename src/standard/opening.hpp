@@ -1,11 +1,11 @@
-#ifndef FL_FILESYSTEM_SRC_PLATFORM_STANDARD_OPENING_HPP
-#define FL_FILESYSTEM_SRC_PLATFORM_STANDARD_OPENING_HPP
+#ifndef FL_FILESYSTEM_SRC_STANDARD_OPENING_HPP
+#define FL_FILESYSTEM_SRC_STANDARD_OPENING_HPP
 // What the files of the standard facility share about opening, and about texts that calls
 // write.
 
 #include "platform/filled_buffer.hpp"
 #include "platform/owned_handle.hpp"
-#include "platform/standard_codes.hpp"
+#include "standard/codes.hpp"
 
 #include <windows.h>
 

@@ -1,4 +1,4 @@
-#include "platform/standard_filesystem.hpp"
+#include "standard/filesystem.hpp"
 
 #include "support/text.hpp"
 #include "support/workspace.hpp"

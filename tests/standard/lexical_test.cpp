@@ -1,9 +1,9 @@
 // The pure text of the standard facility: what the rules of the C++ standard say of
 // pathnames of Windows.
 
-#include "platform/standard_filesystem.hpp"
-#include "platform/standard_lexical.hpp"
-#include "platform/standard_roots.hpp"
+#include "standard/filesystem.hpp"
+#include "standard/lexical.hpp"
+#include "standard/roots.hpp"
 
 #include "support/failure.hpp"
 #include "support/text.hpp"

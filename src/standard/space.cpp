@@ -1,6 +1,6 @@
-#include "platform/standard_filesystem.hpp"
+#include "standard/filesystem.hpp"
 
-#include "platform/standard_opening.hpp"
+#include "standard/opening.hpp"
 
 #include <windows.h>
 
