@@ -400,6 +400,13 @@ walk::step walk::follow_long_drive(std::wstring const &target)
     skip_doubled_separator(target);
     splice_rest(target, root);
     settle(clamped(target, root));
+    if (length_ < root) {
+        // the expansion of `C:` has no prefix, and all of it is the root: nothing counts
+        // that stood behind it before
+        std::fill(resolved_.begin() + static_cast<std::ptrdiff_t>(length_), resolved_.end(), L'\0');
+        prefix_length_ = 0;
+        root_length_ = length_;
+    }
     return step::next;
 }
 
@@ -430,11 +437,12 @@ walk::step walk::keep_remote_link()
     return step::next;
 }
 
-/// The index of the backslash ahead of the last settled element.
+/// The index of the backslash ahead of the last settled element. A drive without a prefix
+/// has none ahead of its root, which is where it ends.
 std::size_t walk::last_backslash_before_end() const
 {
     std::size_t const found = resolved_.rfind(backslash<wchar_t>, length_ - 2);
-    return found == std::wstring::npos ? 0 : found;
+    return found == std::wstring::npos ? drive_size : found;
 }
 
 void walk::append(std::wstring_view text)

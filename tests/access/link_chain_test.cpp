@@ -228,6 +228,8 @@ TEST(ResolveLinkChain, TakesTwoUnitsTooManyForTheRootOfABareShare)
     EXPECT_EQ(walked(LR"(\\s\h\..)"), LR"(\\?\UNC\s\h\)" + std::wstring(2, L'\0'))
         << "two units of the empty buffer";
     EXPECT_EQ(walked(LR"(\\s\h\work\..)"), LR"(\\?\UNC\s\h\wo)") << "two units of what stood there";
+    EXPECT_EQ(walked(LR"(\\s\h\work\..\..)"), LR"(\\?\UNC\s\h\wo)") << "from above, too";
+    EXPECT_EQ(walked(LR"(\\s\h\work\x\..)"), LR"(\\?\UNC\s\h\work)") << "below there it isn't";
     EXPECT_EQ(failed_walk(LR"(\\s\h\..\x)"), system_error(67, uR"(\\?\UNC\s\x)"))
         << "ahead of the units nothing holds the share";
     // by a link it comes to have its root
@@ -605,6 +607,71 @@ TEST(ResolveLinkChain, ALongTargetBehindADriveRelativePrefixIsCutAtSevenUnits)
     EXPECT_EQ(walked(LR"(\\?\C:\m\y)"), LR"(C:\wo\x\y)");
 }
 
+// `\\?\C:\` loses its last separator, and then its prefix when it is expanded: where that
+// drive stands at its root, three units are settled and no seven.
+constexpr dots_case bare_root_cases[] = {
+    {LR"(D:\m\..\b)", LR"(C:\b)", "once gave `Cb`"},
+    {LR"(D:\m\..)", LR"(C:\)", "the root, which keeps its separator"},
+    {LR"(D:\m\..\)", LR"(C:\)", "the root, which keeps its separator"},
+    {LR"(D:\m\..\..\b)", LR"(C:\b)", "nothing is above a root"},
+    {LR"(D:\m\..\..)", LR"(C:\)", "nothing is above a root"},
+    {LR"(D:\m\b\..)", LR"(C:\)", "up to the root"},
+    {LR"(D:\m\b\x\..\..\..\b)", LR"(C:\b)", "more than there are"},
+    {LR"(D:\m\b\x\..)", LR"(C:\b)", "one up"},
+    {LR"(D:\m\rooted)", LR"(C:\b)", "a rooted link from there"},
+    {LR"(D:\m\b\below)", LR"(C:\b)", "a rooted link deeper down"},
+    {LR"(D:\m\b\below\..)", LR"(C:\)", "and up"},
+    {LR"(D:\m\rooted\..\..\b)", LR"(C:\b)", "and up twice"},
+    {LR"(D:\m\rooted\x\..)", LR"(C:\b)", "and up once"},
+    {LR"(D:\m\root)", LR"(C:\)", "a link to the root"},
+    {LR"(D:\m\b\x\..\root\..\b)", LR"(C:\b)", "a link to the root, and up"},
+    {LR"(D:\m\drive)", LR"(\\?\C:\b)", "a link that names the drive brings the prefix"},
+    {LR"(D:\m\drive\..\..\b)", LR"(\\?\C:\b)", "and its root"},
+    {LR"(D:\m\m)", LR"(C:\)", "the same again"},
+};
+
+TEST(ResolveLinkChain, ALongLinkToWhereADriveStandsAtItsRootGaveARelativeName)
+{
+    for (char16_t const *text : {uR"(\\?\C:\)", uR"(\\?\C:)"}) {
+        simulated_machine machine;
+        machine.add_drive(u'D').add_directory(uR"(C:\b\x)").set_current_directory(u"C:\\");
+        add_link(machine, uR"(D:\m)", text);
+        add_link(machine, uR"(C:\m)", text);
+        add_link(machine, uR"(C:\rooted)", uR"(\b)");
+        add_link(machine, uR"(C:\b\below)", uR"(\b)");
+        add_link(machine, uR"(C:\root)", uR"(\)");
+        add_link(machine, uR"(C:\b\root)", uR"(\)");
+        add_link(machine, uR"(C:\drive)", uR"(C:\b)");
+        for (auto const &row : bare_root_cases) {
+            std::string const shown = printable(units(row.path)) + ": " + row.why;
+            std::wstring result;
+            EXPECT_EQ(failure_of([&] { result = walked(row.path); }), std::nullopt) << shown;
+            EXPECT_EQ(result, row.expected) << shown;
+        }
+        for (auto const &entry : machine.journal()) {
+            bool const is_absolute = entry.text.starts_with(uR"(\\?\)") || // with the prefix
+                                     entry.text.starts_with(uR"(C:\)");
+            EXPECT_TRUE(entry.function != "GetFileAttributesExW" || is_absolute)
+                << "asked for " << printable(entry.text);
+        }
+    }
+}
+
+TEST(ResolveLinkChain, GoesUpNoFurtherThanADriveWithoutItsPrefix)
+{
+    simulated_machine machine;
+    machine.add_directory(uR"(C:\workshop\x)").add_directory(uR"(C:\wo\x)");
+    machine.add_directory(uR"(C:\b)");
+    add_link(machine, uR"(C:\m)", uR"(\\?\C:)");
+    for (char16_t const *directory : {u"C:\\workshop", u"C:\\wo"}) {
+        machine.set_current_directory(directory);
+        EXPECT_EQ(walked(LR"(\\?\C:\m\..\b)"), LR"(C:\b)") << printable(directory);
+        EXPECT_EQ(walked(LR"(\\?\C:\m\..\..\b)"), LR"(C:\b)") << printable(directory);
+        EXPECT_EQ(walked(LR"(\\?\C:\m\x\..\..\..\..\b)"), LR"(C:\b)") << printable(directory);
+        EXPECT_EQ(walked(LR"(\\?\C:\m\x\..)"), wide(directory)) << printable(directory);
+    }
+}
+
 TEST(ResolveLinkChain, ADriveThatIsTheSameStaysAsItIsWritten)
 {
     simulated_machine machine;
@@ -801,6 +868,16 @@ constexpr remote_case remote_cases[] = {
     {LR"(X:\d\prefixed\y)", LR"(\\?\C:\x\y)", "only bare drives are asked about"},
     {LR"(C:\toX\l)", LR"(\\?\X:\d\l)", "a walk from here, by now on the network"},
     {LR"(C:\toS\l)", LR"(\\?\C:\x)", "but to a share that isn't seen"},
+    {LR"(\\s\h\a.lnk\..)", LR"(\\?\D:\)", "a shortcut brings its drive's root along"},
+    {LR"(\\s\h\a.lnk\..\..\x)", LR"(\\?\D:\x)", "above which there is nothing"},
+    {LR"(\\s\h\a.lnk\up)", LR"(\\?\D:\x)", "and to which a rooted link leads"},
+    {LR"(\\?\UNC\s\h\a.lnk\..)", LR"(\\?\D:\)", "from the long form, too"},
+    {LR"(\\?\UNC\s\h\a.lnk\..\..\x)", LR"(\\?\D:\x)", "from the long form, too"},
+    {LR"(\\s\h\d\l\..)", LR"(\\?\UNC\s\h\d\)", "what counts as root is a drive's since the link"},
+    {LR"(\\s\h\d\l\..\..)", LR"(\\?\UNC\s\h\d\)", "and there is nothing above it"},
+    {LR"(\\s\h\work\l\..)", LR"(\\?\UNC\s\h\work)", "whatever its name's size"},
+    {LR"(\\s\h\l\..)", LR"(\\?\UNC\s\h\l\)", "at the share the link itself counts as root"},
+    {LR"(\\?\UNC\s\h\d\l\..)", LR"(\\?\UNC\s\h\d)", "in the long form, too"},
     {LR"(\\s\h\d\k.lnk\..\toS\l)", LR"(\\?\UNC\s\h\d\l)", "and one from there stays on it"},
     {LR"(\\s\h\d\k.lnk\..\toD)", LR"(\\?\C:\toD)", "and one from there stays on it"},
 };
@@ -812,6 +889,9 @@ TEST(ResolveLinkChain, LeavesDrivesOfServersAlone)
     add_link(machine, uR"(\\s\h\l)", uR"(C:\x)");
     add_link(machine, uR"(\\s\h\d\l)", uR"(C:\x)");
     add_link(machine, uR"(\\s\h\d\ll)", uR"(C:\x)");
+    add_link(machine, uR"(\\s\h\work\l)", uR"(C:\x)");
+    machine.add_shortcut(uR"(\\s\h\a.lnk)", uR"(D:\a)");
+    add_link(machine, uR"(D:\a\up)", uR"(\x)");
     add_link(machine, uR"(\\s\h\d\relative)", uR"(..\x)");
     add_link(machine, uR"(\\s\h\d\share)", uR"(\\s\h\x)");
     add_link(machine, uR"(\\s\h\d\prefixed)", uR"(\\?\C:\x)");
@@ -1024,6 +1104,69 @@ TEST(ResolveLinkChainCalls, OneQueryForAnElementAndOneForDots)
     EXPECT_EQ(calls(machine), lines{R"(GetFileAttributesExW(\\?\UNC\s\h\))"}) << "a root as it is";
 }
 
+TEST(ResolveLinkChainCalls, WhatIsMissingAtTheEndIsLoadedByNobody)
+{
+    simulated_machine machine;
+    add_disks(machine);
+    EXPECT_EQ(failed_walk(LR"(C:\no.lnk)"), not_found(uR"(\\?\C:\no.lnk)"));
+    EXPECT_EQ(calls(machine), lines{R"(GetFileAttributesExW(\\?\C:\no.lnk))"});
+}
+
+struct doubled_case
+{
+    char16_t const *text;
+    wchar_t const *tail;
+    lines expected;
+    char const *why;
+};
+
+// A target that ends in a separator takes the place of the one ahead of the tail. What is
+// left of them is an empty element, for which the system is asked again.
+TEST(ResolveLinkChainCalls, DoubledSeparatorsBehindALink)
+{
+    doubled_case const cases[] = {
+        {uR"(D:\\)", LR"(\x)", {R"(\\?\D:\x)"}, "a drive"},
+        {uR"(D:\\)", LR"(\\x)", {R"(\\?\D:\)", R"(\\?\D:\x)"}, "a drive"},
+        {uR"(D:\a\\)", LR"(\\x)", {R"(\\?\D:\a)", R"(\\?\D:\a\x)"}, "below a drive"},
+        {uR"(D:\a)", LR"(\\x)", {R"(\\?\D:\a)", R"(\\?\D:\a\)", R"(\\?\D:\a\x)"}, "one is left"},
+        {uR"(\\s\h\\)", LR"(\x)", {R"(\\?\UNC\s\h\x)"}, "a share"},
+        {uR"(\\s\h\\)", LR"(\\x)", {R"(\\?\UNC\s\h\x)"}, "a share, whose root takes one, too"},
+        {uR"(\\s\h)", LR"(\\x)", {R"(\\?\UNC\s\h\)", R"(\\?\UNC\s\h\x)"}, "and only one"},
+        {uR"(\\s\h\a\\)", LR"(\\x)", {R"(\\?\UNC\s\h\a)", R"(\\?\UNC\s\h\a\x)"}, "below it"},
+        {uR"(\\?\D:\\)", LR"(\x)", {R"(\\?\D:\x)"}, "a long drive"},
+        {uR"(\\?\D:\\)", LR"(\\x)", {R"(\\?\D:\)", R"(\\?\D:\x)"}, "a long drive"},
+        {uR"(\\?\D:\a\\)", LR"(\\x)", {R"(\\?\D:\a)", R"(\\?\D:\a\x)"}, "below a long drive"},
+        {uR"(\\?\UNC\s\h\\)", LR"(\x)", {R"(\\?\UNC\s\h\x)"}, "a long share"},
+        {uR"(\\?\UNC\s\h\\)", LR"(\\x)", {R"(\\?\UNC\s\h\x)"}, "a long share"},
+        {uR"(\\?\UNC\s\h)", LR"(\\x)", {R"(\\?\UNC\s\h\)", R"(\\?\UNC\s\h\x)"}, "only one"},
+        {uR"(\\?\UNC\s\h\a\\)", LR"(\\x)", {R"(\\?\UNC\s\h\a)", R"(\\?\UNC\s\h\a\x)"}, "below"},
+        {uR"(x\\)",
+         LR"(\\y)",
+         {R"(\\?\C:\x)", R"(\\?\C:\x\)", R"(\\?\C:\x\y)"},
+         "relative: it goes"},
+        {uR"(\x\\)",
+         LR"(\\y)",
+         {R"(\\?\C:\x)", R"(\\?\C:\x\)", R"(\\?\C:\x\y)"},
+         "rooted: it goes"},
+        {uR"(\)", LR"(\\x)", {R"(\\?\C:\)", R"(\\?\C:\x)"}, "the root takes one"},
+    };
+    for (auto const &row : cases) {
+        simulated_machine machine;
+        add_disks(machine);
+        add_link(machine, u"C:\\l", row.text);
+        walked(std::wstring(LR"(\\?\C:\l)") + row.tail);
+        lines asked;
+        for (auto const &entry : machine.journal())
+            if (entry.function == "GetFileAttributesExW")
+                asked.push_back(printable(entry.text));
+        ASSERT_FALSE(asked.empty());
+        EXPECT_EQ(asked.front(), R"(\\?\C:\l)");
+        asked.erase(asked.begin());
+        EXPECT_EQ(asked, row.expected)
+            << printable(row.text) << " with " << printable(units(row.tail)) << ": " << row.why;
+    }
+}
+
 TEST(ResolveLinkChainCalls, OneOpeningForALink)
 {
     simulated_machine machine;
@@ -1079,6 +1222,20 @@ TEST(ResolveLinkChainCalls, AServerIsNotAskedForItsName)
     EXPECT_EQ(machine.calls_of("WNetGetUniversalNameW"), 0);
     walked(LR"(X:\l)");
     EXPECT_EQ(machine.calls_of("WNetGetUniversalNameW"), 1);
+}
+
+TEST(ResolveLinkChainCalls, AShareReachedFromADriveIsAskedForWithoutItsPrefix)
+{
+    simulated_machine machine;
+    add_disks(machine);
+    add_link(machine, uR"(C:\toS)", uR"(\\s\h\d)");
+    add_link(machine, uR"(\\s\h\d\l)", uR"(C:\x)");
+    walked(LR"(\\?\C:\toS\l)");
+    lines asked;
+    for (auto const &entry : machine.journal())
+        if (entry.function == "WNetGetUniversalNameW")
+            asked.push_back(printable(entry.text));
+    EXPECT_EQ(asked, lines{R"(\\s\h\d\)"});
 }
 
 TEST(ResolveLinkChainCalls, EachThatFailsOnTheWayThroughALink)
