@@ -1,6 +1,6 @@
 #include "access/mapped_drive.hpp"
 
-#include "pathname/shapes.hpp"
+#include "access/long_prefix.hpp"
 
 #include <windows.h>
 
@@ -25,9 +25,8 @@ bool is_mapped_network_drive(std::wstring_view path, windows::path_type_enum pat
     if (path_type != windows::PATH_TYPE_DRIVE_ABSOLUTE &&
         path_type != windows::PATH_TYPE_LONG_DRIVE_ABSOLUTE)
         return false;
-    if (is_long_prefix_at(path, 0))
-        path.remove_prefix(long_prefix_size);
-    std::wstring const plain(path);
+    std::wstring plain(path); // which can be on a share by now, where a link from a drive led
+    strip_long_path_prefix(plain, plain.size(), std::wstring::npos);
     // zeroed, and on the heap: callers are deep in their own stacks
     auto const name = std::make_unique<universal_name>();
     DWORD told_size = 32767; // half of what there is, which is plenty for any name

@@ -5,6 +5,8 @@
 #include "access/walking.hpp"
 #include "support/text.hpp"
 
+#include <winnetwk.h>
+
 namespace fl::filesystem::detail {
 namespace {
 
@@ -39,6 +41,8 @@ TEST(IsMappedNetworkDrive, AsksTheProviderWithoutThePrefix)
         {LR"(X:\a)", long_form, true, R"(WNetGetUniversalNameW(X:\a))", "either type"},
         {LR"(C:\a)", bare, false, R"(WNetGetUniversalNameW(C:\a))", "a drive of this machine"},
         {LR"(\\?\D:\)", long_form, false, R"(WNetGetUniversalNameW(D:\))", "another one"},
+        {LR"(\\?\UNC\s\h)", long_form, false, R"(WNetGetUniversalNameW(\\s\h))",
+         "a share, where a link led there"},
         {LR"(Q:\a)", bare, false, R"(WNetGetUniversalNameW(Q:\a))", "no drive"},
     };
     for (auto const &row : cases) {
@@ -72,16 +76,22 @@ TEST(IsMappedNetworkDrive, AFailureIsNone)
 TEST(IsMappedNetworkDrive, HasRoomForLongNamesAsFarAsItTells)
 {
     // record and name have to fit into 32767 bytes, though the buffer is twice as large
+    constexpr std::size_t told = 32767;
+    constexpr std::size_t longest_name =
+        (told - sizeof(UNIVERSAL_NAME_INFOW)) / sizeof(wchar_t) - 1;
+    constexpr std::size_t longest = longest_name + 2 - 5; // \\s\h in place of X:
     simulated_machine machine;
     machine.add_share(u"s", u"h").map_drive(u'X', u"s", u"h");
-    for (std::size_t const size : {1000U, 8000U})
+    for (std::size_t const size : {std::size_t{1000}, longest - 1, longest})
         EXPECT_TRUE(is_mapped_network_drive(test_support::of_size(LR"(X:\)", size),
                                             windows::PATH_TYPE_DRIVE_ABSOLUTE))
             << size;
-    for (std::size_t const size : {16400U, 32000U})
+    for (std::size_t const size : {longest + 1, std::size_t{16400}, std::size_t{32000}})
         EXPECT_FALSE(is_mapped_network_drive(test_support::of_size(LR"(X:\)", size),
                                              windows::PATH_TYPE_DRIVE_ABSOLUTE))
             << size;
+    for (auto const &entry : machine.journal())
+        EXPECT_EQ(entry.room, told);
 }
 
 } // namespace
