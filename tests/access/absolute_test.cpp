@@ -29,6 +29,7 @@ constexpr based_case based_cases[] = {
     {uR"(C:\a\..\b)", u"", uR"(C:\b)", "dots in an absolute pathname, too"},
     {uR"(C:\a\.\b\)", u"", uR"(C:\a\b)", "a single dot, and the trailing backslash"},
     {uR"(\\server\share\x)", u"rel", uR"(\\server\share\x)", "a server is absolute"},
+    {uR"(\\.\COM1)", u"rel", uR"(\\.\COM1)", "so is a device, by its root name"},
     {u"x", uR"(\\server\share)", uR"(\\server\share\x)", "on a share"},
     {uR"(\\?\C:\x)", u"rel", uR"(C:\x)", "the long prefix goes with the native form"},
     {u"share", uR"(\\server)", uR"(\\server\share)", "a bare server is an absolute base"},

@@ -46,6 +46,21 @@ TEST(RelativeCalls, APathnameBeyondTheLimitGetsNoPrefix)
         EXPECT_NE(entry.text.substr(0, 4), uR"(\\?\)");
 }
 
+// Where a link leads is told with a prefix and at any length, whatever fits at first.
+TEST(RelativeCalls, ALinkToWhatLiesBeyondTheLimit)
+{
+    for (std::size_t const size : {255U, 256U, 257U, 258U, 259U, 260U, 261U, 262U, 400U}) {
+        simulated_machine machine;
+        std::u16string const name(size / 2 - 3, u'n');
+        std::u16string const below = name + u'\\' + std::u16string(size - 6 - name.size(), u'm');
+        machine.add_directory(uR"(C:\d\)" + below);
+        machine.add_symbolic_link(u"C:\\l", uR"(C:\d\)" + below, flavour::directory);
+        EXPECT_EQ(relative(u"C:\\l", u"C:\\d"), below) << size;
+        EXPECT_EQ(relative(u"C:\\d", u"C:\\l"), uR"(..\..)") << size;
+        expect_nothing_open(machine, std::to_string(size));
+    }
+}
+
 struct link_case
 {
     char16_t const *p, *base, *expected;
