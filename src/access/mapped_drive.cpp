@@ -1,6 +1,6 @@
 #include "access/mapped_drive.hpp"
 
-#include "access/long_prefix.hpp"
+#include "pathname/long_prefix.hpp"
 
 #include <windows.h>
 
