@@ -3,12 +3,12 @@
 #include "access/buffer_size.hpp"
 #include "access/link_target.hpp"
 #include "access/mapped_drive.hpp"
+#include "failure/demanded_attributes.hpp"
 #include "failure/throw.hpp"
 #include "failure/win32_error.hpp"
 #include "links/reparse_data.hpp"
 #include "links/shortcut.hpp"
 #include "pathname/path_type.hpp"
-#include "platform/attribute_query.hpp"
 #include "platform/code_units.hpp"
 
 #include <windows.h>

@@ -2,6 +2,7 @@
 
 #include <fl/filesystem/operations.hpp>
 
+#include "failure/missing_codes.hpp"
 #include "failure/win32_error.hpp"
 #include "platform/code_units.hpp"
 #include "platform/limits.hpp"
@@ -19,11 +20,6 @@ bool is_symbolic_link(std::wstring const &path)
 {
     std::error_code ignored; // what can't be looked at is taken for no link
     return standard::symlink_status(path, ignored).type() == std::filesystem::file_type::symlink;
-}
-
-bool is_missing_code(unsigned int code)
-{
-    return code == ERROR_FILE_NOT_FOUND || code == ERROR_PATH_NOT_FOUND;
 }
 
 /// Codes that speak of a place where something is to be put.
@@ -55,7 +51,7 @@ void throw_win32_exception_for_pair(unsigned int error_code, std::wstring const 
     ::SetLastError(saved);
     // asked whatever the code is: a source that can't be looked at is a failure of its own
     bool const source_exists = exists(source);
-    if (!source_exists && is_missing_code(error_code))
+    if (!source_exists && is_missing_source(error_code))
         throw_win32_exception(error_code, first_path);
     if (source.size() > longest_pathname)
         throw_win32_exception(error_code, first_path);

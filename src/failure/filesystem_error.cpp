@@ -1,9 +1,9 @@
 #include "failure/filesystem_error.hpp"
 
 #include "failure/blame.hpp"
+#include "failure/generic_codes.hpp"
 #include "failure/throw.hpp"
 #include "failure/win32_error.hpp"
-#include "standard/codes.hpp"
 
 namespace fl::filesystem::detail {
 
@@ -12,9 +12,7 @@ namespace {
 /// "Is a directory" of the facility's own checks.
 bool is_a_directory(std::error_code const &ec)
 {
-    constexpr int number = standard::generic_is_a_directory;
-    return ec.category() == std::generic_category() &&
-           ec == std::error_condition(number, std::generic_category());
+    return ec == generic_code(generic_is_a_directory);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "failure/win32_error.hpp"
 
+#include "failure/missing_codes.hpp"
 #include "failure/throw.hpp"
 #include "platform/code_units.hpp"
 #include "platform/limits.hpp"
@@ -63,19 +64,10 @@ void throw_win32_exception(unsigned int error_code, std::wstring const &path)
 
 void throw_unless_missing(unsigned int error_code, std::wstring const &path)
 {
-    switch (error_code) {
-    case ERROR_FILE_NOT_FOUND:
-    case ERROR_INVALID_NAME:
-    case ERROR_BAD_PATHNAME:
-    case ERROR_BAD_NETPATH:
+    if (is_missing_for_use(error_code, path.size()))
         return;
-    case ERROR_PATH_NOT_FOUND:
-        if (path.size() <= longest_pathname)
-            return;
-        throw_win32_exception(ERROR_FILENAME_EXCED_RANGE, path);
-    default:
-        throw_win32_exception(error_code, path);
-    }
+    bool const is_too_long = error_code == ERROR_PATH_NOT_FOUND;
+    throw_win32_exception(is_too_long ? ERROR_FILENAME_EXCED_RANGE : error_code, path);
 }
 
 } // namespace fl::filesystem::detail

@@ -3,6 +3,7 @@
 #include <fl/filesystem/file_status.hpp>
 #include <fl/filesystem/pathname_traits.hpp>
 
+#include "failure/demanded_attributes.hpp"
 #include "pathname/shapes.hpp"
 #include "platform/attribute_query.hpp"
 #include "platform/reparse_point.hpp"

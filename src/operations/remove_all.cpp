@@ -3,12 +3,12 @@
 #include <fl/filesystem/pathname_traits.hpp>
 #include <fl/filesystem/windows.hpp>
 
+#include "failure/demanded_attributes.hpp"
 #include "failure/win32_error.hpp"
 #include "links/reparse_data.hpp"
 #include "operations/removal_calls.hpp"
 #include "pathname/long_prefix.hpp"
 #include "pathname/shapes.hpp"
-#include "platform/attribute_query.hpp"
 #include "platform/limits.hpp"
 #include "platform/owned_handle.hpp"
 #include "platform/reparse_point.hpp"

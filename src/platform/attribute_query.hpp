@@ -18,13 +18,14 @@ struct attribute_query
         code = has_failed ? ::GetLastError() : DWORD{ERROR_SUCCESS};
     }
 
+    /// Not the same as `has_failed`: a call can fail and leave no code. Queries that report
+    /// by the code go on then, with the zeros in `data`; who must not go on asks `has_failed`.
+    bool has_told_code() const noexcept { return code != ERROR_SUCCESS; }
+
     WIN32_FILE_ATTRIBUTE_DATA data = {};
     bool has_failed = false;
     DWORD code = ERROR_SUCCESS; ///< may be 0 even where the call has failed
 };
-
-/// The same, but throws what the code of a failed call stands for, naming `path`.
-WIN32_FILE_ATTRIBUTE_DATA demand_attribute_data(std::wstring const &path);
 
 } // namespace fl::filesystem::detail
 

@@ -84,7 +84,7 @@ bool remove(std::wstring const &text, std::error_code &ec)
     ec.clear();
     auto const [file, open_code] = open_reparse_point(text, DELETE);
     if (!file)
-        return !is_not_found(open_code) && fail(open_code, ec);
+        return !is_missing_for_standard(open_code) && fail(open_code, ec);
     DWORD const code = mark_for_deletion(file, text);
     return code == ERROR_SUCCESS || fail(code, ec);
 }

@@ -3,6 +3,7 @@
 #include <fl/filesystem/exceptions.hpp>
 #include <fl/filesystem/pathname_traits.hpp>
 
+#include "failure/missing_codes.hpp"
 #include "failure/win32_error.hpp"
 #include "pathname/long_prefix.hpp"
 #include "platform/attribute_query.hpp"
@@ -31,8 +32,8 @@ file_status_light express_at(std::wstring path)
         detail::check_link_depth(depth, path);
         detail::attribute_query const query(path);
         // a missing file is an answer here, and no exception is thrown on its account
-        if (query.code != ERROR_SUCCESS) {
-            if (detail::is_missing(query.code, path))
+        if (query.has_told_code()) {
+            if (detail::is_missing_for_status(query.code, path.size()))
                 return file_status_light();
             detail::throw_win32_exception(query.code, path);
         }

@@ -3,8 +3,8 @@
 #include <fl/filesystem/exceptions.hpp>
 #include <fl/filesystem/windows.hpp>
 
+#include "failure/demanded_attributes.hpp"
 #include "links/reparse_data.hpp"
-#include "platform/attribute_query.hpp"
 #include "status/link_hop.hpp"
 #include "status/status_record.hpp"
 #include "status/symlink_status.hpp"

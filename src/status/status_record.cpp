@@ -1,6 +1,5 @@
 #include "status/status_record.hpp"
 
-#include "platform/limits.hpp"
 #include "status/file_time.hpp"
 #include "status/permission_word.hpp"
 
@@ -25,21 +24,6 @@ file_status_light make_light_record(WIN32_FILE_ATTRIBUTE_DATA const &data)
 {
     return file_status_light(plain_type(data), to_ptime(data.ftLastWriteTime),
                              join_halves(data.nFileSizeHigh, data.nFileSizeLow));
-}
-
-bool is_missing(DWORD code, std::wstring_view path)
-{
-    switch (code) {
-    case ERROR_FILE_NOT_FOUND:
-    case ERROR_INVALID_NAME:
-    case ERROR_BAD_PATHNAME:
-    case ERROR_NOT_A_REPARSE_POINT:
-        return true;
-    case ERROR_PATH_NOT_FOUND:
-        return path.size() <= longest_pathname;
-    default:
-        return false;
-    }
 }
 
 } // namespace fl::filesystem::detail

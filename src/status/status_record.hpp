@@ -21,11 +21,6 @@ file_status make_status_record(std::wstring_view path, WIN32_FILE_ATTRIBUTE_DATA
 /// The short record. No text is looked at, so nothing is thrown.
 file_status_light make_light_record(WIN32_FILE_ATTRIBUTE_DATA const &data);
 
-/// Whether a failed query of `path` with this code means that there is no such name,
-/// and not that something is wrong. Code 3 on a pathname beyond 32,767 units is the
-/// latter: it is too long.
-bool is_missing(DWORD code, std::wstring_view path);
-
 } // namespace fl::filesystem::detail
 
 #endif

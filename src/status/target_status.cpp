@@ -1,6 +1,8 @@
 #include <fl/filesystem/windows.hpp>
 
 #include "access/mapped_drive.hpp"
+#include "failure/demanded_attributes.hpp"
+#include "failure/missing_codes.hpp"
 #include "failure/win32_error.hpp"
 #include "links/reparse_data.hpp"
 #include "pathname/path_type.hpp"
@@ -29,7 +31,7 @@ file_status record_without_target(attrib_link_type link_type)
 attribute_query query_target(std::wstring const &path)
 {
     attribute_query const query(path);
-    if (query.code != ERROR_SUCCESS && !is_missing(query.code, path))
+    if (query.has_told_code() && !is_missing_for_status(query.code, path.size()))
         throw_win32_exception(query.code, path);
     return query;
 }
@@ -41,7 +43,7 @@ file_status target_at(std::wstring path, int depth)
     for (;; ++depth) {
         check_link_depth(depth, path);
         attribute_query const query = query_target(path);
-        if (query.code != ERROR_SUCCESS)
+        if (query.has_told_code())
             return file_status();
         reparse_data_context data;
         if (!read_link_data(data, path, query.data.dwFileAttributes))
@@ -78,7 +80,7 @@ file_status target_status_bridge(std::wstring const &link)
         return record_without_target(link_type);
     std::wstring const target = build_target_path_bridge(link, text, link_type);
     attribute_query const query = query_target(target);
-    if (query.code != ERROR_SUCCESS)
+    if (query.has_told_code())
         return record_of_broken(link, type);
     if (read_link_data(data, target, query.data.dwFileAttributes))
         return target_at(target, 1);

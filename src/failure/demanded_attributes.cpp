@@ -1,6 +1,7 @@
-#include "platform/attribute_query.hpp"
+#include "failure/demanded_attributes.hpp"
 
 #include "failure/win32_error.hpp"
+#include "platform/attribute_query.hpp"
 
 namespace fl::filesystem::detail {
 
