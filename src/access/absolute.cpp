@@ -1,16 +1,13 @@
 #include "access/absolute.hpp"
 
 #include <fl/filesystem/exceptions.hpp>
-#include <fl/filesystem/operations.hpp>
 
 #include "failure/filesystem_error.hpp"
 #include "failure/throw.hpp"
 #include "platform/code_units.hpp"
 #include "standard/filesystem.hpp"
 
-namespace fl::filesystem {
-
-namespace detail {
+namespace fl::filesystem::detail {
 
 upath join_with_base(upath const &p, upath const &base)
 {
@@ -25,22 +22,15 @@ upath join_with_base(upath const &p, upath const &base)
     }
 }
 
-} // namespace detail
-
-upath absolute(upath const &p, upath const &base)
+upath make_absolute(upath const &p, upath const &base)
 {
     if (p.empty() && base.empty())
         return upath();
-    upath const joined = detail::join_with_base(p, base);
+    upath const joined = join_with_base(p, base);
     std::error_code ec;
-    std::wstring const full = detail::standard::absolute(joined.wstring(), ec);
-    detail::throw_on_filesystem_error(ec, p);
-    return upath(detail::narrow(full));
+    std::wstring const full = standard::absolute(joined.wstring(), ec);
+    throw_on_filesystem_error(ec, p);
+    return upath(narrow(full));
 }
 
-std::u16string absolute(std::u16string const &p, std::u16string const &base)
-{
-    return absolute(upath(p), upath(base)).native();
-}
-
-} // namespace fl::filesystem
+} // namespace fl::filesystem::detail

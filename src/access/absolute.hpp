@@ -12,6 +12,9 @@ namespace fl::filesystem::detail {
 /// isn't absolute.
 upath join_with_base(upath const &p, upath const &base);
 
+/// The operation `absolute`, for those whom an operation is made of.
+upath make_absolute(upath const &p, upath const &base = upath());
+
 } // namespace fl::filesystem::detail
 
 #endif

@@ -1,8 +1,8 @@
 #include "access/filesystem_form.hpp"
 
-#include <fl/filesystem/operations.hpp>
 #include <fl/filesystem/pathname_traits.hpp>
 
+#include "access/absolute.hpp"
 #include "pathname/long_prefix.hpp"
 #include "platform/code_units.hpp"
 #include "platform/limits.hpp"
@@ -11,7 +11,7 @@ namespace fl::filesystem::detail {
 
 std::wstring make_filesystem_form(upath const &p)
 {
-    upath const full = absolute(p, upath());
+    upath const full = make_absolute(p);
     std::u16string_view const text = full.native();
     std::u16string_view const prefix = pathname_traits<char16_t>::LONG_PATHNAME_PREFIX;
     if (text.size() > longest_bare_directory && text.substr(0, prefix.size()) != prefix)

@@ -6,8 +6,7 @@
 #include "failure/demanded_attributes.hpp"
 #include "failure/throw.hpp"
 #include "failure/win32_error.hpp"
-#include "links/reparse_data.hpp"
-#include "links/shortcut.hpp"
+#include "links/link_reading.hpp"
 #include "pathname/path_type.hpp"
 #include "platform/code_units.hpp"
 

@@ -1,6 +1,6 @@
 #include "access/path_cleaning.hpp"
 
-#include "access/current_path.hpp"
+#include "access/working_directory.hpp"
 #include "failure/throw.hpp"
 #include "pathname/expanded_path.hpp"
 #include "pathname/long_prefix.hpp"

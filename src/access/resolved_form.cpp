@@ -1,10 +1,10 @@
 #include "access/resolved_form.hpp"
 
 #include <fl/filesystem/access_forms.hpp>
-#include <fl/filesystem/operations.hpp>
 #include <fl/filesystem/pathname.hpp>
 #include <fl/filesystem/windows.hpp>
 
+#include "access/absolute.hpp"
 #include "access/buffer_size.hpp"
 #include "access/link_chain.hpp"
 #include "access/path_cleaning.hpp"
@@ -43,7 +43,7 @@ std::wstring resolve_all_but_the_last(std::wstring const &long_form)
 
 std::wstring make_resolved_access_form(std::u16string const &path)
 {
-    std::wstring const full = widen(absolute(upath(path, true), upath()).native());
+    std::wstring const full = widen(make_absolute(upath(path, true)).native());
     windows::path_type_enum path_type = windows::PATH_TYPE_INVALID;
     std::wstring const long_form = clean_pathname(full, path_type, {});
     if (!has_parent_component(long_form))

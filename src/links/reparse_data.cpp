@@ -4,6 +4,7 @@
 #include <fl/filesystem/pathname_traits.hpp>
 
 #include "failure/demanded_attributes.hpp"
+#include "links/link_reading.hpp"
 #include "pathname/shapes.hpp"
 #include "platform/attribute_query.hpp"
 #include "platform/reparse_point.hpp"

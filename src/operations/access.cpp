@@ -62,31 +62,6 @@ bool access_test(std::wstring const &path, unsigned int mode, DWORD attributes)
     return (perms & detail::exec_bits) != 0 || !wants_execution;
 }
 
-/// Where the walk stands: at a name that answers for itself, at none, or on its way.
-enum class hop
-{
-    here,
-    nowhere,
-    onward
-};
-
-/// Sets `path` to where the link leads that it names, if it is one that is followed.
-hop follow(std::wstring &path, DWORD attributes)
-{
-    using namespace detail::windows;
-    reparse_data_context data;
-    if (!detail::read_link_data(data, path, attributes) || detail::is_on_network(path))
-        return hop::here;
-    attrib_link_type link_type = link_type_none;
-    std::wstring const text = get_target_path_bridge(link_type, data);
-    if (link_type == link_type_volume_mount)
-        return hop::here;
-    if (text.empty())
-        return hop::nowhere;
-    path = build_target_path_bridge(path, text, link_type);
-    return hop::onward;
-}
-
 bool answer_for_missing(unsigned int mode)
 {
     if ((mode & access_exists) != 0)
@@ -104,14 +79,15 @@ bool access_at(std::wstring path, unsigned int mode)
             return answer_for_missing(mode);
         }
         DWORD const attributes = query.data.dwFileAttributes;
-        switch (follow(path, attributes)) {
-        case hop::here:
+        detail::windows::reparse_data_context data;
+        if (!detail::read_link_data(data, path, attributes) || detail::is_on_network(path))
             return access_test(path, mode, attributes);
-        case hop::nowhere:
+        detail::link_hop hop = detail::hop_from(path, data);
+        if (hop.type == detail::windows::link_type_volume_mount) // answers for itself
+            return access_test(path, mode, attributes);
+        if (!hop.target)
             return answer_for_missing(mode);
-        case hop::onward:
-            break;
-        }
+        path = *std::move(hop.target);
     }
 }
 

@@ -7,11 +7,11 @@
 #include "access/path_cleaning.hpp"
 #include "failure/throw.hpp"
 #include "failure/win32_error.hpp"
-#include "operations/presence.hpp"
 #include "pathname/long_prefix.hpp"
 #include "platform/attribute_query.hpp"
 #include "platform/code_units.hpp"
 #include "standard/filesystem.hpp"
+#include "status/existence.hpp"
 
 #include <algorithm>
 #include <utility>
@@ -24,7 +24,7 @@ namespace {
 std::wstring resolve(upath const &p, upath const &base)
 {
     using detail::windows::path_type_enum;
-    upath const full = absolute(detail::join_with_base(p, base), upath());
+    upath const full = detail::make_absolute(detail::join_with_base(p, base));
     path_type_enum path_type = detail::windows::PATH_TYPE_INVALID;
     std::wstring const cleaned = detail::clean_pathname(full.wstring(), path_type, {});
     std::wstring resolved = detail::resolve_link_chain(cleaned, path_type_enum(0));

@@ -5,8 +5,8 @@
 #include "access/filesystem_form.hpp"
 #include "failure/filesystem_error.hpp"
 #include "failure/throw.hpp"
-#include "operations/presence.hpp"
 #include "standard/filesystem.hpp"
+#include "status/existence.hpp"
 
 namespace fl::filesystem {
 

@@ -9,7 +9,7 @@
 #include "links/reparse_data.hpp"
 #include "platform/code_units.hpp"
 #include "status/permission_word.hpp"
-#include "status/symlink_status.hpp"
+#include "status/status.hpp"
 
 #include <windows.h>
 

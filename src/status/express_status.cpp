@@ -1,4 +1,4 @@
-#include <fl/filesystem/operations.hpp>
+#include "status/status.hpp"
 
 #include <fl/filesystem/exceptions.hpp>
 #include <fl/filesystem/pathname_traits.hpp>
@@ -12,7 +12,7 @@
 #include "status/link_hop.hpp"
 #include "status/status_record.hpp"
 
-namespace fl::filesystem {
+namespace fl::filesystem::detail {
 
 namespace {
 
@@ -20,37 +20,37 @@ namespace {
 std::wstring express_form(std::u16string const &path)
 {
     std::u16string_view const prefix = pathname_traits<char16_t>::LONG_PATHNAME_PREFIX;
-    bool const is_long = path.size() > detail::longest_bare_pathname;
+    bool const is_long = path.size() > longest_bare_pathname;
     if (is_long && path.compare(0, prefix.size(), prefix) != 0)
-        return detail::add_long_prefix<wchar_t, char16_t>(path);
-    return detail::widen(path);
+        return add_long_prefix<wchar_t, char16_t>(path);
+    return widen(path);
 }
 
 file_status_light express_at(std::wstring path)
 {
     for (int depth = 0;; ++depth) {
-        detail::check_link_depth(depth, path);
-        detail::attribute_query const query(path);
+        check_link_depth(depth, path);
+        attribute_query const query(path);
         // a missing file is an answer here, and no exception is thrown on its account
         if (query.has_told_code()) {
-            if (detail::is_missing_for_status(query.code, path.size()))
+            if (is_missing_for_status(query.code, path.size()))
                 return file_status_light();
-            detail::throw_win32_exception(query.code, path);
+            throw_win32_exception(query.code, path);
         }
-        std::optional<std::wstring> next = detail::next_hop(path, query.data.dwFileAttributes);
+        std::optional<std::wstring> next = next_hop(path, query.data.dwFileAttributes);
         if (!next)
-            return detail::make_light_record(query.data);
+            return make_light_record(query.data);
         path = *std::move(next);
     }
 }
 
 } // namespace
 
-file_status_light status_express_light(std::u16string const &p)
+file_status_light express_status_of(std::u16string const &path)
 {
-    if (p.empty())
+    if (path.empty())
         return file_status_light();
-    std::wstring form = express_form(p);
+    std::wstring form = express_form(path);
     try {
         return express_at(std::move(form));
     } catch (PathNotFound const &) {
@@ -60,4 +60,4 @@ file_status_light status_express_light(std::u16string const &p)
     }
 }
 
-} // namespace fl::filesystem
+} // namespace fl::filesystem::detail

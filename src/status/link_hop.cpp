@@ -29,14 +29,13 @@ bool is_on_network(std::wstring const &path)
            is_mapped_network_drive(path, type);
 }
 
-std::optional<std::wstring> hop_from(std::wstring const &path,
-                                     windows::reparse_data_context const &data)
+link_hop hop_from(std::wstring const &path, windows::reparse_data_context const &data)
 {
-    windows::attrib_link_type link_type = windows::link_type_none;
-    std::wstring const text = windows::get_target_path_bridge(link_type, data);
-    if (text.empty())
-        return std::nullopt;
-    return windows::build_target_path_bridge(path, text, link_type);
+    link_hop hop;
+    std::wstring const text = windows::get_target_path_bridge(hop.type, data);
+    if (!text.empty())
+        hop.target = windows::build_target_path_bridge(path, text, hop.type);
+    return hop;
 }
 
 std::optional<std::wstring> next_hop(std::wstring const &path, std::uint32_t attributes)
@@ -44,7 +43,7 @@ std::optional<std::wstring> next_hop(std::wstring const &path, std::uint32_t att
     windows::reparse_data_context data;
     if (!read_link_data(data, path, attributes) || is_on_network(path))
         return std::nullopt;
-    return hop_from(path, data);
+    return hop_from(path, data).target;
 }
 
 } // namespace fl::filesystem::detail

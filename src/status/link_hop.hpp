@@ -17,10 +17,17 @@ void check_link_depth(int depth, std::wstring const &path);
 /// Links there name drives of the server, which this machine doesn't see.
 bool is_on_network(std::wstring const &path);
 
-/// The pathname that the link in `data`, read from `path`, leads to. None if it has no
-/// text, as the mount point of a volume has none. Throws as `build_target_path_bridge`.
-std::optional<std::wstring> hop_from(std::wstring const &path,
-                                     windows::reparse_data_context const &data);
+/// What a link says: its kind, and the pathname that it leads to. None if it has no text, as
+/// the mount point of a volume has none.
+struct link_hop
+{
+    windows::attrib_link_type type = windows::link_type_none;
+    std::optional<std::wstring> target;
+};
+
+/// The hop of the link in `data`, which was read from `path`. Throws as
+/// `build_target_path_bridge`.
+link_hop hop_from(std::wstring const &path, windows::reparse_data_context const &data);
 
 /// The pathname that `path`, which has these attributes, leads to, or none if it is no
 /// link or one that isn't followed: on a network, or without a text.

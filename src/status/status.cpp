@@ -1,4 +1,4 @@
-#include <fl/filesystem/operations.hpp>
+#include "status/status.hpp"
 
 #include <fl/filesystem/exceptions.hpp>
 #include <fl/filesystem/windows.hpp>
@@ -7,11 +7,8 @@
 #include "links/reparse_data.hpp"
 #include "status/link_hop.hpp"
 #include "status/status_record.hpp"
-#include "status/symlink_status.hpp"
 
-namespace fl::filesystem {
-
-namespace detail {
+namespace fl::filesystem::detail {
 
 namespace {
 
@@ -57,26 +54,14 @@ file_status symlink_status_at(std::wstring const &path)
     return make_status_record(path, data, type);
 }
 
-} // namespace detail
-
-file_status status(upath const &p)
+file_status status_of(std::u16string const &path)
 {
-    return detail::status_or_not_found(p.native(), detail::status_at);
+    return status_or_not_found(path, status_at);
 }
 
-file_status status(std::u16string const &p)
+file_status symlink_status_of(std::u16string const &path)
 {
-    return p.empty() ? file_status() : status(upath(p));
+    return status_or_not_found(path, symlink_status_at);
 }
 
-file_status symlink_status(upath const &p)
-{
-    return detail::status_or_not_found(p.native(), detail::symlink_status_at);
-}
-
-file_status symlink_status(std::u16string const &p)
-{
-    return p.empty() ? file_status() : symlink_status(upath(p));
-}
-
-} // namespace fl::filesystem
+} // namespace fl::filesystem::detail

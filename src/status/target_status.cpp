@@ -48,10 +48,10 @@ file_status target_at(std::wstring path, int depth)
         reparse_data_context data;
         if (!read_link_data(data, path, query.data.dwFileAttributes))
             return plain_record(path, query.data);
-        std::optional<std::wstring> next = hop_from(path, data);
-        if (!next)
+        link_hop hop = hop_from(path, data);
+        if (!hop.target)
             return plain_record(path, query.data);
-        path = *std::move(next);
+        path = *std::move(hop.target);
     }
 }
 
@@ -74,11 +74,10 @@ file_status target_status_bridge(std::wstring const &link)
     unsigned int const code = read_reparse_data(data, link);
     if (code != ERROR_SUCCESS)
         throw_win32_exception(code, link);
-    attrib_link_type link_type = link_type_none;
-    std::wstring const text = get_target_path_bridge(link_type, data);
-    if (text.empty())
-        return record_without_target(link_type);
-    std::wstring const target = build_target_path_bridge(link, text, link_type);
+    link_hop const hop = hop_from(link, data);
+    if (!hop.target)
+        return record_without_target(hop.type);
+    std::wstring const &target = *hop.target;
     attribute_query const query = query_target(target);
     if (query.has_told_code())
         return record_of_broken(link, type);

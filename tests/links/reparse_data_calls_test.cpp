@@ -1,6 +1,7 @@
 // Links on the simulated machine: which calls read them, and what becomes of each
 // call that fails.
 
+#include "links/link_reading.hpp"
 #include "links/reparse_data.hpp"
 
 #include <fl/filesystem/exceptions.hpp>

@@ -1,5 +1,6 @@
 // Names that are no links, on any system.
 
+#include "links/link_reading.hpp"
 #include "links/reparse_data.hpp"
 
 #include "support/failure.hpp"

@@ -1,6 +1,7 @@
 // Reading a shortcut on the simulated machine: every call, and what each failing one
 // leaves behind.
 
+#include "links/link_reading.hpp"
 #include "links/shortcut.hpp"
 
 #include "links/calls.hpp"

@@ -1,4 +1,4 @@
-#include "access/current_path.hpp"
+#include "access/working_directory.hpp"
 
 #include "failure/throw.hpp"
 #include "standard/filesystem.hpp"

@@ -1,4 +1,4 @@
-#include <fl/filesystem/operations.hpp>
+#include "status/existence.hpp"
 
 #include <fl/filesystem/exceptions.hpp>
 
@@ -8,16 +8,18 @@
 
 #include <windows.h>
 
-namespace fl::filesystem {
+namespace fl::filesystem::detail {
 
 namespace {
+
+using std::filesystem::file_type;
 
 /// Throws what a failed query stands for, unless that only says that there is nothing to
 /// be seen.
 void report(std::error_code const &ec, upath const &p)
 {
     try {
-        detail::throw_win32_exception(static_cast<unsigned int>(ec.value()), p.wstring());
+        throw_win32_exception(static_cast<unsigned int>(ec.value()), p.wstring());
     } catch (PathNotFound const &) {
     } catch (InvalidArgument const &) {
     } catch (AccessDenied const &) {
@@ -28,22 +30,26 @@ void report(std::error_code const &ec, upath const &p)
     }
 }
 
+bool is_something(file_type type)
+{
+    return type != file_type::none && type != file_type::not_found;
+}
+
 } // namespace
 
-bool exists(upath const &p)
+bool does_exist(upath const &p)
 {
     std::error_code ec;
-    std::filesystem::file_type const type =
-        detail::standard::status(detail::make_filesystem_form(p), ec).type();
-    if (type == std::filesystem::file_type::none && ec)
+    file_type const type = standard::status(make_filesystem_form(p), ec).type();
+    if (type == file_type::none && ec)
         report(ec, p);
-    return type != std::filesystem::file_type::none &&
-           type != std::filesystem::file_type::not_found;
+    return is_something(type);
 }
 
-bool exists(std::u16string const &p)
+bool is_present(upath const &p)
 {
-    return exists(upath(p));
+    std::error_code ec;
+    return is_something(standard::status(make_filesystem_form(p), ec).type());
 }
 
-} // namespace fl::filesystem
+} // namespace fl::filesystem::detail

@@ -1,0 +1,26 @@
+#ifndef FL_FILESYSTEM_SRC_STATUS_STATUS_HPP
+#define FL_FILESYSTEM_SRC_STATUS_STATUS_HPP
+// What stands behind the queries `status`, `symlink_status` and `status_express_light`.
+
+#include <fl/filesystem/file_status.hpp>
+
+#include <string>
+
+namespace fl::filesystem::detail {
+
+/// The operation `status`: of what `path` finally leads to.
+file_status status_of(std::u16string const &path);
+
+/// The operation `symlink_status`: of the name itself.
+file_status symlink_status_of(std::u16string const &path);
+
+/// The same for a string that went to the system already, but a name that isn't there
+/// throws what the code stands for.
+file_status symlink_status_at(std::wstring const &path);
+
+/// The operation `status_express_light`, of a text that is not cleaned.
+file_status_light express_status_of(std::u16string const &path);
+
+} // namespace fl::filesystem::detail
+
+#endif
