@@ -28,6 +28,8 @@ constexpr based_case based_cases[] = {
     {uR"(C:\foo)", u"rel", uR"(C:\foo)", "the base is not needed, nor looked at"},
     {uR"(C:\a\..\b)", u"", uR"(C:\b)", "dots in an absolute pathname, too"},
     {uR"(C:\a\.\b\)", u"", uR"(C:\a\b)", "a single dot, and the trailing backslash"},
+    {uR"(C:\x.)", u"", uR"(C:\x)", "a full stop that no name can end in"},
+    {uR"(C:\x\...)", u"", uR"(C:\x)", "a name of nothing else"},
     {uR"(\\server\share\x)", u"rel", uR"(\\server\share\x)", "a server is absolute"},
     {uR"(\\.\COM1)", u"rel", uR"(\\.\COM1)", "so is a device, by its root name"},
     {u"x", uR"(\\server\share)", uR"(\\server\share\x)", "on a share"},

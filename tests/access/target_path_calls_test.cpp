@@ -5,11 +5,16 @@
 #include "access/walking.hpp"
 #include "support/text.hpp"
 
+#include <objbase.h>
+
 namespace fl::filesystem::detail::windows {
 namespace {
 
+using test_support::denied;
+using test_support::failure;
 using test_support::not_found;
 using test_support::printable;
+using test_support::system_error;
 using test_support::units;
 
 constexpr auto relative_link = link_type_symlink_relative;
@@ -101,6 +106,39 @@ TEST(BuildTargetPathCalls, AWalkTellsWhatItFails)
     machine.add_symbolic_link(u"C:\\loop", u"loop");
     EXPECT_EQ(failure_of([] { build_target_path_bridge(LR"(C:\l)", LR"(.\loop)", relative_link); }),
               too_many_links(uR"(\\?\C:\loop)"));
+}
+
+TEST(BuildTargetPathCalls, ADriveRelativeLinkOnTheWayComesOutWithoutALongPrefix)
+{
+    simulated_machine machine;
+    machine.add_directory(uR"(C:\work\x)").set_current_directory(u"C:\\work");
+    machine.add_symbolic_link(u"C:\\m", uR"(\\?\C:x)", flavour::directory);
+    EXPECT_EQ(build_target_path_bridge(LR"(C:\l)", LR"(C:\m\.)", absolute_link), LR"(C:\work\x)");
+    auto const broken = machine.fail_every_call_on("GetFullPathNameW", ERROR_IO_DEVICE);
+    EXPECT_EQ(failure_of([] { build_target_path_bridge(LR"(C:\l)", LR"(C:\m\.)", absolute_link); }),
+              system_error(ERROR_IO_DEVICE, u"C:x"));
+}
+
+TEST(BuildTargetPathCalls, AShortcutAtTheEndThatCannotBeReadTellsItsCode)
+{
+    simulated_machine machine;
+    machine.add_shortcut(u"C:\\k.lnk", u"C:\\");
+    constexpr DWORD no_such_class = 0x80040154;
+    struct
+    {
+        DWORD result;
+        failure expected;
+    } const cases[] = {
+        {static_cast<DWORD>(E_ACCESSDENIED), denied(uR"(\\?\C:\k.lnk)")},
+        {no_such_class, system_error(14077, uR"(\\?\C:\k.lnk)")},
+    };
+    for (auto const &row : cases) {
+        auto const broken = machine.fail_every_call_on("CoCreateInstance", row.result);
+        EXPECT_EQ(failure_of([] {
+                      build_target_path_bridge(LR"(C:\l)", LR"(C:\.\k.lnk)", absolute_link);
+                  }),
+                  row.expected);
+    }
 }
 
 } // namespace

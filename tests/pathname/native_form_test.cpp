@@ -30,6 +30,7 @@ constexpr native_case native_cases[] = {
     {u"foo//bar", uR"(foo\bar)", "doubled separators become one"},
     {u"foo\\\\\\bar\\\\", uR"(foo\bar)", "any number of them"},
     {u"foo. ", u"foo.", "full stops are kept"},
+    {uR"(C:\x.)", uR"(C:\x.)", "for the system to drop"},
     {uR"(.\foo)", uR"(.\foo)", "dots are not resolved"},
     {u"..", u"..", "dots are not resolved"},
     {u"  foo", u"  foo", "leading blanks are part of a relative name"},

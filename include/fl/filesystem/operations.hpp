@@ -1,22 +1,35 @@
 #ifndef FL_FILESYSTEM_OPERATIONS_HPP
 #define FL_FILESYSTEM_OPERATIONS_HPP
-// Public. Everything that reads or changes the file system. Each operation takes
-// path objects or texts; a text is brought to native form on the way in, and where
-// an exception names a pathname "as it was given", it is that form. That form drops full
-// stops and blanks from the end of a pathname: such a name can't be named. Pathnames may be
-// as long as the system takes them with a long prefix, 32,767 units, but where an operation
-// says less; a NUL in one ends it, as everywhere in Windows.
+// Public. Everything that reads or changes the file system. Each operation takes path objects
+// or texts, and all failures are exceptions out of exceptions.hpp, but where an operation
+// names one of the standard library's.
 //
-// All failures are exceptions out of exceptions.hpp, but where an operation names one of the
-// standard library's. Of those, `FileNameTooLarge` and `InvalidArgument` mostly hold no
-// pathname, and whatever says "the string that went to the system" can be preceded by what
-// making that string throws: `InvalidArgument` "The path type of the given path is not valid"
-// with the full pathname for a device or a server without a share, and for a pathname that
-// holds `..` what `detail::windows::build_target_path_bridge` throws of the links in it. Operations
-// that name pathnames as they were given throw `InvalidArgument` "Long UNC path without root not
-// permitted", without a pathname, for a device, or a server without a share, beyond 247 units.
-// Wherever links are followed, `foundation::ustring::CtypeInvalidCharacter` can come of a
-// junction whose name of more than ten units has one above 127 where others have `\??\Volume`.
+// What becomes of a text:
+// - It is brought to native form (see `detail::make_native_form`), and where an exception names
+//   a pathname "as it was given" it is in that form. Full stops at its end stay in it.
+// - Most operations then have the system make it full, which drops full stops and blanks from
+//   its end: `C:\x.` and `C:\x\...` are `C:\x`, and a name that ends so can't be told.
+// - A NUL ends it for the system, as everywhere in Windows.
+// - "The string that went to the system" is what `make_native_access_form_bridge` of windows.hpp
+//   makes of it. What that throws can come ahead of what an operation says.
+//
+// What is thrown without a pathname:
+// - `FileNameTooLarge`, unless the pathname has more than 32,767 units, and `InvalidArgument`,
+//   unless it says "The path type of the given path is not valid" of a full pathname.
+// - `InvalidArgument` "Long UNC path without root not permitted", of a device or a server
+//   without a share beyond 247 units, by operations that name pathnames as they were given.
+// - `foundation::ustring::CtypeInvalidCharacter`, wherever links are followed, of a junction whose
+//   name of more than ten units has one above 127 where others have `\??\Volume`.
+//
+// Limits:
+// - A pathname may have 32,767 units with its long prefix, but where an operation says less.
+// - The system may refuse without a code, as some systems do with a text of blanks alone. Most
+//   operations make that `SystemError` 31, `ERROR_GEN_FAILURE`.
+// - Each shortcut file that is read or written takes one initialisation of COM from a thread that
+//   is in a multi-threaded apartment: `CoInitialize` fails there, and `CoUninitialize` runs all
+//   the same. Such a caller holds one more for each, or its apartment ends with all that is in it.
+//   `create_shortcut` writes one, `canonical` reads those on the way, and so does whatever follows
+//   a link whose text leads through one to `.` or `..`.
 
 #include <fl/filesystem/config.hpp>
 #include <fl/filesystem/file_status.hpp>
@@ -39,6 +52,7 @@ namespace fl::filesystem {
 ///     foo       (empty)   C:\work\foo  (the current directory is C:\work)
 ///     C:\a\..\b (empty)   C:\b
 ///     \foo      C:\dir    C:\foo       (can't be joined: C is the current drive)
+///     C:\x.     (empty)   C:\x         (the system drops what names can't end in)
 ///
 /// Throws `InvalidArgument` "Invalid path type for base path", without a pathname,
 /// if a base is needed and isn't absolute; otherwise what the code of the failed
@@ -60,15 +74,18 @@ FL_FILESYSTEM_API std::u16string absolute(std::u16string const &p,
 /// An `InvalidArgument` names no pathname: "Empty Path not permitted" if `p` is
 /// empty, "Long UNC path without root not permitted" if it is a device, or a server
 /// without a share, beyond 247 units, and the system's refusal of a name.
+///
+/// A NUL in `p` ends it: the directory is what stands ahead of it.
 FL_FILESYSTEM_API void create_directory(upath const &p);
 FL_FILESYSTEM_API void create_directory(std::u16string const &p);
 
 /// Creates the directory `p` and every missing directory above it, from the root
 /// downward, each with one `CreateDirectoryW`. Levels that exist are passed over,
 /// but the last one must have been created here: a chain that exists already is a
-/// `FileExistsError`, and so is a file that stands in the way. What failed above a
-/// last level that could be created is no failure. Levels created before a failure
-/// stay.
+/// `FileExistsError`, and so is a file that stands in the way. A root alone, `C:\` or
+/// `\\server`, has no level to create, and is one, too, also if there is no such drive or
+/// server. What failed above a last level that could be created is no failure. Levels
+/// created before a failure stay. A NUL in `p` ends it.
 ///
 /// Throws as `create_directory` does, about `p` and never the level that failed: of
 /// several failing levels it is the last one with a reason better than missing.
@@ -78,6 +95,9 @@ FL_FILESYSTEM_API void create_directories(std::u16string const &p);
 /// Removes the name `p`: a file, a link itself, or an empty directory, also if it is
 /// read-only. The file is opened and marked for deletion by `SetFileInformationByHandle`, so
 /// that its name is free at once where the disk can do that. The empty path is passed over.
+///
+/// A name of full stops and blanks alone stands for what is ahead of it: `C:\x\...` removes
+/// `C:\x`. A NUL in `p` ends it: what stands ahead of it is removed.
 ///
 /// Throws, about `p` as it was given and never the string that went to the system:
 ///
@@ -91,7 +111,8 @@ FL_FILESYSTEM_API void remove(upath const &p);
 FL_FILESYSTEM_API void remove(std::u16string const &p);
 
 /// Removes a file or a link to a file with `DeleteFileW`, and nothing else: unlike
-/// `remove` it leaves read-only files alone. The empty path is passed over.
+/// `remove` it leaves read-only files alone. The empty path is passed over. A NUL in `p` ends
+/// it: what stands ahead of it is removed.
 ///
 /// Throws, naming the string that went to the system (see
 /// `detail::windows::make_native_access_form_bridge`):
@@ -104,7 +125,7 @@ FL_FILESYSTEM_API void remove_file(upath const &p);
 FL_FILESYSTEM_API void remove_file(std::u16string const &p);
 
 /// Removes an empty directory or a link to a directory with `RemoveDirectoryW`. The empty
-/// path is passed over.
+/// path is passed over. A NUL in `p` ends it: what stands ahead of it is removed.
 ///
 /// Throws, naming the string that went to the system: `DirectoryNotEmpty` if there is
 /// something in it, `NotDirectoryError` for a file, and what any other code stands for.
@@ -119,6 +140,16 @@ FL_FILESYSTEM_API void remove_directory(std::u16string const &p);
 /// the system takes them. Needs memory for one pathname and two handles for each level, and
 /// no stack for them. The empty path is passed over.
 ///
+/// A name of full stops and blanks alone stands for what is ahead of it: `C:\x\...` removes
+/// `C:\x` with all that is in it. A NUL in `p` ends it: what stands ahead of it is removed.
+///
+/// Not for a tree that others can write to while it runs: who puts a link in the place of a
+/// directory at the right moment has names removed from where that leads.
+///
+/// A name that the system keeps for a device, such as `aux` or `nul.txt`, ends it. `DeleteFileW`
+/// or `RemoveDirectoryW` take such a name with a long prefix (see
+/// `detail::windows::add_long_path_prefix_bridge`).
+///
 /// The first failure ends it, and what was removed by then stays removed: no attribute is
 /// changed, and nothing is tried twice. A read-only file is such a failure. Throws
 /// `PathNotFound` if `p` is missing, and what the code of the failed call stands for,
@@ -130,6 +161,9 @@ FL_FILESYSTEM_API void remove_all(std::u16string const &p);
 /// Gives the file or directory `from` the name `to` with `MoveFileExW`. A file that has it
 /// is replaced. A file can go to another volume, by copying and deleting; a directory
 /// can't. A link is renamed itself.
+///
+/// A name of full stops and blanks alone stands for what is ahead of it: `C:\x\...` renames
+/// `C:\x`. A NUL ends either pathname: what stands ahead of it is renamed or replaced.
 ///
 /// Throws, about the pathnames as they were given:
 ///
@@ -160,6 +194,7 @@ FL_FILESYSTEM_API void rename(std::u16string const &from, std::u16string const &
 ///     file              otherwise                     as `copy_file`
 ///     file              create_symlinks               a symbolic link to it, absolute
 ///     file              create_hard_links             one more name for it
+///     link to a file    create_hard_links             one more name for the link
 ///     file              directories_only              nothing
 ///     directory         none                          a directory with copies of its files
 ///     directory         recursive                     and of all that is below
@@ -175,8 +210,13 @@ FL_FILESYSTEM_API void rename(std::u16string const &from, std::u16string const &
 /// Call it with its namespace where texts are literals: `std::filesystem::copy` is found, too,
 /// through the options, and takes them as well.
 ///
-/// An existing directory `to` is filled up. The first failure ends it, and what was copied
-/// stays. What lies in `from` and in `to` is addressed by adding names, so the system's limit
+/// An existing directory `to` is filled up, through the links in it, too: with `recursive` names
+/// are made outside of `to`, and with `overwrite_existing` files there are written to. A directory
+/// that is copied into itself with `recursive` is copied into each of its copies, until the
+/// system takes no longer pathname. The first failure ends it, and what was copied stays. A NUL
+/// ends either pathname.
+///
+/// What lies in `from` and in `to` is addressed by adding names, so the system's limit
 /// of 259 units, for a new directory 247, holds there unless `from` or `to` itself has 248 and
 /// so goes with a long prefix.
 ///
@@ -199,8 +239,12 @@ copy(std::u16string const &from, std::u16string const &to,
 ///
 ///     none                  FileExistsError naming `to`
 ///     skip_existing         nothing happens
-///     overwrite_existing    it is replaced
-///     update_existing       it is replaced if it was written to before `from`
+///     overwrite_existing    it is written to
+///     update_existing       it is written to if it was written to before `from`
+///
+/// To be written to is to get the content, attributes and times of `from` and to stay the same
+/// file: so do all its hard links, and through a symbolic link at `to` the file that it leads to.
+/// A link at `to` that leads nowhere gets its target made. A NUL ends either pathname.
 ///
 /// Throws as `copy` does: `PathNotFound` naming the one that is missing, `AccessDenied`
 /// naming the one that is denied, and `SystemError` with the code 32 and both pathnames for a
@@ -213,7 +257,8 @@ copy_file(std::u16string const &from, std::u16string const &to,
           std::filesystem::copy_options options = std::filesystem::copy_options::none);
 
 /// Creates the empty directory `to` if `from` is a directory, and takes over nothing of it:
-/// neither attributes nor times nor entries. A directory that is there is left as it is.
+/// neither attributes nor times nor entries. A directory that is there is left as it is. A NUL
+/// ends either pathname.
 ///
 /// Throws `InvalidArgument` "Empty Path not permitted" without a pathname if either is empty;
 /// `NotDirectoryError` naming `from` if that is a file; `PathNotFound` naming `from` if it is
@@ -263,7 +308,8 @@ FL_FILESYSTEM_API bool access(std::u16string const &p, unsigned int mode);
 ///     perms_add | system_file        system
 ///
 /// A symbolic link or junction is followed by one hop, on a network, too; `perms_symlink`
-/// has the link itself changed. A volume mount point is always itself.
+/// has the link itself changed. A volume mount point is always itself. A NUL in `p` ends it:
+/// what stands ahead of it is changed.
 ///
 /// Throws `InvalidArgument` without a pathname: "Empty Path not permitted", and "File
 /// Permission not valid" for `perms_add` together with `perms_remove` and for the word
@@ -285,6 +331,8 @@ FL_FILESYSTEM_API void permissions(std::u16string const &p, unsigned int perms);
 ///                        `target` taken from the current directory and not from `link`
 ///     anything else      to a file; what `target` is isn't looked at
 ///
+/// A NUL ends either text.
+///
 /// Throws what the code of the failed call stands for, without a pathname: `FileExistsError`
 /// if `link` is there, `SystemError` 1314 without the right to make links; 12 if there is no
 /// memory for the text; and what `status` throws.
@@ -294,7 +342,8 @@ FL_FILESYSTEM_API void create_symlink(std::u16string const &target, std::u16stri
 
 /// Makes the symbolic link `new_link`, of the same kind as `existing` and with the text that
 /// it shows to people, or else that the system follows. A relative text stays as it is, and
-/// so may lead elsewhere from `new_link`. Pathnames go to the system as they stand.
+/// so may lead elsewhere from `new_link`. Pathnames go to the system as they stand, and a NUL
+/// ends either.
 ///
 /// Throws, without a pathname:
 ///
@@ -308,8 +357,9 @@ FL_FILESYSTEM_API void copy_symlink(std::u16string const &existing, std::u16stri
 
 /// Writes the shortcut file `shortcut` through the shell link object, over a file that is
 /// there. `target` is stored absolute and cleaned, with a long prefix if it has 260 units or
-/// more, and whether it exists isn't looked at; an empty one is the current directory. Initialises
-/// COM on the calling thread and uninitialises it again.
+/// more, and whether it exists isn't looked at; an empty one is the current directory. A NUL ends
+/// either pathname. A thread in a multi-threaded apartment loses one initialisation of COM (see
+/// above) and holds one more for it.
 ///
 /// Throws `InvalidArgument` without a pathname: "Shortcut path input must have .lnk file
 /// extension", in just these letters, and "Empty path inputs not permitted" for a string for
@@ -403,6 +453,9 @@ FL_FILESYSTEM_API bool exists(std::u16string const &p);
 /// very end. Every element is asked about, by `GetFileAttributesExW`. The empty path: the
 /// empty path.
 ///
+/// A thread in a multi-threaded apartment loses one initialisation of COM by each shortcut file
+/// (see above) and holds one more for each.
+///
 /// A link on a network that names a drive means one of the server's, and stays.
 ///
 /// Throws `PathNotFound` with an empty pathname if there is nothing; `InvalidArgument` "The
@@ -456,7 +509,8 @@ FL_FILESYSTEM_API std::u16string get_current_path();
 /// Changes the process's current directory with `SetCurrentDirectoryW`, and the environment
 /// variable `=X:` of the drive with it, by which pathnames such as `X:name` go. Threads that
 /// change it through this operation take turns. Returns true; the empty path changes nothing
-/// and is false. The system takes directories of up to 258 units with their backslash.
+/// and is false. The system takes directories of up to 258 units with their backslash. A NUL in
+/// `p` ends it.
 ///
 /// The variable gets `p` as `GetFullPathNameW` makes it full once the directory has changed:
 /// give an absolute pathname, for a relative one is then below itself. A directory on a server

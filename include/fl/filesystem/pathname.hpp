@@ -187,10 +187,12 @@ FL_FILESYSTEM_API std::u16string &replace_extension(std::u16string &pathname,
 
 /// Returns `text` in native form, the one notation that the library works on:
 /// backslashes only, doubled ones made one, trailing blanks cut, a long prefix
-/// dropped, and the backslash behind a last name dropped. "." and ".." stay. Every
+/// dropped, and the backslash behind a last name dropped. "." and ".." stay, and so do full
+/// stops behind a name, which the system drops when it makes the pathname full. Every
 /// text has a native form; that of a bare prefix is empty. The `bool` has no effect.
 ///
 ///     C:/foo//bar/           C:\foo\bar
+///     C:\x.                  C:\x.
 ///     \\?\C:\foo             C:\foo
 ///     \\?\UNC\server\share   \\server\share
 ///     \\server\share\        \\server\share\    (a share may keep its backslash)

@@ -110,11 +110,21 @@ FL_FILESYSTEM_API bool is_path_clean_bridge(std::wstring const &path, std::uint6
 ///     \\?\C:\x                       as it is
 ///     \\server\share\x               \\?\UNC\server\share\x
 ///
+/// A link on the walk that says `\\?\C:x` leads below the current directory of that drive, and
+/// then the result has no long prefix.
+///
+/// The walk reads shortcut files, too: each initialises COM on the calling thread and
+/// uninitialises it again. In a multi-threaded apartment `CoInitialize` fails, and `CoUninitialize`
+/// takes one of the caller's own initialisations, who holds one more for each shortcut file.
+///
 /// Throws `PathNotFound` without a pathname for a target that leans on a drive's
 /// current directory or ends in a share, `InvalidArgument` "Invalid Path Type" for one
-/// that is no pathname or a device, and what the walk throws: `SystemError` 8246 on the
-/// 101st link, what the code of a failed `GetFileAttributesExW` stands for, and what
-/// `get_target_path_bridge` throws.
+/// that is no pathname or a device, and what the walk throws: `PathNotFound` without a pathname
+/// for a `.` or `..` behind a file; `SystemError` 8246 on the 101st link, and 1462, without a
+/// pathname, for a text beyond 2,147,483,647 units; what the code of a failed
+/// `GetFileAttributesExW` or `GetFullPathNameW` stands for; of a shortcut file at the very end that
+/// can't be read, what the code in the HRESULT stands for, or `SystemError` 14077 if there is none;
+/// and what `get_target_path_bridge` throws.
 FL_FILESYSTEM_API std::wstring build_target_path_bridge(std::wstring const &link_path,
                                                         std::wstring const &target_text,
                                                         attrib_link_type link_type);

@@ -1,0 +1,108 @@
+// What the headers warn callers of and only the simulated machine can show: threads of a
+// multi-threaded apartment, others at work in a tree, names of devices.
+
+#include <fl/filesystem/operations.hpp>
+#include <fl/filesystem/windows.hpp>
+
+#include "support/failure.hpp"
+#include "support/text.hpp"
+
+#include <simulation/machine.hpp>
+
+#include <objbase.h>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace fl::filesystem {
+namespace {
+
+using simulation::simulated_machine;
+using test_support::denied;
+using test_support::failure_of;
+using test_support::system_error;
+using test_support::wide;
+
+struct apartment_case
+{
+    std::function<void()> call;
+    int taken;
+    char const *why;
+};
+
+apartment_case const apartment_cases[] = {
+    {[] { canonical(uR"(C:\dir)"); }, 0, "no shortcut file on the way"},
+    {[] { canonical(uR"(C:\a.lnk)"); }, 1, "one at the end"},
+    {[] { canonical(uR"(C:\b.lnk)"); }, 2, "one that leads to another"},
+    {[] { status(uR"(C:\a.lnk)"); }, 0, "which is no link to it"},
+    {[] { status(uR"(C:\l)"); }, 1, "a link whose text leads through one"},
+    {[] { create_shortcut(uR"(C:\dir)", uR"(C:\new.lnk)"); }, 1, "the one that is written"},
+    {[] {
+         detail::windows::build_target_path_bridge(LR"(C:\l)", LR"(C:\a.lnk\..)",
+                                                   detail::windows::link_type_symlink_absolute);
+     },
+     1, "one on the way to a target"},
+};
+
+TEST(Warnings, EachShortcutTakesOneInitialisationFromAMultiThreadedApartment)
+{
+    for (apartment_case const &row : apartment_cases) {
+        simulated_machine machine;
+        machine.add_directory(uR"(C:\dir)");
+        machine.add_shortcut(uR"(C:\a.lnk)", uR"(C:\dir)");
+        machine.add_shortcut(uR"(C:\b.lnk)", uR"(C:\a.lnk)");
+        machine.add_symbolic_link(uR"(C:\l)", uR"(C:\a.lnk\..)", simulation::flavour::directory);
+        for (int held = 0; held <= row.taken; ++held)
+            ASSERT_GE(::CoInitializeEx(nullptr, COINIT_MULTITHREADED), 0);
+        row.call();
+        EXPECT_EQ(machine.com_apartments(), 1) << "it had one more for each: " << row.why;
+        ::CoUninitialize();
+    }
+}
+
+TEST(Warnings, TheOnlyInitialisationOfAMultiThreadedApartmentGoes)
+{
+    simulated_machine machine;
+    machine.add_directory(uR"(C:\dir)").add_shortcut(uR"(C:\a.lnk)", uR"(C:\dir)");
+    ASSERT_EQ(::CoInitializeEx(nullptr, COINIT_MULTITHREADED), S_OK);
+    canonical(uR"(C:\a.lnk)");
+    EXPECT_EQ(machine.com_apartments(), 0);
+}
+
+TEST(Warnings, RemovingATreeFollowsALinkThatOthersPutThereMeanwhile)
+{
+    simulated_machine machine;
+    machine.add_file(uR"(C:\t\d\x)").add_file(uR"(C:\kept\x)").add_file(uR"(C:\kept\y)");
+    auto const others = machine.before_call("DeleteFileW", 1, [&] {
+        machine.remove(uR"(C:\t\d)").add_junction(uR"(C:\t\d)", uR"(C:\kept)");
+    });
+    remove_all(uR"(C:\t)");
+    EXPECT_EQ(machine.entries(uR"(C:\kept)"), std::vector<std::u16string>{u"y"})
+        << "the name that was found in the directory goes from where the link leads";
+    EXPECT_FALSE(machine.exists(uR"(C:\t)"));
+}
+
+// Windows itself never makes such a name without a prefix, but other systems leave them on
+// disks.
+TEST(Warnings, ReservedNamesEndARemovalUntilAPrefixTakesThem)
+{
+    for (char16_t const *name : {u"aux", u"nul.txt", u"com1"}) {
+        simulated_machine machine;
+        std::u16string const path = uR"(C:\t\)" + std::u16string(name);
+        machine.add_file(path);
+        EXPECT_EQ(failure_of([] { remove_all(uR"(C:\t)"); }), system_error(1, path));
+        EXPECT_EQ(failure_of([&] { remove(path); }), denied(path));
+        EXPECT_TRUE(machine.exists(path));
+        std::wstring const exact = detail::windows::add_long_path_prefix_bridge(
+            wide(path), path.size(), detail::windows::PATH_TYPE_DRIVE_ABSOLUTE);
+        EXPECT_TRUE(::DeleteFileW(exact.c_str()));
+        remove_all(uR"(C:\t)");
+        EXPECT_FALSE(machine.exists(uR"(C:\t)"));
+    }
+}
+
+} // namespace
+} // namespace fl::filesystem
