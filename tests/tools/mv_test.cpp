@@ -36,6 +36,27 @@ TEST(FlfsMv, RenamesAndReplaces)
     EXPECT_EQ(work.entries(work.root()), std::vector<std::u16string>{u"b.txt"});
 }
 
+TEST(FlfsMv, NoNameOfFullStopsThatWouldMeanTheDirectoryAheadOfIt)
+{
+    workspace work;
+    work.make_file(work.path(u"x\\a.txt"));
+    std::string const x = utf8(work.path(u"x"));
+    std::string const y = utf8(work.path(u"y"));
+    auto const told = [](std::string const &word, std::string const &meaning) {
+        return "flfs: " + word + "\\... would mean " + meaning +
+               ", since the system drops full stops and blanks from the end\nTry \"flfs mv "
+               "--help\".\n";
+    };
+    flfs_result const from = run_flfs_on_disk({"mv", x + "\\...", y});
+    EXPECT_EQ(from.exit_code, 2);
+    EXPECT_EQ(from.err, told("FROM: " + x, x));
+    flfs_result const to = run_flfs_on_disk({"mv", x + "\\a.txt", y + "\\..."});
+    EXPECT_EQ(to.exit_code, 2);
+    EXPECT_EQ(to.err, told("TO: " + y, y));
+    EXPECT_EQ(work.entries(work.root()), std::vector<std::u16string>{u"x"});
+    EXPECT_TRUE(work.is_file(work.path(u"x\\a.txt")));
+}
+
 struct failure_case
 {
     char16_t const *from;

@@ -114,6 +114,54 @@ TEST(FlfsRm, NothingElseThanAFileOrADirectory)
     EXPECT_TRUE(work.entries(work.root()).empty());
 }
 
+TEST(FlfsRm, NoNameOfFullStopsThatWouldMeanTheDirectoryAheadOfIt)
+{
+    workspace work;
+    work.make_file(work.path(u"x\\a.txt"));
+    work.make_file(work.path(u"b.txt"));
+    std::string const x = utf8(work.path(u"x"));
+    for (char const *name : {"\\...", "/.. .", "\\....\\", "\\. ", "\\..  //"}) {
+        for (char const *option : {"-r", "--"}) {
+            flfs_result const result =
+                run_flfs_on_disk({"rm", option, utf8(work.path(u"b.txt")), x + name});
+            EXPECT_EQ(result.exit_code, 2) << name;
+            EXPECT_EQ(result.out, "") << name;
+            bool const ends_in_blank = std::string(name).back() == ' ';
+            std::string const shown = ends_in_blank ? '"' + x + name + '"' : x + name;
+            EXPECT_EQ(result.err, "flfs: PATH: " + shown + " would mean " + x +
+                                      ", since the system drops full stops and blanks from the "
+                                      "end\nTry \"flfs rm --help\".\n");
+        }
+    }
+    EXPECT_TRUE(work.is_file(work.path(u"x\\a.txt")));
+    EXPECT_TRUE(work.is_file(work.path(u"b.txt"))) << "nor anything else that was named";
+}
+
+TEST(FlfsRm, NoNameOfBlanks)
+{
+    workspace work;
+    work.change_directory(work.root());
+    work.make_file(work.path(u"a.txt"));
+    for (char const *option : {"-r", "--"}) {
+        flfs_result const result = run_flfs_on_disk({"rm", option, "  "});
+        EXPECT_EQ(result.exit_code, 2) << option;
+        EXPECT_EQ(result.out, "");
+    }
+    EXPECT_TRUE(work.is_file(work.path(u"a.txt")));
+}
+
+TEST(FlfsRm, DotsThatMeanDirectoriesAreTakenForThese)
+{
+    workspace work;
+    work.make_file(work.path(u"a\\b\\c.txt"));
+    std::string const b = utf8(work.path(u"a\\b"));
+    EXPECT_EQ(run_flfs_on_disk({"rm", "-r", b + "\\."}).exit_code, 0);
+    EXPECT_FALSE(work.exists(work.path(u"a\\b")));
+    work.make_directory(work.path(u"a\\b"));
+    EXPECT_EQ(run_flfs_on_disk({"rm", "-r", b + "\\.."}).exit_code, 0);
+    EXPECT_FALSE(work.exists(work.path(u"a")));
+}
+
 TEST(FlfsRm, TheEmptyPathnameIsPassedOver)
 {
     workspace work;

@@ -1,6 +1,9 @@
 #include "flfs/command_line.hpp"
 
+#include <fl/filesystem/operations.hpp>
+
 #include "flfs/argument_guard.hpp"
+#include "flfs/failure_report.hpp"
 #include "flfs/text.hpp"
 
 #include <CLI/CLI.hpp>
@@ -12,6 +15,27 @@ namespace {
 // The words are read from the option as they are: a bound variable would have CLI11
 // convert them, and `{}` come out as no word at all.
 CLI::callback_t const keep = [](CLI::results_t const &) { return true; };
+
+std::string_view last_element(std::string_view word)
+{
+    word = word.substr(0, word.find_last_not_of("\\/") + 1);
+    return word.substr(word.find_last_of("\\/:") + 1);
+}
+
+/// What the system would take `word` for, if that isn't what it says.
+std::string complaint_about_stops(std::string const &word)
+{
+    std::string_view const plain = without_guard(word);
+    std::string_view const name = last_element(plain);
+    if (name.empty() || name == "." || name == ".." || name.find_first_not_of(". ") != name.npos)
+        return "";
+    std::u16string const pathname = units_from_utf8(plain).value();
+    std::string meaning = "nothing";
+    static_cast<void>(
+        failure_of([&] { meaning = displayed_value(fl::filesystem::absolute(pathname)); }));
+    return displayed_value(pathname) + " would mean " + meaning +
+           ", since the system drops full stops and blanks from the end";
+}
 
 } // namespace
 
@@ -62,6 +86,11 @@ CLI::Option *add_optional_word(CLI::App &command, std::string const &name,
                                std::string const &description)
 {
     return add_word(command, name, description)->required(false);
+}
+
+CLI::Option *refuse_stops_and_blanks(CLI::Option *pathname)
+{
+    return pathname->check(complaint_about_stops, "");
 }
 
 bool is_given(CLI::Option const &option)

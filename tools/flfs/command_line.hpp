@@ -41,6 +41,10 @@ CLI::Option *add_word(CLI::App &command, std::string const &name, std::string co
 CLI::Option *add_optional_word(CLI::App &command, std::string const &name,
                                std::string const &description);
 
+/// Has `pathname` refuse words that end in a name of full stops and blanks alone, but for
+/// `.` and `..`: the system drops these, and the command would be about what is ahead.
+CLI::Option *refuse_stops_and_blanks(CLI::Option *pathname);
+
 /// Whether the user wrote it.
 bool is_given(CLI::Option const &option);
 

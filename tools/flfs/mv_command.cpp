@@ -34,8 +34,8 @@ void add_mv_command(CLI::App &app, session &session)
         "TO is the whole new pathname, also where a directory of that name is there. A\n"
         "file at TO is replaced. Files can go to another volume, directories can't. A\n"
         "link is renamed itself.");
-    CLI::Option *from = add_word(*command, "FROM", "what to rename");
-    CLI::Option *to = add_word(*command, "TO", "its new pathname");
+    CLI::Option *from = refuse_stops_and_blanks(add_word(*command, "FROM", "what to rename"));
+    CLI::Option *to = refuse_stops_and_blanks(add_word(*command, "TO", "its new pathname"));
     set_disk_action(*command, session, disk_use::change, [&session, from, to] {
         return move_name(session, pathnames_of(*from).front(), pathnames_of(*to).front());
     });

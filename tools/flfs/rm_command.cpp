@@ -83,7 +83,7 @@ void add_rm_command(CLI::App &app, session &session)
         "never what it leads to.\n"
         "With -r, a read-only file ends the removal of its PATH, and what was removed by\n"
         "then stays removed. Without it, read-only files are removed, too.");
-    CLI::Option *paths = add_pathnames(*command, "PATH", "name to remove");
+    CLI::Option *paths = refuse_stops_and_blanks(add_pathnames(*command, "PATH", "name to remove"));
     auto const recursive = std::make_shared<bool>(false);
     CLI::Option *tree = add_flag(*command, "-r,--recursive", *recursive,
                                  "Remove directories with all that is in them");
