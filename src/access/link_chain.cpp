@@ -22,7 +22,6 @@ namespace {
 using windows::path_type_enum;
 
 constexpr int most_links = 100;
-constexpr std::size_t drive_root_size = 3; // C:\ and nothing else
 
 [[noreturn]] void throw_invalid_type()
 {

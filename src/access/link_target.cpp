@@ -12,7 +12,7 @@ using windows::path_type_enum;
 
 std::wstring collapse_separators(std::wstring const &text, std::size_t root)
 {
-    return collapse_separators_from<wchar_t>(text, text.size(), 0, root);
+    return collapse_separators_from<wchar_t>(text, 0, root);
 }
 
 path_type_enum unusable(std::wstring &target)

@@ -161,8 +161,8 @@ bool has_parent_component(std::wstring_view path)
 std::wstring remove_dot_components(std::wstring_view path, path_type_enum path_type)
 {
     std::size_t const start = path_type == windows::PATH_TYPE_LONG_DRIVE_ABSOLUTE
-                                  ? std::min<std::size_t>(7, path.size())
-                                  : checked_unc_root_length(path, 8);
+                                  ? std::min(long_prefix_size + drive_root_size, path.size())
+                                  : checked_unc_root_length(path, long_unc_prefix_size);
     std::wstring cleaned(path.substr(0, start));
     if (path.size() == start)
         return cleaned;

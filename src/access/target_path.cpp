@@ -37,8 +37,7 @@ std::wstring join_to_directory(std::wstring const &link_path, std::size_t root,
 
 std::wstring build_relative(std::wstring const &link_path, std::wstring const &target_text)
 {
-    path_type_enum type = PATH_TYPE_INVALID;
-    std::size_t const root = analyse_path_root<wchar_t>(link_path, type);
+    auto const [type, root] = analyse_path_root<wchar_t>(link_path);
     std::wstring const joined = join_to_directory(link_path, root, target_text);
     if (!is_path_clean(target_text, target_text.size()))
         return resolve_link_chain(joined, type);
@@ -64,8 +63,7 @@ void check_target_type(path_type_enum type)
 
 std::wstring build_absolute(std::wstring const &target_text)
 {
-    path_type_enum type = PATH_TYPE_INVALID;
-    std::size_t const root = analyse_path_root<wchar_t>(target_text, type);
+    auto const [type, root] = analyse_path_root<wchar_t>(target_text);
     check_target_type(type);
     std::wstring const behind_root = target_text.substr(std::min(root, target_text.size()));
     if (!is_path_clean(behind_root, behind_root.size()))

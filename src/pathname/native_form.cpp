@@ -42,7 +42,7 @@ void drop_trailing_backslash(std::basic_string<Char> &text, std::size_t root, st
 
 /// Taken for the root of every drive, also where the drive has no backslash, so
 /// that a single unit behind `C:` keeps the backslash behind it.
-constexpr std::size_t drive_root = 3;
+constexpr std::size_t drive_root = drive_root_size;
 
 template <typename Char>
 std::basic_string<Char> finish(std::basic_string<Char> form, std::size_t root)
@@ -55,10 +55,8 @@ std::basic_string<Char> finish(std::basic_string<Char> form, std::size_t root)
 template <typename Char>
 std::basic_string<Char> without_long_prefix(std::basic_string_view<Char> text, std::size_t prefix)
 {
-    std::basic_string<Char> form = collapse_separators_from(text, text.size(), prefix + 4, 0);
-    if (is_drive_at<Char>(form, 0))
-        return finish(std::move(form), drive_root);
-    std::size_t const root = is_backslash(unit_at<Char>(form, 0)) ? 1 : 0;
+    std::basic_string<Char> form = collapse_separators_from(text, prefix + long_prefix_size, 0);
+    std::size_t const root = is_drive_at<Char>(form, 0) ? drive_root : 0;
     return finish(std::move(form), root);
 }
 
@@ -67,9 +65,9 @@ std::basic_string<Char> without_long_prefix(std::basic_string_view<Char> text, s
 template <typename Char>
 std::basic_string<Char> server_form(std::basic_string_view<Char> text, std::size_t server)
 {
-    std::basic_string<Char> form = collapse_separators_from(text, text.size(), server, 2);
+    std::basic_string<Char> form = collapse_separators_from(text, server, server_prefix_size);
     form[0] = form[1] = backslash<Char>;
-    std::size_t const root = skip_two_separators<Char>(form, 2);
+    std::size_t const root = skip_two_separators<Char>(form, server_prefix_size);
     return finish(std::move(form), root);
 }
 
@@ -79,11 +77,12 @@ std::basic_string<Char> server_form(std::basic_string_view<Char> text, std::size
 template <typename Char>
 std::basic_string<Char> device_form(std::basic_string_view<Char> text, std::size_t prefix)
 {
-    if (text.size() == 4) // nothing but the prefix; with white space ahead it is kept
+    if (text.size() ==
+        device_prefix_size) // nothing but the prefix; with white space ahead it is kept
         return {};
-    std::basic_string<Char> form = collapse_separators_from(text, text.size(), prefix, 4);
+    std::basic_string<Char> form = collapse_separators_from(text, prefix, device_prefix_size);
     form[0] = form[1] = form[3] = backslash<Char>;
-    drop_trailing_backslash(form, 4, text.size());
+    drop_trailing_backslash(form, device_prefix_size, text.size());
     return form;
 }
 
@@ -93,18 +92,19 @@ template <typename Char>
 std::basic_string<Char> form_by_shape(std::basic_string_view<Char> text)
 {
     std::size_t const start = skip_white_space(text);
-    std::size_t const size = text.size();
     if (!is_separator(unit_at(text, start))) {
         // C:\foo or foo
         std::size_t const root = is_drive_at(text, start) ? drive_root : 0;
-        return finish(collapse_separators_from(text, size, 0, 0), root);
+        return finish(collapse_separators_from(text, 0, 0), root);
     }
     // \\server\share
     if (is_unc_prefix_at(text, start))
         return server_form(text, start);
     // \\?\UNC\server\share; nothing but the prefix, and no white space ahead, is empty
     if (is_long_unc_prefix_at(text, start))
-        return size == 8 ? std::basic_string<Char>() : server_form(text, start + 6);
+        return text.size() == long_unc_prefix_size
+                   ? std::basic_string<Char>()
+                   : server_form(text, start + long_unc_prefix_size - server_prefix_size);
     // \\?\C:\foo
     if (is_long_prefix_at(text, start))
         return without_long_prefix(text, start);
@@ -112,20 +112,21 @@ std::basic_string<Char> form_by_shape(std::basic_string_view<Char> text)
     if (is_device_prefix_at(text, start))
         return device_form(text, start);
     // \foo
-    return finish(collapse_separators_from(text, size, 0, 0), 1);
+    return finish(collapse_separators_from(text, 0, 0), 1);
 }
 
 } // namespace
 
 template <typename Char>
-std::basic_string<Char> collapse_separators_from(std::basic_string_view<Char> text, std::size_t end,
+std::basic_string<Char> collapse_separators_from(std::basic_string_view<Char> text,
                                                  std::size_t start, std::size_t keep)
 {
+    text.remove_prefix(start);
     std::basic_string<Char> collapsed;
-    collapsed.reserve(end - start);
-    collapsed.append(text.substr(start, keep));
+    collapsed.reserve(text.size());
+    collapsed.append(text.substr(0, keep));
     bool in_run = false;
-    for (Char const unit : text.substr(start + keep, end - start - keep)) {
+    for (Char const unit : text.substr(keep)) {
         bool const separates = is_separator(unit);
         if (!separates)
             collapsed.push_back(unit);
@@ -133,7 +134,7 @@ std::basic_string<Char> collapse_separators_from(std::basic_string_view<Char> te
             collapsed.push_back(backslash<Char>);
         in_run = separates;
     }
-    if (collapsed.size() < end - start)
+    if (collapsed.size() < text.size())
         collapsed.shrink_to_fit();
     return collapsed;
 }
@@ -147,10 +148,8 @@ std::basic_string<Char> native_form(std::basic_string_view<Char> text)
     return form_by_shape(text.substr(0, end));
 }
 
-template std::u16string collapse_separators_from(std::u16string_view, std::size_t, std::size_t,
-                                                 std::size_t);
-template std::wstring collapse_separators_from(std::wstring_view, std::size_t, std::size_t,
-                                               std::size_t);
+template std::u16string collapse_separators_from(std::u16string_view, std::size_t, std::size_t);
+template std::wstring collapse_separators_from(std::wstring_view, std::size_t, std::size_t);
 template std::u16string native_form(std::u16string_view);
 template std::wstring native_form(std::wstring_view);
 

@@ -23,54 +23,56 @@ constexpr windows::path_type_enum classify_path_type(std::basic_string_view<Char
 {
     // \\?\UNC\server\share
     if (is_long_unc_prefix_at(text, 0))
-        return unc_root_length(text, 8) > 0 ? windows::PATH_TYPE_LONG_UNC
-                                            : windows::PATH_TYPE_INVALID;
+        return unc_root_length(text, long_unc_prefix_size) > 0 ? windows::PATH_TYPE_LONG_UNC
+                                                               : windows::PATH_TYPE_INVALID;
     // \\?\C:\foo
     if (is_long_prefix_at(text, 0)) {
-        if (!is_drive_at(text, 4))
+        if (!is_drive_at(text, long_prefix_size))
             return windows::PATH_TYPE_INVALID;
-        return is_backslash(unit_at(text, 6)) ? windows::PATH_TYPE_LONG_DRIVE_ABSOLUTE
-                                              : windows::PATH_TYPE_LONG_DRIVE_RELATIVE;
+        return is_backslash(unit_at(text, long_prefix_size + drive_size))
+                   ? windows::PATH_TYPE_LONG_DRIVE_ABSOLUTE
+                   : windows::PATH_TYPE_LONG_DRIVE_RELATIVE;
     }
     // \\.\COM1
     if (is_device_prefix_at(text, 0))
         return windows::PATH_TYPE_DEVICE;
     // \\server\share
     if (is_unc_prefix_at(text, 0))
-        return unc_root_length(text, 2) > 0 ? windows::PATH_TYPE_UNC : windows::PATH_TYPE_INVALID;
+        return unc_root_length(text, server_prefix_size) > 0 ? windows::PATH_TYPE_UNC
+                                                             : windows::PATH_TYPE_INVALID;
     // C:\foo
     if (is_drive_at(text, 0))
-        return is_backslash(unit_at(text, 2)) ? windows::PATH_TYPE_DRIVE_ABSOLUTE
-                                              : windows::PATH_TYPE_DRIVE_RELATIVE;
+        return is_backslash(unit_at(text, drive_size)) ? windows::PATH_TYPE_DRIVE_ABSOLUTE
+                                                       : windows::PATH_TYPE_DRIVE_RELATIVE;
     // \foo
     return is_backslash(unit_at(text, 0)) ? windows::PATH_TYPE_ROOTED : windows::PATH_TYPE_RELATIVE;
 }
 
-/// The server and share of `analyse_path_root`, for `type` `PATH_TYPE_UNC` or
-/// `PATH_TYPE_LONG_UNC`. The search for the end of the server starts one unit
-/// behind the prefix, so that the unit right behind it is never taken for it.
-/// Dots are looked for only in a share with a backslash behind it.
-template <typename Char>
-constexpr std::size_t analyse_unc_root(std::basic_string_view<Char> text,
-                                       windows::path_type_enum &type)
+/// A root: how many units it has, and of which type of pathname it is.
+struct analysed_root
 {
-    bool const is_long = type == windows::PATH_TYPE_LONG_UNC;
-    std::size_t const server_end = find_backslash(text, is_long ? 9 : 3);
-    if (server_end == text.size()) {
-        type = windows::PATH_TYPE_INVALID;
-        return 0;
-    }
+    windows::path_type_enum type;
+    std::size_t length;
+};
+
+/// The root of a server and share behind a prefix of `prefix_size` units. The search for
+/// the end of the server starts one unit behind the prefix, so that the unit right behind
+/// it is never taken for it. Dots are looked for only in a share with a backslash behind it.
+template <typename Char>
+constexpr analysed_root analyse_unc_root(std::basic_string_view<Char> text, std::size_t prefix_size)
+{
+    bool const is_long = prefix_size == long_unc_prefix_size;
+    std::size_t const server_end = find_backslash(text, prefix_size + 1);
+    if (server_end == text.size())
+        return {windows::PATH_TYPE_INVALID, 0};
     std::size_t const share = server_end + 1;
     std::size_t const share_end = find_backslash(text, share);
-    if (share_end == text.size()) {
-        type = is_long ? windows::PATH_TYPE_LONG_UNC_NO_ROOT : windows::PATH_TYPE_UNC_NO_ROOT;
-        return text.size();
-    }
-    if (is_dot_element(text, share, share_end - share)) {
-        type = windows::PATH_TYPE_INVALID;
-        return 0;
-    }
-    return share_end + 1;
+    if (share_end == text.size())
+        return {is_long ? windows::PATH_TYPE_LONG_UNC_NO_ROOT : windows::PATH_TYPE_UNC_NO_ROOT,
+                text.size()};
+    if (is_dot_element(text, share, share_end - share))
+        return {windows::PATH_TYPE_INVALID, 0};
+    return {is_long ? windows::PATH_TYPE_LONG_UNC : windows::PATH_TYPE_UNC, share_end + 1};
 }
 
 /// Whether `text` begins with `\\?\UNC\` and has room for a server and a share
@@ -79,68 +81,54 @@ constexpr std::size_t analyse_unc_root(std::basic_string_view<Char> text,
 template <typename Char>
 constexpr bool begins_with_long_unc_prefix(std::basic_string_view<Char> text)
 {
-    constexpr std::size_t shortest = 11; // the prefix and `a\b`
+    constexpr std::size_t shortest = long_unc_prefix_size + 3; // the prefix and `a\b`
     std::basic_string_view<Char> const prefix = pathname_traits<Char>::LONG_UNC_PATHNAME_PREFIX;
     return text.size() >= shortest &&
            compare_ignoring_case(text.substr(0, prefix.size()), prefix) == 0;
 }
 
-/// Returns the root length of `text` and sets `type`. Throws
-/// `foundation::ustring::CtypeInvalidCharacter` on a text such as `\\?\` followed
-/// by a letter outside ASCII.
+/// The root of `text`. Throws `foundation::ustring::CtypeInvalidCharacter` on a text such
+/// as `\\?\` followed by a letter outside ASCII.
 template <typename Char>
-constexpr std::size_t analyse_path_root(std::basic_string_view<Char> text,
-                                        windows::path_type_enum &type)
+constexpr analysed_root analyse_path_root(std::basic_string_view<Char> text)
 {
     using traits = pathname_traits<Char>;
     // C:\ or C:
     if (is_drive_at(text, 0)) {
         std::size_t const length = drive_root_length(text, 0);
-        type = length == 3 ? windows::PATH_TYPE_DRIVE_ABSOLUTE : windows::PATH_TYPE_DRIVE_RELATIVE;
-        return length;
+        return {length == drive_root_size ? windows::PATH_TYPE_DRIVE_ABSOLUTE
+                                          : windows::PATH_TYPE_DRIVE_RELATIVE,
+                length};
     }
     // foo
-    if (!is_backslash(unit_at(text, 0))) {
-        type = windows::PATH_TYPE_RELATIVE;
-        return 0;
-    }
+    if (!is_backslash(unit_at(text, 0)))
+        return {windows::PATH_TYPE_RELATIVE, 0};
     // \foo
-    if (!is_backslash(unit_at(text, 1))) {
-        type = windows::PATH_TYPE_ROOTED;
-        return 1;
-    }
+    if (!is_backslash(unit_at(text, 1)))
+        return {windows::PATH_TYPE_ROOTED, 1};
     // \\ and up to two units: too short for a server and a share
-    if (text.size() <= 4) {
-        type = windows::PATH_TYPE_INVALID;
-        return 0;
-    }
+    if (text.size() <= server_prefix_size + 2)
+        return {windows::PATH_TYPE_INVALID, 0};
     // \\server\share
-    if (text[2] != static_cast<Char>('?') && text[2] != traits::DOT_CHARACTER) {
-        type = windows::PATH_TYPE_UNC;
-        return analyse_unc_root(text, type);
-    }
+    Char const mark = text[server_prefix_size];
+    if (mark != static_cast<Char>('?') && mark != traits::DOT_CHARACTER)
+        return analyse_unc_root(text, server_prefix_size);
     // \\?\C:\foo
-    std::basic_string_view<Char> const long_prefix = traits::LONG_PATHNAME_PREFIX;
-    if (text.substr(0, long_prefix.size()) == long_prefix && is_drive_at(text, 4)) {
-        std::size_t const length = drive_root_length(text, 4);
-        type = length == 7 ? windows::PATH_TYPE_LONG_DRIVE_ABSOLUTE
-                           : windows::PATH_TYPE_LONG_DRIVE_RELATIVE;
-        return length;
+    if (text.starts_with(traits::LONG_PATHNAME_PREFIX) && is_drive_at(text, long_prefix_size)) {
+        std::size_t const length = drive_root_length(text, long_prefix_size);
+        return {length == long_prefix_size + drive_root_size
+                    ? windows::PATH_TYPE_LONG_DRIVE_ABSOLUTE
+                    : windows::PATH_TYPE_LONG_DRIVE_RELATIVE,
+                length};
     }
     // \\?\UNC\server\share
-    if (begins_with_long_unc_prefix(text)) {
-        type = windows::PATH_TYPE_LONG_UNC;
-        return analyse_unc_root(text, type);
-    }
+    if (begins_with_long_unc_prefix(text))
+        return analyse_unc_root(text, long_unc_prefix_size);
     // \\.\COM1
-    std::basic_string_view<Char> const device_prefix = traits::DEVICE_PATHNAME_PREFIX;
-    if (text.substr(0, device_prefix.size()) == device_prefix) {
-        type = windows::PATH_TYPE_DEVICE;
-        return device_prefix.size();
-    }
+    if (text.starts_with(traits::DEVICE_PATHNAME_PREFIX))
+        return {windows::PATH_TYPE_DEVICE, device_prefix_size};
     // \\?\foo and its like, which look rooted and name nothing that a link may
-    type = windows::PATH_TYPE_RELATIVE;
-    return 0;
+    return {windows::PATH_TYPE_RELATIVE, 0};
 }
 
 } // namespace fl::filesystem::detail

@@ -31,7 +31,7 @@ constexpr std::size_t skip_two_separators(std::basic_string_view<Char> text, std
 /// The index behind the first backslash at or after `from`, or the size of the
 /// text.
 template <typename Char>
-constexpr std::size_t skip_separator(std::basic_string_view<Char> text, std::size_t from)
+constexpr std::size_t skip_next_separator(std::basic_string_view<Char> text, std::size_t from)
 {
     std::size_t const found = find_backslash(text, from);
     return found == text.size() ? text.size() : found + 1;
@@ -69,7 +69,7 @@ std::size_t checked_unc_root_length(std::basic_string_view<Char> text, std::size
 template <typename Char>
 constexpr std::size_t drive_root_length(std::basic_string_view<Char> text, std::size_t at)
 {
-    return is_backslash(unit_at(text, at + 2)) ? at + 3 : at + 2;
+    return is_backslash(unit_at(text, at + drive_size)) ? at + drive_root_size : at + drive_size;
 }
 
 template <typename Char>
@@ -80,13 +80,13 @@ constexpr std::size_t root_path_length(std::basic_string_view<Char> text)
         return drive_root_length(text, 0);
     // \\server\ or \\server
     if (is_unc_prefix_at(text, 0))
-        return skip_separator(text, 2);
+        return skip_next_separator(text, server_prefix_size);
     // \\?\UNC\server\ or \\?\UNC\server
     if (is_long_unc_prefix_at(text, 0))
-        return skip_separator(text, 8);
+        return skip_next_separator(text, long_unc_prefix_size);
     // \\?\C:\, and any other name behind the prefix
     if (is_long_prefix_at(text, 0))
-        return skip_separator(text, 4);
+        return skip_next_separator(text, long_prefix_size);
     // \foo or foo
     return is_backslash(unit_at(text, 0)) ? 1 : 0;
 }
@@ -99,13 +99,14 @@ constexpr std::size_t element_root_length(std::basic_string_view<Char> text)
         return drive_root_length(text, 0);
     // \\server\share\ or \\server\share
     if (is_unc_prefix_at(text, 0))
-        return skip_two_separators(text, 2);
+        return skip_two_separators(text, server_prefix_size);
     // \\?\UNC\server\share\ or \\?\UNC\server\share
     if (is_long_unc_prefix_at(text, 0))
-        return skip_two_separators(text, 8);
+        return skip_two_separators(text, long_unc_prefix_size);
     // \\?\C:\, and any other two names behind the prefix
     if (is_long_prefix_at(text, 0))
-        return is_drive_at(text, 4) ? drive_root_length(text, 4) : skip_two_separators(text, 4);
+        return is_drive_at(text, long_prefix_size) ? drive_root_length(text, long_prefix_size)
+                                                   : skip_two_separators(text, long_prefix_size);
     // \foo or foo
     return is_backslash(unit_at(text, 0)) ? 1 : 0;
 }

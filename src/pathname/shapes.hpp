@@ -17,7 +17,9 @@ template <typename Char>
 inline constexpr Char backslash = pathname_traits<Char>::PATHNAME_SEPARATOR_CHARACTER;
 
 inline constexpr std::size_t drive_size = 2;           // C:
+inline constexpr std::size_t drive_root_size = 3;      // the same with its backslash
 inline constexpr std::size_t server_prefix_size = 2;   // the two backslashes ahead of a server
+inline constexpr std::size_t device_prefix_size = 4;   // \\.\ ahead of a device
 inline constexpr std::size_t long_prefix_size = 4;     // \\?\ ahead of a drive
 inline constexpr std::size_t long_unc_prefix_size = 8; // \\?\UNC\ ahead of a server
 
@@ -59,7 +61,7 @@ constexpr std::size_t find_backslash(std::basic_string_view<Char> text, std::siz
 template <typename Char>
 constexpr bool is_drive_at(std::basic_string_view<Char> text, std::size_t at)
 {
-    return text.size() >= at + 2 && is_letter(text[at]) &&
+    return text.size() >= at + drive_size && is_letter(text[at]) &&
            text[at + 1] == pathname_traits<Char>::VOLUME_SEPARATOR_CHARACTER;
 }
 
@@ -67,8 +69,8 @@ constexpr bool is_drive_at(std::basic_string_view<Char> text, std::size_t at)
 template <typename Char>
 constexpr bool is_marked_prefix_at(std::basic_string_view<Char> text, std::size_t at, Char mark)
 {
-    return text.size() >= at + 4 && is_separator(text[at]) && is_separator(text[at + 1]) &&
-           text[at + 2] == mark && is_separator(text[at + 3]);
+    return text.size() >= at + long_prefix_size && is_separator(text[at]) &&
+           is_separator(text[at + 1]) && text[at + 2] == mark && is_separator(text[at + 3]);
 }
 
 // \\.\ of a device.
@@ -89,7 +91,7 @@ constexpr bool is_long_prefix_at(std::basic_string_view<Char> text, std::size_t 
 template <typename Char>
 constexpr bool is_long_unc_prefix_at(std::basic_string_view<Char> text, std::size_t at)
 {
-    return text.size() >= at + 8 && is_long_prefix_at(text, at) &&
+    return text.size() >= at + long_unc_prefix_size && is_long_prefix_at(text, at) &&
            lower_case_or_same(text[at + 4]) == static_cast<Char>('u') &&
            lower_case_or_same(text[at + 5]) == static_cast<Char>('n') &&
            lower_case_or_same(text[at + 6]) == static_cast<Char>('c') && is_separator(text[at + 7]);
@@ -99,9 +101,10 @@ constexpr bool is_long_unc_prefix_at(std::basic_string_view<Char> text, std::siz
 template <typename Char>
 constexpr bool is_unc_prefix_at(std::basic_string_view<Char> text, std::size_t at)
 {
-    if (text.size() < at + 2 || !is_separator(text[at]) || !is_separator(text[at + 1]))
+    if (text.size() < at + server_prefix_size || !is_separator(text[at]) ||
+        !is_separator(text[at + 1]))
         return false;
-    if (text.size() < at + 4)
+    if (text.size() < at + long_prefix_size)
         return true;
     Char const mark = text[at + 2];
     bool const marked =

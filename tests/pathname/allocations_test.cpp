@@ -33,9 +33,8 @@ TEST(Allocations, AreCounted)
 template <typename Char>
 void measure_everything(std::basic_string_view<Char> text)
 {
-    windows::path_type_enum type{};
     static_cast<void>(classify_path_type(text));
-    static_cast<void>(analyse_path_root(text, type));
+    static_cast<void>(analyse_path_root(text));
     static_cast<void>(root_path_length(text));
     static_cast<void>(element_root_length(text));
     static_cast<void>(unc_root_length(text, 2));

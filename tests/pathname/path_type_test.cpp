@@ -105,9 +105,8 @@ void expect_roots(root_case const &row, std::basic_string_view<Char> text)
 {
     std::string const shown = printable(row.text);
     EXPECT_EQ(classify_path_type(text), row.classified) << shown;
-    path_type_enum analysed{};
-    EXPECT_EQ(analyse_path_root(text, analysed), row.analysed_root) << shown;
-    EXPECT_EQ(analysed, row.analysed) << shown;
+    EXPECT_EQ(analyse_path_root(text).length, row.analysed_root) << shown;
+    EXPECT_EQ(analyse_path_root(text).type, row.analysed) << shown;
     EXPECT_EQ(root_path_length(text), row.root_path) << shown;
     EXPECT_EQ(element_root_length(text), row.element_root) << shown;
 }
@@ -181,15 +180,14 @@ TEST(PathType, LengthCountsAndNotTheTextBehindIt)
 
 TEST(AnalysePathRoot, RaisesOnALetterOutsideAsciiWhereUncCouldStand)
 {
-    path_type_enum type{};
-    EXPECT_THROW(analyse_path_root<wchar_t>(L"\\\\?\\\u00E9bcdefgh", type), CtypeInvalidCharacter);
-    EXPECT_THROW(analyse_path_root<char16_t>(u"\\\\?\\U\u00E9cdefgh", type), CtypeInvalidCharacter);
-    EXPECT_EQ(analyse_path_root<wchar_t>(L"\\\\?\\\u00E9bcdef", type), 0U)
-        << "ten units are too short to be compared";
-    EXPECT_EQ(type, PATH_TYPE_RELATIVE);
-    EXPECT_EQ(analyse_path_root<wchar_t>(L"\\\\?\\a\u00E9cdefgh", type), 0U)
-        << "a difference ahead of it ends the comparison";
-    EXPECT_EQ(type, PATH_TYPE_RELATIVE);
+    EXPECT_THROW(analyse_path_root<wchar_t>(L"\\\\?\\\u00E9bcdefgh"), CtypeInvalidCharacter);
+    EXPECT_THROW(analyse_path_root<char16_t>(u"\\\\?\\U\u00E9cdefgh"), CtypeInvalidCharacter);
+    analysed_root root = analyse_path_root<wchar_t>(L"\\\\?\\\u00E9bcdef");
+    EXPECT_EQ(root.length, 0U) << "ten units are too short to be compared";
+    EXPECT_EQ(root.type, PATH_TYPE_RELATIVE);
+    root = analyse_path_root<wchar_t>(L"\\\\?\\a\u00E9cdefgh");
+    EXPECT_EQ(root.length, 0U) << "a difference ahead of it ends the comparison";
+    EXPECT_EQ(root.type, PATH_TYPE_RELATIVE);
 }
 
 TEST(PathType, ClassifyNeverReturnsATypeWithoutRootOfAShare)
@@ -206,14 +204,13 @@ TEST(PathType, RootsOfAllShortTextsStayInsideAndAgreeInBothCharacterTypes)
     for_all_texts(shape_alphabet, 6, [](std::u16string_view text) {
         std::wstring const owned = wide(text);
         std::wstring_view const wide_text = owned;
-        path_type_enum type{};
-        path_type_enum wide_type{};
-        std::size_t const analysed = analyse_path_root(text, type);
-        ASSERT_LE(analysed, text.size()) << printable(text);
+        analysed_root const analysed = analyse_path_root(text);
+        analysed_root const wide_analysed = analyse_path_root(wide_text);
+        ASSERT_LE(analysed.length, text.size()) << printable(text);
         ASSERT_LE(root_path_length(text), text.size()) << printable(text);
         ASSERT_LE(element_root_length(text), text.size()) << printable(text);
-        ASSERT_EQ(analyse_path_root(wide_text, wide_type), analysed) << printable(text);
-        ASSERT_EQ(wide_type, type) << printable(text);
+        ASSERT_EQ(wide_analysed.length, analysed.length) << printable(text);
+        ASSERT_EQ(wide_analysed.type, analysed.type) << printable(text);
         ASSERT_EQ(classify_path_type(wide_text), classify_path_type(text)) << printable(text);
         ASSERT_EQ(root_path_length(wide_text), root_path_length(text)) << printable(text);
         ASSERT_EQ(element_root_length(wide_text), element_root_length(text)) << printable(text);

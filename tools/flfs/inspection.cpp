@@ -15,10 +15,9 @@ namespace {
 
 root_analysis analyse(std::u16string_view text)
 {
-    windows::path_type_enum type = windows::PATH_TYPE_INVALID;
     try {
-        std::uint64_t const length = detail::analyse_path_root(text, type);
-        return {type, length, {}, {}};
+        detail::analysed_root const root = detail::analyse_path_root(text);
+        return {root.type, root.length, {}, {}};
     } catch (foundation::ustring::CtypeInvalidCharacter const &exception) {
         return {windows::PATH_TYPE_INVALID, 0, "foundation::ustring::CtypeInvalidCharacter",
                 exception.what()};
