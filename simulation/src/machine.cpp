@@ -183,6 +183,15 @@ simulated_machine &simulated_machine::remove_drive(char16_t letter)
     return *this;
 }
 
+simulated_machine &simulated_machine::take_letter(char16_t letter)
+{
+    std::lock_guard const lock(machine_mutex());
+    if (state_->disks.find_mapping(letter) || !state_->disks.find_drive(letter))
+        throw std::invalid_argument("there is no such drive");
+    state_->disks.take_letter(letter);
+    return *this;
+}
+
 simulated_machine &simulated_machine::add_share(std::u16string_view server,
                                                 std::u16string_view share)
 {

@@ -12,6 +12,9 @@ namespace {
 /// A network pathname behind a long prefix.
 constexpr std::u16string_view unc_device = u"UNC";
 
+/// The root of the object manager's own names.
+constexpr std::u16string_view global_root = u"GLOBALROOT";
+
 /// The longest text that the system takes with a long prefix.
 constexpr std::size_t longest_literal = 32767;
 
@@ -24,6 +27,16 @@ std::u16string_view take_name(std::u16string_view &text)
     return name;
 }
 
+/// There has to be one, and something on it: its name alone, without a backslash, is the
+/// volume itself, and no directory on it.
+void check_volume(pathname const &parsed, bool is_alone)
+{
+    if (!parsed.disk)
+        throw failure(is_alone ? ERROR_FILE_NOT_FOUND : ERROR_PATH_NOT_FOUND);
+    if (is_alone)
+        throw failure(ERROR_INVALID_PARAMETER);
+}
+
 /// server\share\dir
 pathname parse_network(std::u16string_view text, machine_state const &machine)
 {
@@ -31,6 +44,22 @@ pathname parse_network(std::u16string_view text, machine_state const &machine)
     std::u16string_view const share = take_name(text);
     pathname parsed;
     parsed.disk = machine.disks.find_share(server, share);
+    split(text, parsed);
+    return parsed;
+}
+
+/// Device\HarddiskVolume3\dir, as the root of the object manager has it.
+pathname parse_device(std::u16string_view text, machine_state const &machine)
+{
+    if (upcase(take_name(text)) != u"DEVICE")
+        throw failure(ERROR_PATH_NOT_FOUND);
+    bool const is_alone = text.find(u'\\') == text.npos;
+    std::u16string_view const device = take_name(text);
+    if (upcase(device) == u"MUP")
+        return parse_network(text, machine);
+    pathname parsed;
+    parsed.disk = machine.disks.find_by_device(device);
+    check_volume(parsed, is_alone);
     split(text, parsed);
     return parsed;
 }
@@ -51,16 +80,14 @@ pathname parse_object(std::u16string_view text, machine_state const &machine)
     std::u16string_view const object = take_name(rest);
     if (upcase(object) == unc_device)
         return parse_network(rest, machine);
+    if (upcase(object) == global_root)
+        return parse_device(rest, machine);
     bool const is_alone = object.size() == text.size();
     if (is_device_name(object) && is_alone)
         return {};
     pathname parsed;
     parsed.disk = find_volume(object, machine);
-    if (!parsed.disk)
-        throw failure(is_alone ? ERROR_FILE_NOT_FOUND : ERROR_PATH_NOT_FOUND);
-    // without a backslash it is the volume itself, and no directory on it
-    if (is_alone)
-        throw failure(ERROR_INVALID_PARAMETER);
+    check_volume(parsed, is_alone);
     split(rest, parsed);
     return parsed;
 }

@@ -4,10 +4,18 @@
 #include "names.hpp"
 
 #include <algorithm>
+#include <utility>
 
 namespace simulation {
 
 namespace {
+
+/// A name for the device of a drive that no other drive has: 3 is that of C:.
+std::u16string disk_name_of(char16_t letter)
+{
+    std::string const number = std::to_string(letter - u'A' + 1);
+    return u"HarddiskVolume" + std::u16string(number.begin(), number.end());
+}
 
 /// A name for the volume of a drive that no other drive has.
 std::u16string guid_name_of(char16_t letter)
@@ -20,6 +28,11 @@ std::u16string guid_name_of(char16_t letter)
 }
 
 } // namespace
+
+std::u16string device_name_of(volume const &disk)
+{
+    return disk.is_remote ? u"Mup" + disk.name.substr(3) : disk.device_name;
+}
 
 std::shared_ptr<volume> volumes::make_volume(std::u16string name, DWORD attributes)
 {
@@ -41,7 +54,16 @@ void volumes::add_drive(char16_t letter)
         return;
     auto made = make_volume({upper, u':'});
     made->guid_name = guid_name_of(upper);
+    made->device_name = disk_name_of(upper);
     drives_[upper] = std::move(made);
+}
+
+void volumes::take_letter(char16_t letter)
+{
+    auto const found = drives_.find(upcase(letter));
+    found->second->name.clear();
+    without_letter_.push_back(std::move(found->second));
+    drives_.erase(found);
 }
 
 void volumes::remove_drive(char16_t letter)
@@ -94,11 +116,24 @@ std::shared_ptr<volume> volumes::find_drive(char16_t letter) const
 
 std::shared_ptr<volume> volumes::find_by_guid(std::u16string_view guid_name) const
 {
-    std::u16string const wanted = upcase(guid_name);
-    auto const found = std::find_if(drives_.begin(), drives_.end(), [&](auto const &drive) {
-        return upcase(drive.second->guid_name) == wanted;
+    return find_by(&volume::guid_name, guid_name);
+}
+
+std::shared_ptr<volume> volumes::find_by_device(std::u16string_view device_name) const
+{
+    return find_by(&volume::device_name, device_name);
+}
+
+std::shared_ptr<volume> volumes::find_by(std::u16string volume::*name,
+                                         std::u16string_view wanted) const
+{
+    std::vector<std::shared_ptr<volume>> disks = without_letter_;
+    for (auto const &drive : drives_)
+        disks.push_back(drive.second);
+    auto const found = std::find_if(disks.begin(), disks.end(), [&](auto const &disk) {
+        return upcase((*disk).*name) == upcase(wanted);
     });
-    return found == drives_.end() ? nullptr : found->second;
+    return found == disks.end() ? nullptr : *found;
 }
 
 std::shared_ptr<volume> volumes::find_share(std::u16string_view server,

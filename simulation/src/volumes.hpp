@@ -24,8 +24,11 @@ struct volume_space
 struct volume
 {
     std::shared_ptr<entry> root;
-    /// What its pathnames begin with behind a long prefix: `C:` or `UNC\server\share`.
+    /// What its pathnames begin with behind a long prefix: `C:` or `UNC\server\share`. Empty
+    /// if the volume has lost its letter.
     std::u16string name;
+    /// What the object manager knows a disk by, below `\Device\`. A share has none.
+    std::u16string device_name;
     /// `Volume{...}`, the name that a mount point knows it by. A share has none.
     std::u16string guid_name;
     DWORD serial_number = 0;
@@ -38,10 +41,16 @@ struct volume
     std::vector<open_file const *> open_files;
 };
 
+/// What the names of files begin with below `\Device\`: `HarddiskVolume3`,
+/// `Mup\server\share`.
+std::u16string device_name_of(volume const &disk);
+
 class volumes
 {
 public:
     void add_drive(char16_t letter);
+    /// Of what remains the volume is known by its other names only.
+    void take_letter(char16_t letter);
     void remove_drive(char16_t letter);
     void add_share(std::u16string_view server, std::u16string_view share);
     void add_dead_server(std::u16string_view name);
@@ -63,6 +72,9 @@ public:
     /// A volume by its `Volume{...}`, or null.
     std::shared_ptr<volume> find_by_guid(std::u16string_view guid_name) const;
 
+    /// A disk by the name of its device, or null.
+    std::shared_ptr<volume> find_by_device(std::u16string_view device_name) const;
+
     /// The volume of a share. Fails as the network does, with a code for the server
     /// and another for the share.
     std::shared_ptr<volume> find_share(std::u16string_view server, std::u16string_view share) const;
@@ -81,10 +93,13 @@ private:
 
     std::shared_ptr<volume> make_volume(std::u16string name,
                                         DWORD attributes = FILE_ATTRIBUTE_DIRECTORY);
+    /// The disk, with a letter or without, whose `name` is `wanted` in any case; or null.
+    std::shared_ptr<volume> find_by(std::u16string volume::*name, std::u16string_view wanted) const;
 
     std::shared_ptr<machine_clock> clock_ = std::make_shared<machine_clock>();
     std::shared_ptr<volume> device_;
     std::map<char16_t, std::shared_ptr<volume>> drives_;
+    std::vector<std::shared_ptr<volume>> without_letter_;
     std::map<char16_t, mapping> mappings_;
     std::map<std::u16string, server_entry> servers_; // by name in upper case
     DWORD last_serial_number_ = 0x1A2B'3C00;

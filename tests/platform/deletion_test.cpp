@@ -208,6 +208,28 @@ TEST(MarkedHandles, CanBeUnmarked)
     EXPECT_TRUE(space.exists(units(name)));
 }
 
+// They are the file's, and it may have other names.
+TEST(MarkedHandles, LetAttributesBeSet)
+{
+    workspace space;
+    space.make_file(space.path(u"file"));
+    std::wstring const name = in(space, L"file");
+    std::wstring const other = in(space, L"other");
+    if (!::CreateHardLinkW(other.c_str(), name.c_str(), nullptr))
+        GTEST_SKIP() << "this disk knows no hard links";
+    handle marked = look_at(name, DELETE);
+    handle changing = look_at(name, FILE_WRITE_ATTRIBUTES);
+    EXPECT_EQ(mark(marked), success);
+    FILE_BASIC_INFO read_only = {};
+    read_only.FileAttributes = FILE_ATTRIBUTE_READONLY;
+    EXPECT_EQ(dispose(changing, FileBasicInfo, read_only), success);
+    changing.close();
+    marked.close();
+    EXPECT_FALSE(space.exists(units(name)));
+    EXPECT_EQ(attributes_of(other) & FILE_ATTRIBUTE_READONLY, DWORD{FILE_ATTRIBUTE_READONLY});
+    set_attributes(other, FILE_ATTRIBUTE_NORMAL);
+}
+
 TEST(MarkedHandles, DeleteAnEmptyDirectory)
 {
     workspace space;

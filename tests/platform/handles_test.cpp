@@ -455,6 +455,55 @@ TEST(SettingInformation, NeedsTheRight)
     EXPECT_EQ(code_of_set(writer.get(), FileBasicInfo, times(0, 0, moment)), success);
 }
 
+handle open_again(handle const &opened, DWORD access, DWORD share = share_all)
+{
+    return handle(::ReOpenFile(opened.get(), access, share, FILE_FLAG_BACKUP_SEMANTICS));
+}
+
+TEST(OpeningAgain, IsTheFileAndNotItsFormerName)
+{
+    workspace space;
+    space.make_file(space.path(u"file"), "content");
+    handle const first = look_at(in(space, L"file"), DELETE);
+    ASSERT_TRUE(::MoveFileExW(in(space, L"file").c_str(), in(space, L"moved").c_str(), 0));
+    space.make_file(space.path(u"file"), "another");
+    handle const second = open_again(first, GENERIC_READ);
+    ASSERT_TRUE(second);
+    EXPECT_EQ(read_from(second.get(), 20), "content");
+    EXPECT_EQ(index_of(information(second)), index_of(information(first)));
+}
+
+TEST(OpeningAgain, HasItsOwnRights)
+{
+    workspace space;
+    space.make_file(space.path(u"file"));
+    handle const first = look_at(in(space, L"file"), DELETE);
+    handle const second = open_again(first, FILE_READ_ATTRIBUTES | FILE_WRITE_ATTRIBUTES);
+    FILE_BASIC_INFO hidden = {};
+    hidden.FileAttributes = FILE_ATTRIBUTE_HIDDEN;
+    EXPECT_EQ(code_of_set(second.get(), FileBasicInfo, hidden), success);
+    EXPECT_EQ(attributes_of(in(space, L"file")) & FILE_ATTRIBUTE_HIDDEN,
+              DWORD{FILE_ATTRIBUTE_HIDDEN});
+}
+
+TEST(OpeningAgain, WorksOnADirectory)
+{
+    workspace space;
+    space.make_directory(space.path(u"dir"));
+    EXPECT_TRUE(open_again(look_at(in(space, L"dir"), DELETE), FILE_READ_ATTRIBUTES));
+}
+
+TEST(OpeningAgain, ComesToTermsWithTheFirst)
+{
+    workspace space;
+    space.make_file(space.path(u"file"));
+    handle const first = open(in(space, L"file"), {.share = FILE_SHARE_READ});
+    EXPECT_EQ(outcome_of([&] { return static_cast<bool>(open_again(first, GENERIC_WRITE)); }),
+              DWORD{ERROR_SHARING_VIOLATION});
+    EXPECT_EQ(outcome_of([&] { return static_cast<bool>(open_again(handle(), GENERIC_READ)); }),
+              DWORD{ERROR_INVALID_HANDLE});
+}
+
 std::wstring final_path(handle const &opened, DWORD flags)
 {
     std::wstring buffer(40000, L'\0');
@@ -481,6 +530,32 @@ TEST(FinalPathNames, OfARoot)
     handle const root = look_at(LR"(C:\)");
     EXPECT_EQ(final_path(root, 0), LR"(\\?\C:\)");
     EXPECT_EQ(final_path(root, VOLUME_NAME_NONE), LR"(\)");
+}
+
+/// The volume of a file and the file on it.
+std::pair<DWORD, unsigned long long> place_of(handle const &opened)
+{
+    BY_HANDLE_FILE_INFORMATION const info = information(opened);
+    return {info.dwVolumeSerialNumber, index_of(info)};
+}
+
+// The object manager knows every volume, also those that nobody gave a letter.
+TEST(FinalPathNames, OfTheObjectManagerLeadToTheFile)
+{
+    workspace space;
+    space.make_file(space.path(u"Dir\\File.txt"));
+    handle const file = look_at(in(space, LR"(DIR\FILE.TXT)"));
+    std::wstring const name = final_path(file, VOLUME_NAME_NT);
+    if (runs_under_wine() && name.empty())
+        GTEST_SKIP() << "this Wine knows no names of the object manager";
+    EXPECT_EQ(name.substr(0, 8), LR"(\Device\)");
+    EXPECT_TRUE(name.ends_with(final_path(file, VOLUME_NAME_NONE))) << name;
+    handle const again = look_at(LR"(\\?\GLOBALROOT)" + name);
+    if (runs_under_wine() && !again)
+        GTEST_SKIP() << "this Wine knows no root of the object manager";
+    ASSERT_TRUE(again);
+    EXPECT_EQ(place_of(again), place_of(file));
+    EXPECT_EQ(final_path(again, 0), final_path(file, 0));
 }
 
 // Wine finds none for a name as long as this.

@@ -178,6 +178,70 @@ TEST(VolumeSpace, MeetsFaults)
     EXPECT_TRUE(broken.fired() && other.fired());
 }
 
+/// The outcome, and the text if there is one.
+std::u16string final_path(wchar_t const *name, DWORD flags)
+{
+    contract::handle const opened = contract::look_at(name);
+    wchar_t buffer[200] = {};
+    if (::GetFinalPathNameByHandleW(opened.get(), buffer, 200, flags) == 0)
+        return u"error " + contract::units(std::to_wstring(::GetLastError()));
+    return contract::units(buffer);
+}
+
+TEST(TakenLetters, LeaveTheVolumeToItsOtherNames)
+{
+    simulated_machine machine;
+    machine.add_drive(u'd').add_file(u"D:\\dir\\file", "text").add_mount_point(u"C:\\m", u'D');
+    std::u16string const by_guid = final_path(L"D:\\dir\\file", VOLUME_NAME_GUID);
+    EXPECT_EQ(final_path(L"D:\\dir\\file", VOLUME_NAME_NT),
+              u"\\Device\\HarddiskVolume4\\dir\\file");
+    machine.take_letter(u'd');
+    EXPECT_EQ(get_file_attributes(L"D:\\dir\\file"), DWORD{ERROR_PATH_NOT_FOUND});
+    EXPECT_EQ(machine.content(u"C:\\m\\dir\\file"), "text");
+    EXPECT_EQ(machine.content(by_guid), "text");
+    EXPECT_EQ(final_path(L"C:\\m\\dir\\file", VOLUME_NAME_DOS), u"error 3");
+    EXPECT_EQ(final_path(L"C:\\m\\dir\\file", VOLUME_NAME_GUID), by_guid);
+    EXPECT_EQ(final_path(L"C:\\m", VOLUME_NAME_NT), u"\\Device\\HarddiskVolume4\\");
+    EXPECT_THROW(machine.take_letter(u'D'), std::invalid_argument);
+    machine.add_drive(u'D'); // another volume
+    EXPECT_EQ(get_file_attributes(L"D:\\dir"), DWORD{ERROR_FILE_NOT_FOUND});
+}
+
+TEST(NamesOfTheObjectManager, Outcomes)
+{
+    struct
+    {
+        wchar_t const *text;
+        DWORD code;
+        char const *why;
+    } const cases[] = {
+        {LR"(\\?\GLOBALROOT\Device\HarddiskVolume3\dir)", success, "C:"},
+        {LR"(\\?\globalroot\device\harddiskvolume3\DIR)", success, "in any case"},
+        {LR"(\\?\GLOBALROOT\Device\HarddiskVolume3\)", success, "its root"},
+        {LR"(\\?\GLOBALROOT\Device\Mup\server\share\dir)", success, "a share"},
+        {LR"(\\?\GLOBALROOT\Device\HarddiskVolume3\no)", ERROR_FILE_NOT_FOUND, "not there"},
+        {LR"(\\?\GLOBALROOT\Device\HarddiskVolume3)", ERROR_INVALID_PARAMETER, "the volume"},
+        {LR"(\\?\GLOBALROOT\Device\HarddiskVolume9)", ERROR_FILE_NOT_FOUND, "none"},
+        {LR"(\\?\GLOBALROOT\Device\HarddiskVolume9\a)", ERROR_PATH_NOT_FOUND, "none"},
+        {LR"(\\?\GLOBALROOT\Driver\HarddiskVolume3\a)", ERROR_PATH_NOT_FOUND, "no device"},
+        {LR"(\\?\GLOBALROOT)", ERROR_PATH_NOT_FOUND, "nothing below it"},
+    };
+    mapped_machine mapped;
+    mapped.machine.add_directory(u"C:\\dir");
+    for (auto const &row : cases)
+        EXPECT_EQ(get_file_attributes(row.text), row.code) << row.why;
+    EXPECT_EQ(final_path(L"X:\\dir", VOLUME_NAME_NT), u"\\Device\\Mup\\server\\share\\dir");
+}
+
+TEST(NamesOfTheObjectManager, HaveVolumePaths)
+{
+    simulated_machine machine;
+    wchar_t buffer[100] = {};
+    ASSERT_TRUE(
+        ::GetVolumePathNameW(LR"(\\?\GLOBALROOT\Device\HarddiskVolume3\dir\a)", buffer, 100));
+    EXPECT_EQ(std::wstring(buffer), LR"(\\?\GLOBALROOT\Device\HarddiskVolume3\)");
+}
+
 } // namespace
 
 } // namespace simulation

@@ -161,6 +161,11 @@ public:
     /// Takes the name and all below it away, whatever stands in the way.
     simulated_machine &remove(std::u16string_view path);
 
+    /// The drive's volume stays, with what is on it and where it is mounted, but the system
+    /// has no pathname for it any more that begins with a drive: as with volumes that the
+    /// mount manager doesn't know.
+    simulated_machine &take_letter(char16_t letter);
+
     // Looking. None of it is a call: nothing is journalled, no fault fires, and what is
     // denied to the caller is seen all the same.
     bool exists(std::u16string_view path) const;

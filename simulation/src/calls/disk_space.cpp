@@ -50,8 +50,11 @@ std::size_t root_length(machine_state const &machine, std::u16string_view full)
         begin = is_long_network ? begin + 4 : 2;
         return end_of_name(full, end_of_name(full, begin));
     }
-    if (begin != 0 && upcase(full.substr(begin)).starts_with(u"VOLUME{"))
+    std::u16string const object = begin == 0 ? std::u16string() : upcase(full.substr(begin));
+    if (object.starts_with(u"VOLUME{"))
         return end_of_name(full, begin);
+    if (std::u16string_view const disks = u"GLOBALROOT\\DEVICE\\"; object.starts_with(disks))
+        return end_of_name(full, begin + disks.size());
     if (!is_drive_at(full, begin))
         throw failure(ERROR_INVALID_NAME); // a device
     if (!machine.disks.find_drive(full[begin]))

@@ -144,6 +144,22 @@ HANDLE create_file(machine_state &machine, LPCWSTR name, creation const &asked, 
     return machine.open->add(file);
 }
 
+/// Opens what is open already, whatever its name says by now.
+HANDLE reopen(machine_state &machine, HANDLE original, creation const &asked)
+{
+    auto const file = machine.open->file(original);
+    place here;
+    here.disk = file->disk;
+    here.found = file->name;
+    terms how;
+    how.access = access_of(asked);
+    how.share = asked.share;
+    how.wanted = has(asked.flags, FILE_FLAG_BACKUP_SEMANTICS) ? kind::any : kind::file;
+    auto const again = open_found(here, false, how);
+    again->text = file->text;
+    return machine.open->add(again);
+}
+
 void check_content(open_file const &file)
 {
     if (file.target().is_directory())
@@ -193,6 +209,19 @@ extern "C" HANDLE CreateFileW(LPCWSTR name, DWORD access, DWORD share, LPSECURIT
                     .disposition = disposition};
     return perform(made, INVALID_HANDLE_VALUE, [&](machine_state &machine, DWORD &last_error) {
         return create_file(machine, name, {access, share, disposition, flags}, last_error);
+    });
+}
+
+extern "C" HANDLE ReOpenFile(HANDLE original, DWORD access, DWORD share, DWORD flags)
+{
+    using namespace simulation;
+    call const made{.function = "ReOpenFile",
+                    .handle = original,
+                    .flags = flags,
+                    .access = access,
+                    .share = share};
+    return perform(made, INVALID_HANDLE_VALUE, [&](machine_state &machine) {
+        return reopen(machine, original, {access, share, OPEN_EXISTING, flags});
     });
 }
 

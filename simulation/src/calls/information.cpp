@@ -191,7 +191,11 @@ std::u16string final_path(open_file const &file, DWORD flags)
     std::u16string const names = names_to(file);
     switch (flags & ~DWORD{FILE_NAME_OPENED}) {
     case VOLUME_NAME_DOS:
+        if (disk.name.empty())
+            throw failure(ERROR_PATH_NOT_FOUND);
         return u"\\\\?\\" + disk.name + names;
+    case VOLUME_NAME_NT:
+        return u"\\Device\\" + device_name_of(disk) + names;
     case VOLUME_NAME_GUID:
         if (disk.guid_name.empty())
             throw failure(ERROR_PATH_NOT_FOUND);
