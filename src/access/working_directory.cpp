@@ -12,7 +12,7 @@ std::wstring current_path_wide()
 {
     std::error_code ec;
     std::wstring path = standard::current_path(ec);
-    if (ec || path.empty()) // a failure may tell no code
+    if (ec)
         throw_exception(std::filesystem::filesystem_error("current_path()", ec));
     return path;
 }

@@ -5,6 +5,7 @@
 #include "failure/throw.hpp"
 #include "failure/win32_error.hpp"
 #include "platform/code_units.hpp"
+#include "platform/filled_buffer.hpp"
 #include "standard/filesystem.hpp"
 
 #include <windows.h>
@@ -32,7 +33,7 @@ void update_drive_variable(std::wstring const &path)
 {
     std::error_code ec;
     std::wstring const full = detail::standard::absolute(path, ec);
-    if (ec || full.empty()) // a failure may tell no code
+    if (ec)
         detail::throw_exception(std::filesystem::filesystem_error(
             "absolute", detail::copy_units<path_unit, wchar_t>(path), ec));
     if (full.starts_with(L"\\\\")) // a server has no drive
@@ -48,11 +49,16 @@ void update_drive_variable(std::wstring const &path)
 
 std::u16string get_current_path()
 {
-    std::error_code ec;
-    std::wstring const path = detail::standard::current_path(ec);
-    if (ec || path.empty())
-        detail::throw_win32_exception(static_cast<unsigned int>(ec.value()), std::wstring());
-    return detail::narrow(path);
+    DWORD code = ERROR_SUCCESS;
+    auto const path =
+        detail::filled_buffer(260, detail::growth::until_it_fits, [&](wchar_t *buffer, DWORD room) {
+            DWORD const answer = ::GetCurrentDirectoryW(room, buffer);
+            code = ::GetLastError(); // 0 if the system tells none
+            return answer;
+        });
+    if (!path)
+        detail::throw_win32_exception(code, std::wstring());
+    return detail::narrow(*path);
 }
 
 bool change_current_path(upath const &p)

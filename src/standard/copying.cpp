@@ -1,6 +1,5 @@
 #include "standard/filesystem.hpp"
 
-#include "pathname/shapes.hpp"
 #include "platform/owned_handle.hpp"
 #include "platform/reparse_point.hpp"
 #include "standard/codes.hpp"
@@ -11,7 +10,9 @@
 
 #include <winioctl.h>
 
-#include <memory>
+#include <cstdint>
+#include <optional>
+#include <utility>
 #include <vector>
 
 namespace fl::filesystem::detail::standard {
@@ -29,23 +30,27 @@ bool has(copy_options options, copy_options asked)
 void call_copy_file(std::wstring const &from, std::wstring const &to, bool fail_if_there,
                     std::error_code &ec)
 {
-    ec.clear();
-    if (!::CopyFileW(from.c_str(), to.c_str(), fail_if_there))
-        ec = system_code(::GetLastError());
+    attempt(ec, [&] { return ::CopyFileW(from.c_str(), to.c_str(), fail_if_there); });
 }
 
-/// The time of the last write of what `text` leads to, as the system counts it.
-std::int64_t last_write(std::wstring const &text, std::error_code &ec)
+/// The time of the last write of what `text` leads to, as the system counts it. None if it
+/// can't be asked; then `ec` holds the system's code.
+std::optional<std::int64_t> last_write(std::wstring const &text, std::error_code &ec)
 {
-    auto const [file, code] = open_target(text);
-    if (!file) {
-        ec = system_code(code);
-        return 0;
-    }
+    auto const [file, open_code] = open_target(text);
     FILE_BASIC_INFO info = {};
-    if (!::GetFileInformationByHandleEx(file.get(), FileBasicInfo, &info, sizeof info))
-        ec = system_code(::GetLastError());
+    ec = system_code(file ? get_information(file, FileBasicInfo, info) : open_code);
+    if (ec)
+        return std::nullopt;
     return info.LastWriteTime.QuadPart;
+}
+
+/// Whether `from` was written later than `to`. Not if it isn't known.
+bool is_newer(std::wstring const &from, std::wstring const &to, std::error_code &ec)
+{
+    auto const from_time = last_write(from, ec);
+    auto const to_time = from_time ? last_write(to, ec) : std::nullopt;
+    return to_time && *from_time > *to_time;
 }
 
 /// A file that is there takes the place of no other, but it may be the very same.
@@ -54,13 +59,7 @@ bool copy_over_existing(std::wstring const &from, std::wstring const &to, copy_o
 {
     if (equivalent(from, to, ec))
         ec = system_code(ERROR_SHARING_VIOLATION);
-    if (ec || has(options, copy_options::skip_existing))
-        return false;
-    std::int64_t const from_time = last_write(from, ec);
-    if (ec)
-        return false;
-    std::int64_t const to_time = last_write(to, ec);
-    if (ec || from_time <= to_time)
+    if (ec || has(options, copy_options::skip_existing) || !is_newer(from, to, ec))
         return false;
     call_copy_file(from, to, false, ec);
     return !ec;
@@ -84,34 +83,35 @@ std::wstring joined(std::wstring text, std::wstring_view name)
     return text;
 }
 
+/// Of the pathname of a file: what stands behind the last separator.
 std::wstring_view last_name(std::wstring_view text)
 {
-    std::vector<std::wstring_view> const elements = elements_of(text);
-    return elements.empty() ? std::wstring_view() : elements.back();
+    return text.substr(text.find_last_of(L"\\/") + 1);
 }
 
 /// Makes the empty directory `path` a junction like the one that `data` was read from.
 bool set_reparse_point(std::wstring const &path, std::vector<unsigned char> &data,
                        std::error_code &ec)
 {
-    auto const [directory, code] = open_reparse_point(path, GENERIC_WRITE);
+    auto const [directory, code] = open_entry(path, GENERIC_WRITE);
     if (!directory)
         return fail(code, ec);
     DWORD returned = 0;
-    if (::DeviceIoControl(directory.get(), FSCTL_SET_REPARSE_POINT, data.data(),
-                          static_cast<DWORD>(data.size()), nullptr, 0, &returned, nullptr))
-        return true;
-    return fail(::GetLastError(), ec);
+    DWORD const size = static_cast<DWORD>(data.size());
+    return attempt(ec, [&, &opened = directory] {
+        return ::DeviceIoControl(opened.get(), FSCTL_SET_REPARSE_POINT, data.data(), size, nullptr,
+                                 0, &returned, nullptr);
+    });
 }
 
 bool read_junction(std::wstring const &path, std::vector<unsigned char> &data, std::error_code &ec)
 {
-    auto const [directory, code] = open_reparse_point(path, FILE_READ_ATTRIBUTES);
+    auto const [directory, code] = open_entry(path, FILE_READ_ATTRIBUTES);
     if (!directory)
         return fail(code, ec);
     data.resize(MAXIMUM_REPARSE_DATA_BUFFER_SIZE);
-    if (DWORD const answer = get_reparse_point(directory, data); answer != ERROR_SUCCESS)
-        return fail(answer, ec);
+    if (!get_reparse_data(directory, data, ec))
+        return false;
     data.resize(reparse_size(data)); // the system refuses any byte more
     return true;
 }
@@ -125,13 +125,17 @@ void copy_junction(std::wstring const &from, std::wstring const &to, std::error_
         ::RemoveDirectoryW(to.c_str());
 }
 
-/// Whether what an enumeration found counts as a directory: it is one, or leads to one.
-bool is_directory_entry(std::wstring const &path, DWORD attributes)
+/// Whether what an enumeration found counts as a directory: it is one, or leads to one. A
+/// link that can't be followed leads to none, and a reason for that is one for a later call.
+bool is_directory_entry(std::wstring const &path, DWORD attributes, std::error_code &ec)
 {
-    std::error_code ignored; // a link that leads nowhere leads to no directory
-    if ((attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0)
-        return status(path, ignored).type() == file_type::directory;
-    return (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+    if ((attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0)
+        return (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+    std::error_code followed;
+    bool const is_directory = status(path, followed).type() == file_type::directory;
+    if (is_unexplained(followed))
+        ec = followed;
+    return is_directory;
 }
 
 /// A directory whose entries are being copied.
@@ -194,7 +198,7 @@ void copier::copy_name()
     bool const follows_from = !has(copy_options::copy_symlinks | copy_options::skip_symlinks);
     bool const follows_to = !has(copy_options::skip_symlinks | copy_options::create_symlinks);
     file_type const from_type = look_at(from_, follows_from, ec_);
-    if (from_type == file_type::none || ec_)
+    if (ec_)
         return;
     std::error_code to_code; // to be missing is what is expected of it
     file_type const to_type = look_at(to_, follows_to, to_code);
@@ -207,9 +211,11 @@ void copier::copy_name()
 void copier::copy_as(file_type from_type, file_type to_type)
 {
     bool const is_there = to_type != file_type::not_found;
-    std::error_code ignored; // what can't be compared goes on, to be refused by a later call
-    if (is_there && equivalent(from_, to_, ignored))
+    std::error_code compared; // a reason why it can't be done is one for a later call, too
+    if (is_there && equivalent(from_, to_, compared))
         ec_ = generic_code(generic_file_exists);
+    else if (is_unexplained(compared))
+        ec_ = compared;
     else if (is_other(from_type) || is_other(to_type))
         ec_ = generic_code(generic_not_supported);
     else if (from_type == file_type::regular)
@@ -232,10 +238,9 @@ void copier::copy_regular(file_type to_type)
         return;
     if (has(copy_options::create_symlinks))
         create_symlink(from_, to_, ec_);
-    else if (has(copy_options::create_hard_links)) {
-        if (!::CreateHardLinkW(to_.c_str(), from_.c_str(), nullptr))
-            ec_ = system_code(::GetLastError());
-    } else if (to_type == file_type::directory)
+    else if (has(copy_options::create_hard_links))
+        attempt(ec_, [&] { return ::CreateHardLinkW(to_.c_str(), from_.c_str(), nullptr); });
+    else if (to_type == file_type::directory)
         copy_file(from_, joined(to_, last_name(from_)), options_, ec_);
     else
         copy_file(from_, to_, options_, ec_);
@@ -256,9 +261,12 @@ void copier::copy_directory(file_type to_type)
 void copier::enter()
 {
     std::wstring const pattern = joined(from_, L"*");
-    find_handle search(::FindFirstFileExW(pattern.c_str(), FindExInfoBasic, &entry_,
-                                          FindExSearchNameMatch, nullptr, 0));
-    DWORD const code = ::GetLastError();
+    find_handle search;
+    DWORD const code = code_of([&] {
+        search = find_handle(::FindFirstFileExW(pattern.c_str(), FindExInfoBasic, &entry_,
+                                                FindExSearchNameMatch, nullptr, 0));
+        return static_cast<bool>(search);
+    });
     if (search) {
         levels_.push_back({std::move(search), from_.size(), to_.size()});
         has_entry_ = true;
@@ -275,7 +283,9 @@ void copier::take_entry()
     std::size_t const depth = levels_.size();
     join(from_, name);
     join(to_, name);
-    if (has(copy_options::recursive) || !is_directory_entry(from_, entry_.dwFileAttributes))
+    bool const goes_along =
+        has(copy_options::recursive) || !is_directory_entry(from_, entry_.dwFileAttributes, ec_);
+    if (goes_along && !ec_)
         copy_name();
     if (!ec_ && levels_.size() == depth)
         advance();
@@ -294,8 +304,8 @@ void copier::advance()
     level const &top = levels_.back();
     from_.resize(top.from_size);
     to_.resize(top.to_size);
-    has_entry_ = ::FindNextFileW(top.search.get(), &entry_) != FALSE;
-    DWORD const code = ::GetLastError();
+    DWORD const code = code_of([&] { return ::FindNextFileW(top.search.get(), &entry_); });
+    has_entry_ = code == ERROR_SUCCESS;
     if (!has_entry_ && code != ERROR_NO_MORE_FILES)
         ec_ = system_code(code);
 }

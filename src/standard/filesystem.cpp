@@ -1,9 +1,7 @@
 #include "standard/filesystem.hpp"
 
-#include "platform/attribute_query.hpp"
-#include "platform/filled_buffer.hpp"
+#include "pathname/shapes.hpp"
 #include "platform/owned_handle.hpp"
-#include "platform/reparse_point.hpp"
 #include "standard/codes.hpp"
 #include "standard/opening.hpp"
 #include "standard/roots.hpp"
@@ -23,31 +21,67 @@ std::size_t root_length(std::wstring_view text)
     return is_long_drive ? skip_separators(text, 6) : root;
 }
 
-/// Sets `attributes` to those of what a link leads to. Returns whether it could; if not, `ec`
-/// holds the system's code.
-bool query_behind_link(std::wstring const &text, DWORD &attributes, std::error_code &ec)
+// The queries set the attributes, and the tag if it is known, of `entry`. Each returns
+// whether it could; if not, `ec` holds the system's code.
+using entry_info = FILE_ATTRIBUTE_TAG_INFO;
+
+bool is_reparse_point(entry_info const &entry)
+{
+    return (entry.FileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
+}
+
+/// Opens nothing, and leaves the tag alone.
+bool query_attributes(std::wstring const &text, entry_info &entry, std::error_code &ec)
+{
+    WIN32_FILE_ATTRIBUTE_DATA data = {};
+    attempt(ec, [&] { return ::GetFileAttributesExW(text.c_str(), GetFileExInfoStandard, &data); });
+    entry.FileAttributes = data.dwFileAttributes;
+    return !ec;
+}
+
+/// Whether a search for `text` would be one for many names.
+bool is_pattern(std::wstring_view text)
+{
+    std::size_t const begin = is_long_prefix_at(text, 0) ? long_prefix_size : 0;
+    return text.find_first_of(L"*?", begin) != text.npos;
+}
+
+/// Takes the place of a query that failed because the file refuses every opening, even one
+/// for a look at its attributes, as the paging file does: its directory knows them, too.
+bool query_directory_of_refused(std::wstring const &text, entry_info &entry, std::error_code &ec)
+{
+    if (ec != system_code(ERROR_SHARING_VIOLATION) || is_pattern(text))
+        return false;
+    WIN32_FIND_DATAW found = {};
+    find_handle const search(::FindFirstFileW(text.c_str(), &found));
+    if (!search)
+        return false;
+    entry.FileAttributes = found.dwFileAttributes;
+    entry.ReparseTag = is_reparse_point(entry) ? found.dwReserved0 : 0;
+    ec.clear();
+    return true;
+}
+
+/// Asks about what a link leads to, and leaves the tag alone.
+bool query_behind_link(std::wstring const &text, entry_info &entry, std::error_code &ec)
 {
     auto const [file, code] = open_target(text);
     if (!file)
         return fail(code, ec);
     FILE_BASIC_INFO info = {};
-    if (!::GetFileInformationByHandleEx(file.get(), FileBasicInfo, &info, sizeof info))
-        return fail(::GetLastError(), ec);
-    attributes = info.FileAttributes;
-    return true;
+    ec = system_code(get_information(file, FileBasicInfo, info));
+    entry.FileAttributes = info.FileAttributes;
+    return !ec;
 }
 
-/// The same with `tag`, that of the reparse point `text`.
-bool query_tag(std::wstring const &text, DWORD &tag, std::error_code &ec)
+/// Asks about the reparse point `text` itself: attributes and tag of one moment.
+bool query_reparse_point(std::wstring const &text, entry_info &entry, std::error_code &ec)
 {
-    auto const [file, code] = open_reparse_point(text, FILE_READ_ATTRIBUTES);
+    auto const [file, code] = open_entry(text, FILE_READ_ATTRIBUTES);
     if (!file)
         return fail(code, ec);
-    FILE_ATTRIBUTE_TAG_INFO info = {};
-    if (!::GetFileInformationByHandleEx(file.get(), FileAttributeTagInfo, &info, sizeof info))
-        return fail(::GetLastError(), ec);
-    tag = info.ReparseTag;
-    return true;
+    ec = system_code(get_information(file, FileAttributeTagInfo, entry));
+    return !ec;
 }
 
 /// What a failed query comes to, whose code is in `ec`.
@@ -106,50 +140,44 @@ std::wstring current_path(std::error_code &ec)
 
 void current_path(std::wstring const &text, std::error_code &ec)
 {
-    ec.clear();
-    if (!::SetCurrentDirectoryW(text.c_str()))
-        ec = system_code(::GetLastError());
+    attempt(ec, [&] { return ::SetCurrentDirectoryW(text.c_str()); });
 }
 
 std::filesystem::file_status status(std::wstring const &text, std::error_code &ec)
 {
-    ec.clear();
-    attribute_query const query(text);
-    DWORD attributes = query.data.dwFileAttributes;
-    bool is_known = !query.has_failed || fail(query.code, ec);
-    if (is_known && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0)
-        is_known = query_behind_link(text, attributes, ec);
-    return is_known ? status_of(attributes) : status_of_failure(ec);
+    entry_info entry = {};
+    bool is_known =
+        query_attributes(text, entry, ec) || query_directory_of_refused(text, entry, ec);
+    if (is_known && is_reparse_point(entry))
+        is_known = query_behind_link(text, entry, ec);
+    return is_known ? status_of(entry.FileAttributes) : status_of_failure(ec);
 }
 
 std::filesystem::file_status symlink_status(std::wstring const &text, std::error_code &ec)
 {
-    ec.clear();
-    attribute_query const query(text);
-    DWORD const attributes = query.data.dwFileAttributes;
-    bool is_known = !query.has_failed || fail(query.code, ec);
-    DWORD tag = 0;
-    if (is_known && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0)
-        is_known = query_tag(text, tag, ec);
+    entry_info entry = {};
+    bool is_known = query_attributes(text, entry, ec);
+    if (!is_known)
+        is_known = query_directory_of_refused(text, entry, ec);
+    else if (is_reparse_point(entry))
+        is_known = query_reparse_point(text, entry, ec);
     if (!is_known)
         return status_of_failure(ec);
-    std::filesystem::file_status const plain = status_of(attributes);
-    return std::filesystem::file_status(type_of_tag(tag, plain.type()), plain.permissions());
+    std::filesystem::file_status const plain = status_of(entry.FileAttributes);
+    return std::filesystem::file_status(type_of_tag(entry.ReparseTag, plain.type()),
+                                        plain.permissions());
 }
 
 bool create_directory(std::wstring const &text, std::error_code &ec)
 {
-    ec.clear();
-    if (::CreateDirectoryW(text.c_str(), nullptr))
+    if (attempt(ec, [&] { return ::CreateDirectoryW(text.c_str(), nullptr); }))
         return true;
-    DWORD const code = ::GetLastError();
     // something has that name; what can't be looked at counts as no directory
-    if (code == ERROR_ALREADY_EXISTS) {
+    if (ec == system_code(ERROR_ALREADY_EXISTS)) {
         DWORD const attributes = ::GetFileAttributesW(text.c_str());
         if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0)
-            return false;
+            ec.clear();
     }
-    ec = system_code(code);
     return false;
 }
 

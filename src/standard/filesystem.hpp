@@ -6,7 +6,8 @@
 //
 // Names, arguments and results are those of `std::filesystem`, with a wide text
 // for a path. Only the error-code forms are here. A code is the system's own, in
-// the system category; success clears it.
+// the system category, or `ERROR_GEN_FAILURE` where a call failed and told none; success
+// clears it.
 
 #include <filesystem>
 #include <string>
@@ -39,11 +40,13 @@ void current_path(std::wstring const &text, std::error_code &ec);
 std::wstring lexically_normal(std::wstring_view text);
 
 /// Returns how to come from `base` to `text`, as text: nothing if they have different
-/// roots, or if `base` goes up further than it goes down.
+/// roots, or if `base` goes up further than it goes down. A drive behind a long prefix is a
+/// root if it is one in both.
 std::wstring lexically_relative(std::wstring_view text, std::wstring_view base);
 
 /// Returns the pathname, without a long prefix, of the file that `text` leads to through
-/// all links, as the system knows it.
+/// all links, as the system knows it. On a volume that has neither a letter nor a directory
+/// to show it, that is a pathname behind `\\?\GLOBALROOT`, which stays.
 std::wstring canonical(std::wstring const &text, std::error_code &ec);
 
 /// The same for as much of `text` as exists, the rest of it joined behind and normal.
@@ -58,7 +61,7 @@ bool equivalent(std::wstring const &left, std::wstring const &right, std::error_
 /// Returns the type and the permissions of what `text` leads to, links followed by the
 /// system. After a failure the type is `not_found` where the code says that the name can't
 /// be reached, on a disk or on a network, and otherwise `none`; the code stays in either
-/// case.
+/// case. Of a file that refuses every opening (code 32) what its directory says counts.
 std::filesystem::file_status status(std::wstring const &text, std::error_code &ec);
 
 /// The type of junctions and mount points, which not every toolchain's list has.
@@ -96,7 +99,8 @@ void create_directory_symlink(std::wstring const &target, std::wstring const &li
 void copy_symlink(std::wstring const &existing, std::wstring const &link, std::error_code &ec);
 
 /// Removes a file, a link itself or an empty directory, read-only or not, and returns
-/// whether it did. A name that can't be found is no error.
+/// whether it did. A name that can't be found is no error. Other names of a read-only file
+/// stay read-only.
 bool remove(std::wstring const &text, std::error_code &ec);
 
 /// Copies the content, attributes and times of a file with `CopyFileW`, and returns whether
@@ -113,7 +117,7 @@ void copy(std::wstring const &from, std::wstring const &to, std::filesystem::cop
           std::error_code &ec);
 
 /// Returns the bytes of the volume that `text`, a directory or file, is on: all, free, and
-/// free for the caller.
+/// free for the caller. After a failure all three are the largest number.
 std::filesystem::space_info space(std::wstring const &text, std::error_code &ec);
 
 /// Moves a file or directory, a file to another volume, too. A file that has the new name is

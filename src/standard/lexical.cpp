@@ -70,6 +70,13 @@ bool has_name_like_a_root(std::wstring_view text)
     return std::any_of(names.begin(), names.end(), is_drive);
 }
 
+// \\?\C:\dir
+bool has_long_drive_root(std::wstring_view text)
+{
+    return is_long_prefix_at(text, 0) && is_drive_at(text, long_prefix_size) &&
+           is_separator(unit_at(text, long_prefix_size + drive_size));
+}
+
 bool have_no_relation(std::wstring_view text, std::wstring_view base)
 {
     return text.substr(0, root_name_length(text)) != base.substr(0, root_name_length(base)) ||
@@ -142,6 +149,10 @@ std::wstring lexically_normal(std::wstring_view text)
 
 std::wstring lexically_relative(std::wstring_view text, std::wstring_view base)
 {
+    if (has_long_drive_root(text) && has_long_drive_root(base)) {
+        text.remove_prefix(long_prefix_size);
+        base.remove_prefix(long_prefix_size);
+    }
     if (have_no_relation(text, base))
         return {};
     std::vector<std::wstring_view> const to = elements_of(text);

@@ -2,6 +2,7 @@
 
 #include "platform/reparse_point.hpp"
 #include "standard/codes.hpp"
+#include "standard/opening.hpp"
 #include "standard/roots.hpp"
 
 #include <windows.h>
@@ -22,30 +23,27 @@ using reparse_block = std::unique_ptr<unsigned char[]>;
 
 /// Reads the reparse data of what was opened into `data`. Returns whether it could; if not,
 /// `ec` holds the system's code.
-bool read_reparse_point(opened_reparse_point const &opened, reparse_block &data,
-                        std::error_code &ec)
+bool read_reparse_point(opened_file const &opened, reparse_block &data, std::error_code &ec)
 {
-    if (!opened.file) // even if no code says why
+    if (!opened.file)
         return fail(opened.code, ec);
     data.reset(new (std::nothrow) unsigned char[reparse_room]());
     if (!data)
         return fail(ERROR_NOT_ENOUGH_MEMORY, ec);
-    DWORD const code = get_reparse_point(opened.file, {data.get(), reparse_room});
-    return code == ERROR_SUCCESS || fail(code, ec);
+    return get_reparse_data(opened.file, {data.get(), reparse_room}, ec);
 }
 
 /// The same for a pathname, and whether the link is one to a directory.
 bool read_link(std::wstring const &text, reparse_block &data, bool &is_directory,
                std::error_code &ec)
 {
-    opened_reparse_point const opened = open_reparse_point(text, FILE_READ_ATTRIBUTES);
+    opened_file const opened = open_entry(text, FILE_READ_ATTRIBUTES);
     if (!read_reparse_point(opened, data, ec))
         return false;
     FILE_BASIC_INFO info = {};
-    if (!::GetFileInformationByHandleEx(opened.file.get(), FileBasicInfo, &info, sizeof info))
-        return fail(::GetLastError(), ec);
+    ec = system_code(get_information(opened.file, FileBasicInfo, info));
     is_directory = (info.FileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-    return true;
+    return !ec;
 }
 
 void make_link(std::wstring const &target, std::wstring const &link, DWORD flavour,
@@ -53,15 +51,12 @@ void make_link(std::wstring const &target, std::wstring const &link, DWORD flavo
 {
     // without it only administrators may make links, also where the user has allowed it
     constexpr DWORD unprivileged = SYMBOLIC_LINK_FLAG_ALLOW_UNPRIVILEGED_CREATE;
-    if (::CreateSymbolicLinkW(link.c_str(), target.c_str(), flavour | unprivileged))
-        return;
-    DWORD code = ::GetLastError();
-    if (code == ERROR_INVALID_PARAMETER) { // from systems before Windows 10 version 1703
-        if (::CreateSymbolicLinkW(link.c_str(), target.c_str(), flavour))
-            return;
-        code = ::GetLastError();
-    }
-    ec = system_code(code);
+    auto const make = [&](DWORD flags) {
+        attempt(ec, [&] { return ::CreateSymbolicLinkW(link.c_str(), target.c_str(), flags); });
+    };
+    make(flavour | unprivileged);
+    if (ec == system_code(ERROR_INVALID_PARAMETER)) // from systems before Windows 10 version 1703
+        make(flavour);
 }
 
 /// The system takes the text of a link as it stands, and knows no slashes in it.
@@ -97,7 +92,7 @@ std::wstring read_symlink(std::wstring const &text, std::error_code &ec)
 {
     ec.clear();
     reparse_block data;
-    if (!read_reparse_point(open_reparse_point(text, FILE_READ_ATTRIBUTES), data, ec))
+    if (!read_reparse_point(open_entry(text, FILE_READ_ATTRIBUTES), data, ec))
         return {};
     reparse_bytes const bytes(data.get(), reparse_room);
     if (is_link_tag(reparse_tag(bytes)))

@@ -1,8 +1,8 @@
 #include "standard/filesystem.hpp"
 
 #include "platform/owned_handle.hpp"
-#include "platform/reparse_point.hpp"
 #include "standard/codes.hpp"
+#include "standard/opening.hpp"
 
 #include <windows.h>
 
@@ -16,9 +16,8 @@ constexpr auto disposition_with_flags = static_cast<FILE_INFO_BY_HANDLE_CLASS>(2
 template <typename Information>
 DWORD set_information(file_handle const &file, FILE_INFO_BY_HANDLE_CLASS kind, Information info)
 {
-    if (::SetFileInformationByHandle(file.get(), kind, &info, sizeof info))
-        return ERROR_SUCCESS;
-    return ::GetLastError();
+    return code_of(
+        [&] { return ::SetFileInformationByHandle(file.get(), kind, &info, sizeof info); });
 }
 
 /// How systems and file systems say that they know no deletion with flags: Windows before
@@ -42,39 +41,40 @@ DWORD mark_plainly(file_handle const &file)
     return set_information(file, FileDispositionInfo, FILE_DISPOSITION_INFO{TRUE});
 }
 
-/// Marks a file that was refused with code 5. If it is a read-only one, that attribute is
-/// taken away, and put back if it wasn't what stood in the way.
-DWORD mark_read_only(file_handle const &file, std::wstring const &text)
+DWORD set_attributes(file_handle const &file, DWORD attributes)
 {
-    auto const [attributes_file, code] =
-        open_reparse_point(text, FILE_READ_ATTRIBUTES | FILE_WRITE_ATTRIBUTES);
+    FILE_BASIC_INFO info = {}; // what is 0 stays as it is, also attributes
+    info.FileAttributes = attributes == 0 ? DWORD{FILE_ATTRIBUTE_NORMAL} : attributes;
+    return set_information(file, FileBasicInfo, info);
+}
+
+/// Marks a file that was refused with code 5. If it is a read-only one, that attribute is
+/// taken away. It is put back if it wasn't what stood in the way, and if the file has other
+/// names, which keep its attributes.
+DWORD mark_read_only(file_handle const &file)
+{
+    auto const [again, code] = open_again(file, FILE_READ_ATTRIBUTES | FILE_WRITE_ATTRIBUTES);
     FILE_BASIC_INFO info = {};
-    if (!attributes_file ||
-        !::GetFileInformationByHandleEx(attributes_file.get(), FileBasicInfo, &info, sizeof info))
+    FILE_STANDARD_INFO names = {};
+    if (!again || get_information(again, FileBasicInfo, info) != ERROR_SUCCESS ||
+        get_information(again, FileStandardInfo, names) != ERROR_SUCCESS ||
+        (info.FileAttributes & FILE_ATTRIBUTE_READONLY) == 0)
         return ERROR_ACCESS_DENIED;
-    FILE_BASIC_INFO changed = {}; // times of 0 stay as they are
-    changed.FileAttributes = info.FileAttributes & ~DWORD{FILE_ATTRIBUTE_READONLY};
-    if (changed.FileAttributes == info.FileAttributes)
-        return ERROR_ACCESS_DENIED;
-    if (changed.FileAttributes == 0)
-        changed.FileAttributes = FILE_ATTRIBUTE_NORMAL; // 0 would change nothing
-    if (set_information(attributes_file, FileBasicInfo, changed) != ERROR_SUCCESS)
+    DWORD const writable = info.FileAttributes & ~DWORD{FILE_ATTRIBUTE_READONLY};
+    if (set_attributes(again, writable) != ERROR_SUCCESS)
         return ERROR_ACCESS_DENIED;
     DWORD const answer = mark_plainly(file);
-    if (answer != ERROR_SUCCESS) {
-        changed.FileAttributes = info.FileAttributes;
-        set_information(attributes_file, FileBasicInfo, changed);
-    }
+    if (answer != ERROR_SUCCESS || names.NumberOfLinks > 1)
+        set_attributes(again, info.FileAttributes);
     return answer;
 }
 
-DWORD mark_for_deletion(file_handle const &file, std::wstring const &text)
+DWORD mark_for_deletion(file_handle const &file)
 {
     DWORD code = mark_with_flags(file);
-    if (!means_unknown(code))
-        return code;
-    code = mark_plainly(file);
-    return code == ERROR_ACCESS_DENIED ? mark_read_only(file, text) : code;
+    if (means_unknown(code))
+        code = mark_plainly(file);
+    return code == ERROR_ACCESS_DENIED ? mark_read_only(file) : code;
 }
 
 } // namespace
@@ -82,18 +82,17 @@ DWORD mark_for_deletion(file_handle const &file, std::wstring const &text)
 bool remove(std::wstring const &text, std::error_code &ec)
 {
     ec.clear();
-    auto const [file, open_code] = open_reparse_point(text, DELETE);
+    auto const [file, open_code] = open_entry(text, DELETE);
     if (!file)
         return !is_missing_for_standard(open_code) && fail(open_code, ec);
-    DWORD const code = mark_for_deletion(file, text);
-    return code == ERROR_SUCCESS || fail(code, ec);
+    ec = system_code(mark_for_deletion(file));
+    return !ec;
 }
 
 void rename(std::wstring const &from, std::wstring const &to, std::error_code &ec)
 {
-    ec.clear();
-    if (!::MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_COPY_ALLOWED))
-        ec = system_code(::GetLastError());
+    constexpr DWORD flags = MOVEFILE_REPLACE_EXISTING | MOVEFILE_COPY_ALLOWED;
+    attempt(ec, [&] { return ::MoveFileExW(from.c_str(), to.c_str(), flags); });
 }
 
 } // namespace fl::filesystem::detail::standard

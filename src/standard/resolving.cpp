@@ -33,8 +33,8 @@ struct file_identity
 bool read_short_identity(file_handle const &file, file_identity &identity, std::error_code &ec)
 {
     BY_HANDLE_FILE_INFORMATION info = {};
-    if (!::GetFileInformationByHandle(file.get(), &info))
-        return fail(::GetLastError(), ec);
+    if (!attempt(ec, [&] { return ::GetFileInformationByHandle(file.get(), &info); }))
+        return false;
     identity.volume = info.dwVolumeSerialNumber;
     DWORD const halves[] = {info.nFileIndexLow, info.nFileIndexHigh};
     for (std::size_t i = 0; i < 8; ++i)
@@ -49,10 +49,12 @@ bool read_identity(std::wstring const &text, file_identity &identity, std::error
     if (!file)
         return fail(code, ec);
     FILE_ID_INFO info = {};
-    if (!::GetFileInformationByHandleEx(file.get(), FileIdInfo, &info, sizeof info))
+    ec = system_code(get_information(file, FileIdInfo, info));
+    // each file system says in its own way that it has none; who says nothing doesn't say that
+    if (ec && !is_unexplained(ec))
         return read_short_identity(file, identity, ec);
     identity = {info.VolumeSerialNumber, info.FileId};
-    return true;
+    return !ec;
 }
 
 } // namespace
@@ -66,6 +68,8 @@ std::wstring canonical(std::wstring const &text, std::error_code &ec)
         return {};
     }
     std::wstring path = final_path(file, ec);
+    if (path.starts_with(global_root)) // without its prefix it would lead elsewhere
+        return path;
     return std::move(strip_long_path_prefix(path, path.size(), std::wstring::npos));
 }
 

@@ -4,6 +4,8 @@
 
 #include <windows.h>
 
+#include <cstdint>
+
 namespace fl::filesystem::detail::standard {
 
 namespace {
@@ -13,10 +15,11 @@ DWORD query_space(std::wstring const &directory, std::filesystem::space_info &in
     ULARGE_INTEGER available = {};
     ULARGE_INTEGER capacity = {};
     ULARGE_INTEGER free = {};
-    if (!::GetDiskFreeSpaceExW(directory.c_str(), &available, &capacity, &free))
-        return ::GetLastError();
-    info = {capacity.QuadPart, free.QuadPart, available.QuadPart};
-    return ERROR_SUCCESS;
+    DWORD const code = code_of(
+        [&] { return ::GetDiskFreeSpaceExW(directory.c_str(), &available, &capacity, &free); });
+    if (code == ERROR_SUCCESS)
+        info = {capacity.QuadPart, free.QuadPart, available.QuadPart};
+    return code;
 }
 
 /// The root of the volume that a file is on, through all links.
@@ -31,25 +34,23 @@ std::wstring volume_of(std::wstring const &text, std::error_code &ec)
     if (ec)
         return {};
     std::wstring root(path.size() + 2, L'\0'); // no longer than it, but for a backslash
-    if (::GetVolumePathNameW(path.c_str(), root.data(), static_cast<DWORD>(root.size())))
-        return root.c_str();
-    ec = system_code(::GetLastError());
-    return {};
+    DWORD const room = static_cast<DWORD>(root.size());
+    attempt(ec, [&] { return ::GetVolumePathNameW(path.c_str(), root.data(), room); });
+    return root.c_str();
 }
 
 } // namespace
 
 std::filesystem::space_info space(std::wstring const &text, std::error_code &ec)
 {
-    ec.clear();
-    std::filesystem::space_info info = {};
-    DWORD code = query_space(text, info);
-    if (code == ERROR_DIRECTORY) { // it is a file
-        std::wstring const root = volume_of(text, ec);
-        code = ec ? static_cast<DWORD>(ec.value()) : query_space(root, info);
-    }
-    if (code != ERROR_SUCCESS)
-        ec = system_code(code);
+    constexpr auto unknown = static_cast<std::uintmax_t>(-1);
+    std::filesystem::space_info info = {unknown, unknown, unknown};
+    ec = system_code(query_space(text, info));
+    if (ec != system_code(ERROR_DIRECTORY))
+        return info;
+    std::wstring const root = volume_of(text, ec); // it is a file
+    if (!ec)
+        ec = system_code(query_space(root, info));
     return info;
 }
 

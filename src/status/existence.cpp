@@ -41,7 +41,7 @@ bool does_exist(upath const &p)
 {
     std::error_code ec;
     file_type const type = standard::status(make_filesystem_form(p), ec).type();
-    if (type == file_type::none && ec)
+    if (type == file_type::none)
         report(ec, p);
     return is_something(type);
 }

@@ -152,6 +152,49 @@ TEST(CopyFileCalls, UpdatesWhatIsOlderOnly)
     }
 }
 
+TEST(CopyFileCalls, ATargetThatIsntThereIsOlderThanAnything)
+{
+    simulated_machine machine;
+    machine.add_file(uR"(C:\a)", "from");
+    fl::filesystem::copy_file(u"a", u"b", copy_options::update_existing);
+    EXPECT_EQ(machine.content(uR"(C:\b)"), "from");
+}
+
+TEST(CopyFileCalls, AnyFailureOnTheWayLeavesTheTargetAsItWas)
+{
+    for (std::uint64_t const written : {100U, 900U}) { // older, then newer
+        for (DWORD const code : {0U, 2U, 5U, 1117U}) {
+            int failures = 0;
+            for (int nth = 4;; ++nth) { // behind two expansions and the copying that is refused
+                simulated_machine machine;
+                machine.add_file(uR"(C:\a)", "from").add_file(uR"(C:\b)", "to");
+                machine.set_times(uR"(C:\a)", {500, 500, 500});
+                machine.set_times(uR"(C:\b)", {written, written, written});
+                auto const fault = machine.fail_call(nth, code);
+                auto const told = failure_of(
+                    [] { fl::filesystem::copy_file(u"a", u"b", copy_options::update_existing); });
+                std::string const where = std::to_string(written) + ", call " +
+                                          std::to_string(nth) + ", code " + std::to_string(code);
+                if (!fault.fired())
+                    break;
+                // a handle that doesn't close keeps nobody, and FAT has no long identifiers
+                auto const broken = machine.journal().at(static_cast<std::size_t>(nth) - 1);
+                bool const matters = broken.function != "CloseHandle" &&
+                                     (broken.flags != DWORD{FileIdInfo} || code == 0);
+                EXPECT_EQ(told.has_value(), matters) << where;
+                EXPECT_EQ(machine.content(uR"(C:\b)"), told || written > 500 ? "to" : "from")
+                    << where;
+                EXPECT_EQ(machine.open_handles(), 0) << where;
+                failures += told ? 1 : 0;
+            }
+            // four openings, times and identifiers, and the copying
+            int const identifiers = code == 0 ? 2 : 0;
+            EXPECT_EQ(failures, 6 + identifiers + (written == 100 ? 1 : 0))
+                << written << ' ' << code;
+        }
+    }
+}
+
 TEST(CopyFileCalls, BlameForADenial)
 {
     simulated_machine machine;
@@ -281,7 +324,8 @@ TEST(CopyCalls, JunctionThatCantBeMadeLeavesNothingAlsoIfNoCodeTellsWhy)
         simulated_machine machine;
         machine.add_directory(uR"(C:\d)").add_junction(uR"(C:\j)", uR"(C:\d)");
         auto const fault = machine.fail_every_call_on_name(function, uR"(C:\b)", 0);
-        EXPECT_EQ(failure_of([] { fl::filesystem::copy(u"j", u"b", as_links); }), std::nullopt);
+        EXPECT_EQ(failure_of([] { fl::filesystem::copy(u"j", u"b", as_links); }),
+                  with_both(ERROR_GEN_FAILURE, u"j", u"b"));
         EXPECT_TRUE(fault.fired()) << function;
         EXPECT_FALSE(machine.exists(uR"(C:\b)")) << function;
     }

@@ -125,9 +125,24 @@ TEST(ChangeCurrentPathCalls, AFullPathnameThatFailsWithoutACodeSetsNoVariable)
     simulated_machine machine;
     machine.add_directory(u"C:\\dir");
     auto const fault = machine.fail_call("GetFullPathNameW", 2, ERROR_SUCCESS);
-    EXPECT_THROW(change_current_path(u"C:\\dir"), std::filesystem::filesystem_error);
+    try {
+        change_current_path(u"C:\\dir");
+        FAIL() << "no exception";
+    } catch (std::filesystem::filesystem_error const &error) {
+        EXPECT_EQ(error.code(), std::error_code(ERROR_GEN_FAILURE, std::system_category()));
+    }
     EXPECT_EQ(machine.current_directory(), u"C:\\dir");
     EXPECT_EQ(machine.calls_of("SetEnvironmentVariableW"), 0);
+}
+
+TEST(ChangeCurrentPathCalls, ADirectoryThatIsRefusedWithoutACodeIsReported)
+{
+    simulated_machine machine;
+    machine.add_directory(u"C:\\dir");
+    auto const fault = machine.fail_call("SetCurrentDirectoryW", 1, ERROR_SUCCESS);
+    EXPECT_EQ(failure_of([] { change_current_path(u"dir"); }), system_error(31, u"dir"));
+    EXPECT_EQ(machine.current_directory(), u"C:\\");
+    EXPECT_EQ(variable(L"=C:"), u"");
 }
 
 TEST(ChangeCurrentPathCalls, InOrder)

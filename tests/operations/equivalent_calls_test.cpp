@@ -191,6 +191,20 @@ TEST(EquivalentCalls, FallBackOnShortIdentifiers)
     }
 }
 
+// Whoever has none says so.
+TEST(EquivalentCalls, AFailureWithoutACodeIsNoLackOfIdentifiers)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\a").add_file(u"C:\\b");
+    for (int const nth : {1, 2}) {
+        auto const fault = machine.fail_call("GetFileInformationByHandleEx", nth, 0);
+        EXPECT_EQ(failure_of([] { equivalent(u"C:\\a", u"C:\\b"); }),
+                  system_error_of_both(31, u"C:\\a", u"C:\\b"));
+        EXPECT_TRUE(fault.fired());
+        EXPECT_EQ(machine.open_handles(), 0);
+    }
+}
+
 TEST(EquivalentCalls, WithoutAnyIdentifierTheCodeIsTheSecondCalls)
 {
     simulated_machine machine;

@@ -177,6 +177,24 @@ TEST(RelativeCalls, LoopsNameThePath)
     EXPECT_EQ(failure_of([] { relative(u"C:\\d", u"C:\\loop"); }), system_error(1921, u"C:\\d"));
 }
 
+TEST(RelativeCalls, OnAVolumeThatNoLetterStandsFor)
+{
+    constexpr link_case cases[] = {
+        {uR"(C:\m\a\f)", uR"(C:\m\b)", uR"(..\a\f)", "two names on it"},
+        {uR"(C:\m\a)", uR"(C:\m)", u"a", "below its root"},
+        {uR"(C:\m)", uR"(C:\m)", u".", "its root"},
+        {uR"(C:\m\a\no)", uR"(C:\m\a)", u"no", "what is missing on it"},
+        {uR"(C:\m\a)", uR"(C:\)", u"", "it isn't the one around it"},
+        {uR"(C:\)", uR"(C:\m\a)", u"", "the other way round"},
+    };
+    simulated_machine machine;
+    machine.add_drive(u'D').add_file(uR"(D:\a\f)").add_directory(uR"(D:\b)");
+    machine.add_mount_point(uR"(C:\m)", u'D').take_letter(u'D');
+    for (link_case const &row : cases)
+        EXPECT_EQ(relative(row.p, row.base), row.expected) << row.why;
+    expect_nothing_open(machine, "all of them");
+}
+
 TEST(RelativeCalls, EveryFailingCallReleasesWhatItHolds)
 {
     for (int nth = 1;; ++nth) {

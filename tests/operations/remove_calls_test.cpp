@@ -80,7 +80,7 @@ TEST(RemoveCalls, ThatFail)
         {1117, system_error(1117, u"f")},
         {161, invalid_argument("The specified path is invalid.")},
         {206, test_support::too_large(u"")},
-        {0, not_found(u"f")}, // it isn't removed, and there is no code
+        {0, system_error(31, u"f")}, // the system doesn't say why
     };
     for (auto const &row : cases) {
         simulated_machine machine;

@@ -110,6 +110,17 @@ TEST(SpaceCalls, GoWhereTheNameLeads)
     EXPECT_EQ(machine.open_handles(), 0);
 }
 
+TEST(SpaceCalls, OfAFileOnAVolumeThatNoLetterStandsFor)
+{
+    simulated_machine machine;
+    set_spaces(machine);
+    machine.add_file(uR"(D:\dir\file)").add_mount_point(uR"(C:\volume)", u'D').take_letter(u'D');
+    expect_space(uR"(C:\volume\dir)", 2000, 700, 600, "a directory");
+    expect_space(uR"(C:\volume\dir\file)", 2000, 700, 600, "a file");
+    EXPECT_EQ(machine.journal().back().text, uR"(\\?\GLOBALROOT\Device\HarddiskVolume4\)");
+    EXPECT_EQ(machine.open_handles(), 0);
+}
+
 TEST(SpaceCalls, OfALongPathname)
 {
     simulated_machine machine;

@@ -182,7 +182,19 @@ constexpr relative_case relative_cases[] = {
     {L"\\\\s", L"\\\\s\\h", L"", "the base has a root, and the text none"},
     {L"a\\C:", L"a", L"", "a name like a drive"},
     {L"a", L"a\\C:", L"", "a name like a drive"},
-    {L"\\\\?\\C:\\a", L"\\\\?\\C:\\b", L"", "a name like a drive"},
+    {LR"(\\?\a:\m\p\n)", LR"(\\?\a:\m)", LR"(p\n)", "a drive behind a long prefix is a root"},
+    {LR"(\\?\a:\m)", LR"(\\?\a:\m\p)", L"..", "up to it"},
+    {LR"(\\?\a:\)", LR"(\\?\a:\m)", L"..", "up to the root"},
+    {LR"(\\?\a:\m)", LR"(\\?\a:\m)", L".", "the same text"},
+    {LR"(//?/a:/m)", LR"(\\?\a:\m)", L".", "with either separator"},
+    {LR"(\\?\a:\m)", LR"(\\?\C:\m)", L"", "two drives"},
+    {LR"(\\?\a:\m)", LR"(a:\m)", L"", "only the text has the prefix"},
+    {LR"(a:\m)", LR"(\\?\a:\m)", L"", "only the base has it"},
+    {LR"(\\?\a:\m)", LR"(\\?\a:)", L"", "only one has a root"},
+    {LR"(\\?\a:)", LR"(\\?\a:\m)", L"", "only one has a root"},
+    {LR"(\\?\a:m)", LR"(\\?\a:m)", L".", "no drive, but a name"},
+    {LR"(\\?\a:\C:\m)", LR"(\\?\a:\m)", L"", "a name like a drive behind it"},
+    {LR"(\\?\UNC\s\h\a)", LR"(\\?\UNC\s\h\b)", LR"(..\a)", "a share behind one is names"},
 };
 
 TEST(StandardLexicallyRelative, Table)

@@ -115,7 +115,7 @@ TEST(StandardRemove, MarksPlainlyWhereFlagsAreUnknown)
 
 TEST(StandardRemove, TakesEveryOtherCodeForTheAnswer)
 {
-    for (DWORD const code : {2U, 5U, 6U, 32U, 145U, 1117U}) {
+    for (DWORD const code : {2U, 6U, 32U, 145U, 1117U}) {
         simulated_machine machine;
         add_read_only(machine);
         auto const fault = machine.fail_call("SetFileInformationByHandle", 1, code);
@@ -138,6 +138,67 @@ TEST(StandardRemove, TakesReadOnlyAwayWhereFlagsAreUnknown)
                   (classes{disposition_with_flags, disposition, basic, disposition}));
         EXPECT_EQ(machine.open_handles(), 0);
     }
+}
+
+// As file systems do that know the flags, and not the one about read-only files.
+TEST(StandardRemove, TakesReadOnlyAwayWhereTheFlagsAreRefused)
+{
+    simulated_machine machine;
+    add_read_only(machine);
+    auto const fault = machine.fail_call("SetFileInformationByHandle", 1, 5);
+    EXPECT_EQ(removal(), done);
+    EXPECT_FALSE(machine.exists(u"C:\\f"));
+    EXPECT_EQ(classes_set(machine), (classes{disposition_with_flags, basic, disposition}));
+    EXPECT_EQ(machine.open_handles(), 0);
+}
+
+TEST(StandardRemove, ARefusalOfTheFlagsStaysOneIfTheFileIsWritable)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\f");
+    auto const fault = machine.fail_call("SetFileInformationByHandle", 1, 5);
+    EXPECT_EQ(removal(), fails(5));
+    EXPECT_EQ(classes_set(machine), classes{disposition_with_flags});
+    EXPECT_TRUE(machine.exists(u"C:\\f"));
+}
+
+// Attributes are the file's, whatever the name by which it is removed.
+TEST(StandardRemove, OtherNamesOfAReadOnlyFileStayReadOnly)
+{
+    for (DWORD const code : {0U, 5U, 87U}) { // with flags, and without
+        for (DWORD const more : {DWORD{0}, DWORD{FILE_ATTRIBUTE_HIDDEN}}) {
+            simulated_machine machine;
+            add_read_only(machine, more);
+            machine.add_hard_link(u"C:\\other", u"C:\\f");
+            simulation::times const times{100, 200, 300};
+            machine.set_times(u"C:\\f", times);
+            auto const fault = code == 0 ? machine.fail_call("DeleteFileW", 1, 5)
+                                         : machine.fail_call("SetFileInformationByHandle", 1, code);
+            EXPECT_EQ(removal(), done) << code;
+            EXPECT_FALSE(machine.exists(u"C:\\f")) << code;
+            EXPECT_EQ(machine.attributes(u"C:\\other"), FILE_ATTRIBUTE_READONLY | more) << code;
+            EXPECT_EQ(machine.times_of(u"C:\\other"), times) << code;
+            EXPECT_EQ(machine.link_count(u"C:\\other"), 1U) << code;
+            EXPECT_EQ(machine.open_handles(), 0) << code;
+        }
+    }
+}
+
+// Between the two openings another may put a file of his own in its place.
+TEST(StandardRemove, ChangesNoOtherFileThatHasTakenTheName)
+{
+    simulated_machine machine;
+    add_read_only(machine);
+    machine.add_file(u"C:\\new").set_attributes(u"C:\\new", FILE_ATTRIBUTE_READONLY);
+    auto const unknown = machine.fail_call("SetFileInformationByHandle", 1, 87);
+    auto const swapped = machine.before_call("SetFileInformationByHandle", 2, [] {
+        ::MoveFileExW(L"C:\\f", L"C:\\old", 0);
+        ::MoveFileExW(L"C:\\new", L"C:\\f", 0);
+    });
+    EXPECT_EQ(removal(), done);
+    EXPECT_TRUE(swapped.fired());
+    EXPECT_FALSE(machine.exists(u"C:\\old")) << "it is the file that was opened";
+    EXPECT_EQ(machine.attributes(u"C:\\f"), DWORD{FILE_ATTRIBUTE_READONLY});
 }
 
 TEST(StandardRemove, TakesReadOnlyAwayFromLinksAndNotFromTheirTargets)
@@ -191,6 +252,25 @@ TEST(StandardRemove, ADenialStaysOneIfTheFileIsWritable)
     EXPECT_EQ(classes_set(machine), (classes{disposition_with_flags, disposition}));
     EXPECT_TRUE(machine.exists(u"C:\\f"));
     EXPECT_EQ(machine.open_handles(), 0);
+}
+
+TEST(StandardRemove, ADenialStaysOneIfTheFileCantBeLookedAtAgain)
+{
+    for (int const nth : {1, 2}) {
+        for (char const *function : {"ReOpenFile", "GetFileInformationByHandleEx"}) {
+            simulated_machine machine;
+            add_read_only(machine);
+            auto const unknown = machine.fail_call("SetFileInformationByHandle", 1, 87);
+            auto const fault = machine.fail_call(function, nth, ERROR_IO_DEVICE);
+            bool const is_hindered = nth == 1 || function != std::string("ReOpenFile");
+            EXPECT_EQ(removal(), is_hindered ? fails(5) : done) << function << nth;
+            EXPECT_EQ(fault.fired(), is_hindered) << function << nth;
+            if (is_hindered) {
+                EXPECT_EQ(machine.attributes(u"C:\\f"), DWORD{FILE_ATTRIBUTE_READONLY});
+            }
+            EXPECT_EQ(machine.open_handles(), 0) << function << nth;
+        }
+    }
 }
 
 TEST(StandardRemove, ADenialStaysOneWithoutTheRightToChangeAttributes)

@@ -86,6 +86,7 @@ TEST(StandardSymlinkStatus, EveryCodeOfTheLook)
     for (int code = 1; code <= 2000; ++code) {
         auto const fault =
             machine.fail_every_call_on("GetFileAttributesExW", static_cast<DWORD>(code));
+        auto const search = machine.fail_every_call_on("FindFirstFileW", 5); // asked for code 32
         bool const is_missing =
             code == 2 || code == 3 || code == 53 || code == 64 || code == 123 || code == 267;
         std::error_code ec = stale;

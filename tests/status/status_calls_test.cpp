@@ -628,6 +628,7 @@ TEST(ExistsCodes, OfAFailedQuery)
     machine.add_file(u"C:\\d\\f").set_current_directory(u"C:\\d").keep_journal(false);
     for (DWORD code = 1; code <= last_code; ++code) {
         auto const fault = machine.fail_every_call_on("GetFileAttributesExW", code);
+        auto const search = machine.fail_every_call_on("FindFirstFileW", 5); // asked for code 32
         auto const expected = says_no(code) ? std::nullopt : std::optional(told(code, u"f"));
         bool found = false, found_object = false;
         ASSERT_EQ(failure_of([&] { found = exists(u"f"); }), expected) << code;
@@ -656,13 +657,28 @@ TEST(ExistsCodes, BehindALink)
     }
 }
 
-TEST(ExistsCodes, AFailureWithoutACodeIsNoFailure)
+TEST(ExistsCodes, AFailureWithoutACodeIsOneAllTheSame)
 {
     simulated_machine machine;
     machine.add_file(u"C:\\f");
     auto const fault = machine.fail_every_call_on("GetFileAttributesExW", 0);
-    EXPECT_FALSE(exists(u"C:\\f"));
+    EXPECT_EQ(failure_of([] { exists(u"C:\\f"); }), told(ERROR_GEN_FAILURE, u"C:\\f"));
     EXPECT_TRUE(fault.fired());
+}
+
+// The paging file refuses even those who want to look at its attributes.
+TEST(ExistsCodes, AFileThatRefusesEveryOpeningIsThere)
+{
+    simulated_machine machine;
+    machine.add_file(uR"(C:\d\pagefile.sys)");
+    auto const attributes = machine.fail_every_call_on("GetFileAttributesExW", 32);
+    auto const opening = machine.fail_every_call_on("CreateFileW", 32);
+    EXPECT_TRUE(exists(uR"(C:\d\pagefile.sys)"));
+    EXPECT_EQ(failure_of([] { exists(uR"(C:\d\missing)"); }), told(32, uR"(C:\d\missing)"))
+        << "its directory knows no such file";
+    EXPECT_EQ(outcome_of([] { return status(uR"(C:\d\pagefile.sys)"); }),
+              fails(told(32, uR"(C:\d\pagefile.sys)")))
+        << "the record has times that nobody tells";
 }
 
 TEST(ExistsCodes, NameThePathnameInNativeForm)

@@ -94,7 +94,8 @@ FL_FILESYSTEM_API void create_directories(std::u16string const &p);
 
 /// Removes the name `p`: a file, a link itself, or an empty directory, also if it is
 /// read-only. The file is opened and marked for deletion by `SetFileInformationByHandle`, so
-/// that its name is free at once where the disk can do that. The empty path is passed over.
+/// that its name is free at once where the disk can do that. Other names of a read-only file
+/// stay read-only. The empty path is passed over.
 ///
 /// A name of full stops and blanks alone stands for what is ahead of it: `C:\x\...` removes
 /// `C:\x`. A NUL in `p` ends it: what stands ahead of it is removed.
@@ -439,7 +440,8 @@ FL_FILESYSTEM_API file_status_light status_express_light(std::u16string const &p
 
 /// Returns whether `p` leads to something, links followed by the system itself. It is
 /// false for a name that can't be reached, on a disk or on a network, or that can be none, and
-/// for a reparse point that nobody can look behind (code 1920).
+/// for a reparse point that nobody can look behind (code 1920). Of a file that nobody can open,
+/// such as the paging file, the word of its directory counts.
 ///
 /// Throws `AccessDenied`, naming `p` as it was given, if the caller may not look, and what
 /// any other code stands for, but for those that stand for an `InvalidArgument`: they are a no,

@@ -1,0 +1,97 @@
+// Names of nothing but blanks. The system makes no full pathname of them, and Wine doesn't
+// even say why: taken for success, that would be the current directory.
+
+#include <fl/filesystem/operations.hpp>
+
+#include "support/failure.hpp"
+#include "support/workspace.hpp"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace fl::filesystem {
+namespace {
+
+using test_support::failure;
+using test_support::failure_of;
+using test_support::runs_under_wine;
+using test_support::workspace;
+
+failure refusal_of(std::u16string const &blanks)
+{
+    if (runs_under_wine())
+        return test_support::system_error(31, blanks);
+    return test_support::invalid_argument(
+        "The filename, directory name, or volume label syntax is incorrect.");
+}
+
+struct operation
+{
+    char const *name;
+    void (*run)(std::u16string const &);
+};
+
+constexpr operation operations[] = {
+    {"absolute", [](std::u16string const &p) { absolute(p); }},
+    {"access", [](std::u16string const &p) { access(p, access_write); }},
+    {"canonical", [](std::u16string const &p) { canonical(p); }},
+    {"change_current_path", [](std::u16string const &p) { change_current_path(p); }},
+    {"copy to", [](std::u16string const &p) { copy(u"file", p); }},
+    {"copy from", [](std::u16string const &p) { copy(p, u"copy"); }},
+    {"copy_directory", [](std::u16string const &p) { copy_directory(u"dir", p); }},
+    {"copy_file", [](std::u16string const &p) { copy_file(u"file", p); }},
+    {"create_directories", [](std::u16string const &p) { create_directories(p); }},
+    {"create_directory", [](std::u16string const &p) { create_directory(p); }},
+    {"get_unc_path", [](std::u16string const &p) { get_unc_path(p, true); }},
+    {"permissions",
+     [](std::u16string const &p) {
+         permissions(p, file_status::perms_add | file_status::hidden_file);
+     }},
+    {"remove", [](std::u16string const &p) { remove(p); }},
+    {"remove_all", [](std::u16string const &p) { remove_all(p); }},
+    {"remove_directory", [](std::u16string const &p) { remove_directory(p); }},
+    {"remove_file", [](std::u16string const &p) { remove_file(p); }},
+    {"rename to", [](std::u16string const &p) { rename(u"file", p); }},
+    {"rename from", [](std::u16string const &p) { rename(p, u"renamed"); }},
+    {"space", [](std::u16string const &p) { space(upath(p)); }},
+};
+
+TEST(BlankNames, AreRefusedBeforeAnythingIsTouched)
+{
+    for (operation const &row : operations) {
+        for (std::u16string const blanks : {u" ", u"   "}) {
+            workspace work;
+            work.make_file(work.path(u"file"), "content");
+            work.make_file(work.path(uR"(dir\inner)"));
+            work.change_directory(work.root());
+            std::uint32_t const attributes = work.attributes(work.root());
+            EXPECT_EQ(failure_of([&] { row.run(blanks); }), refusal_of(blanks)) << row.name;
+            EXPECT_EQ(work.entries(work.root()), (std::vector<std::u16string>{u"dir", u"file"}))
+                << row.name;
+            EXPECT_TRUE(work.is_file(work.path(uR"(dir\inner)"))) << row.name;
+            EXPECT_EQ(work.content(work.path(u"file")), "content") << row.name;
+            EXPECT_EQ(work.attributes(work.root()), attributes) << row.name;
+        }
+    }
+}
+
+// Queries take what the system says of a wrong name for a no, and nothing else.
+TEST(BlankNames, AreThereForNobody)
+{
+    workspace work;
+    work.change_directory(work.root());
+    std::optional<failure> const told =
+        runs_under_wine() ? std::optional(refusal_of(u" ")) : std::nullopt;
+    file_status looked_at(file_status::directory_file, 0, {}, {}, {}, 0);
+    EXPECT_EQ(failure_of([&] { looked_at = status(u" "); }), told);
+    EXPECT_EQ(file_status::exists(looked_at), told.has_value());
+    looked_at.set_type(file_status::directory_file);
+    EXPECT_EQ(failure_of([&] { looked_at = symlink_status(u" "); }), told);
+    EXPECT_EQ(file_status::exists(looked_at), told.has_value());
+}
+
+} // namespace
+} // namespace fl::filesystem
