@@ -4,8 +4,10 @@
 
 #include <fl/filesystem/access_forms.hpp>
 #include <fl/filesystem/config.hpp>
+#include <fl/filesystem/directory.hpp>
 #include <fl/filesystem/exceptions.hpp>
 #include <fl/filesystem/file_status.hpp>
+#include <fl/filesystem/file_time.hpp>
 #include <fl/filesystem/install_path.hpp>
 #include <fl/filesystem/operations.hpp>
 #include <fl/filesystem/path.hpp>

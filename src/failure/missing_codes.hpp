@@ -44,6 +44,14 @@ constexpr bool is_missing_for_use(DWORD code, std::size_t size)
            (code == ERROR_PATH_NOT_FOUND && size <= longest_pathname);
 }
 
+/// For the way down a tree: the directory that was told a moment ago is gone, or is none any
+/// more. `size` is that of the pattern by which it is listed.
+constexpr bool is_missing_for_entering(DWORD code, std::size_t size)
+{
+    return is_one_of(code, {ERROR_FILE_NOT_FOUND, ERROR_DIRECTORY}) ||
+           (code == ERROR_PATH_NOT_FOUND && size <= longest_pathname);
+}
+
 /// For the standard facility, which has its own list and takes a share that went away and a
 /// file in the place of a directory for "not found".
 constexpr bool is_missing_for_standard(DWORD code)

@@ -2,7 +2,7 @@
 #define FL_FILESYSTEM_SRC_STATUS_FILE_TIME_HPP
 // What the system tells in two halves of 32 bits: the times and the size of a file.
 
-#include <boost/date_time/posix_time/ptime.hpp>
+#include <fl/filesystem/file_time.hpp>
 
 #include <windows.h>
 
@@ -20,6 +20,12 @@ std::uint64_t join_halves(DWORD high, DWORD low);
 /// start of 1601 and not `not_a_date_time`, and the greatest lies in the year 60056.
 /// Throws nothing, beyond the year 9999 neither.
 boost::posix_time::ptime to_ptime(FILETIME const &time);
+
+/// The same, exactly; a count that only fits without a sign is the greatest time.
+file_time_type to_file_time(FILETIME const &time);
+
+/// The way back. A time ahead of 1601 is its start, which the system takes for no time.
+FILETIME to_filetime(file_time_type time);
 
 } // namespace fl::filesystem::detail
 

@@ -1,6 +1,5 @@
 #include "status/status.hpp"
 
-#include <fl/filesystem/exceptions.hpp>
 #include <fl/filesystem/windows.hpp>
 
 #include "failure/demanded_attributes.hpp"
@@ -10,9 +9,6 @@
 
 namespace fl::filesystem::detail {
 
-namespace {
-
-/// What `path` finally leads to.
 file_status status_at(std::wstring path)
 {
     for (int depth = 0;; ++depth) {
@@ -25,19 +21,16 @@ file_status status_at(std::wstring path)
     }
 }
 
-/// A query doesn't throw for a name that isn't there, nor for one that can't be.
+namespace {
+
+/// The record of the pathname in the form for the system.
 template <typename Query>
-file_status status_or_not_found(std::u16string const &path, Query query)
+file_status record_of(std::u16string const &path, Query query)
 {
     if (path.empty())
         return file_status();
-    try {
-        return query(windows::make_native_access_form_bridge(path));
-    } catch (PathNotFound const &) {
-        return file_status();
-    } catch (InvalidArgument const &) {
-        return file_status();
-    }
+    return status_or_not_found(
+        [&] { return query(windows::make_native_access_form_bridge(path)); });
 }
 
 } // namespace
@@ -56,12 +49,12 @@ file_status symlink_status_at(std::wstring const &path)
 
 file_status status_of(std::u16string const &path)
 {
-    return status_or_not_found(path, status_at);
+    return record_of(path, status_at);
 }
 
 file_status symlink_status_of(std::u16string const &path)
 {
-    return status_or_not_found(path, symlink_status_at);
+    return record_of(path, symlink_status_at);
 }
 
 } // namespace fl::filesystem::detail

@@ -3,15 +3,13 @@
 #include <fl/filesystem/operations.hpp>
 
 #include "support/failure.hpp"
+#include "support/small_stack.hpp"
 #include "support/text.hpp"
 
 #include <simulation/machine.hpp>
 
 #include <gtest/gtest.h>
 
-#include <pthread.h>
-
-#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -22,24 +20,11 @@ namespace {
 using simulation::simulated_machine;
 using test_support::failure;
 using test_support::failure_of;
+using test_support::run_on_stack_of;
 using test_support::too_large;
 
-/// Runs `body` on a thread with the stack that a program on Windows has by default.
-void run_on_default_stack(std::function<void()> body)
-{
-    constexpr std::size_t mebibyte = 1024 * 1024;
-    pthread_attr_t attributes;
-    ASSERT_EQ(pthread_attr_init(&attributes), 0);
-    ASSERT_EQ(pthread_attr_setstacksize(&attributes, mebibyte), 0);
-    pthread_t thread;
-    auto const start = [](void *given) -> void * {
-        (*static_cast<std::function<void()> *>(given))();
-        return nullptr;
-    };
-    ASSERT_EQ(pthread_create(&thread, &attributes, start, &body), 0);
-    pthread_join(thread, nullptr);
-    pthread_attr_destroy(&attributes);
-}
+/// The stack that a program on Windows has by default.
+constexpr std::size_t default_stack = 1024 * 1024;
 
 constexpr std::size_t longest_pathname = 32767;
 
@@ -78,7 +63,7 @@ void remove_tree_of(std::size_t size)
 // A frame for each level, with room for reparse data, would be too much at sixty levels.
 TEST(RemoveAllScale, ADeepTreeOnAStackOfOneMebibyte)
 {
-    run_on_default_stack([] { remove_tree_of(6000); });
+    run_on_stack_of(default_stack, [] { remove_tree_of(6000); });
 }
 
 // Each call walks down all the names, which takes minutes where all memory is checked: the
@@ -86,7 +71,7 @@ TEST(RemoveAllScale, ADeepTreeOnAStackOfOneMebibyte)
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
 TEST(RemoveAllScale, TheDeepestTreeOnAStackOfOneMebibyte)
 {
-    run_on_default_stack([] { remove_tree_of(longest_pathname - 3); });
+    run_on_stack_of(default_stack, [] { remove_tree_of(longest_pathname - 3); });
 }
 #endif
 

@@ -1,0 +1,248 @@
+#include "directory/directory_walk.hpp"
+
+#include <fl/filesystem/exceptions.hpp>
+
+#include "directory/entry_record.hpp"
+#include "directory/listing_form.hpp"
+#include "failure/missing_codes.hpp"
+#include "failure/throw.hpp"
+#include "failure/win32_error.hpp"
+#include "pathname/shapes.hpp"
+#include "platform/attribute_query.hpp"
+#include "platform/code_units.hpp"
+#include "platform/limits.hpp"
+#include "standard/codes.hpp"
+
+#include <algorithm>
+#include <utility>
+
+namespace fl::filesystem::detail {
+
+namespace {
+
+bool is_denied(DWORD code) noexcept
+{
+    return code == ERROR_ACCESS_DENIED || code == ERROR_CANT_ACCESS_FILE;
+}
+
+constexpr std::wstring_view pattern_end = L"\\*";
+
+/// The system also answers "path not found" to a pathname beyond its length limit.
+bool is_too_long(DWORD code, std::size_t size) noexcept
+{
+    return code == ERROR_FILENAME_EXCED_RANGE ||
+           (code == ERROR_PATH_NOT_FOUND && size > longest_pathname);
+}
+
+bool is_dot(std::wstring_view name) noexcept
+{
+    return name == L"." || name == L"..";
+}
+
+/// Behind a bare drive a name stands for itself, in the current directory of the drive.
+template <typename Char>
+void join_name(std::basic_string<Char> &directory, std::u16string_view name)
+{
+    bool const is_bare_drive = directory.size() == drive_size && is_drive_at<Char>(directory, 0);
+    if (!is_bare_drive && !ends_in_backslash<Char>(directory))
+        directory += backslash<Char>;
+    directory.append(name.begin(), name.end());
+}
+
+} // namespace
+
+directory_walk::directory_walk(upath const &p, directory_options options, walk_depth depth)
+    : options_(options), reach_(depth), form_(make_listing_form(p)), text_(p.native())
+{
+    begin();
+}
+
+bool directory_walk::has(directory_options asked) const noexcept
+{
+    return (options_ & asked) != directory_options::none;
+}
+
+void directory_walk::begin()
+{
+    DWORD code = open_level();
+    // the root of an empty drive: it has no dots, so that nothing matches the pattern
+    if (code == ERROR_FILE_NOT_FOUND) {
+        attribute_query const root(form_);
+        if (!root.has_failed)
+            return;
+        code = root.code;
+    }
+    if (!levels_.empty())
+        settle();
+    else if (!is_denied(code) || !has(directory_options::skip_permission_denied))
+        fail(code);
+}
+
+void directory_walk::advance()
+{
+    try {
+        bool const enters = std::exchange(recursion_pending, true) && enters_entry();
+        if (!enters || !enter())
+            read_next();
+        settle();
+    } catch (...) {
+        close();
+        throw;
+    }
+}
+
+void directory_walk::pop()
+{
+    try {
+        recursion_pending = true;
+        levels_.pop_back();
+        if (levels_.empty())
+            return close();
+        restore();
+        read_next();
+        settle();
+    } catch (...) {
+        close();
+        throw;
+    }
+}
+
+bool directory_walk::enters_entry() const
+{
+    entry_record const &record = entry_.record();
+    bool const is_directory = (record.data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+    return reach_ == walk_depth::whole_tree && is_directory &&
+           (!is_link(record) || has(directory_options::follow_directory_symlink));
+}
+
+/// Begins to list the entry, and returns whether there is something to list.
+bool directory_walk::enter()
+{
+    append(entry_.record().name);
+    std::size_t const depth = levels_.size();
+    DWORD const code = open_level();
+    if (levels_.size() > depth)
+        return true;
+    bool const is_passed_over = is_missing_for_entering(code, form_.size() + pattern_end.size()) ||
+                                (is_denied(code) && has(directory_options::skip_permission_denied));
+    if (!is_passed_over)
+        fail(code);
+    restore();
+    return false;
+}
+
+/// Adds the directory at hand to the levels, or returns why it can't be listed.
+DWORD directory_walk::open_level()
+{
+    level opened;
+    opened.form_size = form_.size();
+    opened.text_size = text_.size();
+    if (has(directory_options::follow_directory_symlink)) {
+        std::error_code ec;
+        if (!standard::read_identity(form_, opened.identity, ec))
+            return static_cast<DWORD>(ec.value());
+        if (is_on_the_way(opened.identity))
+            fail(ERROR_DS_LOOP_DETECT);
+    }
+    std::wstring pattern;
+    pattern.reserve(form_.size() + pattern_end.size());
+    pattern = form_;
+    join_name<wchar_t>(pattern, u"*");
+    DWORD const code = standard::code_of([&] {
+        opened.search = find_handle(::FindFirstFileExW(pattern.c_str(), FindExInfoBasic, &data_,
+                                                       FindExSearchNameMatch, nullptr,
+                                                       FIND_FIRST_EX_LARGE_FETCH));
+        return static_cast<bool>(opened.search);
+    });
+    if (!opened.search)
+        return code;
+    has_data_ = true;
+    levels_.push_back(std::move(opened));
+    return ERROR_SUCCESS;
+}
+
+bool directory_walk::is_on_the_way(standard::file_identity const &identity) const
+{
+    return std::any_of(levels_.begin(), levels_.end(),
+                       [&](level const &above) { return above.identity == identity; });
+}
+
+/// Goes on until there is an entry, or nothing.
+void directory_walk::settle()
+{
+    while (!levels_.empty()) {
+        if (!has_data_)
+            leave();
+        else if (is_dot(data_.cFileName))
+            read_next();
+        else
+            return take_entry();
+    }
+    close();
+}
+
+/// Ends the directory at hand, which has no more entries.
+void directory_walk::leave()
+{
+    if (end_code_ != ERROR_NO_MORE_FILES)
+        fail(end_code_);
+    levels_.pop_back();
+    if (levels_.empty())
+        return;
+    restore();
+    read_next();
+}
+
+/// Makes the directory of the last level the one at hand.
+void directory_walk::restore()
+{
+    form_.resize(levels_.back().form_size);
+    text_.resize(levels_.back().text_size);
+}
+
+void directory_walk::read_next()
+{
+    end_code_ =
+        standard::code_of([this] { return ::FindNextFileW(levels_.back().search.get(), &data_); });
+    has_data_ = end_code_ == ERROR_SUCCESS;
+}
+
+void directory_walk::take_entry()
+{
+    auto record = std::make_shared<entry_record>();
+    record->name = narrow(data_.cFileName);
+    record->form.reserve(form_.size() + 1 + record->name.size());
+    join_name(record->form = form_, record->name);
+    record->text.reserve(text_.size() + 1 + record->name.size());
+    join_name(record->text = text_, record->name);
+    record->path = upath(record->text);
+    record->data = {data_.dwFileAttributes, data_.ftCreationTime, data_.ftLastAccessTime,
+                    data_.ftLastWriteTime,  data_.nFileSizeHigh,  data_.nFileSizeLow};
+    // of what isn't a reparse point the field means nothing
+    if ((data_.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0)
+        record->reparse_tag = data_.dwReserved0;
+    entry_ = directory_entry(std::move(record));
+}
+
+void directory_walk::append(std::u16string_view name)
+{
+    join_name(form_, name);
+    join_name(text_, name);
+}
+
+void directory_walk::fail(DWORD code) const
+{
+    if (is_too_long(code, form_.size() + pattern_end.size()))
+        throw_exception(FileNameTooLarge(text_));
+    throw_win32_exception(code, widen(text_));
+}
+
+void directory_walk::close() noexcept
+{
+    while (!levels_.empty()) // the deepest first
+        levels_.pop_back();
+    has_data_ = false;
+    entry_ = directory_entry();
+}
+
+} // namespace fl::filesystem::detail

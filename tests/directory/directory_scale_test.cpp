@@ -1,0 +1,104 @@
+// Trees as deep and directories as wide as they come.
+
+#include <fl/filesystem/directory.hpp>
+
+#include "directory/listing.hpp"
+#include "support/failure.hpp"
+#include "support/small_stack.hpp"
+#include "support/text.hpp"
+
+#include <simulation/machine.hpp>
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <string_view>
+
+namespace fl::filesystem {
+namespace {
+
+using simulation::simulated_machine;
+using test_support::failure_of;
+using test_support::names_in;
+using test_support::run_on_stack_of;
+using test_support::too_large;
+
+constexpr std::size_t longest_pathname = 32767;
+constexpr std::size_t small_stack = 256 * 1024;
+
+/// A directory of exactly `size` units behind names of one unit, with a long prefix; the
+/// first has two if the size is an odd one.
+std::u16string directory_of(std::size_t size)
+{
+    std::u16string path = uR"(\\?\C:)";
+    path.reserve(size);
+    path += size % 2 == 0 ? u"\\d" : u"\\dd";
+    while (path.size() < size)
+        path += u"\\d";
+    return path;
+}
+
+/// Lists a tree whose deepest directory has a pathname of so many units.
+void list_tree_of(std::size_t size, directory_options options)
+{
+    simulated_machine machine;
+    machine.keep_journal(false);
+    machine.add_directory(directory_of(size));
+    int deepest = 0;
+    for (recursive_directory_iterator it(u"C:\\", options), end; it != end; ++it)
+        deepest = it.depth();
+    EXPECT_EQ(deepest, static_cast<int>((size - 6) / 2 - 1));
+    EXPECT_EQ(machine.find_handles() + machine.open_handles(), 0);
+}
+
+TEST(DirectoryScale, ADeepTreeOnASmallStack)
+{
+    run_on_stack_of(small_stack, [] {
+        list_tree_of(4000, directory_options::none);
+        list_tree_of(2000, directory_options::follow_directory_symlink);
+    });
+}
+
+// Each call walks down all the names, which takes minutes where all memory is checked: the
+// tree above has to do there.
+#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+TEST(DirectoryScale, TheDeepestTreeOnASmallStack)
+{
+    run_on_stack_of(small_stack,
+                    [] { list_tree_of(longest_pathname - 2, directory_options::none); });
+}
+#endif
+
+TEST(DirectoryScale, ADirectoryWhosePatternIsTooLongIsNamed)
+{
+    for (DWORD const code : {DWORD{ERROR_SUCCESS}, DWORD{ERROR_PATH_NOT_FOUND}}) {
+        simulated_machine machine;
+        machine.keep_journal(false);
+        std::u16string const path = directory_of(longest_pathname - 1);
+        machine.add_directory(path);
+        recursive_directory_iterator it(path.substr(0, path.size() - 2));
+        EXPECT_EQ(it->access_form().size(), path.size());
+        // some systems say so instead of 206
+        auto const fault =
+            machine.fail_call(code == ERROR_SUCCESS ? "none" : "FindFirstFileExW", 1, code);
+        EXPECT_EQ(failure_of([&] { ++it; }), too_large(path.substr(4)));
+        EXPECT_EQ(it, recursive_directory_iterator());
+        EXPECT_EQ(machine.find_handles(), 0);
+    }
+}
+
+TEST(DirectoryScale, AWideDirectoryTakesOneCallAnEntry)
+{
+    constexpr int many = 20'000;
+    simulated_machine machine;
+    for (int number = 0; number < many; ++number)
+        machine.add_file(u"C:\\wide\\" + test_support::units(std::to_wstring(number)));
+    EXPECT_EQ(names_in(uR"(C:\wide)").size(), static_cast<std::size_t>(many));
+    EXPECT_EQ(machine.calls_of("FindFirstFileExW"), 1);
+    EXPECT_EQ(machine.calls_of("FindNextFileW"), many + 2);
+    EXPECT_EQ(machine.calls_of("FindClose"), 1);
+    EXPECT_EQ(machine.calls_of("CreateFileW") + machine.calls_of("GetFileAttributesExW"), 0);
+}
+
+} // namespace
+} // namespace fl::filesystem
