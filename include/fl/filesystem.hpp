@@ -14,5 +14,6 @@
 #include <fl/filesystem/pathname.hpp>
 #include <fl/filesystem/pathname_traits.hpp>
 #include <fl/filesystem/windows.hpp>
+#include <fl/filesystem/windows_types.hpp>
 
 #endif

@@ -2,7 +2,7 @@
 #define FL_FILESYSTEM_SRC_ACCESS_LINK_CHAIN_HPP
 // The walk through a pathname, element by element, as it is on disk.
 
-#include <fl/filesystem/windows.hpp>
+#include <fl/filesystem/windows_types.hpp>
 
 #include <string>
 #include <string_view>

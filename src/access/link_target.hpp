@@ -2,7 +2,7 @@
 #define FL_FILESYSTEM_SRC_ACCESS_LINK_TARGET_HPP
 // What a link says, as text that the walk through links can go on with.
 
-#include <fl/filesystem/windows.hpp>
+#include <fl/filesystem/windows_types.hpp>
 
 #include <string>
 #include <string_view>

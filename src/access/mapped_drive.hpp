@@ -2,7 +2,7 @@
 #define FL_FILESYSTEM_SRC_ACCESS_MAPPED_DRIVE_HPP
 // Drives that are shares of other machines.
 
-#include <fl/filesystem/windows.hpp>
+#include <fl/filesystem/windows_types.hpp>
 
 #include <string>
 #include <string_view>

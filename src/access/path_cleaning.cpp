@@ -1,5 +1,7 @@
 #include "access/path_cleaning.hpp"
 
+#include <fl/filesystem/windows.hpp>
+
 #include "access/working_directory.hpp"
 #include "failure/throw.hpp"
 #include "pathname/expanded_path.hpp"

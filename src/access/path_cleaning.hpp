@@ -4,7 +4,7 @@
 // takes `.` and `..` for names, so whoever adds the prefix has to deal with them. Which
 // directory a `..` leads to is asked on the disk, elsewhere (link_chain.hpp).
 
-#include <fl/filesystem/windows.hpp>
+#include <fl/filesystem/windows_types.hpp>
 
 #include <cstddef>
 #include <string>

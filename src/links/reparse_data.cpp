@@ -2,6 +2,7 @@
 
 #include <fl/filesystem/file_status.hpp>
 #include <fl/filesystem/pathname_traits.hpp>
+#include <fl/filesystem/windows.hpp>
 
 #include "failure/demanded_attributes.hpp"
 #include "links/link_reading.hpp"

@@ -3,7 +3,7 @@
 // What a reparse point is to the library, and what it says of its target. The text
 // stays as the link has it: who follows it makes a pathname of it.
 
-#include <fl/filesystem/windows.hpp>
+#include <fl/filesystem/windows_types.hpp>
 
 #include <cstdint>
 #include <string>

@@ -9,7 +9,7 @@
 //   too, and tells a share with a backslash from one without. The code that
 //   follows links goes by it.
 
-#include <fl/filesystem/windows.hpp>
+#include <fl/filesystem/windows_types.hpp>
 
 #include "pathname/root_length.hpp"
 

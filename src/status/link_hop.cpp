@@ -1,5 +1,7 @@
 #include "status/link_hop.hpp"
 
+#include <fl/filesystem/windows.hpp>
+
 #include "access/mapped_drive.hpp"
 #include "failure/throw.hpp"
 #include "links/reparse_data.hpp"

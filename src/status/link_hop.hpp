@@ -2,7 +2,7 @@
 #define FL_FILESYSTEM_SRC_STATUS_LINK_HOP_HPP
 // Following links one hop at a time, for queries.
 
-#include <fl/filesystem/windows.hpp>
+#include <fl/filesystem/windows_types.hpp>
 
 #include <cstdint>
 #include <optional>

@@ -3,6 +3,7 @@
 #include "links/reparse_data.hpp"
 
 #include <fl/filesystem/exceptions.hpp>
+#include <fl/filesystem/windows.hpp>
 
 #include "links/link_cases.hpp"
 #include "support/allocations.hpp"

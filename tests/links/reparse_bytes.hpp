@@ -4,7 +4,7 @@
 
 #include "support/link_data.hpp"
 
-#include <fl/filesystem/windows.hpp>
+#include <fl/filesystem/windows_types.hpp>
 
 #include <algorithm>
 #include <cstddef>

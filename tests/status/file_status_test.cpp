@@ -423,6 +423,7 @@ FL_TEST_DETECT(set_atime)
 FL_TEST_DETECT(set_mtime)
 FL_TEST_DETECT(set_ctime)
 FL_TEST_DETECT(set_size)
+#undef FL_TEST_DETECT
 
 } // namespace
 } // namespace fl::filesystem

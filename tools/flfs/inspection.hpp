@@ -3,7 +3,7 @@
 // Everything that the library makes of one text, as values.
 
 #include <fl/filesystem/pathname.hpp>
-#include <fl/filesystem/windows.hpp>
+#include <fl/filesystem/windows_types.hpp>
 
 #include "flfs/failure_report.hpp"
 

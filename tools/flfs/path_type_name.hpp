@@ -2,7 +2,7 @@
 #define FL_FLFS_PATH_TYPE_NAME_HPP
 // The path types by the names that the library's headers give them.
 
-#include <fl/filesystem/windows.hpp>
+#include <fl/filesystem/windows_types.hpp>
 
 #include <string>
 

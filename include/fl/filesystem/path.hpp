@@ -8,9 +8,8 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <iterator>
-#include <string>
+#include <string> // std::hash, too
 #include <utility>
 
 namespace fl::filesystem {
