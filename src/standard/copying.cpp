@@ -1,5 +1,6 @@
 #include "standard/filesystem.hpp"
 
+#include "pathname/shapes.hpp"
 #include "platform/owned_handle.hpp"
 #include "platform/reparse_point.hpp"
 #include "standard/codes.hpp"
@@ -83,10 +84,10 @@ std::wstring joined(std::wstring text, std::wstring_view name)
     return text;
 }
 
-/// Of the pathname of a file: what stands behind the last separator.
+/// Of the pathname of a file in native form.
 std::wstring_view last_name(std::wstring_view text)
 {
-    return text.substr(text.find_last_of(L"\\/") + 1);
+    return text.substr(text.rfind(backslash<wchar_t>) + 1);
 }
 
 /// Makes the empty directory `path` a junction like the one that `data` was read from.

@@ -419,6 +419,17 @@ TEST(CopyCalls, APrefixThatTheNameNeedsServesBelow)
     }
 }
 
+// Behind a long prefix the system takes two backslashes for a name between them.
+TEST(CopyCalls, OfAFileIntoADirectoryBehindALongPrefix)
+{
+    simulated_machine machine;
+    std::u16string const from = test_support::of_size(uR"(C:\f\)", 248);
+    std::u16string const to = test_support::of_size(uR"(C:\t)", 248);
+    machine.add_file(from, "content").add_directory(to);
+    copy(from, to);
+    EXPECT_EQ(machine.content(to + from.substr(4)), "content");
+}
+
 TEST(CopyCalls, HardLinksAreNamesOfTheSameFile)
 {
     simulated_machine machine;

@@ -117,7 +117,9 @@ void hand_over_name(found_name const &found, WIN32_FIND_DATAW &data)
 {
     data = {};
     fill_record(data, found.attributes, found.times, found.size);
-    data.dwReserved0 = found.reparse_tag;
+    // anything where it is no reparse point: whoever reads it all the same sees a link
+    bool const has_tag = (found.attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
+    data.dwReserved0 = has_tag ? found.reparse_tag : DWORD{IO_REPARSE_TAG_SYMLINK};
     *std::copy(found.name.begin(), found.name.end(), data.cFileName) = L'\0';
 }
 
