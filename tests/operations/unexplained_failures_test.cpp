@@ -204,6 +204,21 @@ TEST(UnexplainedFailures, OfTheFullPathnameLeaveFormsForOthersAsTheyAre)
     EXPECT_TRUE(fault.fired());
 }
 
+// As calls of Wine do: what they leave is the code of another call.
+TEST(UnexplainedFailures, DontBorrowTheCodeOfAnEarlierCall)
+{
+    for (DWORD const earlier : {2U, 5U, 123U}) {
+        simulated_machine machine;
+        fill(machine);
+        auto const fault =
+            machine.on_full_path_name([](DWORD, wchar_t *) { return std::optional<DWORD>(0); });
+        ::SetLastError(earlier);
+        EXPECT_EQ(failure_of([] { remove_all(u"t"); }), unexplained(u"t")) << earlier;
+        EXPECT_TRUE(fault.fired());
+        EXPECT_TRUE(machine.is_directory(uR"(C:\d\t)"));
+    }
+}
+
 TEST(UnexplainedFailures, OfTheChangeOfDirectoryLeaveItWithItsVariable)
 {
     for (operation const &asked : operations()) {

@@ -190,6 +190,8 @@ constexpr relative_case relative_cases[] = {
     {LR"(\\?\a:\m)", LR"(\\?\C:\m)", L"", "two drives"},
     {LR"(\\?\a:\m)", LR"(a:\m)", L"", "only the text has the prefix"},
     {LR"(a:\m)", LR"(\\?\a:\m)", L"", "only the base has it"},
+    {LR"(\\?\a:\m\p)", LR"(abc\a:\m)", L"", "only the text has it, whatever is in its place"},
+    {LR"(abc\a:\m\p)", LR"(\\?\a:\m)", L"", "only the base has it, whatever is in its place"},
     {LR"(\\?\a:\m)", LR"(\\?\a:)", L"", "only one has a root"},
     {LR"(\\?\a:)", LR"(\\?\a:\m)", L"", "only one has a root"},
     {LR"(\\?\a:m)", LR"(\\?\a:m)", L".", "no drive, but a name"},

@@ -211,6 +211,13 @@ TEST(StandardRemove, TakesReadOnlyAwayFromLinksAndNotFromTheirTargets)
     EXPECT_EQ(removal(L"C:\\l"), done);
     EXPECT_FALSE(machine.exists(u"C:\\l"));
     EXPECT_EQ(machine.attributes(u"C:\\f"), DWORD{FILE_ATTRIBUTE_READONLY});
+    for (auto const &entry : machine.journal()) {
+        if (entry.function == "ReOpenFile") {
+            EXPECT_EQ(entry.flags,
+                      DWORD{FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT});
+        }
+    }
+    EXPECT_EQ(machine.calls_of("ReOpenFile"), 1);
 }
 
 TEST(StandardRemove, PutsReadOnlyBackIfItWasntInTheWay)
