@@ -1,5 +1,7 @@
 #include "standard/filesystem.hpp"
 
+#include "pathname/long_prefix.hpp"
+#include "pathname/path_type.hpp"
 #include "pathname/shapes.hpp"
 #include "platform/owned_handle.hpp"
 #include "platform/reparse_point.hpp"
@@ -139,6 +141,35 @@ bool is_directory_entry(std::wstring const &path, DWORD attributes, std::error_c
     return is_directory;
 }
 
+/// Whether the system, without a long prefix, would take another name than this one: it
+/// drops blanks and full stops from the end.
+bool loses_its_end(std::wstring_view name)
+{
+    return name.ends_with(L' ') || name.ends_with(L'.');
+}
+
+/// `text` so that the system takes every name in it as it stands, if there is such a form.
+std::wstring taken_literally(std::wstring const &text)
+{
+    switch (classify_path_type<wchar_t>(text)) {
+    case windows::PATH_TYPE_DRIVE_ABSOLUTE:
+        return with_long_prefix<wchar_t, wchar_t>(text, false);
+    case windows::PATH_TYPE_UNC:
+        return with_long_prefix<wchar_t, wchar_t>(text, true);
+    default: // it has its prefix, or as a device's takes none
+        return text;
+    }
+}
+
+/// The pathnames of a directory at hand, as they were before one of its entries needed a
+/// form that is taken literally. All below that entry has the form, too.
+struct plain_forms
+{
+    std::size_t depth;
+    std::wstring from;
+    std::wstring to;
+};
+
 /// A directory whose entries are being copied.
 struct level
 {
@@ -170,14 +201,17 @@ private:
     void copy_directory(file_type to_type);
     void enter();
     void take_entry();
+    void append(std::wstring_view name);
     void leave();
     void advance();
+    void restore();
 
     std::wstring from_;
     std::wstring to_;
     copy_options options_;
     std::error_code &ec_;
     std::vector<level> levels_;
+    std::optional<plain_forms> plain_;
     WIN32_FIND_DATAW entry_ = {};
     bool has_entry_ = false;
 };
@@ -282,14 +316,24 @@ void copier::take_entry()
     if (name == L"." || name == L"..")
         return advance();
     std::size_t const depth = levels_.size();
-    join(from_, name);
-    join(to_, name);
+    append(name);
     bool const goes_along =
         has(copy_options::recursive) || !is_directory_entry(from_, entry_.dwFileAttributes, ec_);
     if (goes_along && !ec_)
         copy_name();
     if (!ec_ && levels_.size() == depth)
         advance();
+}
+
+void copier::append(std::wstring_view name)
+{
+    if (!plain_ && loses_its_end(name)) {
+        plain_ = {levels_.size(), from_, to_};
+        from_ = taken_literally(from_);
+        to_ = taken_literally(to_);
+    }
+    join(from_, name);
+    join(to_, name);
 }
 
 void copier::leave()
@@ -302,13 +346,26 @@ void copier::leave()
 /// Goes on to the next entry of the directory at hand.
 void copier::advance()
 {
-    level const &top = levels_.back();
-    from_.resize(top.from_size);
-    to_.resize(top.to_size);
-    DWORD const code = code_of([&] { return ::FindNextFileW(top.search.get(), &entry_); });
+    restore();
+    find_handle const &search = levels_.back().search;
+    DWORD const code = code_of([&] { return ::FindNextFileW(search.get(), &entry_); });
     has_entry_ = code == ERROR_SUCCESS;
     if (!has_entry_ && code != ERROR_NO_MORE_FILES)
         ec_ = system_code(code);
+}
+
+/// Takes off what an entry of the directory at hand added to its pathnames.
+void copier::restore()
+{
+    level const &top = levels_.back();
+    if (plain_ && plain_->depth == levels_.size()) {
+        from_ = std::move(plain_->from);
+        to_ = std::move(plain_->to);
+        plain_.reset();
+    } else {
+        from_.resize(top.from_size);
+        to_.resize(top.to_size);
+    }
 }
 
 } // namespace

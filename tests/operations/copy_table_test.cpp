@@ -101,6 +101,19 @@ void add_tree(fixture &made, std::u16string const &path)
     made.link(path + uR"(\lf)", uR"(C:\h\file)");
 }
 
+/// Names that the system, without a long prefix, takes for others.
+void add_twins(fixture &made, std::u16string const &path)
+{
+    made.file(path + uR"(\a)", "with nothing behind it", 250);
+    made.file(path + uR"(\a )", "with a blank", 250);
+    made.file(path + uR"(\a.)", "with a full stop", 250);
+    made.file(path + uR"(\d\g)", "in a directory", 150);
+    made.file(path + uR"(\d.\g)", "in its twin", 150);
+    made.file(path + uR"(\d.\g.)", "a twin in a twin", 150);
+    made.link(path + uR"(\l.)", uR"(C:\h\file)");
+    made.file(path + uR"(\z)", "behind them", 200);
+}
+
 void add_mount_point(fixture &made, std::u16string const &path)
 {
     made.machine.add_mount_point(path, u'D');
@@ -119,6 +132,7 @@ constexpr kind from_kinds[] = {
     {"read-only file", add_read_only_file},
     {"directory", add_directory},
     {"tree", add_tree},
+    {"tree with twins", add_twins},
     {"file link",
      [](fixture &made, std::u16string const &path) { made.link(path, uR"(C:\h\file)"); }},
     {"directory link",
@@ -141,6 +155,7 @@ constexpr kind to_kinds[] = {
     {"directory", add_directory},
     {"directory with newer and older files",
      [](fixture &made, std::u16string const &path) {
+         made.file(path + uR"(\a.)", "older, a twin", 100);
          made.file(path + uR"(\f)", "older", 100);
          made.file(path + uR"(\x)", "newer", 300);
      }},

@@ -122,6 +122,19 @@ TEST(Copy, OfATree)
     EXPECT_TRUE(work.is_directory(work.path(uR"(to\d\e)")));
 }
 
+TEST(Copy, OfNamesThatDifferInAStopOrABlankOnly)
+{
+    workspace work;
+    names const twins = {u"a", u"a ", u"a.", u"b"};
+    for (std::u16string const &name : twins) {
+        work.make_file(work.path(uR"(tree\)") + name, "content");
+        work.make_file(work.path(uR"(tree\d.\)") + name, "content");
+    }
+    copy(work.path(u"tree"), work.path(u"to"), copy_options::recursive);
+    EXPECT_EQ(work.entries(work.path(u"to")), (names{u"a", u"a ", u"a.", u"b", u"d."}));
+    EXPECT_EQ(work.entries(work.path(uR"(to\d.)")), twins);
+}
+
 TEST(Copy, OfDirectoriesOnly)
 {
     workspace work;

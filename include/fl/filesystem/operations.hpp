@@ -219,7 +219,8 @@ FL_FILESYSTEM_API void rename(std::u16string const &from, std::u16string const &
 ///
 /// What lies in `from` and in `to` is addressed by adding names, so the system's limit
 /// of 259 units, for a new directory 247, holds there unless `from` or `to` itself has 248 and
-/// so goes with a long prefix.
+/// so goes with a long prefix. Names within that end in a full stop or blank are copied as they
+/// are: they and what is below them go with the prefix, too.
 ///
 /// Throws `InvalidArgument` without a pathname, before anything is looked at, for
 /// `copy_symlinks` with `skip_symlinks` and for two of `skip_existing`,
