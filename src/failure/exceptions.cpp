@@ -25,20 +25,7 @@ FsysExceptionBase::FsysExceptionBase(char const *identifier_text, fsys_excp_id i
 }
 
 FsysExceptionBase::FsysExceptionBase(FsysExceptionBase const &) = default;
-
-FsysExceptionBase &FsysExceptionBase::operator=(FsysExceptionBase const &other)
-{
-    if (this == &other)
-        return *this;
-    std::exception::operator=(other);
-    identifier = other.identifier;
-    excp_id = other.excp_id;
-    path_name = other.path_name;
-    additional_path_names = other.additional_path_names;
-    error_code = other.error_code;
-    return *this;
-}
-
+FsysExceptionBase &FsysExceptionBase::operator=(FsysExceptionBase const &) = default;
 FsysExceptionBase::~FsysExceptionBase() = default;
 
 char const *FsysExceptionBase::what() const noexcept
@@ -75,17 +62,7 @@ InvalidArgument::InvalidArgument(std::string const &message_text, std::u16string
 }
 
 InvalidArgument::InvalidArgument(InvalidArgument const &) = default;
-
-InvalidArgument &InvalidArgument::operator=(InvalidArgument const &other)
-{
-    if (this == &other)
-        return *this;
-    FsysExceptionBase::operator=(other);
-    what_text = other.what_text;
-    message = other.message;
-    return *this;
-}
-
+InvalidArgument &InvalidArgument::operator=(InvalidArgument const &) = default;
 InvalidArgument::~InvalidArgument() = default;
 
 char const *InvalidArgument::what() const noexcept
@@ -209,6 +186,17 @@ FL_FILESYSTEM_COPIED_LIKE_ITS_BASE(SystemError)
 FL_FILESYSTEM_COPIED_LIKE_ITS_BASE(TempEnvNotSpecified)
 
 #undef FL_FILESYSTEM_COPIED_LIKE_ITS_BASE
+
+// Constructors of their own and not defaults of arguments: those would be explicit, too, and
+// then `return {};` isn't allowed.
+FileNameTooLarge::FileNameTooLarge() : FileNameTooLarge(std::u16string()) {}
+AccessDenied::AccessDenied() : AccessDenied(std::u16string()) {}
+PathNotFound::PathNotFound() : PathNotFound(std::u16string()) {}
+NotDirectoryError::NotDirectoryError() : NotDirectoryError(std::u16string()) {}
+DirectoryNotEmpty::DirectoryNotEmpty() : DirectoryNotEmpty(std::u16string()) {}
+FileIsDirectory::FileIsDirectory() : FileIsDirectory(std::u16string()) {}
+FileExistsError::FileExistsError() : FileExistsError(std::u16string()) {}
+SystemError::SystemError() : SystemError(0) {}
 
 namespace detail {
 

@@ -2,11 +2,7 @@
 
 #include "pathname/root_length.hpp"
 
-namespace fl::filesystem {
-
-template struct FL_FILESYSTEM_TEMPLATE_INSTANTIATION pathname_element_context<char16_t>;
-
-namespace detail {
+namespace fl::filesystem::detail {
 
 namespace {
 
@@ -74,7 +70,7 @@ std::uint64_t get_root_path_length(std::u16string const &text)
 std::u16string extract_root_name(std::u16string const &text)
 {
     std::size_t const root = root_path_length<char16_t>(text);
-    if (root < 2)
+    if (root == 0)
         return {};
     return text.substr(0, is_backslash(text[root - 1]) ? root - 1 : root);
 }
@@ -146,6 +142,4 @@ pathname_element_context<char16_t> extract_pathname_elements(std::u16string cons
     return elements;
 }
 
-} // namespace detail
-
-} // namespace fl::filesystem
+} // namespace fl::filesystem::detail

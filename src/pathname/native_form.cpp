@@ -17,7 +17,7 @@ template <typename Char>
 std::size_t end_without_blanks(std::basic_string_view<Char> text)
 {
     std::size_t const end = text.find_last_not_of(static_cast<Char>(' ')) + 1;
-    bool const blanks_are_a_name = end > 0 && end < text.size() && is_separator(text[end - 1]);
+    bool const blanks_are_a_name = end > 0 && is_separator(text[end - 1]);
     return blanks_are_a_name ? text.size() : end;
 }
 

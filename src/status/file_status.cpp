@@ -67,6 +67,10 @@ static_assert(is_plain_value<file_status> && is_plain_value<file_status_light>);
 
 } // namespace
 
+// Constructors of their own and not defaults of arguments: those would be explicit, too, and
+// then `return {};` isn't allowed.
+file_status::file_status() : file_status(file_not_found) {}
+
 file_status::file_status(unsigned int type_word, unsigned int perms_word, ptime const &access_time,
                          ptime const &write_time, ptime const &creation_time,
                          std::uint64_t size_in_bytes)
@@ -142,6 +146,8 @@ void file_status::set_size(std::uint64_t size_in_bytes)
 {
     size = size_in_bytes;
 }
+
+file_status_light::file_status_light() : file_status_light(file_status::file_not_found) {}
 
 file_status_light::file_status_light(unsigned int type_word, ptime const &write_time,
                                      std::uint64_t size_in_bytes)

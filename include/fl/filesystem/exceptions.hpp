@@ -119,7 +119,8 @@ public:
 class FL_FILESYSTEM_API FileNameTooLarge : public FsysExceptionBase
 {
 public:
-    explicit FileNameTooLarge(std::u16string const &path = std::u16string());
+    FileNameTooLarge();
+    explicit FileNameTooLarge(std::u16string const &path);
     FileNameTooLarge(FileNameTooLarge const &other);
     FileNameTooLarge &operator=(FileNameTooLarge const &other);
     ~FileNameTooLarge() override;
@@ -149,7 +150,8 @@ public:
 class FL_FILESYSTEM_API AccessDenied : public FsysExceptionBase
 {
 public:
-    explicit AccessDenied(std::u16string const &path = std::u16string());
+    AccessDenied();
+    explicit AccessDenied(std::u16string const &path);
     AccessDenied(AccessDenied const &other);
     AccessDenied &operator=(AccessDenied const &other);
     ~AccessDenied() override;
@@ -159,7 +161,8 @@ public:
 class FL_FILESYSTEM_API PathNotFound : public FsysExceptionBase
 {
 public:
-    explicit PathNotFound(std::u16string const &path = std::u16string());
+    PathNotFound();
+    explicit PathNotFound(std::u16string const &path);
     PathNotFound(PathNotFound const &other);
     PathNotFound &operator=(PathNotFound const &other);
     ~PathNotFound() override;
@@ -169,7 +172,8 @@ public:
 class FL_FILESYSTEM_API NotDirectoryError : public FsysExceptionBase
 {
 public:
-    explicit NotDirectoryError(std::u16string const &path = std::u16string());
+    NotDirectoryError();
+    explicit NotDirectoryError(std::u16string const &path);
     NotDirectoryError(NotDirectoryError const &other);
     NotDirectoryError &operator=(NotDirectoryError const &other);
     ~NotDirectoryError() override;
@@ -179,7 +183,8 @@ public:
 class FL_FILESYSTEM_API DirectoryNotEmpty : public FsysExceptionBase
 {
 public:
-    explicit DirectoryNotEmpty(std::u16string const &path = std::u16string());
+    DirectoryNotEmpty();
+    explicit DirectoryNotEmpty(std::u16string const &path);
     DirectoryNotEmpty(DirectoryNotEmpty const &other);
     DirectoryNotEmpty &operator=(DirectoryNotEmpty const &other);
     ~DirectoryNotEmpty() override;
@@ -189,7 +194,8 @@ public:
 class FL_FILESYSTEM_API FileIsDirectory : public FsysExceptionBase
 {
 public:
-    explicit FileIsDirectory(std::u16string const &path = std::u16string());
+    FileIsDirectory();
+    explicit FileIsDirectory(std::u16string const &path);
     FileIsDirectory(FileIsDirectory const &other);
     FileIsDirectory &operator=(FileIsDirectory const &other);
     ~FileIsDirectory() override;
@@ -199,7 +205,8 @@ public:
 class FL_FILESYSTEM_API FileExistsError : public FsysExceptionBase
 {
 public:
-    explicit FileExistsError(std::u16string const &path = std::u16string());
+    FileExistsError();
+    explicit FileExistsError(std::u16string const &path);
     FileExistsError(FileExistsError const &other);
     FileExistsError &operator=(FileExistsError const &other);
     ~FileExistsError() override;
@@ -220,8 +227,9 @@ public:
 class FL_FILESYSTEM_API SystemError : public FsysExceptionBase
 {
 public:
+    SystemError();
     explicit SystemError(
-        unsigned int error_code = 0, std::u16string const &path = std::u16string(),
+        unsigned int error_code, std::u16string const &path = std::u16string(),
         std::vector<std::u16string> const &additional_path_names = std::vector<std::u16string>());
     SystemError(SystemError const &other);
     SystemError &operator=(SystemError const &other);

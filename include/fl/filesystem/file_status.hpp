@@ -85,9 +85,11 @@ public:
     /// Argument of `permissions`: act on a link itself.
     static constexpr unsigned int perms_symlink = 0x40000;
 
+    /// Not found, no permissions, no times, size 0.
+    file_status();
+
     /// Holds the arguments; mind the order of the times: access, write, creation.
-    /// Without arguments: not found, no permissions, no times, size 0.
-    explicit file_status(unsigned int type = file_not_found, unsigned int perms = no_perms,
+    explicit file_status(unsigned int type, unsigned int perms = no_perms,
                          boost::posix_time::ptime const &atime = boost::posix_time::ptime(),
                          boost::posix_time::ptime const &mtime = boost::posix_time::ptime(),
                          boost::posix_time::ptime const &ctime = boost::posix_time::ptime(),
@@ -171,8 +173,11 @@ private:
 class FL_FILESYSTEM_API file_status_light
 {
 public:
-    /// Holds the arguments. Without arguments: not found, no time, size 0.
-    explicit file_status_light(unsigned int type = file_status::file_not_found,
+    /// Not found, no time, size 0.
+    file_status_light();
+
+    /// Holds the arguments.
+    explicit file_status_light(unsigned int type,
                                boost::posix_time::ptime const &mtime = boost::posix_time::ptime(),
                                std::uint64_t size = 0);
     file_status_light(file_status_light const &) = default;
