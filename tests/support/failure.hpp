@@ -5,6 +5,10 @@
 
 #include <fl/filesystem/exceptions.hpp>
 
+#include <gtest/gtest.h>
+
+#include <boost/exception/enable_current_exception.hpp>
+
 #include <optional>
 #include <ostream>
 #include <string>
@@ -62,13 +66,16 @@ inline failure describe(fl::filesystem::FsysExceptionBase const &exception)
 }
 
 /// Runs `call` and returns what it threw of the library's family, or nothing.
-/// Other exceptions pass through and fail the test.
+/// Other exceptions pass through and fail the test, and so does one that could lose its
+/// fields on the way to another thread.
 template <typename Call>
 std::optional<failure> failure_of(Call call)
 {
     try {
         call();
     } catch (fl::filesystem::FsysExceptionBase const &exception) {
+        EXPECT_NE(dynamic_cast<boost::exception_detail::clone_base const *>(&exception), nullptr)
+            << exception.what() << " was thrown as it is";
         return describe(exception);
     }
     return std::nullopt;
