@@ -251,6 +251,24 @@ TEST(Exceptions, CopyAndAssignmentCarryEveryField)
     EXPECT_EQ(describe(assigned), describe(original));
 }
 
+TEST(Exceptions, AssignedThroughTheirBasesTheyAreTheOther)
+{
+    PathNotFound error(u"was");
+    FsysExceptionBase &base = error;
+    SystemError const other(32, path, {u"second"});
+    EXPECT_EQ(&(base = other), &base);
+    EXPECT_EQ(describe(error), describe(other)) << "identifier and number, too";
+    InvalidArgument argument("message", u"was", {});
+    static_cast<FsysExceptionBase &>(argument) = other;
+    EXPECT_STREQ(argument.what(), "fl:filesystem:SystemError: message: {C:\\dir}")
+        << "what the base doesn't hold stays";
+    foundation::ustring::CtypeExceptionBase const text("text", 7, 9);
+    CtypeInvalidCharacter character;
+    static_cast<CtypeExceptionBase &>(character) = text;
+    EXPECT_STREQ(character.what(), "text");
+    EXPECT_EQ(character.*address_of(ctype_code()), 7U);
+}
+
 TEST(Exceptions, SelfAssignmentLeavesEverythingAsItIs)
 {
     SystemError error(87, u"first", {u"second"});

@@ -96,6 +96,19 @@ TEST(CopyDirectoryCalls, LookAndCreate)
     EXPECT_NE(machine.times_of(uR"(C:\b)").write, 3U);
 }
 
+TEST(CopyDirectoryCalls, WhatCantBeLookedAtIsAboutItAlone)
+{
+    simulated_machine machine;
+    machine.add_directory(uR"(C:\a)");
+    for (DWORD const code : {59U, 1117U}) {
+        auto const fault = machine.fail_call("GetFileAttributesExW", 1, code);
+        EXPECT_EQ(failure_of([] { copy_directory(u"a", u"b"); }),
+                  test_support::system_error(code, u"a"));
+        EXPECT_TRUE(fault.fired());
+    }
+    EXPECT_FALSE(machine.exists(uR"(C:\b)"));
+}
+
 TEST(CopyDirectoryCalls, FollowALink)
 {
     simulated_machine machine;
@@ -428,6 +441,85 @@ TEST(CopyCalls, OfAFileIntoADirectoryBehindALongPrefix)
     machine.add_file(from, "content").add_directory(to);
     copy(from, to);
     EXPECT_EQ(machine.content(to + from.substr(4)), "content");
+}
+
+/// The texts of all calls of `function`, and those that stand second.
+lines texts_of(simulated_machine const &machine, char const *function)
+{
+    lines all;
+    for (auto const &entry : machine.journal()) {
+        if (entry.function == function)
+            all.push_back(test_support::printable(entry.text) + " " +
+                          test_support::printable(entry.second_text));
+    }
+    return all;
+}
+
+TEST(CopyCalls, NamesThatEndInAStopOrABlankAreTakenLiterally)
+{
+    simulated_machine machine;
+    for (char16_t const *name : {u"a", u"a.", u"b \\c", u"b \\d.", u"e", u".f", u" g"})
+        machine.add_file(std::u16string(uR"(C:\t\)") + name);
+    fl::filesystem::copy(u"t", u"to", copy_options::recursive);
+    EXPECT_EQ(texts_of(machine, "CopyFileW"),
+              (lines{R"(C:\t\ g C:\to\ g)", R"(C:\t\.f C:\to\.f)", R"(C:\t\a C:\to\a)",
+                     R"(\\?\C:\t\a. \\?\C:\to\a.)", R"(\\?\C:\t\b \c \\?\C:\to\b \c)",
+                     R"(\\?\C:\t\b \d. \\?\C:\to\b \d.)", R"(C:\t\e C:\to\e)"}))
+        << "these, and what is below them";
+}
+
+TEST(CopyCalls, OnAShareTheyHaveThePrefixOfServers)
+{
+    simulated_machine machine;
+    machine.add_share(u"s", u"h").add_file(uR"(\\s\h\t\a.)", "a.").add_file(uR"(\\s\h\t\b)");
+    copy(uR"(\\s\h\t)", uR"(C:\to)");
+    EXPECT_EQ(texts_of(machine, "CopyFileW"),
+              (lines{R"(\\?\UNC\s\h\t\a. \\?\C:\to\a.)", R"(\\s\h\t\b C:\to\b)"}));
+    copy(uR"(C:\to)", uR"(\\s\h\back)");
+    EXPECT_EQ(machine.content(uR"(\\s\h\back\a.)"), "a.");
+}
+
+TEST(CopyCalls, APathnameThatHasItsPrefixGetsNoOther)
+{
+    simulated_machine machine;
+    std::u16string const from = test_support::of_size(uR"(C:\f)", 248);
+    machine.add_file(from + u"\\a.", "content").add_file(from + u"\\b");
+    copy(from, uR"(C:\to)");
+    EXPECT_EQ(machine.entries(uR"(C:\to)"), (std::vector<std::u16string>{u"a.", u"b"}));
+    EXPECT_EQ(machine.content(uR"(C:\to\a.)"), "content");
+}
+
+TEST(CopyCalls, BelowADevicesPrefixTheyHaveNoSuchForm)
+{
+    simulated_machine machine;
+    machine.add_file(uR"(C:\t\a)", "a").add_file(uR"(C:\t\a.)", "a.");
+    copy(uR"(\\.\C:\t)", uR"(C:\to)");
+    EXPECT_EQ(machine.content(uR"(C:\to\a)"), "a");
+    EXPECT_EQ(machine.content(uR"(C:\to\a.)"), "a") << "what the system takes the name for";
+}
+
+TEST(CopyCalls, AReservedNameInATreeEndsItWithCode17)
+{
+    for (char16_t const *held : {uR"(C:\t\nul)", uR"(C:\t\nul\x)"}) {
+        simulated_machine machine;
+        machine.add_file(uR"(C:\t\a)").add_file(held, "held").add_file(uR"(C:\t\z)");
+        EXPECT_EQ(failure_of([] {
+                      fl::filesystem::copy(uR"(C:\t)", uR"(C:\to)", copy_options::recursive);
+                  }),
+                  with_both(17, uR"(C:\t)", uR"(C:\to)"))
+            << "the device is in either place";
+        EXPECT_EQ(machine.entries(uR"(C:\to)"), std::vector<std::u16string>{u"a"});
+    }
+}
+
+TEST(CopyCalls, OfAnEmptyRootMakesAnEmptyDirectory)
+{
+    simulated_machine machine;
+    machine.add_drive(u'D');
+    fl::filesystem::copy(u"D:\\", u"to", copy_options::recursive);
+    EXPECT_EQ(machine.entries(uR"(C:\to)"), std::vector<std::u16string>());
+    EXPECT_TRUE(machine.is_directory(uR"(C:\to)"));
+    EXPECT_EQ(machine.find_handles(), 0);
 }
 
 TEST(CopyCalls, HardLinksAreNamesOfTheSameFile)

@@ -102,6 +102,22 @@ TEST(RemoveAllLinks, ThatCantBeReadAreNotEmptiedEither)
     expect_all_closed(machine);
 }
 
+// Others may put a link in its place between the enumeration that lists it and the search in
+// it.
+TEST(RemoveAllLinks, ThatTakeTheirPlacesInTheMeantimeAreNotEmptiedEither)
+{
+    simulated_machine machine;
+    machine.add_file(uR"(C:\away\kept)").add_file(uR"(C:\t\d\x)");
+    auto const others = machine.before_call("FindFirstFileExW", 2, [&] {
+        machine.remove(uR"(C:\t\d)").add_junction(uR"(C:\t\d)", uR"(C:\away)");
+    });
+    remove_all(uR"(C:\t)");
+    EXPECT_TRUE(others.fired());
+    EXPECT_EQ(machine.entries(u"C:\\"), names{u"away"});
+    EXPECT_EQ(machine.entries(uR"(C:\away)"), names{u"kept"});
+    expect_all_closed(machine);
+}
+
 TEST(RemoveAllLinks, ThatCantBeReadAndLeadNowhereEndIt)
 {
     simulated_machine machine;
@@ -121,6 +137,22 @@ TEST(RemoveAllLinks, WhoseDataCantBeFetchedPassForDirectories)
     EXPECT_TRUE(fault.fired());
     EXPECT_EQ(machine.entries(u"C:\\"), names{u"away"});
     EXPECT_EQ(machine.entries(uR"(C:\away)"), names{u"kept"});
+}
+
+// In a pathname without a long prefix the system takes them for devices.
+TEST(RemoveAllNames, ThatAreReservedEndIt)
+{
+    simulated_machine machine;
+    machine.add_file(uR"(C:\t\a)").add_file(uR"(C:\t\nul)", "kept").add_file(uR"(C:\t\z)");
+    EXPECT_EQ(failure_of([] { remove_all(uR"(C:\t)"); }), system_error(1, uR"(C:\t\nul)"));
+    EXPECT_EQ(machine.entries(uR"(C:\t)"), (names{u"nul", u"z"}));
+    machine.remove(uR"(C:\t\nul)").add_file(uR"(C:\t\nul\x)");
+    EXPECT_EQ(
+        failure_of([] { remove_all(uR"(C:\t)"); }),
+        about(fsys_excp_not_directory_error, "fl:filesystem:NotDirectoryError", uR"(C:\t\nul)"));
+    EXPECT_EQ(machine.entries(uR"(C:\t)"), (names{u"nul", u"z"}));
+    EXPECT_EQ(machine.entries(uR"(C:\t\nul)"), names{}) << "in it no name is reserved";
+    expect_all_closed(machine);
 }
 
 // A directory with a tag that is no link's, behind the file `a` and ahead of the file `z`.

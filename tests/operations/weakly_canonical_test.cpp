@@ -64,6 +64,7 @@ TEST(WeaklyCanonical, KeepsWhatIsMissingBehindWhatIsThere)
         {work.path(uR"(d\no\x\..)"), uR"(d\no)", "a parent at the very end"},
         {work.path(uR"(d\no\.)"), uR"(d\no)", "a dot at the very end"},
         {work.path(uR"(d\e\no\..\..\..\no\x)"), uR"(no\x)", "up beyond what is there"},
+        {work.path(uR"(no\. \x)"), uR"(no\.\x)", "nor is a dot with a blank, which it loses"},
         {work.path(uR"(d\no...\..x)"), uR"(d\no...\..x)", "names with full stops are no dots"},
         {work.path(uR"(D\no)"), uR"(D\no)", "letters stay as the caller wrote them"},
         {uR"(\\?\)" + work.path(uR"(d\no)"), uR"(d\no)", "without the prefix"},

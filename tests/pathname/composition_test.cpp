@@ -38,6 +38,7 @@ constexpr join_case join_cases[] = {
     {u"\\", u"foo", uR"(\foo)"},
     {uR"(\\server)", u"share", uR"(\\server\share)"},
     {uR"(\\server)", uR"(\share)", uR"(\\server\share)"},
+    {uR"(\\a)", uR"(\x)", uR"(\\a\x)"}, // a server of one unit
 };
 
 TEST(ConcatenatePathname, Table)
@@ -78,6 +79,8 @@ constexpr refused_join_case refused_join_cases[] = {
     {u"foo", uR"(\\.\COM1)", rooted_message}, // a device's root is one unit long
     {u"foo", u"/bar", rooted_message},
     {uR"(\\)", uR"(\x)", rooted_message},
+    {uR"(\\\)", uR"(\x)", rooted_message},
+    {uR"(C:\)", uR"(\foo)", rooted_message}, // a drive with its root is bare no more
     {uR"(\foo)", uR"(\bar)", rooted_message},
     {uR"(/\server)", uR"(\x)", rooted_message}, // only backslashes begin a bare server here
 };
@@ -127,6 +130,7 @@ constexpr cut_case cut_cases[] = {
     {uR"(\\server\)", uR"(\\server)"},
     {uR"(\\server\share)", uR"(\\server\)"},
     {uR"(\\server\share\foo)", uR"(\\server\share)"},
+    {uR"(C:\\foo)", uR"(C:\)"}, // not in native form: what stands behind the root goes
     {u"", u""},
 };
 
@@ -179,6 +183,7 @@ constexpr extension_case extension_cases[] = {
     {uR"(dir\.)", u"txt", uR"(dir\.)"},
     {uR"(\\server\share)", u"txt", uR"(\\server\share)"},
     {uR"(\\server)", u"txt", uR"(\\server)"},
+    {u"//server/share", u"txt", u"//server/share"}, // nothing ends the server: all is its name
     {uR"(\\server\share\foo)", u"txt", uR"(\\server\share\foo.txt)"},
     // what stays as it is doesn't look at the extension
     {u"", u"..", u""},

@@ -102,6 +102,7 @@ TEST(ExtractFirstElement, Table)
         {uR"(\foo)", 1, u"\\"},
         {u"foo", 0, u"foo"},
         {uR"(foo\bar)", 0, u"foo"},
+        {uR"(\foo)", 0, u""}, // told that there is no root, it finds none
         {uR"(\\s\x)", 4, uR"(\\s)"},
     };
     for (auto const &row : cases)
@@ -131,6 +132,24 @@ TEST(MoveDown, WithAnElementThatReachesBehindTheEndStopsThere)
     move_down(uR"(C:\foo)", 3, position, element);
     EXPECT_EQ(position, 6U);
     EXPECT_EQ(element, u"");
+}
+
+TEST(MoveDown, EndsWithTheTextEvenIfItsRootIsSaidToBeLonger)
+{
+    std::uint64_t position = 0;
+    std::u16string element = u"C:";
+    move_down(u"C:", 3, position, element);
+    EXPECT_EQ(position, 2U);
+    EXPECT_EQ(element, u"");
+}
+
+TEST(MoveDown, LooksForARootDirectoryOnlyBehindARootName)
+{
+    std::uint64_t position = 0;
+    std::u16string element;
+    move_down(uR"(\foo)", 1, position, element);
+    EXPECT_EQ(position, 0U);
+    EXPECT_EQ(element, u"") << "no step from no element";
 }
 
 TEST(MoveDown, OnAnEmptyTextChangesNothing)

@@ -47,6 +47,7 @@ constexpr native_case native_cases[] = {
     {u"/", u"\\", "a root keeps its separator"},
     {u" /", u" \\", "behind a blank, too"},
     {u" C:/", u" C:\\", "and that of a drive"},
+    {uR"(  C:\)", u"  C:", "but not behind two: the root is three units from the start"},
     {u"//", u"\\\\", "two are the start of a server"},
     {u"C:", u"C:", "a drive"},
     {u"C:/", uR"(C:\)", "a drive's root keeps its separator"},

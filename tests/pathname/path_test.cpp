@@ -274,6 +274,7 @@ TEST(UpathHash, KnownValues)
     std::hash<upath> const hash;
     EXPECT_EQ(hash(upath()), 0xCBF29CE484222325U);
     EXPECT_EQ(hash(upath(uR"(C:\)")), 0x98D34E9FFBF1BC90U);
+    EXPECT_EQ(hash(upath(u"\u4E2D\u0161")), 0x473BE88F0A46AB88U) << "the low byte comes first";
 }
 
 TEST(UpathHash, GoesByTheTextAlone)

@@ -1,0 +1,41 @@
+// `weakly_canonical` where memory runs out on its walk.
+
+#include <fl/filesystem/operations.hpp>
+
+#include "support/memory_for_text.hpp"
+
+#include <simulation/machine.hpp>
+
+#include <gtest/gtest.h>
+
+#include <new>
+
+namespace fl::filesystem {
+namespace {
+
+using simulation::simulated_machine;
+
+TEST(WeaklyCanonicalMemory, EndsTheWalkWhereItRunsOut)
+{
+    simulated_machine machine;
+    machine.add_directory(u"C:\\d").add_symbolic_link(u"C:\\l", u"d",
+                                                      simulation::flavour::directory);
+    // the whole is asked about first, then the drive and its root: then comes the link
+    test_support::memory_for_text const none(machine, 4);
+    EXPECT_EQ(weakly_canonical(uR"(C:\l\no)"), uR"(C:\l\no)") << "the root was reached";
+    EXPECT_TRUE(none.ran_out());
+}
+
+TEST(WeaklyCanonicalMemory, IsMissedAheadOfTheWalkAndBehindIt)
+{
+    for (int const nth : {1, 6}) {
+        simulated_machine machine;
+        machine.add_directory(u"C:\\d");
+        test_support::memory_for_text const none(machine, nth);
+        EXPECT_THROW(weakly_canonical(uR"(C:\d\no)"), std::bad_alloc) << nth;
+        EXPECT_TRUE(none.ran_out());
+    }
+}
+
+} // namespace
+} // namespace fl::filesystem
