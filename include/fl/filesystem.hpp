@@ -9,10 +9,12 @@
 #include <fl/filesystem/file_status.hpp>
 #include <fl/filesystem/file_time.hpp>
 #include <fl/filesystem/install_path.hpp>
+#include <fl/filesystem/mixed_arguments.hpp>
 #include <fl/filesystem/operations.hpp>
 #include <fl/filesystem/path.hpp>
 #include <fl/filesystem/pathname.hpp>
 #include <fl/filesystem/pathname_traits.hpp>
+#include <fl/filesystem/utf8.hpp>
 #include <fl/filesystem/windows.hpp>
 #include <fl/filesystem/windows_types.hpp>
 

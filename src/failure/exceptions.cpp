@@ -1,4 +1,5 @@
 #include <fl/filesystem/exceptions.hpp>
+#include <fl/filesystem/utf8.hpp>
 
 #include "failure/throw.hpp"
 
@@ -203,6 +204,11 @@ namespace detail {
 void throw_invalid_operation_exception()
 {
     throw_exception(InvalidOperation());
+}
+
+void throw_file_name_conversion_failure()
+{
+    throw_exception(FileNameConversionFailure());
 }
 
 } // namespace detail

@@ -126,7 +126,7 @@ public:
     ~FileNameTooLarge() override;
 };
 
-/// Never raised by the library; for callers that convert pathnames themselves.
+/// A text that should have been UTF-8 (see `from_utf8`) and isn't. No operation raises it.
 class FL_FILESYSTEM_API FileNameConversionFailure : public FsysExceptionBase
 {
 public:

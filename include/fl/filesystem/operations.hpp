@@ -208,9 +208,6 @@ FL_FILESYSTEM_API void rename(std::u16string const &from, std::u16string const &
 /// An option about files goes ahead of what `to` is: a link or one more name doesn't go into a
 /// directory `to`.
 ///
-/// Call it with its namespace where texts are literals: `std::filesystem::copy` is found, too,
-/// through the options, and takes them as well.
-///
 /// An existing directory `to` is filled up, through the links in it, too: with `recursive` names
 /// are made outside of `to`, and with `overwrite_existing` files there are written to. A directory
 /// that is copied into itself with `recursive` is copied into each of its copies, until the
@@ -550,5 +547,8 @@ using space_info = std::filesystem::space_info;
 FL_FILESYSTEM_API space_info space(upath const &p);
 
 } // namespace fl::filesystem
+
+// Each of them with a path and a literal: `rename(path, u"name")`.
+#include <fl/filesystem/mixed_arguments.hpp>
 
 #endif

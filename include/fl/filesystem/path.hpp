@@ -5,17 +5,72 @@
 
 #include <fl/filesystem/config.hpp>
 #include <fl/filesystem/pathname.hpp>
+#include <fl/filesystem/utf8.hpp>
 
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
 #include <string> // std::hash, too
+#include <string_view>
+#include <type_traits>
 #include <utility>
 
 namespace fl::filesystem {
 
 template <typename Native, typename Portable, typename Traits>
 class basic_path;
+
+namespace detail {
+
+/// What becomes a path of itself, beside `std::u16string`: its specializations stand for
+/// exactly one type each, and `of` returns its text in UTF-16. A literal is no such type; why
+/// is told at the constructor of the path. That of `std::filesystem::path` is in standard.hpp.
+template <typename Source>
+struct path_source
+{
+    static constexpr bool is_one = false;
+};
+
+template <>
+struct path_source<std::u16string_view>
+{
+    static constexpr bool is_one = true;
+    static std::u16string of(std::u16string_view text) { return std::u16string(text); }
+};
+
+/// Unit for unit, and so is the next.
+template <>
+struct path_source<std::wstring_view>
+{
+    static constexpr bool is_one = true;
+    static std::u16string of(std::wstring_view text)
+    {
+        return std::u16string(text.begin(), text.end());
+    }
+};
+
+template <>
+struct path_source<std::wstring> : path_source<std::wstring_view>
+{
+};
+
+template <typename Source>
+using if_path_source = std::enable_if_t<path_source<Source>::is_one, int>;
+
+/// A wide literal, or a pointer to a wide text that ends in a NUL.
+template <typename Text>
+using if_wide_pointer = std::enable_if_t<std::is_same_v<std::decay_t<Text>, wchar_t *> ||
+                                             std::is_same_v<std::decay_t<Text>, wchar_t const *>,
+                                         int>;
+
+/// What was meant for something else than a flag.
+template <typename Flag>
+using if_pointer = std::enable_if_t<std::is_pointer_v<std::decay_t<Flag>>, int>;
+
+template <typename Null>
+using if_null = std::enable_if_t<std::is_same_v<Null, std::nullptr_t>, int>;
+
+} // namespace detail
 
 /// Walks the elements of a path: root name, root directory, and then each name.
 ///
@@ -99,10 +154,51 @@ public:
     /// The empty path.
     basic_path() = default;
 
-    /// The native form of `text`. Fails on no text. Implicit, but not from a
-    /// literal: a call with `u"..."` picks the text overload of an operation.
-    /// `flag` is carried with the object and changes no behaviour.
+    /// The native form of `text`. Fails on no text. `flag` is carried with the object and
+    /// changes no behaviour.
+    ///
+    /// Implicit, but not from a literal: operations take paths and texts, and if a literal
+    /// became either of itself, `exists(u"...")` could mean both. So it is
+    ///
+    ///     upath p(u"C:/dir");   auto p = u"C:/dir"_path;   exists(u"C:/dir");
+    ///
+    /// and `upath p = u"C:/dir";` doesn't compile.
     basic_path(string_type const &text, bool flag = true) : form_flag_(flag) { *this = text; }
+
+    /// The same of a `std::u16string_view`, of a `std::wstring` or `std::wstring_view`, unit
+    /// for unit, and, with standard.hpp, of a `std::filesystem::path`. Narrow text says nothing
+    /// about its encoding and isn't taken: see `from_utf8`.
+    template <typename Source, detail::if_path_source<Source> = 0>
+    basic_path(Source const &text, bool flag = true)
+        : basic_path(detail::path_source<Source>::of(text), flag)
+    {
+    }
+
+    /// The same of a wide literal or pointer, such as those that `wmain` is handed.
+    template <typename Text, detail::if_wide_pointer<Text> = 0>
+    explicit basic_path(Text const &text, bool flag = true)
+        : basic_path(std::wstring_view(text), flag)
+    {
+    }
+
+    /// Two texts don't make a path, and a pointer is no flag; write `upath(a) / b`.
+    template <typename Flag, detail::if_pointer<Flag> = 0>
+    basic_path(string_type const &text, Flag const &flag) = delete;
+    template <typename Source, typename Flag, detail::if_path_source<Source> = 0,
+              detail::if_pointer<Flag> = 0>
+    basic_path(Source const &text, Flag const &flag) = delete;
+    template <typename Null, detail::if_null<Null> = 0>
+    explicit basic_path(Null, bool flag = true) = delete;
+
+    /// The path that `text`, a UTF-8 text of any type, stands for. Throws
+    /// `FileNameConversionFailure` if it isn't UTF-8, as told at `from_utf8` of utf8.hpp.
+    template <typename Text>
+    [[nodiscard]] static auto from_utf8(Text const &text)
+        -> std::enable_if_t<std::is_same_v<decltype(filesystem::from_utf8(text)), string_type>,
+                            basic_path>
+    {
+        return basic_path(filesystem::from_utf8(text));
+    }
 
     /// Takes the native form of `text`; the flag stays.
     basic_path &operator=(string_type const &text)
@@ -112,6 +208,11 @@ public:
         else
             pathname_ = detail::make_native_form(text, form_flag_);
         return *this;
+    }
+    template <typename Source, detail::if_path_source<Source> = 0>
+    basic_path &operator=(Source const &text)
+    {
+        return *this = detail::path_source<Source>::of(text);
     }
 
     /// Joins a path or a text behind this one; an empty one changes nothing. The
@@ -124,18 +225,26 @@ public:
     }
     basic_path &operator/=(string_type const &right) { return join(right, form_flag_); }
 
-    friend basic_path operator/(basic_path const &left, basic_path const &right)
+    [[nodiscard]] friend basic_path operator/(basic_path const &left, basic_path const &right)
     {
         basic_path joined = left;
         joined /= right;
         return joined;
     }
-    friend basic_path operator/(basic_path const &left, string_type const &right)
+    [[nodiscard]] friend basic_path operator/(basic_path const &left, string_type const &right)
     {
         basic_path joined = left;
         joined /= right;
         return joined;
     }
+
+    /// Writes a text right behind this one, without a separator, and takes the native form of
+    /// both together.
+    ///
+    ///     C:\a.txt    .bak     C:\a.txt.bak
+    ///     C:\a        /b/      C:\a\b
+    basic_path &operator+=(basic_path const &text) { return *this += text.pathname_; }
+    basic_path &operator+=(string_type const &text) { return *this = pathname_ + text; }
 
     /// Empties the text; the flag stays.
     void clear() noexcept { pathname_.clear(); }
@@ -157,6 +266,44 @@ public:
         return *this;
     }
 
+    /// Removes the extension and its full stop. What `replace_extension` leaves as it is stays
+    /// here, too, and so does a name that has nothing else but full stops and blanks: without
+    /// its extension the pathname would mean a directory above.
+    ///
+    ///     C:\a.tar.gz         C:\a.tar
+    ///     C:\dir.d\a          C:\dir.d\a
+    ///     C:\.bashrc          C:\.bashrc
+    ///     C:\..txt            C:\..txt
+    ///     \\server\share.x    \\server\share.x
+    basic_path &remove_extension()
+    {
+        if (stem().find_first_not_of(u". ") == string_type::npos)
+            return *this;
+        // replacing knows what has an extension; its result differs in the last unit
+        string_type replaced = pathname_;
+        detail::replace_extension(replaced, pathname_.back() == u'a' ? u"b" : u"a");
+        if (replaced != pathname_)
+            pathname_.resize(replaced.size() - 2);
+        return *this;
+    }
+
+    /// Puts `new_filename` in the place of the last element, as `remove_filename` and `/=` do
+    /// it. The standard leaves a separator if the new one is empty; here it is removed with the
+    /// name. Throws as `/=` does and leaves the path as it was.
+    ///
+    ///     C:\dir\a    b         C:\dir\b
+    ///     C:\dir\a    (empty)   C:\dir
+    ///     C:\         b         C:\b
+    ///     C:a         b         b        (as told at `detail::remove_filename`)
+    basic_path &replace_filename(string_type const &new_filename)
+    {
+        basic_path replaced = *this;
+        replaced.remove_filename();
+        replaced /= new_filename;
+        swap(replaced);
+        return *this;
+    }
+
     void swap(basic_path &other) noexcept
     {
         pathname_.swap(other.pathname_);
@@ -166,61 +313,105 @@ public:
 
     /// The text. The standard's has the system's character type; this one's is
     /// `char16_t`.
-    string_type const &native() const noexcept { return pathname_; }
+    [[nodiscard]] string_type const &native() const noexcept { return pathname_; }
 
-    /// A copy of the text.
-    string_type u16string() const { return pathname_; }
+    /// The same, ending in a NUL.
+    [[nodiscard]] value_type const *c_str() const noexcept { return pathname_.c_str(); }
+
+    /// A copy of the text; of a path that is given away, the text itself.
+    [[nodiscard]] string_type u16string() const & { return pathname_; }
+    [[nodiscard]] string_type u16string() && { return std::move(pathname_); }
 
     /// The text in the system's character type, code unit for code unit.
-    std::basic_string<Native> wstring() const
+    [[nodiscard]] std::basic_string<Native> wstring() const
     {
         return std::basic_string<Native>(pathname_.begin(), pathname_.end());
     }
 
-    /// The text with forward slashes.
-    string_type generic_u16string() const { return detail::make_generic_form(pathname_); }
+    /// The text in UTF-8, as `to_utf8` makes it. The standard's `string()` on Windows is in the
+    /// process's code page, and throws where that lacks a character.
+    [[nodiscard]] std::string string() const { return to_utf8(pathname_); }
+
+    /// The same in the standard's type for it: that of `char8_t` in C++20.
+    template <typename Char = detail::utf8_char>
+    [[nodiscard]] std::basic_string<Char> u8string() const
+    {
+        return detail::utf8_of<Char>(pathname_);
+    }
+
+    /// The text with forward slashes; the second one in UTF-8.
+    [[nodiscard]] string_type generic_u16string() const
+    {
+        return detail::make_generic_form(pathname_);
+    }
+    [[nodiscard]] std::string generic_string() const { return to_utf8(generic_u16string()); }
 
     /// The flag that was given to the constructor.
-    bool form_flag() const noexcept { return form_flag_; }
+    [[nodiscard]] bool form_flag() const noexcept { return form_flag_; }
 
-    bool empty() const noexcept { return pathname_.empty(); }
+    [[nodiscard]] bool empty() const noexcept { return pathname_.empty(); }
 
     /// `C:` of `C:\dir`, `\\server` of `\\server\share`.
-    string_type root_name() const { return detail::extract_root_name(pathname_); }
-    string_type root_directory() const { return detail::extract_root_directory(pathname_); }
-    string_type root_path() const { return detail::extract_root_path(pathname_); }
-    string_type relative_path() const { return detail::extract_relative_path(pathname_); }
+    [[nodiscard]] string_type root_name() const { return detail::extract_root_name(pathname_); }
+    [[nodiscard]] string_type root_directory() const
+    {
+        return detail::extract_root_directory(pathname_);
+    }
+    [[nodiscard]] string_type root_path() const { return detail::extract_root_path(pathname_); }
+    [[nodiscard]] string_type relative_path() const
+    {
+        return detail::extract_relative_path(pathname_);
+    }
 
     /// The text without its last element. The standard's parent of a root is the
     /// root itself; here that of `C:\` is `C:`, and that of `C:` is empty.
-    string_type parent_path() const { return detail::extract_parent_path(pathname_); }
+    [[nodiscard]] string_type parent_path() const { return detail::extract_parent_path(pathname_); }
+
+    /// The same as a path, with the flag of this one.
+    [[nodiscard]] basic_path parent() const
+    {
+        basic_path above = *this;
+        above.remove_filename();
+        return above;
+    }
 
     /// The last element. The standard's filename of a root is empty; here a root
     /// names itself: a backslash for `C:\`, `C:` for `C:`.
-    string_type filename() const { return detail::extract_filename(pathname_); }
+    [[nodiscard]] string_type filename() const { return detail::extract_filename(pathname_); }
 
     /// The filename up to its last full stop. The standard takes `.bashrc` for a
     /// stem; here its stem is empty and `bashrc` is the extension.
-    string_type stem() const { return detail::extract_stem(pathname_); }
+    [[nodiscard]] string_type stem() const { return detail::extract_stem(pathname_); }
 
     /// What follows that full stop. The standard's includes the full stop.
-    string_type extension() const { return detail::extract_extension(pathname_); }
+    [[nodiscard]] string_type extension() const { return detail::extract_extension(pathname_); }
+
+    // Whether the member of that name has something in it. So a root has a filename, a bare
+    // drive has no parent, and `.bashrc` has an extension; the standard says otherwise.
+    [[nodiscard]] bool has_root_name() const { return !root_name().empty(); }
+    [[nodiscard]] bool has_root_directory() const { return !root_directory().empty(); }
+    [[nodiscard]] bool has_root_path() const { return !root_path().empty(); }
+    [[nodiscard]] bool has_relative_path() const { return !relative_path().empty(); }
+    [[nodiscard]] bool has_parent_path() const { return !parent_path().empty(); }
+    [[nodiscard]] bool has_filename() const { return !filename().empty(); }
+    [[nodiscard]] bool has_stem() const { return !stem().empty(); }
+    [[nodiscard]] bool has_extension() const { return !extension().empty(); }
 
     /// A drive with its backslash, or a server. The standard takes a device such as
     /// `\\.\COM1` for absolute, too; here it isn't.
-    bool is_absolute() const { return detail::is_absolute(pathname_); }
-    bool is_relative() const { return !is_absolute(); }
+    [[nodiscard]] bool is_absolute() const { return detail::is_absolute(pathname_); }
+    [[nodiscard]] bool is_relative() const { return !is_absolute(); }
 
     /// The elements, as `detail::move_down` steps through them. The standard ends
     /// a text that ends in a separator with an empty element; here it doesn't.
-    iterator begin() const
+    [[nodiscard]] iterator begin() const
     {
         iterator first = end();
         first.element = detail::extract_first_element(pathname_, first.root_length);
         first.position = 0;
         return first;
     }
-    iterator end() const
+    [[nodiscard]] iterator end() const
     {
         iterator last;
         last.root_length = detail::get_root_path_length(pathname_);
@@ -229,17 +420,35 @@ public:
         return last;
     }
 
-    friend bool operator==(basic_path const &left, basic_path const &right) noexcept
+    /// Less than 0, 0, or more, as the text is less than that of `other`, equal, or more.
+    [[nodiscard]] int compare(basic_path const &other) const noexcept
+    {
+        return pathname_.compare(other.pathname_);
+    }
+
+    [[nodiscard]] friend bool operator==(basic_path const &left, basic_path const &right) noexcept
     {
         return left.pathname_ == right.pathname_;
     }
-    friend bool operator!=(basic_path const &left, basic_path const &right) noexcept
+    [[nodiscard]] friend bool operator!=(basic_path const &left, basic_path const &right) noexcept
     {
         return left.pathname_ != right.pathname_;
     }
-    friend bool operator<(basic_path const &left, basic_path const &right) noexcept
+    [[nodiscard]] friend bool operator<(basic_path const &left, basic_path const &right) noexcept
     {
         return left.pathname_ < right.pathname_;
+    }
+    [[nodiscard]] friend bool operator<=(basic_path const &left, basic_path const &right) noexcept
+    {
+        return left.pathname_ <= right.pathname_;
+    }
+    [[nodiscard]] friend bool operator>(basic_path const &left, basic_path const &right) noexcept
+    {
+        return left.pathname_ > right.pathname_;
+    }
+    [[nodiscard]] friend bool operator>=(basic_path const &left, basic_path const &right) noexcept
+    {
+        return left.pathname_ >= right.pathname_;
     }
 
 private:
@@ -258,6 +467,91 @@ private:
 
 /// The path object of the library's interface.
 using upath = basic_path<wchar_t, char16_t, detail::path_traits<wchar_t, char16_t>>;
+
+namespace detail {
+
+/// What becomes a path of itself but no text, and what becomes a text but no path: paths and
+/// their sources, and literals and their kin. `std::u16string` becomes either.
+template <typename Type>
+struct is_only_path : std::bool_constant<std::is_convertible_v<Type const &, upath> &&
+                                         !std::is_convertible_v<Type const &, std::u16string>>
+{
+};
+template <typename Type>
+struct is_only_text : std::bool_constant<std::is_convertible_v<Type const &, std::u16string> &&
+                                         !std::is_convertible_v<Type const &, upath> &&
+                                         !std::is_same_v<Type, std::nullptr_t>>
+{
+};
+
+/// A path as it is, and anything else as the path that it stands for.
+inline upath const &as_path(upath const &path) noexcept
+{
+    return path;
+}
+template <typename Type>
+upath as_path(Type const &text)
+{
+    if constexpr (std::is_convertible_v<Type const &, upath>) {
+        return text;
+    } else {
+        std::u16string const units = text;
+        return upath(units);
+    }
+}
+
+template <typename Left, typename Right>
+using if_path_and_text = std::enable_if_t<
+    std::disjunction_v<std::conjunction<std::is_same<Left, upath>, is_only_text<Right>>,
+                       std::conjunction<std::is_same<Right, upath>, is_only_text<Left>>>,
+    int>;
+
+} // namespace detail
+
+// A path and a literal: the text is brought to native form first, so `C:\a` is `C:/a/`.
+template <typename Left, typename Right, detail::if_path_and_text<Left, Right> = 0>
+[[nodiscard]] bool operator==(Left const &left, Right const &right)
+{
+    return detail::as_path(left) == detail::as_path(right);
+}
+template <typename Left, typename Right, detail::if_path_and_text<Left, Right> = 0>
+[[nodiscard]] bool operator!=(Left const &left, Right const &right)
+{
+    return detail::as_path(left) != detail::as_path(right);
+}
+template <typename Left, typename Right, detail::if_path_and_text<Left, Right> = 0>
+[[nodiscard]] bool operator<(Left const &left, Right const &right)
+{
+    return detail::as_path(left) < detail::as_path(right);
+}
+template <typename Left, typename Right, detail::if_path_and_text<Left, Right> = 0>
+[[nodiscard]] bool operator<=(Left const &left, Right const &right)
+{
+    return detail::as_path(left) <= detail::as_path(right);
+}
+template <typename Left, typename Right, detail::if_path_and_text<Left, Right> = 0>
+[[nodiscard]] bool operator>(Left const &left, Right const &right)
+{
+    return detail::as_path(left) > detail::as_path(right);
+}
+template <typename Left, typename Right, detail::if_path_and_text<Left, Right> = 0>
+[[nodiscard]] bool operator>=(Left const &left, Right const &right)
+{
+    return detail::as_path(left) >= detail::as_path(right);
+}
+
+inline namespace literals {
+inline namespace path_literals {
+
+/// The path that a literal stands for: `using namespace fl::filesystem::literals;` and
+/// `u"C:/dir"_path`.
+[[nodiscard]] inline upath operator""_path(char16_t const *text, std::size_t size)
+{
+    return upath(std::u16string(text, size));
+}
+
+} // namespace path_literals
+} // namespace literals
 
 } // namespace fl::filesystem
 

@@ -157,7 +157,7 @@ FL_FILESYSTEM_API void move_up(std::u16string const &text, std::uint64_t root_le
 /// name can not start with \" if it starts with a backslash and the base is
 /// neither a bare drive nor a bare server.
 FL_FILESYSTEM_API std::u16string &concatenate_pathname(std::u16string &base,
-                                                       std::u16string const &addition, bool);
+                                                       std::u16string const &addition, bool = true);
 
 /// Removes the last element of `text` and returns `text`.
 ///
@@ -203,7 +203,7 @@ FL_FILESYSTEM_API std::u16string &replace_extension(std::u16string &pathname,
 /// ended in a blank, may be another one.
 ///
 /// Allocates the result once, and once more only if separators were doubled.
-FL_FILESYSTEM_API std::u16string make_native_form(std::u16string const &text, bool);
+FL_FILESYSTEM_API std::u16string make_native_form(std::u16string const &text, bool = true);
 
 /// Returns `text` with every backslash turned into a forward slash, those of a
 /// prefix included.
@@ -221,7 +221,7 @@ FL_FILESYSTEM_API std::u16string make_generic_form(std::u16string const &text);
 ///
 /// Throws what the code of a failed call stands for, with the pathname that the
 /// call was given.
-FL_FILESYSTEM_API std::u16string make_expanded_path(std::u16string const &text, bool);
+FL_FILESYSTEM_API std::u16string make_expanded_path(std::u16string const &text, bool = true);
 
 /// Returns whether the root of `text` is longer than 2 units. Goes by its length
 /// alone.
@@ -241,7 +241,7 @@ FL_FILESYSTEM_API bool is_absolute(std::u16string const &text);
 ///     C:\foo                 true
 ///     \\server               false    (no share)
 ///     \\?\C:foo              false    (nothing expands it)
-FL_FILESYSTEM_API bool is_absolute_path_when_expanded(std::u16string const &text, bool);
+FL_FILESYSTEM_API bool is_absolute_path_when_expanded(std::u16string const &text, bool = true);
 
 /// Gives the path object its text functions. That of `upath` is empty: its
 /// members call the functions above. The other two offer the same logic to code
@@ -258,17 +258,17 @@ template <>
 struct FL_FILESYSTEM_API path_traits<wchar_t, wchar_t>
 {
     static std::wstring &concatenate_pathname(std::wstring &base, std::wstring const &addition,
-                                              bool);
+                                              bool = true);
     static std::wstring extract_filename(std::wstring const &text);
     static bool is_absolute(std::wstring const &text);
-    static std::wstring make_native_form(std::wstring const &text, bool);
+    static std::wstring make_native_form(std::wstring const &text, bool = true);
     static std::wstring &remove_filename(std::wstring &text);
 };
 
 template <>
 struct FL_FILESYSTEM_API path_traits<char16_t, char16_t>
 {
-    static std::u16string make_native_form(std::u16string const &text, bool);
+    static std::u16string make_native_form(std::u16string const &text, bool = true);
 };
 
 } // namespace detail
