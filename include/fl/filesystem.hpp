@@ -14,6 +14,7 @@
 #include <fl/filesystem/path.hpp>
 #include <fl/filesystem/pathname.hpp>
 #include <fl/filesystem/pathname_traits.hpp>
+#include <fl/filesystem/standard.hpp>
 #include <fl/filesystem/text.hpp>
 #include <fl/filesystem/utf8.hpp>
 #include <fl/filesystem/windows.hpp>

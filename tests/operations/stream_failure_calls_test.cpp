@@ -1,0 +1,72 @@
+// How the reason is found out why a stream didn't open.
+
+#include <fl/filesystem/standard.hpp>
+
+#include "support/failure.hpp"
+
+#include <simulation/machine.hpp>
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <vector>
+
+namespace fl::filesystem {
+namespace {
+
+using simulation::simulated_machine;
+using test_support::denied;
+using test_support::failure_of;
+using test_support::system_error;
+
+auto failure_at(char16_t const *path, unsigned int needs)
+{
+    return failure_of([&] { detail::throw_stream_failure(upath(path), needs); });
+}
+
+TEST(StreamFailureCalls, OpenAsStreamsDo)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\file");
+    machine.clear_journal();
+    EXPECT_EQ(failure_at(u"C:\\file", detail::stream_reads | detail::stream_writes),
+              system_error(110, u"C:\\file"));
+    auto const opened = [&](std::size_t nth) {
+        std::vector<simulation::journal_entry> of_files;
+        for (auto const &line : machine.journal())
+            if (line.function == "CreateFileW")
+                of_files.push_back(line);
+        return of_files.at(nth);
+    };
+    EXPECT_EQ(opened(0).access, GENERIC_READ | GENERIC_WRITE);
+    EXPECT_EQ(opened(0).share, DWORD{FILE_SHARE_READ | FILE_SHARE_WRITE});
+    EXPECT_EQ(opened(0).disposition, DWORD{OPEN_EXISTING});
+    EXPECT_EQ(machine.open_handles(), 0);
+
+    machine.clear_journal();
+    EXPECT_EQ(failure_at(u"C:\\new", detail::stream_writes | detail::stream_creates),
+              system_error(110, u"C:\\new"));
+    EXPECT_EQ(opened(1).access, DWORD{GENERIC_WRITE} | DWORD{DELETE});
+    EXPECT_EQ(opened(1).disposition, DWORD{CREATE_NEW});
+    EXPECT_FALSE(machine.exists(u"C:\\new"));
+    EXPECT_EQ(machine.open_handles(), 0);
+}
+
+TEST(StreamFailureCalls, TellTheCodeOfTheCallThatFailed)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\file");
+    machine.add_directory(u"C:\\full");
+    machine.deny_creation(u"C:\\full");
+    EXPECT_EQ(failure_at(u"C:\\full\\new", detail::stream_writes | detail::stream_creates),
+              denied(u"C:\\full\\new"))
+        << "that it isn't there is no reason for a stream that makes it";
+    auto const held = machine.fail_call("CreateFileW", 1, ERROR_SHARING_VIOLATION);
+    EXPECT_EQ(failure_at(u"C:\\file", detail::stream_reads), system_error(32, u"C:\\file"));
+    auto const silent = machine.fail_call("CreateFileW", 1, ERROR_SUCCESS);
+    EXPECT_EQ(failure_at(u"C:\\file", detail::stream_reads), system_error(110, u"C:\\file"))
+        << "a failure without a code is one, too";
+}
+
+} // namespace
+} // namespace fl::filesystem
