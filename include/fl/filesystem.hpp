@@ -9,6 +9,7 @@
 #include <fl/filesystem/file_status.hpp>
 #include <fl/filesystem/file_time.hpp>
 #include <fl/filesystem/install_path.hpp>
+#include <fl/filesystem/links.hpp>
 #include <fl/filesystem/mixed_arguments.hpp>
 #include <fl/filesystem/operations.hpp>
 #include <fl/filesystem/path.hpp>

@@ -1,6 +1,7 @@
 #include "access/link_target.hpp"
 
 #include "pathname/expanded_path.hpp"
+#include "pathname/long_prefix.hpp"
 #include "pathname/native_form.hpp"
 #include "pathname/root_length.hpp"
 
@@ -74,6 +75,33 @@ path_type_enum normalise_link_target(std::wstring &target)
     bool const is_rooted = is_backslash(unit_at(text, 0));
     target = collapse_separators(target, 0);
     return is_rooted ? windows::PATH_TYPE_ROOTED : windows::PATH_TYPE_RELATIVE;
+}
+
+bool is_server(path_type_enum type)
+{
+    return type == windows::PATH_TYPE_UNC || type == windows::PATH_TYPE_LONG_UNC;
+}
+
+std::size_t target_root_size(std::wstring_view target, path_type_enum type)
+{
+    switch (type) {
+    case windows::PATH_TYPE_DRIVE_ABSOLUTE:
+        return drive_root_size;
+    case windows::PATH_TYPE_UNC:
+        return element_root_length(target);
+    case windows::PATH_TYPE_LONG_UNC:
+        return checked_unc_root_length(target, long_unc_prefix_size);
+    default: // the other absolute one
+        return long_prefix_size + drive_root_size;
+    }
+}
+
+std::wstring long_root(std::wstring_view text, std::size_t size, path_type_enum type)
+{
+    std::wstring_view const root = text.substr(0, size);
+    if (type == windows::PATH_TYPE_DRIVE_ABSOLUTE || type == windows::PATH_TYPE_UNC)
+        return with_long_prefix<wchar_t>(root, is_server(type));
+    return std::wstring(root);
 }
 
 std::wstring_view without_trailing_separator(std::wstring_view text)

@@ -10,7 +10,6 @@
 #include "access/path_cleaning.hpp"
 #include "pathname/long_prefix.hpp"
 #include "pathname/shapes.hpp"
-#include "platform/code_units.hpp"
 #include "platform/limits.hpp"
 
 namespace fl::filesystem::detail {
@@ -41,11 +40,17 @@ std::wstring resolve_all_but_the_last(std::wstring const &long_form)
 
 } // namespace
 
+std::wstring make_cleaned_form(upath const &p, upath const &base,
+                               windows::path_type_enum &path_type)
+{
+    upath const full = make_absolute(join_with_base(p, base));
+    return clean_pathname(full.wstring(), path_type, {});
+}
+
 std::wstring make_resolved_access_form(std::u16string const &path)
 {
-    std::wstring const full = widen(make_absolute(upath(path, true)).native());
     windows::path_type_enum path_type = windows::PATH_TYPE_INVALID;
-    std::wstring const long_form = clean_pathname(full, path_type, {});
+    std::wstring const long_form = make_cleaned_form(upath(path, true), upath(), path_type);
     if (!has_parent_component(long_form))
         return remove_dot_components(long_form, path_type);
     return resolve_all_but_the_last(long_form);

@@ -1,23 +1,27 @@
 #ifndef FL_FILESYSTEM_SRC_LINKS_LINK_READING_HPP
 #define FL_FILESYSTEM_SRC_LINKS_LINK_READING_HPP
-// What the walk through a pathname asks of each name: whether it is a link, and its text.
-// The only way from there up to the links.
+// Links as the walk through a pathname reads them. The only way from there up to the links.
 
+#include <fl/filesystem/links.hpp>
+
+#include <optional>
 #include <string>
 
 namespace fl::filesystem::detail {
 
-/// Returns the target's text if `path` is a symbolic link or a mount point, and else the
-/// empty text; a reparse point that can't be read is taken for none. Where a name is missing
-/// the code is in `error`, which is otherwise left alone. Throws
-/// `foundation::ustring::CtypeInvalidCharacter` as `get_target_path_bridge` does.
-std::wstring read_link_text(std::wstring const &path, unsigned int &error);
+/// What a link says, which is never nothing, and how it says it.
+struct found_link
+{
+    std::wstring text;
+    link_kind kind;
+};
 
-/// Returns the target of the shortcut file `path` as it is stored, cut to the 259
-/// units that the shell hands over. Empty if `path` isn't named like a shortcut, which
-/// asks nobody, or if a step fails: then its code is in `error`, which is otherwise left
-/// alone. Initialises COM on the calling thread and uninitialises it again.
-std::wstring read_shortcut_target(std::wstring const &path, unsigned int &error);
+/// Reads the symbolic link, the junction or the shortcut file at `path`; none if there is no
+/// link or none that can be read. The code of a name that can't be asked for, and of a shortcut
+/// file that can't be loaded, is then in `error`, which is otherwise left alone. A name that
+/// `must_be_there` and can't be asked for isn't loaded as a shortcut file, either.
+std::optional<found_link> read_link(std::wstring const &path, bool must_be_there,
+                                    unsigned int &error);
 
 } // namespace fl::filesystem::detail
 

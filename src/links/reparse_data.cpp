@@ -1,11 +1,9 @@
 #include "links/reparse_data.hpp"
 
-#include <fl/filesystem/file_status.hpp>
 #include <fl/filesystem/pathname_traits.hpp>
 #include <fl/filesystem/windows.hpp>
 
 #include "failure/demanded_attributes.hpp"
-#include "links/link_reading.hpp"
 #include "pathname/shapes.hpp"
 #include "platform/attribute_query.hpp"
 #include "platform/reparse_point.hpp"
@@ -71,25 +69,6 @@ windows::attrib_link_type type_without_target(std::uint32_t tag) noexcept
     return windows::link_type_none;
 }
 
-unsigned int type_word_of(windows::attrib_link_type link_type) noexcept
-{
-    switch (link_type) {
-    case windows::link_type_symlink_absolute:
-    case windows::link_type_symlink_relative:
-        return file_status::symlink_file;
-    case windows::link_type_mount_point:
-        return file_status::reparse_file;
-    case windows::link_type_volume_mount:
-    case windows::link_type_dfs_directory:
-        return file_status::directory_file;
-    case windows::link_type_dedup_file:
-        return file_status::regular_file;
-    case windows::link_type_none:
-        break;
-    }
-    return file_status::file_type_unknown;
-}
-
 } // namespace
 
 bool can_be_link(std::uint32_t attributes) noexcept
@@ -137,14 +116,6 @@ std::wstring windows::get_target_path_bridge(attrib_link_type &link_type,
     return {};
 }
 
-std::wstring link_text(unsigned int &type, windows::reparse_data_context const &data)
-{
-    windows::attrib_link_type link_type = windows::link_type_none;
-    std::wstring text = windows::get_target_path_bridge(link_type, data);
-    type = type_word_of(link_type);
-    return text;
-}
-
 std::wstring read_link_target(std::wstring const &path, windows::attrib_link_type &link_type)
 {
     DWORD const attributes = demand_attribute_data(path).dwFileAttributes;
@@ -154,7 +125,8 @@ std::wstring read_link_target(std::wstring const &path, windows::attrib_link_typ
     return windows::get_target_path_bridge(link_type, data);
 }
 
-std::wstring read_link_text(std::wstring const &path, unsigned int &error)
+std::wstring read_link_text(std::wstring const &path, windows::attrib_link_type &link_type,
+                            unsigned int &error)
 {
     attribute_query const query(path);
     if (query.has_failed) {
@@ -164,8 +136,7 @@ std::wstring read_link_text(std::wstring const &path, unsigned int &error)
     windows::reparse_data_context data;
     if (!read_link_data(data, path, query.data.dwFileAttributes))
         return {};
-    unsigned int type = file_status::file_type_unknown;
-    return link_text(type, data);
+    return windows::get_target_path_bridge(link_type, data);
 }
 
 } // namespace fl::filesystem::detail

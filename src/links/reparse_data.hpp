@@ -36,9 +36,10 @@ std::uint32_t reparse_tag(windows::reparse_data_context const &data) noexcept;
 /// as `get_target_path_bridge` does.
 std::wstring read_link_target(std::wstring const &path, windows::attrib_link_type &link_type);
 
-/// The same text as `get_target_path_bridge`, with the kind as a type word of
-/// `file_status`.
-std::wstring link_text(unsigned int &type, windows::reparse_data_context const &data);
+/// The same for those who go on where a name is missing: then the code is in `error`,
+/// which is otherwise left alone, and nothing is thrown about it.
+std::wstring read_link_text(std::wstring const &path, windows::attrib_link_type &link_type,
+                            unsigned int &error);
 
 } // namespace fl::filesystem::detail
 

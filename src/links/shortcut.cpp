@@ -1,6 +1,5 @@
 #include "links/shortcut.hpp"
 
-#include "links/link_reading.hpp"
 #include "pathname/long_prefix.hpp"
 #include "platform/shell_link_object.hpp"
 

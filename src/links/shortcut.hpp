@@ -10,6 +10,12 @@ namespace fl::filesystem::detail {
 /// Whether `path` ends in `.lnk`, in just these letters, and has a unit ahead of it.
 bool is_shortcut_path(std::wstring const &path) noexcept;
 
+/// Returns the target of the shortcut file `path` as it is stored, cut to the 259
+/// units that the shell hands over. Empty if `path` isn't named like a shortcut, which
+/// asks nobody, or if a step fails: then its code is in `error`, which is otherwise left
+/// alone. Initialises COM on the calling thread and uninitialises it again.
+std::wstring read_shortcut_target(std::wstring const &path, unsigned int &error);
+
 } // namespace fl::filesystem::detail
 
 #endif

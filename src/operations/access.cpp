@@ -82,7 +82,7 @@ bool access_at(std::wstring path, unsigned int mode)
         detail::windows::reparse_data_context data;
         if (!detail::read_link_data(data, path, attributes) || detail::is_on_network(path))
             return access_test(path, mode, attributes);
-        detail::link_hop hop = detail::hop_from(path, data);
+        detail::decoded_link hop = detail::hop_from(path, data);
         if (hop.type == detail::windows::link_type_volume_mount) // answers for itself
             return access_test(path, mode, attributes);
         if (!hop.target)

@@ -2,9 +2,8 @@
 
 #include <fl/filesystem/exceptions.hpp>
 
-#include "access/absolute.hpp"
 #include "access/link_chain.hpp"
-#include "access/path_cleaning.hpp"
+#include "access/resolved_form.hpp"
 #include "failure/throw.hpp"
 #include "failure/win32_error.hpp"
 #include "pathname/long_prefix.hpp"
@@ -24,9 +23,8 @@ namespace {
 std::wstring resolve(upath const &p, upath const &base)
 {
     using detail::windows::path_type_enum;
-    upath const full = detail::make_absolute(detail::join_with_base(p, base));
     path_type_enum path_type = detail::windows::PATH_TYPE_INVALID;
-    std::wstring const cleaned = detail::clean_pathname(full.wstring(), path_type, {});
+    std::wstring const cleaned = detail::make_cleaned_form(p, base, path_type);
     std::wstring resolved = detail::resolve_link_chain(cleaned, path_type_enum(0));
     detail::attribute_query const query(resolved);
     if (query.has_failed) {

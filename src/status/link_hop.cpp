@@ -31,9 +31,9 @@ bool is_on_network(std::wstring const &path)
            is_mapped_network_drive(path, type);
 }
 
-link_hop hop_from(std::wstring const &path, windows::reparse_data_context const &data)
+decoded_link hop_from(std::wstring const &path, windows::reparse_data_context const &data)
 {
-    link_hop hop;
+    decoded_link hop;
     std::wstring const text = windows::get_target_path_bridge(hop.type, data);
     if (!text.empty())
         hop.target = windows::build_target_path_bridge(path, text, hop.type);

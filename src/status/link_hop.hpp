@@ -19,7 +19,7 @@ bool is_on_network(std::wstring const &path);
 
 /// What a link says: its kind, and the pathname that it leads to. None if it has no text, as
 /// the mount point of a volume has none.
-struct link_hop
+struct decoded_link
 {
     windows::attrib_link_type type = windows::link_type_none;
     std::optional<std::wstring> target;
@@ -27,7 +27,7 @@ struct link_hop
 
 /// The hop of the link in `data`, which was read from `path`. Throws as
 /// `build_target_path_bridge`.
-link_hop hop_from(std::wstring const &path, windows::reparse_data_context const &data);
+decoded_link hop_from(std::wstring const &path, windows::reparse_data_context const &data);
 
 /// The pathname that `path`, which has these attributes, leads to, or none if it is no
 /// link or one that isn't followed: on a network, or without a text.

@@ -48,7 +48,7 @@ file_status target_at(std::wstring path, int depth)
         reparse_data_context data;
         if (!read_link_data(data, path, query.data.dwFileAttributes))
             return plain_record(path, query.data);
-        link_hop hop = hop_from(path, data);
+        decoded_link hop = hop_from(path, data);
         if (!hop.target)
             return plain_record(path, query.data);
         path = *std::move(hop.target);
@@ -74,7 +74,7 @@ file_status target_status_bridge(std::wstring const &link)
     unsigned int const code = read_reparse_data(data, link);
     if (code != ERROR_SUCCESS)
         throw_win32_exception(code, link);
-    link_hop const hop = hop_from(link, data);
+    decoded_link const hop = hop_from(link, data);
     if (!hop.target)
         return record_without_target(hop.type);
     std::wstring const &target = *hop.target;

@@ -1,13 +1,11 @@
-// The second reading of reparse data, whose kinds are those of status records.
+// Reparse data as the library reads it inside: tags, and what it costs.
 
 #include "links/reparse_data.hpp"
 
-#include <fl/filesystem/exceptions.hpp>
 #include <fl/filesystem/windows.hpp>
 
 #include "links/link_cases.hpp"
 #include "support/allocations.hpp"
-#include "support/text.hpp"
 
 #include <gtest/gtest.h>
 
@@ -16,46 +14,23 @@ namespace {
 
 using namespace test_support;
 
-TEST(LinkText, Table)
+TEST(ReparseTag, Table)
 {
-    for (link_case const &row : link_cases) {
-        unsigned int type = 1;
-        reparse_data const data = data_of(row.tag, row.substitute, row.print, row.flags);
-        EXPECT_EQ(units(link_text(type, data)), row.target) << row.why;
-        EXPECT_EQ(type, row.type_word) << row.why;
-        EXPECT_EQ(reparse_tag(data), row.tag) << row.why;
-    }
-}
-
-TEST(LinkText, IsThatOfTheOtherReading)
-{
-    std::mt19937 numbers(20240502);
-    for (int round = 0; round < 1000; ++round) {
-        reparse_data const data = random_reparse_data(numbers);
-        windows::attrib_link_type link_type{};
-        unsigned int type = 1;
-        std::wstring expected;
-        try {
-            expected = windows::get_target_path_bridge(link_type, data);
-        } catch (foundation::ustring::CtypeInvalidCharacter const &) {
-            EXPECT_THROW(link_text(type, data), foundation::ustring::CtypeInvalidCharacter);
-            continue;
-        }
-        EXPECT_EQ(link_text(type, data), expected);
-    }
+    for (link_case const &row : link_cases)
+        EXPECT_EQ(reparse_tag(data_of(row.tag, row.substitute, row.print, row.flags)), row.tag)
+            << row.why;
 }
 
 TEST(LinkText, AllocatesTheTextOnly)
 {
     std::u16string const name = u"\\??\\C:\\" + std::u16string(200, u'n') + u'\\';
+    windows::attrib_link_type type{};
     for (std::uint32_t const tag : {symlink_tag, mount_point_tag}) {
         reparse_data const data = data_of(tag, name, u"");
-        unsigned int type = 1;
-        EXPECT_EQ(allocations_of([&] { link_text(type, data); }), 1U);
+        EXPECT_EQ(allocations_of([&] { windows::get_target_path_bridge(type, data); }), 1U);
     }
-    unsigned int type = 1;
     reparse_data const other = data_of(dedup_tag, name, name);
-    EXPECT_EQ(allocations_of([&] { link_text(type, other); }), 0U);
+    EXPECT_EQ(allocations_of([&] { windows::get_target_path_bridge(type, other); }), 0U);
 }
 
 struct attributes_case

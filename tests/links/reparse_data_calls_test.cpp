@@ -1,7 +1,6 @@
 // Links on the simulated machine: which calls read them, and what becomes of each
 // call that fails.
 
-#include "links/link_reading.hpp"
 #include "links/reparse_data.hpp"
 
 #include <fl/filesystem/exceptions.hpp>
@@ -159,7 +158,9 @@ TEST(ReadLinkText, Table)
     make_names(machine);
     for (name_case const &row : name_cases) {
         unsigned int error = untouched;
-        EXPECT_EQ(read_link_text(wide(row.name), error), row.text) << row.why;
+        auto link_type = windows::link_type_none;
+        EXPECT_EQ(read_link_text(wide(row.name), link_type, error), row.text) << row.why;
+        EXPECT_EQ(link_type, row.link_type) << row.why;
         EXPECT_EQ(error, untouched) << row.why << ": only a missing name is an error";
         EXPECT_EQ(machine.open_handles(), 0) << row.why;
     }
@@ -174,10 +175,10 @@ TEST(ReadLinkText, AsksForAttributesFirst)
     simulated_machine machine;
     make_names(machine);
     unsigned int error = 0;
-    read_link_text(L"C:\\junction", error);
+    auto link_type = windows::link_type_none;
+    read_link_text(L"C:\\junction", link_type, error);
     EXPECT_EQ(calls_with_arguments(machine), reading);
     machine.clear_journal();
-    auto link_type = windows::link_type_none;
     read_link_target(L"C:\\junction", link_type);
     EXPECT_EQ(calls_with_arguments(machine), reading);
 }
@@ -188,7 +189,8 @@ TEST(ReadLinkText, OpensNothingThatIsNoReparsePoint)
         simulated_machine machine;
         make_names(machine);
         unsigned int error = 0;
-        read_link_text(wide(name), error);
+        auto link_type = windows::link_type_none;
+        read_link_text(wide(name), link_type, error);
         EXPECT_EQ(machine.calls_of("GetFileAttributesExW"), 1) << printable(name);
         EXPECT_EQ(machine.journal().size(), 1U) << printable(name);
     }
@@ -208,7 +210,9 @@ TEST(ReadLinkText, EachCallThatFails)
         machine.add_junction(u"C:\\link", u"C:\\x");
         auto const fault = machine.fail_call(nth, 1117);
         unsigned int error = untouched;
-        EXPECT_EQ(read_link_text(L"C:\\link", error), row.text) << "failing call " << nth;
+        auto link_type = windows::link_type_none;
+        EXPECT_EQ(read_link_text(L"C:\\link", link_type, error), row.text)
+            << "failing call " << nth;
         EXPECT_EQ(error, row.error) << "failing call " << nth;
         EXPECT_EQ(machine.open_handles(), 0) << "failing call " << nth;
         EXPECT_TRUE(fault.fired()) << "failing call " << nth;

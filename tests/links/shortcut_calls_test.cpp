@@ -1,7 +1,6 @@
 // Reading a shortcut on the simulated machine: every call, and what each failing one
 // leaves behind.
 
-#include "links/link_reading.hpp"
 #include "links/shortcut.hpp"
 
 #include "links/calls.hpp"

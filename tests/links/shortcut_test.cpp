@@ -1,6 +1,5 @@
 // Shortcut files as the system's own shell link object makes them.
 
-#include "links/link_reading.hpp"
 #include "links/shortcut.hpp"
 
 #include "platform/contract.hpp"
