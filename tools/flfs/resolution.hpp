@@ -1,7 +1,6 @@
 #ifndef FL_FLFS_RESOLUTION_HPP
 #define FL_FLFS_RESOLUTION_HPP
-// The way of a pathname through its links, and where it ends. All pathnames that the walk
-// passes are the library's answers; nothing here follows a link by itself.
+// The way of a pathname through its links, and where it ends, as the library tells both.
 
 #include "flfs/failure_report.hpp"
 #include "flfs/link_reading.hpp"
@@ -44,8 +43,7 @@ struct resolution
     std::optional<failure> what_failed;           ///< then there is no result
 };
 
-/// Walks through `pathname`. The result, or the failure, is that of the library's walk over
-/// the whole of it; the hops are found by walks over its beginnings.
+/// Walks through `pathname`. The result, or the failure, is that of `canonical`.
 resolution resolve(std::u16string const &pathname);
 
 } // namespace flfs
