@@ -7,6 +7,7 @@
 #include "access/wild_disk.hpp"
 #include "support/text.hpp"
 
+#include <algorithm>
 #include <map>
 #include <random>
 #include <utility>

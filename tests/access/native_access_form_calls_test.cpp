@@ -8,6 +8,8 @@
 #include "access/walking.hpp"
 #include "support/text.hpp"
 
+#include <algorithm>
+
 namespace fl::filesystem::detail {
 namespace {
 

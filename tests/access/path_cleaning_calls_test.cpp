@@ -6,6 +6,7 @@
 #include "access/walking.hpp"
 #include "support/text.hpp"
 
+#include <algorithm>
 #include <filesystem>
 
 namespace fl::filesystem::detail {

@@ -5,6 +5,8 @@
 #include "access/walking.hpp"
 #include "support/text.hpp"
 
+#include <algorithm>
+
 namespace fl::filesystem::detail {
 namespace {
 

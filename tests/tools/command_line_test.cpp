@@ -157,14 +157,26 @@ help_case const help_cases[] = {
     {{"rm", "-h"}, {"Usage: flfs rm [OPTIONS] PATH...", "-r,--recursive"}},
 };
 
+/// Newer versions of CLI11 put the long names of options in a column of their own.
+std::string without_columns(std::string text)
+{
+    for (std::size_t at = text.find(", "); at != std::string::npos; at = text.find(", ", at))
+        if (text.find("  ", at) == at + 1)
+            text.erase(at + 1, text.find_first_not_of(' ', at + 1) - (at + 1));
+        else
+            ++at;
+    return text;
+}
+
 TEST(FlfsCommandLine, Help)
 {
     for (help_case const &row : help_cases) {
         flfs_result const result = run_flfs(row.arguments);
         EXPECT_EQ(result.exit_code, 0) << result.out;
         EXPECT_EQ(result.err, "") << result.out;
+        std::string const help = without_columns(result.out);
         for (std::string const &text : row.mentioned)
-            EXPECT_NE(result.out.find(text), std::string::npos) << text << "\n" << result.out;
+            EXPECT_NE(help.find(text), std::string::npos) << text << "\n" << result.out;
     }
 }
 
