@@ -2,8 +2,11 @@
 # find_package(fl_filesystem) with its target fl::filesystem.
 include(CMakePackageConfigHelpers)
 
-# Where an installed program has its modules: get_install_path() goes by these names.
-set(FL_INSTALL_PROGRAM_FOLDER "${CMAKE_INSTALL_BINDIR}/win64")
+# Where an installed program has its modules. get_install_path() goes by the names of the
+# default; in any other folder, such as the `bin` of package managers, it answers with the
+# module's own pathname.
+set(FL_INSTALL_PROGRAM_FOLDER "${CMAKE_INSTALL_BINDIR}/win64" CACHE STRING
+    "Where DLL and programs are installed")
 
 install(TARGETS fl_filesystem EXPORT fl_filesystem-targets
         RUNTIME DESTINATION "${FL_INSTALL_PROGRAM_FOLDER}" COMPONENT runtime

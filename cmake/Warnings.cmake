@@ -1,7 +1,9 @@
 # The level that we build at. Public headers are free of warnings at it, for GCC
 # and Clang, in C++17 and C++20.
 if(MSVC)
-  set(FL_WARNINGS /W4 /permissive-)
+  # 4702: what stands behind a call that always throws. 5041: definitions of constants that
+  # GCC needs.
+  set(FL_WARNINGS /W4 /permissive- /wd4702 /wd5041)
   set(FL_WARNINGS_AS_ERRORS /WX)
 else()
   set(FL_WARNINGS -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor
@@ -24,6 +26,7 @@ function(fl_compile_as_ours target)
   if(MSVC)
     target_compile_options(${target} PRIVATE /utf-8 /EHsc)
   endif()
+  target_compile_definitions(${target} PRIVATE BOOST_ALL_NO_LIB) # what is linked is told below
   if(WIN32)
     # the wide functions only, no min and max macros, Windows 10
     target_compile_definitions(${target} PRIVATE UNICODE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0A00)

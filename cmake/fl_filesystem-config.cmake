@@ -8,4 +8,8 @@ if(TARGET fl_boost_headers)
     add_library(fl::boost_headers ALIAS fl_boost_headers)
   endif()
   include("${CMAKE_CURRENT_LIST_DIR}/fl_filesystem-targets.cmake")
+  # where both configurations are installed, only Debug is compiled for Debug
+  set_target_properties(fl::filesystem PROPERTIES
+    MAP_IMPORTED_CONFIG_RELWITHDEBINFO "RelWithDebInfo;Release;"
+    MAP_IMPORTED_CONFIG_MINSIZEREL "MinSizeRel;Release;")
 endif()

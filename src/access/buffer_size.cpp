@@ -4,23 +4,20 @@
 
 #include <windows.h>
 
-#include <boost/numeric/conversion/cast.hpp>
-
 #include <cstdint>
-#include <typeinfo>
+#include <limits>
 
 namespace fl::filesystem::detail {
 
 namespace {
 
-/// Sizes pass through a signed 32-bit integer, and what doesn't fit is told.
-std::int32_t checked_size(std::size_t size)
+/// Sizes must fit a signed 32-bit integer, and what doesn't is told.
+std::size_t checked_size(std::size_t size)
 {
-    try {
-        return boost::numeric_cast<std::int32_t>(size);
-    } catch (std::bad_cast const &) { // boost::numeric::positive_overflow
+    constexpr std::size_t largest = std::numeric_limits<std::int32_t>::max();
+    if (size > largest)
         throw_exception(SystemError(ERROR_INCORRECT_SIZE));
-    }
+    return size;
 }
 
 } // namespace
@@ -28,8 +25,7 @@ std::int32_t checked_size(std::size_t size)
 std::size_t round_up_to_512(std::size_t size)
 {
     constexpr std::size_t step = 512;
-    auto const checked = static_cast<std::size_t>(checked_size(size));
-    return (checked + step - 1) / step * step;
+    return (checked_size(size) + step - 1) / step * step;
 }
 
 } // namespace fl::filesystem::detail

@@ -39,7 +39,8 @@ template struct FL_FILESYSTEM_TEMPLATE_INSTANTIATION pathname_traits<char16_t>;
 template struct FL_FILESYSTEM_TEMPLATE_INSTANTIATION pathname_traits<wchar_t>;
 
 // Their values are in the header; these are the objects that the library exports
-// for code that takes an address.
+// for code that takes an address. GCC for Windows exports no other; for other compilers
+// the header says enough.
 constexpr char16_t const *upath_constant::GENERIC_PATHNAME_SEPARATOR;
 constexpr char16_t const *upath_constant::PATHNAME_SEPARATOR;
 constexpr char16_t const *upath_constant::PATH_SEPARATOR;

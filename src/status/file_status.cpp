@@ -277,7 +277,8 @@ bool file_status_light::is_unknown_file_type(file_status_light const &status)
 }
 
 // Their values are in the header; these are the objects that the library exports
-// for code that takes an address.
+// for code that takes an address. GCC for Windows exports no other; for other compilers
+// the header says enough.
 constexpr unsigned int file_status::file_not_found;
 constexpr unsigned int file_status::file_type_unknown;
 constexpr unsigned int file_status::file_type_auto;

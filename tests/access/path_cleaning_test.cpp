@@ -35,8 +35,6 @@ failure bad_type(std::u16string const &path)
 
 constexpr auto relative = windows::PATH_TYPE_RELATIVE;
 constexpr auto rooted = windows::PATH_TYPE_ROOTED;
-constexpr auto drive_relative = windows::PATH_TYPE_DRIVE_RELATIVE;
-constexpr auto unc = windows::PATH_TYPE_UNC;
 constexpr auto long_drive = windows::PATH_TYPE_LONG_DRIVE_ABSOLUTE;
 constexpr auto long_drive_relative = windows::PATH_TYPE_LONG_DRIVE_RELATIVE;
 constexpr auto long_unc = windows::PATH_TYPE_LONG_UNC;

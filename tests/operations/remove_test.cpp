@@ -155,7 +155,8 @@ struct form_case
     bool takes_directories;
 };
 
-constexpr form_case form_cases[] = {{remove_file, false}, {remove_directory, true}};
+// not constexpr: the addresses of imported functions are known when the program starts
+form_case const form_cases[] = {{remove_file, false}, {remove_directory, true}};
 
 void make(workspace &work, std::u16string const &path, form_case const &row)
 {

@@ -158,7 +158,7 @@ TEST(FlfsInspect, SeveralTextsAndOneRemarkAboutTheSystem)
     EXPECT_EQ(out.find("one  (3 units)\n"), 0u) << out;
     EXPECT_TRUE(contains(out, "\n\n\ntwo  (3 units)\n")) << out;
     std::size_t const note = out.find(simulated_note);
-    if (flfs::system_is_simulated)
+    if constexpr (flfs::system_is_simulated)
         EXPECT_EQ(note, out.size() - std::string(simulated_note).size()) << out;
     else
         EXPECT_EQ(note, out.npos) << out;

@@ -37,7 +37,7 @@ void print_for_people(std::ostream &out, std::vector<std::u16string> const &text
             out << "\n\n";
         print_inspection(out, inspect(text));
     }
-    if (system_is_simulated)
+    if constexpr (system_is_simulated)
         out << "\nCurrent directories are those of a simulated machine: drive C:, directory C:\\\n";
 }
 

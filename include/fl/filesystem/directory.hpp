@@ -20,6 +20,7 @@
 #include <string>
 #include <utility>
 
+FL_FILESYSTEM_BEGIN_CLASSES
 namespace fl::filesystem {
 
 namespace detail {
@@ -371,5 +372,7 @@ private:
 };
 
 } // namespace fl::filesystem
+
+FL_FILESYSTEM_END_CLASSES
 
 #endif

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+FL_FILESYSTEM_BEGIN_CLASSES
 namespace fl::filesystem {
 
 /// The class of an exception as a number that stays the same for ever, for
@@ -289,5 +290,7 @@ public:
 };
 
 } // namespace foundation::ustring
+
+FL_FILESYSTEM_END_CLASSES
 
 #endif

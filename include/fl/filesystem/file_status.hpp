@@ -9,6 +9,7 @@
 
 #include <cstdint>
 
+FL_FILESYSTEM_BEGIN_CLASSES
 namespace fl::filesystem {
 
 /// Type, permissions, times and size of one name.
@@ -235,5 +236,7 @@ static_assert(sizeof(file_status) == 48 && sizeof(file_status_light) == 32,
               "the layout is shared with code outside the library");
 
 } // namespace fl::filesystem
+
+FL_FILESYSTEM_END_CLASSES
 
 #endif
