@@ -30,6 +30,7 @@ constexpr message messages[] = {
     {ERROR_WRITE_PROTECT, u"The media is write protected."},
     {ERROR_NOT_READY, u"The device is not ready."},
     {ERROR_BAD_LENGTH, u"The program issued a command but the command length is incorrect."},
+    {ERROR_GEN_FAILURE, u"A device attached to the system is not functioning."},
     {ERROR_SHARING_VIOLATION, u"The process cannot access the file because it is being used by "
                               u"another process."},
     {ERROR_LOCK_VIOLATION, u"The process cannot access the file because another process has "
