@@ -3,7 +3,9 @@
 // Public. The whole interface of the library.
 
 #include <fl/filesystem/access_forms.hpp>
+#include <fl/filesystem/attempt.hpp>
 #include <fl/filesystem/config.hpp>
+#include <fl/filesystem/copy_progress.hpp>
 #include <fl/filesystem/directory.hpp>
 #include <fl/filesystem/exceptions.hpp>
 #include <fl/filesystem/file_status.hpp>
@@ -15,6 +17,8 @@
 #include <fl/filesystem/path.hpp>
 #include <fl/filesystem/pathname.hpp>
 #include <fl/filesystem/pathname_traits.hpp>
+#include <fl/filesystem/queries.hpp>
+#include <fl/filesystem/removal.hpp>
 #include <fl/filesystem/standard.hpp>
 #include <fl/filesystem/text.hpp>
 #include <fl/filesystem/utf8.hpp>

@@ -3,15 +3,14 @@
 #include <fl/filesystem/exceptions.hpp>
 
 #include "directory/entry_record.hpp"
+#include "directory/joined_name.hpp"
 #include "directory/listing_form.hpp"
 #include "failure/missing_codes.hpp"
 #include "failure/throw.hpp"
 #include "failure/win32_error.hpp"
-#include "pathname/shapes.hpp"
-#include "platform/attribute_query.hpp"
 #include "platform/code_units.hpp"
 #include "platform/limits.hpp"
-#include "standard/codes.hpp"
+#include "standard/opening.hpp"
 
 #include <algorithm>
 #include <utility>
@@ -25,28 +24,13 @@ bool is_denied(DWORD code) noexcept
     return code == ERROR_ACCESS_DENIED || code == ERROR_CANT_ACCESS_FILE;
 }
 
-constexpr std::wstring_view pattern_end = L"\\*";
+constexpr std::size_t pattern_end_size = 2; // the backslash and the asterisk
 
 /// The system also answers "path not found" to a pathname beyond its length limit.
 bool is_too_long(DWORD code, std::size_t size) noexcept
 {
     return code == ERROR_FILENAME_EXCED_RANGE ||
            (code == ERROR_PATH_NOT_FOUND && size > longest_pathname);
-}
-
-bool is_dot(std::wstring_view name) noexcept
-{
-    return name == L"." || name == L"..";
-}
-
-/// Behind a bare drive a name stands for itself, in the current directory of the drive.
-template <typename Char>
-void join_name(std::basic_string<Char> &directory, std::u16string_view name)
-{
-    bool const is_bare_drive = directory.size() == drive_size && is_drive_at<Char>(directory, 0);
-    if (!is_bare_drive && !ends_in_backslash<Char>(directory))
-        directory += backslash<Char>;
-    directory.append(name.begin(), name.end());
 }
 
 } // namespace
@@ -67,10 +51,9 @@ void directory_walk::begin()
     DWORD code = open_level();
     // the root of an empty drive: it has no dots, so that nothing matches the pattern
     if (code == ERROR_FILE_NOT_FOUND) {
-        attribute_query const root(form_);
-        if (!root.has_failed)
+        code = standard::open_target(form_).code;
+        if (code == ERROR_SUCCESS)
             return;
-        code = root.code;
     }
     if (!levels_.empty())
         settle();
@@ -123,7 +106,7 @@ bool directory_walk::enter()
     DWORD const code = open_level();
     if (levels_.size() > depth)
         return true;
-    bool const is_passed_over = is_missing_for_entering(code, form_.size() + pattern_end.size()) ||
+    bool const is_passed_over = is_missing_for_entering(code, form_.size() + pattern_end_size) ||
                                 (is_denied(code) && has(directory_options::skip_permission_denied));
     if (!is_passed_over)
         fail(code);
@@ -144,10 +127,7 @@ DWORD directory_walk::open_level()
         if (is_on_the_way(opened.identity))
             fail(ERROR_DS_LOOP_DETECT);
     }
-    std::wstring pattern;
-    pattern.reserve(form_.size() + pattern_end.size());
-    pattern = form_;
-    join_name<wchar_t>(pattern, u"*");
+    std::wstring const pattern = listing_pattern(form_);
     DWORD const code = standard::code_of([&] {
         opened.search = find_handle(::FindFirstFileExW(pattern.c_str(), FindExInfoBasic, &data_,
                                                        FindExSearchNameMatch, nullptr,
@@ -173,7 +153,7 @@ void directory_walk::settle()
     while (!levels_.empty()) {
         if (!has_data_)
             leave();
-        else if (is_dot(data_.cFileName))
+        else if (is_dot_name(data_.cFileName))
             read_next();
         else
             return take_entry();
@@ -232,7 +212,7 @@ void directory_walk::append(std::u16string_view name)
 
 void directory_walk::fail(DWORD code) const
 {
-    if (is_too_long(code, form_.size() + pattern_end.size()))
+    if (is_too_long(code, form_.size() + pattern_end_size))
         throw_exception(FileNameTooLarge(text_));
     throw_win32_exception(code, widen(text_));
 }

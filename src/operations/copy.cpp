@@ -1,12 +1,18 @@
 #include <fl/filesystem/operations.hpp>
 
+#include <fl/filesystem/copy_progress.hpp>
 #include <fl/filesystem/exceptions.hpp>
 
 #include "access/filesystem_form.hpp"
 #include "failure/filesystem_error.hpp"
 #include "failure/throw.hpp"
 #include "operations/forms_of_two.hpp"
+#include "platform/code_units.hpp"
 #include "standard/filesystem.hpp"
+
+#include <algorithm>
+#include <cstdint>
+#include <string_view>
 
 namespace fl::filesystem {
 
@@ -31,6 +37,21 @@ void validate_copy_options(copy_options options)
                                        "skip_existing & update_existing cannot be used together");
 }
 
+/// `given` with what stands in `reached` behind its first `size` units, those of the string
+/// that `given` went to the system as.
+std::u16string shown_as(upath const &given, std::wstring const &reached, std::size_t size)
+{
+    std::wstring_view below = std::wstring_view(reached).substr(std::min(size, reached.size()));
+    std::u16string text = given.native();
+    if (below.empty())
+        return text;
+    if (below[0] == L'\\')
+        below.remove_prefix(1);
+    if (text.back() != u'\\' && text.back() != u':')
+        text += u'\\';
+    return text += detail::narrow(below);
+}
+
 } // namespace
 
 void copy(upath const &from, upath const &to, copy_options options)
@@ -46,6 +67,29 @@ void copy(upath const &from, upath const &to, copy_options options)
 void copy(std::u16string const &from, std::u16string const &to, copy_options options)
 {
     copy(upath(from), upath(to), options);
+}
+
+bool copy(upath const &from, upath const &to, copy_options options,
+          std::function<bool(copy_progress const &)> const &callback)
+{
+    validate_copy_options(options);
+    bool is_complete = false;
+    detail::call_with_forms(
+        from, to, [&](std::wstring const &source, std::wstring const &target, std::error_code &ec) {
+            std::uint64_t names = 0;
+            auto const tell = [&](std::wstring const &source_now, std::wstring const &target_now) {
+                return !callback || callback({shown_as(from, source_now, source.size()),
+                                              shown_as(to, target_now, target.size()), ++names});
+            };
+            is_complete = detail::standard::copy(source, target, options, ec, tell);
+        });
+    return is_complete;
+}
+
+bool copy(std::u16string const &from, std::u16string const &to, copy_options options,
+          std::function<bool(copy_progress const &)> const &callback)
+{
+    return copy(upath(from), upath(to), options, callback);
 }
 
 void copy_file(upath const &from, upath const &to, copy_options options)

@@ -99,12 +99,7 @@ bool set_reparse_point(std::wstring const &path, std::vector<unsigned char> &dat
     auto const [directory, code] = open_entry(path, GENERIC_WRITE);
     if (!directory)
         return fail(code, ec);
-    DWORD returned = 0;
-    DWORD const size = static_cast<DWORD>(data.size());
-    return attempt(ec, [&, &opened = directory] {
-        return ::DeviceIoControl(opened.get(), FSCTL_SET_REPARSE_POINT, data.data(), size, nullptr,
-                                 0, &returned, nullptr);
-    });
+    return set_reparse_data(directory, data, ec);
 }
 
 bool read_junction(std::wstring const &path, std::vector<unsigned char> &data, std::error_code &ec)
@@ -184,14 +179,17 @@ struct level
 class copier
 {
 public:
-    copier(std::wstring from, std::wstring to, copy_options options, std::error_code &ec)
-        : from_(std::move(from)), to_(std::move(to)), options_(options), ec_(ec)
+    copier(std::wstring from, std::wstring to, copy_options options, std::error_code &ec,
+           copy_listener const &listener)
+        : from_(std::move(from)), to_(std::move(to)), options_(options), ec_(ec),
+          listener_(listener)
     {
     }
     copier(copier const &) = delete;
     copier &operator=(copier const &) = delete;
 
-    void run();
+    /// Returns whether nobody stopped it.
+    bool run();
 
 private:
     bool has(copy_options asked) const { return standard::has(options_, asked); }
@@ -210,21 +208,24 @@ private:
     std::wstring to_;
     copy_options options_;
     std::error_code &ec_;
+    copy_listener const &listener_;
+    bool is_stopped_ = false;
     std::vector<level> levels_;
     std::optional<plain_forms> plain_;
     WIN32_FIND_DATAW entry_ = {};
     bool has_entry_ = false;
 };
 
-void copier::run()
+bool copier::run()
 {
     copy_name();
-    while (!ec_ && !levels_.empty()) {
+    while (!ec_ && !is_stopped_ && !levels_.empty()) {
         if (has_entry_)
             take_entry();
         else
             leave();
     }
+    return !is_stopped_;
 }
 
 void copier::copy_name()
@@ -241,6 +242,8 @@ void copier::copy_name()
         ec_ = to_code;
     else
         copy_as(from_type, to_type);
+    if (!ec_ && listener_)
+        is_stopped_ = !listener_(from_, to_);
 }
 
 void copier::copy_as(file_type from_type, file_type to_type)
@@ -321,7 +324,7 @@ void copier::take_entry()
         has(copy_options::recursive) || !is_directory_entry(from_, entry_.dwFileAttributes, ec_);
     if (goes_along && !ec_)
         copy_name();
-    if (!ec_ && levels_.size() == depth)
+    if (!ec_ && !is_stopped_ && levels_.size() == depth)
         advance();
 }
 
@@ -385,7 +388,13 @@ bool copy_file(std::wstring const &from, std::wstring const &to, copy_options op
 void copy(std::wstring const &from, std::wstring const &to, copy_options options,
           std::error_code &ec)
 {
-    copier(from, to, options, ec).run();
+    copy(from, to, options, ec, copy_listener());
+}
+
+bool copy(std::wstring const &from, std::wstring const &to, copy_options options,
+          std::error_code &ec, copy_listener const &listener)
+{
+    return copier(from, to, options, ec, listener).run();
 }
 
 } // namespace fl::filesystem::detail::standard

@@ -10,6 +10,7 @@
 // clears it.
 
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -115,6 +116,14 @@ bool copy_file(std::wstring const &from, std::wstring const &to,
 /// become symbolic links, 130 for kinds of files that can't be copied.
 void copy(std::wstring const &from, std::wstring const &to, std::filesystem::copy_options options,
           std::error_code &ec);
+
+/// Is told both pathnames when a name has been dealt with, a directory ahead of what is in it,
+/// and returns whether to go on.
+using copy_listener = std::function<bool(std::wstring const &from, std::wstring const &to)>;
+
+/// The same with somebody who listens. Returns whether nobody stopped it.
+bool copy(std::wstring const &from, std::wstring const &to, std::filesystem::copy_options options,
+          std::error_code &ec, copy_listener const &listener);
 
 /// Returns the bytes of the volume that `text`, a directory or file, is on: all, free, and
 /// free for the caller. After a failure all three are the largest number.

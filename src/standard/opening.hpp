@@ -99,6 +99,18 @@ std::wstring filled_text(std::error_code &ec, Call call)
 /// Goes ahead of a pathname as the object manager knows it, for volumes that have no other.
 inline constexpr std::wstring_view global_root = LR"(\\?\GLOBALROOT)";
 
+/// Makes the open empty directory or file a reparse point with this data.
+inline bool set_reparse_data(file_handle const &file, std::span<unsigned char> data,
+                             std::error_code &ec)
+{
+    DWORD returned = 0;
+    DWORD const size = static_cast<DWORD>(data.size());
+    return attempt(ec, [&] {
+        return ::DeviceIoControl(file.get(), FSCTL_SET_REPARSE_POINT, data.data(), size, nullptr, 0,
+                                 &returned, nullptr);
+    });
+}
+
 /// The pathname, with a long prefix, of what `file` is.
 inline std::wstring final_path(file_handle const &file, std::error_code &ec)
 {

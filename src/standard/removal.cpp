@@ -2,6 +2,7 @@
 
 #include "platform/owned_handle.hpp"
 #include "standard/codes.hpp"
+#include "standard/marking.hpp"
 #include "standard/opening.hpp"
 
 #include <windows.h>
@@ -28,11 +29,12 @@ bool means_unknown(DWORD code)
            code == ERROR_NOT_SUPPORTED;
 }
 
-/// Frees the name at once, whoever has the file open, and removes read-only files, too.
-DWORD mark_with_flags(file_handle const &file)
+/// Frees the name at once, whoever has the file open.
+DWORD mark_with_flags(file_handle const &file, read_only_names rule)
 {
-    constexpr DWORD flags = FILE_DISPOSITION_FLAG_DELETE | FILE_DISPOSITION_FLAG_POSIX_SEMANTICS |
-                            FILE_DISPOSITION_FLAG_IGNORE_READONLY_ATTRIBUTE;
+    DWORD flags = FILE_DISPOSITION_FLAG_DELETE | FILE_DISPOSITION_FLAG_POSIX_SEMANTICS;
+    if (rule == read_only_names::are_removed)
+        flags |= FILE_DISPOSITION_FLAG_IGNORE_READONLY_ATTRIBUTE;
     return set_information(file, disposition_with_flags, FILE_DISPOSITION_INFO_EX{flags});
 }
 
@@ -69,15 +71,16 @@ DWORD mark_read_only(file_handle const &file)
     return answer;
 }
 
-DWORD mark_for_deletion(file_handle const &file)
+} // namespace
+
+DWORD mark_for_deletion(file_handle const &file, read_only_names rule)
 {
-    DWORD code = mark_with_flags(file);
+    DWORD code = mark_with_flags(file, rule);
     if (means_unknown(code))
         code = mark_plainly(file);
-    return code == ERROR_ACCESS_DENIED ? mark_read_only(file) : code;
+    bool const tries_again = code == ERROR_ACCESS_DENIED && rule == read_only_names::are_removed;
+    return tries_again ? mark_read_only(file) : code;
 }
-
-} // namespace
 
 bool remove(std::wstring const &text, std::error_code &ec)
 {
@@ -85,7 +88,7 @@ bool remove(std::wstring const &text, std::error_code &ec)
     auto const [file, open_code] = open_entry(text, DELETE);
     if (!file)
         return !is_missing_for_standard(open_code) && fail(open_code, ec);
-    ec = system_code(mark_for_deletion(file));
+    ec = system_code(mark_for_deletion(file, read_only_names::are_removed));
     return !ec;
 }
 

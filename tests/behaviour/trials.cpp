@@ -2,9 +2,16 @@
 
 #include "behaviour/scene.hpp"
 
+#include <fl/filesystem/directory.hpp>
 #include <fl/filesystem/operations.hpp>
+#include <fl/filesystem/queries.hpp>
+#include <fl/filesystem/removal.hpp>
 
+#include <chrono>
+#include <cstdint>
+#include <iterator>
 #include <sstream>
+#include <string>
 
 namespace behaviour {
 
@@ -56,6 +63,36 @@ auto silently(Operation operation)
     };
 }
 
+std::string count_words(std::uint64_t count, char const *one, char const *several)
+{
+    return std::to_string(count) + ' ' + (count == 1 ? one : several);
+}
+
+std::string found_words(text const &p, directory_options options)
+{
+    std::uint64_t count = 0;
+    for (directory_entry const &entry : recursive_directory_iterator(p, options)) {
+        static_cast<void>(entry);
+        ++count;
+    }
+    return count_words(count, "entry", "entries");
+}
+
+std::string answers_of(text const &p)
+{
+    std::string words;
+    auto const add = [&words](bool is_so, char const *word) {
+        if (is_so)
+            words += (words.empty() ? "" : ", ") + std::string(word);
+    };
+    add(is_regular_file(p), "a file");
+    add(is_directory(p), "a directory");
+    add(is_symlink(p), "a symbolic link");
+    add(is_junction(p), "a junction");
+    add(is_other(p), "something else");
+    return words.empty() ? "none of them" : words;
+}
+
 family queries()
 {
     return {"Asking about a name",
@@ -76,6 +113,25 @@ family queries()
                  [](text const &p) { return answer(equivalent(p, at_home(u"file.txt"))); }},
                 {"space(p)",
                  [](text const &p) { return std::to_string(space(upath(p)).capacity) + " bytes"; }},
+                {"is_regular_file(p), is_directory(p), is_symlink(p), is_junction(p), is_other(p)",
+                 answers_of},
+                {"is_empty(p)", [](text const &p) { return answer(is_empty(p)); }},
+                {"file_size(p)",
+                 [](text const &p) { return count_words(file_size(p), "byte", "bytes"); }},
+                {"hard_link_count(p)",
+                 [](text const &p) { return std::to_string(hard_link_count(p)); }},
+                {"read_shortcut(p)", [](text const &p) { return shown(read_shortcut(p)); }},
+                {"directory_iterator(p)",
+                 [](text const &p) {
+                     auto const count = std::distance(directory_iterator(p), directory_iterator());
+                     return count_words(static_cast<std::uint64_t>(count), "entry", "entries");
+                 }},
+                {"recursive_directory_iterator(p)",
+                 [](text const &p) { return found_words(p, directory_options::none); }},
+                {"recursive_directory_iterator(p, follow_directory_symlink)",
+                 [](text const &p) {
+                     return found_words(p, directory_options::follow_directory_symlink);
+                 }},
             }};
 }
 
@@ -94,23 +150,35 @@ family pathnames()
 
 family making()
 {
-    return {"Making something",
-            {
-                {"create_directory(p)", silently([](text const &p) { create_directory(p); })},
-                {"create_directories(p)", silently([](text const &p) { create_directories(p); })},
-                {"create_symlink(p, new, file_type_auto)", silently([](text const &p) {
-                     create_symlink(p, at_home(u"new"), file_status::file_type_auto);
-                 })},
-                {"create_symlink(file.txt, p, regular_file)", silently([](text const &p) {
-                     create_symlink(at_home(u"file.txt"), p, file_status::regular_file);
-                 })},
-                {"copy_symlink(p, new)",
-                 silently([](text const &p) { copy_symlink(p, at_home(u"new")); })},
-                {"create_shortcut(file.txt, p)",
-                 silently([](text const &p) { create_shortcut(at_home(u"file.txt"), p); })},
-                {"create_shortcut(p, new.lnk)",
-                 silently([](text const &p) { create_shortcut(p, at_home(u"new.lnk")); })},
-            }};
+    return {
+        "Making something",
+        {
+            {"create_directory(p)", silently([](text const &p) { create_directory(p); })},
+            {"create_directories(p)", silently([](text const &p) { create_directories(p); })},
+            {"create_symlink(p, new, file_type_auto)", silently([](text const &p) {
+                 create_symlink(p, at_home(u"new"), file_status::file_type_auto);
+             })},
+            {"create_symlink(file.txt, p, regular_file)", silently([](text const &p) {
+                 create_symlink(at_home(u"file.txt"), p, file_status::regular_file);
+             })},
+            {"copy_symlink(p, new)",
+             silently([](text const &p) { copy_symlink(p, at_home(u"new")); })},
+            {"create_shortcut(file.txt, p)",
+             silently([](text const &p) { create_shortcut(at_home(u"file.txt"), p); })},
+            {"create_shortcut(p, new.lnk)",
+             silently([](text const &p) { create_shortcut(p, at_home(u"new.lnk")); })},
+            {"ensure_directories(p)", [](text const &p) { return answer(ensure_directories(p)); }},
+            {"create_directory(new, p)",
+             silently([](text const &p) { create_directory(at_home(u"new"), p); })},
+            {"create_hard_link(p, new)",
+             silently([](text const &p) { create_hard_link(p, at_home(u"new")); })},
+            {"create_hard_link(file.txt, p)",
+             silently([](text const &p) { create_hard_link(at_home(u"file.txt"), p); })},
+            {"create_junction(p, new)",
+             silently([](text const &p) { create_junction(p, at_home(u"new")); })},
+            {"create_junction(directory, p)",
+             silently([](text const &p) { create_junction(at_home(u"directory"), p); })},
+        }};
 }
 
 family copying()
@@ -152,6 +220,22 @@ family changing()
                 {"remove_file(p)", silently([](text const &p) { remove_file(p); })},
                 {"remove_directory(p)", silently([](text const &p) { remove_directory(p); })},
                 {"remove_all(p)", silently([](text const &p) { remove_all(p); })},
+                {"remove_all(p, removal_options())",
+                 [](text const &p) {
+                     return count_words(remove_all(p, removal_options()).removed(), "name",
+                                        "names");
+                 }},
+                {"remove_all(p, removal_options().clear_read_only().keep_going())",
+                 [](text const &p) {
+                     removal_report const report =
+                         remove_all(p, removal_options().clear_read_only().keep_going());
+                     return count_words(report.removed(), "name", "names") + ", " +
+                            count_words(report.failures().size(), "failure", "failures");
+                 }},
+                {"resize_file(p, 2)", silently([](text const &p) { resize_file(p, 2); })},
+                {"last_write_time(p, time)", silently([](text const &p) {
+                     last_write_time(p, file_time_type(std::chrono::seconds(1)));
+                 })},
             }};
 }
 

@@ -162,6 +162,15 @@ TEST(DirectoryCalls, TheEmptyRootOfADriveHasNoEntries)
     expect_all_closed(machine);
 }
 
+TEST(DirectoryCalls, ALinkThatLeadsNowhereIsNoEmptyDirectory)
+{
+    simulated_machine machine;
+    machine.add_symbolic_link(uR"(C:\l)", uR"(C:\no)", flavour::directory);
+    for (directory_options const options : {directory_options::none, follow}) {
+        EXPECT_EQ(failure_of([&] { tree_of(uR"(C:\l)", options); }), not_found(uR"(C:\l)"));
+    }
+}
+
 // Some servers answer so for a directory that they don't have.
 TEST(DirectoryCalls, NothingFoundInWhatIsMissingIsAFailure)
 {
@@ -255,7 +264,8 @@ TEST(DirectoryCalls, ACallThatFailsWithoutACodeIsReported)
         simulated_machine machine;
         machine.add_file(uR"(C:\t\x)");
         auto const fault = machine.fail_call(function, 1, ERROR_SUCCESS);
-        EXPECT_EQ(failure_of([] { tree_of(uR"(C:\t)", follow); }), system_error(ERROR_GEN_FAILURE, uR"(C:\t)"))
+        EXPECT_EQ(failure_of([] { tree_of(uR"(C:\t)", follow); }),
+                  system_error(ERROR_GEN_FAILURE, uR"(C:\t)"))
             << function;
     }
 }

@@ -148,6 +148,19 @@ void set_disposition_ex(open_file &file, FILE_DISPOSITION_INFO_EX const &asked)
         file.is_posix_deletion = true;
 }
 
+/// Cuts a file, or adds zeros to it.
+void set_end_of_file(open_file const &file, FILE_END_OF_FILE_INFO const &asked,
+                     machine_state &machine)
+{
+    file.demand(FILE_WRITE_DATA);
+    node &target = file.target();
+    if (target.is_directory() || asked.EndOfFile.QuadPart < 0)
+        throw failure(ERROR_INVALID_PARAMETER);
+    target.content.resize(static_cast<std::uint64_t>(asked.EndOfFile.QuadPart));
+    target.set_attributes(target.attributes() | FILE_ATTRIBUTE_ARCHIVE);
+    target.times.write = machine.now();
+}
+
 template <typename Information>
 Information const &taken_from(LPVOID buffer, DWORD size)
 {
@@ -157,11 +170,13 @@ Information const &taken_from(LPVOID buffer, DWORD size)
 }
 
 void set_information(open_file &file, FILE_INFO_BY_HANDLE_CLASS kind_of_it, LPVOID buffer,
-                     DWORD size)
+                     DWORD size, machine_state &machine)
 {
     switch (kind_of_it) {
     case FileBasicInfo:
         return set_basic_information(file, taken_from<FILE_BASIC_INFO>(buffer, size));
+    case FileEndOfFileInfo:
+        return set_end_of_file(file, taken_from<FILE_END_OF_FILE_INFO>(buffer, size), machine);
     case FileDispositionInfo:
         return set_disposition(file, taken_from<FILE_DISPOSITION_INFO>(buffer, size));
     case FileDispositionInfoEx:
@@ -245,7 +260,7 @@ extern "C" BOOL SetFileInformationByHandle(HANDLE file, FILE_INFO_BY_HANDLE_CLAS
                     .flags = static_cast<DWORD>(kind),
                     .room = size};
     return perform(made, BOOL{FALSE}, [&](machine_state &machine) {
-        set_information(*machine.open->file(file), kind, information, size);
+        set_information(*machine.open->file(file), kind, information, size, machine);
         return BOOL{TRUE};
     });
 }

@@ -1,0 +1,225 @@
+// What becomes of removals where a call fails, and where others change the tree meanwhile.
+
+#include <fl/filesystem/removal.hpp>
+
+#include "links/calls.hpp"
+#include "support/failure.hpp"
+#include "support/small_stack.hpp"
+
+#include <simulation/machine.hpp>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+namespace fl::filesystem {
+namespace {
+
+using simulation::flavour;
+using simulation::right;
+using simulation::simulated_machine;
+using test_support::calls_with_arguments;
+using test_support::denied;
+using test_support::failure_of;
+using test_support::system_error;
+
+using lines = std::vector<std::string>;
+using names = std::vector<std::u16string>;
+
+lines calls_on_disk(simulated_machine const &machine)
+{
+    lines calls = calls_with_arguments(machine);
+    std::erase_if(calls, [](std::string const &line) { return line.starts_with("GetFullPath"); });
+    return calls;
+}
+
+void build_small_tree(simulated_machine &machine)
+{
+    machine.add_file(uR"(C:\away\kept)").add_file(uR"(C:\away\deep\kept)");
+    machine.add_directory(uR"(C:\t\a)").add_file(uR"(C:\t\b)", "content");
+    machine.add_file(uR"(C:\t\c\x)").add_symbolic_link(uR"(C:\t\d)", uR"(C:\away\kept)");
+    machine.add_symbolic_link(uR"(C:\t\e)", uR"(C:\away)", flavour::directory);
+    machine.add_junction(uR"(C:\t\f)", uR"(C:\away)");
+}
+
+bool is_away_untouched(simulated_machine const &machine)
+{
+    return machine.exists(uR"(C:\away\kept)") && machine.exists(uR"(C:\away\deep\kept)");
+}
+
+void expect_all_closed(simulated_machine const &machine)
+{
+    EXPECT_EQ(machine.open_handles(), 0);
+    EXPECT_EQ(machine.find_handles(), 0);
+}
+
+TEST(RemovalCalls, EachNameIsOpenedAndMarked)
+{
+    simulated_machine machine;
+    machine.add_file(uR"(C:\t\x)");
+    EXPECT_EQ(remove_all(uR"(C:\t)", removal_options()).removed(), 2U);
+    std::string const t = R"((\\?\C:\t))";
+    std::string const x = R"((\\?\C:\t\x))";
+    std::string const pattern = R"((\\?\C:\t\*))";
+    EXPECT_EQ(
+        calls_on_disk(machine),
+        (lines{"GetFileAttributesExW" + t,
+               "CreateFileW" + t + " access 10080 share 3 disposition 3 flags 2200000",
+               "GetFinalPathNameByHandleW" + t, "GetFileInformationByHandleEx" + t + " flags 9",
+               "FindFirstFileExW" + pattern + " flags 2", "FindNextFileW" + pattern,
+               "FindNextFileW" + pattern,
+               "CreateFileW" + x + " access 10080 share 7 disposition 3 flags 2200000",
+               "GetFinalPathNameByHandleW" + x, "SetFileInformationByHandle" + x + " flags 15",
+               "CloseHandle" + x, "FindNextFileW" + pattern, "FindClose" + pattern,
+               "SetFileInformationByHandle" + t + " flags 15", "CloseHandle" + t}));
+}
+
+TEST(RemovalCalls, EveryFailingCallReleasesItsHandlesAndLosesNothingOutside)
+{
+    for (bool const keeps_going : {false, true}) {
+        for (int nth = 1;; ++nth) {
+            ASSERT_LT(nth, 1000) << "the removal never ends";
+            simulated_machine machine;
+            build_small_tree(machine);
+            auto const fault = machine.fail_call(nth, ERROR_IO_DEVICE);
+            bool is_complete = false;
+            auto const thrown = failure_of([&] {
+                is_complete =
+                    remove_all(uR"(C:\t)", removal_options().keep_going(keeps_going)).is_complete();
+            });
+            expect_all_closed(machine);
+            EXPECT_TRUE(is_away_untouched(machine)) << "failing call " << nth;
+            EXPECT_EQ(machine.exists(uR"(C:\t)"), !is_complete) << "failing call " << nth;
+            if (thrown) {
+                EXPECT_EQ(thrown->error_code, DWORD{ERROR_IO_DEVICE}) << "failing call " << nth;
+            }
+            if (!fault.fired())
+                break;
+        }
+    }
+}
+
+/// A directory of the tree is swapped for a link to another ahead of each call in turn: by a
+/// machine that doesn't even mind who has it open.
+TEST(RemovalCalls, NothingOutsideIsLostWhateverBecomesALinkMeanwhile)
+{
+    struct
+    {
+        char16_t const *name;
+        bool is_junction;
+    } const swaps[] = {{uR"(C:\t\c)", true},  {uR"(C:\t\c)", false}, {uR"(C:\t\c\x)", true},
+                       {uR"(C:\t\b)", false}, {uR"(C:\t\a)", true},  {uR"(C:\t)", true}};
+    for (auto const &row : swaps) {
+        for (char const *function :
+             {"CreateFileW", "GetFinalPathNameByHandleW", "GetFileInformationByHandleEx",
+              "FindFirstFileExW", "FindNextFileW", "SetFileInformationByHandle", "CloseHandle",
+              "FindClose", "GetFileAttributesExW"}) {
+            for (int nth = 1;; ++nth) {
+                ASSERT_LT(nth, 1000);
+                simulated_machine machine;
+                build_small_tree(machine);
+                machine.add_file(uR"(C:\away\x)").add_file(uR"(C:\away\c\x)");
+                auto const swap = machine.before_call(function, nth, [&] {
+                    if (!machine.exists(row.name))
+                        return;
+                    machine.remove(row.name);
+                    if (row.is_junction)
+                        machine.add_junction(row.name, uR"(C:\away)");
+                    else
+                        machine.add_symbolic_link(row.name, uR"(C:\away)", flavour::directory);
+                });
+                static_cast<void>(
+                    failure_of([] { remove_all(uR"(C:\t)", removal_options().keep_going()); }));
+                EXPECT_TRUE(is_away_untouched(machine)) << function << " " << nth;
+                EXPECT_TRUE(machine.exists(uR"(C:\away\x)")) << function << " " << nth;
+                EXPECT_TRUE(machine.exists(uR"(C:\away\c\x)")) << function << " " << nth;
+                expect_all_closed(machine);
+                if (!swap.fired())
+                    break;
+            }
+        }
+    }
+}
+
+TEST(RemovalCalls, WhatGoesByItselfIsNoFailure)
+{
+    simulated_machine machine;
+    machine.add_file(uR"(C:\t\a\x)").add_file(uR"(C:\t\b)");
+    auto const gone = machine.before_call("CreateFileW", 2, [&] {
+        machine.remove(uR"(C:\t\a)");
+        machine.remove(uR"(C:\t\b)");
+    });
+    removal_report const report = remove_all(uR"(C:\t)", removal_options());
+    EXPECT_TRUE(report.is_complete());
+    EXPECT_EQ(report.removed(), 1U);
+    EXPECT_FALSE(machine.exists(uR"(C:\t)"));
+}
+
+TEST(RemovalCalls, WhatIsDeniedOrInUseIsNamedAsItWasGiven)
+{
+    simulated_machine machine;
+    machine.add_file(uR"(C:\t\a\x)").add_file(uR"(C:\t\b)").add_file(uR"(C:\t\c)");
+    machine.deny(uR"(C:\t\a)", right::list).deny(uR"(C:\t\b)", right::remove);
+    HANDLE const used = ::CreateFileW(LR"(C:\t\c)", GENERIC_READ, FILE_SHARE_READ, nullptr,
+                                      OPEN_EXISTING, 0, nullptr);
+    machine.set_current_directory(u"C:\\");
+    removal_report const report = remove_all(u"t", removal_options().keep_going());
+    ::CloseHandle(used);
+    ASSERT_EQ(report.failures().size(), 3U);
+    auto const told = [&](std::size_t at) {
+        failure const &one = report.failures()[at];
+        return test_support::failure{one.id(), one.identifier(), one.path_name(),
+                                     one.additional_path_names(), one.error_code()};
+    };
+    EXPECT_EQ(told(0), denied(uR"(t\a)"));
+    EXPECT_EQ(told(1), denied(uR"(t\b)"));
+    EXPECT_EQ(told(2), system_error(ERROR_SHARING_VIOLATION, uR"(t\c)"));
+    EXPECT_EQ(report.removed(), 0U);
+    EXPECT_TRUE(machine.exists(uR"(C:\t\a\x)"));
+}
+
+// FAT and many shares know no deletion with flags.
+TEST(RemovalCalls, OldFileSystemsRemoveToo)
+{
+    for (bool const clears : {false, true}) {
+        simulated_machine machine;
+        machine.add_file(uR"(C:\t\x)");
+        machine.set_attributes(uR"(C:\t\x)", FILE_ATTRIBUTE_READONLY);
+        auto const fault =
+            machine.fail_call("SetFileInformationByHandle", 1, ERROR_INVALID_PARAMETER);
+        auto const thrown =
+            failure_of([&] { remove_all(uR"(C:\t)", removal_options().clear_read_only(clears)); });
+        EXPECT_EQ(thrown.has_value(), !clears);
+        EXPECT_EQ(machine.exists(uR"(C:\t\x)"), !clears);
+        EXPECT_TRUE(fault.fired());
+    }
+}
+
+TEST(RemovalCalls, ADirectoryWithAnotherTagIsNotEmptied)
+{
+    constexpr DWORD tag = 0x42;
+    simulated_machine machine;
+    machine.add_reparse_point(uR"(C:\t\g)", tag, std::string(16, 'g'), flavour::directory);
+    machine.handle_tag(tag);
+    EXPECT_EQ(remove_all(uR"(C:\t)", removal_options()).removed(), 2U);
+    EXPECT_EQ(machine.entries(u"C:\\"), names{});
+}
+
+TEST(RemovalCalls, ATreeAsDeepAsAnyOnASmallStack)
+{
+    test_support::run_on_stack_of(256 * 1024, [] {
+        simulated_machine machine;
+        machine.keep_journal(false);
+        std::u16string path = uR"(\\?\C:)";
+        for (int level = 0; level < 1500; ++level)
+            path += u"\\d";
+        machine.add_file(path + u"\\f");
+        EXPECT_EQ(remove_all(uR"(C:\d)", removal_options()).removed(), 1501U);
+        EXPECT_TRUE(machine.entries(u"C:\\").empty());
+    });
+}
+
+} // namespace
+} // namespace fl::filesystem

@@ -1,0 +1,178 @@
+// Removals that count, show, go on and clear, on every system.
+
+#include <fl/filesystem/removal.hpp>
+
+#include <fl/filesystem/operations.hpp>
+
+#include "support/failure.hpp"
+#include "support/workspace.hpp"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <stdexcept>
+#include <string>
+#include <type_traits>
+#include <vector>
+
+namespace fl::filesystem {
+namespace {
+
+using test_support::failure_of;
+using test_support::link_to;
+using test_support::not_found;
+using test_support::workspace;
+
+using names = std::vector<std::u16string>;
+
+constexpr std::uint32_t read_only = 1;
+
+// Without options it is what it was.
+static_assert(std::is_same_v<decltype(remove_all(u"x")), void>);
+static_assert(std::is_same_v<decltype(remove_all(upath())), void>);
+static_assert(std::is_same_v<decltype(remove_all(u"x", removal_options())), removal_report>);
+
+TEST(RemoveAllWithOptions, CountsWhatItRemoves)
+{
+    workspace work;
+    work.make_file(work.path(uR"(t\a\b\file)"), "content");
+    work.make_file(work.path(uR"(t\file)"));
+    work.make_directory(work.path(uR"(t\empty)"));
+    work.make_file(work.path(u"kept"));
+    removal_report const report = remove_all(work.path(u"t"), removal_options());
+    EXPECT_EQ(report.removed(), 6U);
+    EXPECT_TRUE(report.is_complete());
+    EXPECT_TRUE(report.failures().empty());
+    EXPECT_EQ(work.entries(work.root()), names{u"kept"});
+    EXPECT_EQ(remove_all(upath(work.path(u"kept")), removal_options()).removed(), 1U);
+    EXPECT_EQ(remove_all(u"", removal_options()).removed(), 0U);
+    EXPECT_EQ(failure_of([&] { remove_all(work.path(u"no"), removal_options()); }),
+              not_found(work.path(u"no")));
+}
+
+TEST(RemoveAllWithOptions, TakesNamesOfAnyLengthAndEnding)
+{
+    workspace work;
+    for (char16_t const *name : {u"foo.", u"foo", u"bar ", u"...", u"a. "}) {
+        work.make_file(work.path(std::u16string(uR"(t\)") + name + uR"(\x)"));
+        work.make_file(work.path(std::u16string(uR"(t\)") + name + uR"(\y.)"));
+    }
+    work.make_file(
+        work.path(u"t\\" + std::u16string(200, u'd') + u'\\' + std::u16string(200, u'f')));
+    work.make_file(work.path(u"foo"));
+    EXPECT_EQ(remove_all(work.path(u"t"), removal_options()).removed(), 18U);
+    EXPECT_EQ(work.entries(work.root()), names{u"foo"});
+}
+
+TEST(RemoveAllWithOptions, LeavesWhatLinksLeadTo)
+{
+    workspace work;
+    if (!work.has_symbolic_links() || !work.has_junctions())
+        GTEST_SKIP() << "there are no links";
+    work.make_file(work.path(uR"(away\kept)"));
+    work.make_symbolic_link(work.path(uR"(t\file link)"), work.path(uR"(away\kept)"));
+    work.make_symbolic_link(work.path(uR"(t\link)"), work.path(u"away"), link_to::directory);
+    work.make_junction(work.path(uR"(t\junction)"), work.path(u"away"));
+    EXPECT_EQ(remove_all(work.path(u"t"), removal_options()).removed(), 4U);
+    work.make_junction(work.path(u"j"), work.path(u"away"));
+    EXPECT_EQ(remove_all(work.path(u"j"), removal_options()).removed(), 1U);
+    EXPECT_EQ(work.entries(work.path(u"away")), names{u"kept"});
+}
+
+TEST(RemoveAllWithOptions, ReadOnlyFilesFailUnlessTheyAreToBeCleared)
+{
+    workspace work;
+    std::u16string const file = work.path(uR"(t\file)");
+    work.make_file(file);
+    work.set_attributes(file, read_only);
+    EXPECT_EQ(failure_of([&] { remove_all(work.path(u"t"), removal_options()); }),
+              test_support::denied(file));
+    EXPECT_TRUE(work.exists(file));
+    EXPECT_EQ(remove_all(work.path(u"t"), removal_options().clear_read_only()).removed(), 2U);
+    EXPECT_FALSE(work.exists(work.path(u"t")));
+}
+
+TEST(RemoveAllWithOptions, GoesOnAndTellsAllThatIsLeft)
+{
+    workspace work;
+    for (char16_t const *name : {uR"(t\a\1)", uR"(t\a\2)", uR"(t\b\1)", uR"(t\c)"})
+        work.make_file(work.path(name));
+    work.set_attributes(work.path(uR"(t\a\1)"), read_only);
+    work.set_attributes(work.path(uR"(t\c)"), read_only);
+    removal_report const report = remove_all(work.path(u"t"), removal_options().keep_going());
+    EXPECT_EQ(report.removed(), 3U) << "2, b and what is in it";
+    EXPECT_FALSE(report.is_complete());
+    EXPECT_FALSE(report.was_stopped());
+    names left;
+    for (failure const &told : report.failures()) {
+        EXPECT_EQ(told.id(), fsys_excp_access_denied);
+        left.push_back(told.path_name());
+    }
+    std::sort(left.begin(), left.end());
+    EXPECT_EQ(left, (names{work.path(uR"(t\a\1)"), work.path(uR"(t\c)")}))
+        << "and not the directories that hold them";
+    EXPECT_EQ(work.entries(work.path(u"t")), (names{u"a", u"c"}));
+    removal_report const missing = remove_all(work.path(u"no"), removal_options().keep_going());
+    ASSERT_EQ(missing.failures().size(), 1U);
+    EXPECT_EQ(missing.failures()[0].id(), fsys_excp_path_not_found);
+    remove_all(work.path(u"t"), removal_options().clear_read_only());
+}
+
+TEST(RemoveAllWithOptions, ShowsEachNameWhenItIsGone)
+{
+    workspace work;
+    work.make_file(work.path(uR"(t\a\x. )"));
+    work.make_file(work.path(uR"(t\b)"));
+    names gone;
+    std::vector<std::uint64_t> counts;
+    removal_options const options =
+        removal_options().on_progress([&](removal_progress const &progress) {
+            gone.push_back(progress.path_name);
+            counts.push_back(progress.removed);
+            return true;
+        });
+    remove_all(work.path(u"t"), options);
+    EXPECT_EQ(counts, (std::vector<std::uint64_t>{1, 2, 3, 4}));
+    EXPECT_EQ(gone.back(), work.path(u"t")) << "a directory after its contents";
+    std::sort(gone.begin(), gone.end());
+    EXPECT_EQ(gone, (names{work.path(u"t"), work.path(uR"(t\a)"), work.path(uR"(t\a\x. )"),
+                           work.path(uR"(t\b)")}));
+}
+
+TEST(RemoveAllWithOptions, StopsWhenItIsTold)
+{
+    workspace work;
+    for (char16_t const *name : {uR"(t\a\1)", uR"(t\a\2)", uR"(t\a\3)"})
+        work.make_file(work.path(name));
+    removal_options options;
+    options.on_progress([](removal_progress const &progress) { return progress.removed < 2; });
+    removal_report const report = remove_all(work.path(u"t"), options);
+    EXPECT_TRUE(report.was_stopped());
+    EXPECT_FALSE(report.is_complete());
+    EXPECT_EQ(report.removed(), 2U);
+    EXPECT_EQ(work.entries(work.path(uR"(t\a)")).size(), 1U);
+    options.on_progress([](removal_progress const &) -> bool { throw std::logic_error("mine"); });
+    EXPECT_THROW(remove_all(work.path(u"t"), options), std::logic_error);
+    EXPECT_EQ(work.entries(work.path(uR"(t\a)")).size(), 0U) << "what it was told of is gone";
+    remove_all(work.path(u"t"));
+}
+
+TEST(RemovalOptions, AreValues)
+{
+    workspace work;
+    work.make_file(work.path(u"file"));
+    work.set_attributes(work.path(u"file"), read_only);
+    removal_options const plain;
+    removal_options clearing = plain;
+    clearing.clear_read_only();
+    EXPECT_EQ(failure_of([&] { remove_all(work.path(u"file"), plain); }),
+              test_support::denied(work.path(u"file")));
+    removal_options taken_back = clearing;
+    taken_back.clear_read_only(false).keep_going().keep_going(false);
+    EXPECT_EQ(failure_of([&] { remove_all(work.path(u"file"), taken_back); }),
+              test_support::denied(work.path(u"file")));
+    EXPECT_EQ(remove_all(work.path(u"file"), clearing).removed(), 1U);
+}
+
+} // namespace
+} // namespace fl::filesystem

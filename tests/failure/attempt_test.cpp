@@ -1,0 +1,139 @@
+// Failures as values, and the door to the translation of codes.
+
+#include <fl/filesystem/attempt.hpp>
+
+#include <fl/filesystem/operations.hpp>
+
+#include "support/failure.hpp"
+#include "support/workspace.hpp"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <new>
+#include <stdexcept>
+#include <string>
+
+namespace fl::filesystem {
+namespace {
+
+using test_support::failure_of;
+using test_support::workspace;
+
+TEST(Attempt, HasTheResultOfACallThatDoesntThrow)
+{
+    auto const number = attempt([] { return 42; });
+    static_assert(std::is_same_v<decltype(number), outcome<int> const>);
+    EXPECT_TRUE(number);
+    EXPECT_TRUE(number.has_value());
+    EXPECT_EQ(*number, 42);
+    EXPECT_EQ(number.value_or(1), 42);
+    EXPECT_THROW(static_cast<void>(number.error()), std::bad_variant_access);
+    std::string const text = "text";
+    auto const copied = attempt([&]() -> std::string const & { return text; });
+    EXPECT_EQ(copied->size(), 4U);
+    EXPECT_EQ(*attempt([] { return std::make_unique<int>(7); }).value(), 7) << "moved out";
+    int calls = 0;
+    EXPECT_TRUE(attempt([&] { ++calls; }));
+    EXPECT_NO_THROW(attempt([&] { ++calls; }).value());
+    EXPECT_EQ(calls, 2);
+}
+
+TEST(Attempt, HasAllThatAFailureTells)
+{
+    workspace work;
+    std::u16string const missing = work.path(u"no");
+    auto const tried = attempt([&] { return read_symlink(missing); });
+    ASSERT_FALSE(tried);
+    EXPECT_EQ(tried.error().id(), fsys_excp_path_not_found);
+    EXPECT_EQ(tried.error().identifier(), "fl:filesystem:PathNotFound");
+    EXPECT_EQ(tried.error().path_name(), missing);
+    EXPECT_TRUE(tried.error().additional_path_names().empty());
+    EXPECT_EQ(tried.error().error_code(), 0U);
+    EXPECT_EQ(tried.value_or(u"x"), u"x");
+    EXPECT_THROW(static_cast<void>(tried.value()), PathNotFound) << "the exception itself";
+    EXPECT_THROW(static_cast<void>(*tried), PathNotFound);
+    try {
+        static_cast<void>(read_symlink(missing));
+    } catch (FsysExceptionBase const &exception) {
+        EXPECT_EQ(tried.error().describe(), describe(exception));
+    }
+    auto const removed = attempt([&] { remove(missing); });
+    EXPECT_EQ(removed.error(), tried.error());
+    EXPECT_THROW(removed.value(), PathNotFound);
+    auto const other = attempt([] { throw SystemError(32, u"a", {u"b"}); });
+    EXPECT_EQ(other.error().error_code(), 32U);
+    EXPECT_EQ(other.error().additional_path_names(), std::vector<std::u16string>{u"b"});
+    EXPECT_NE(other.error(), tried.error());
+}
+
+TEST(Attempt, TakesWhatOperationsThrowThatIsNotOfTheFamily)
+{
+    auto const of_ctype = attempt([] { throw foundation::ustring::CtypeInvalidCharacter(); });
+    EXPECT_EQ(static_cast<int>(of_ctype.error().id()), 0);
+    EXPECT_EQ(of_ctype.error().identifier(), foundation::ustring::CtypeInvalidCharacter().what());
+    std::filesystem::filesystem_error const error("absolute",
+                                                  std::error_code(5, std::system_category()));
+    auto const of_standard = attempt([&] { throw error; });
+    EXPECT_EQ(static_cast<int>(of_standard.error().id()), 0);
+    EXPECT_EQ(of_standard.error().identifier(), error.what());
+    EXPECT_EQ(of_standard.error().error_code(), 5U);
+    EXPECT_EQ(of_standard.error().describe(), error.what() + std::string(" (code 5)"));
+    EXPECT_EQ(of_ctype.error().describe(), of_ctype.error().identifier());
+    auto const refused = attempt([] { static_cast<void>(space(upath())); });
+    EXPECT_EQ(refused.error().describe(),
+              "fl:filesystem:InvalidArgument: Empty Path not permitted");
+    EXPECT_THROW(of_standard.value(), std::filesystem::filesystem_error);
+}
+
+TEST(Attempt, LetsAllOtherExceptionsPass)
+{
+    EXPECT_THROW(static_cast<void>(attempt([] { throw std::bad_alloc(); })), std::bad_alloc);
+    EXPECT_THROW(static_cast<void>(attempt([]() -> int { throw std::logic_error("x"); })),
+                 std::logic_error);
+}
+
+struct code_case
+{
+    unsigned int code;
+    test_support::failure expected;
+};
+
+TEST(ThrowLastError, SpeaksTheWordsOfTheOperations)
+{
+    using namespace test_support;
+    std::u16string const p = uR"(C:\x)";
+    code_case const cases[] = {
+        {2, not_found(p)},
+        {3, not_found(p)},
+        {5, denied(p)},
+        {1920, denied(p)},
+        {80, test_support::exists(p)},
+        {183, test_support::exists(p)},
+        {123,
+         invalid_argument("The filename, directory name, or volume label syntax is incorrect.")},
+        {161, invalid_argument("The specified path is invalid.")},
+        {4390, invalid_argument("The file or directory is not a reparse point.")},
+        {145, about(fsys_excp_directory_not_empty, "fl:filesystem:DirectoryNotEmpty", p)},
+        {206, too_large(u"")},
+        {267, about(fsys_excp_not_directory_error, "fl:filesystem:NotDirectoryError", p)},
+        {32, system_error(32, p)},
+        {0, system_error(0, p)},
+    };
+    for (code_case const &row : cases) {
+        EXPECT_EQ(failure_of([&] { throw_last_error(row.code, p); }), row.expected);
+        EXPECT_EQ(failure_of([&] { throw_last_error(row.code, upath(p)); }), row.expected);
+    }
+    std::u16string const overlong(32768, u'x');
+    EXPECT_EQ(failure_of([&] { throw_last_error(3, overlong); }), too_large(overlong));
+    auto expected = system_error(32, p);
+    expected.additional_path_names = {u"D:\\y"};
+    EXPECT_EQ(failure_of([&] { throw_last_error(32, p, u"D:\\y"); }), expected);
+    EXPECT_EQ(failure_of([&] { throw_last_error(32, upath(p), upath(u"D:\\y")); }), expected);
+    EXPECT_EQ(failure_of([&] { throw_last_error(5, p, u"D:\\y"); }), denied(p));
+    EXPECT_EQ(failure_of([&] { throw_last_error(5, u"C:/x "); }), denied(u"C:/x "))
+        << "a text as it is";
+}
+
+} // namespace
+} // namespace fl::filesystem

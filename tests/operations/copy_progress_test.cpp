@@ -1,0 +1,95 @@
+// Copying that is shown and stopped.
+
+#include <fl/filesystem/copy_progress.hpp>
+
+#include <fl/filesystem/exceptions.hpp>
+#include <fl/filesystem/operations.hpp>
+
+#include "support/failure.hpp"
+#include "support/workspace.hpp"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <stdexcept>
+#include <string>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+namespace fl::filesystem {
+namespace {
+
+using std::filesystem::copy_options;
+using test_support::failure_of;
+using test_support::workspace;
+
+using names = std::vector<std::u16string>;
+using pairs = std::vector<std::pair<std::u16string, std::u16string>>;
+
+// Calls without a callback mean what they meant.
+static_assert(std::is_same_v<decltype(fl::filesystem::copy(u"a", u"b")), void>);
+static_assert(std::is_same_v<decltype(fl::filesystem::copy(u"a", u"b", copy_options::none)), void>);
+static_assert(std::is_same_v<decltype(copy(upath(), upath(), {})), void>);
+
+TEST(CopyProgress, TellsOfEachNameWithBothPathnames)
+{
+    workspace work;
+    work.make_file(work.path(uR"(a\sub\x)"), "text");
+    work.make_file(work.path(uR"(a\y)"));
+    work.change_directory(work.root());
+    pairs told;
+    std::vector<std::uint64_t> counts;
+    auto const note = [&](copy_progress const &progress) {
+        told.emplace_back(progress.from, progress.to);
+        counts.push_back(progress.names);
+        return true;
+    };
+    EXPECT_TRUE(fl::filesystem::copy(u"a", work.path(u"b"), copy_options::recursive, note));
+    EXPECT_EQ(counts, (std::vector<std::uint64_t>{1, 2, 3, 4}));
+    ASSERT_EQ(told.size(), 4U);
+    EXPECT_EQ(told[0], std::make_pair(std::u16string(u"a"), work.path(u"b")));
+    std::sort(told.begin(), told.end());
+    EXPECT_EQ(told, (pairs{{u"a", work.path(u"b")},
+                           {uR"(a\sub)", work.path(uR"(b\sub)")},
+                           {uR"(a\sub\x)", work.path(uR"(b\sub\x)")},
+                           {uR"(a\y)", work.path(uR"(b\y)")}}));
+    EXPECT_EQ(work.content(work.path(uR"(b\sub\x)")), "text");
+    EXPECT_TRUE(copy(upath(u"a"), u"c", copy_options::none, note));
+}
+
+TEST(CopyProgress, StopsWhenItIsTold)
+{
+    workspace work;
+    for (char16_t const *name : {uR"(a\1)", uR"(a\2)", uR"(a\3)"})
+        work.make_file(work.path(name), "text");
+    auto const two = [](copy_progress const &progress) { return progress.names < 2; };
+    EXPECT_FALSE(copy(upath(work.path(u"a")), upath(work.path(u"b")), copy_options::none, two));
+    names const copied = work.entries(work.path(u"b"));
+    ASSERT_EQ(copied.size(), 1U);
+    EXPECT_EQ(work.content(work.path(u"b\\" + copied[0])), "text") << "whole";
+    auto const mine = [](copy_progress const &) -> bool { throw std::logic_error("mine"); };
+    EXPECT_THROW(fl::filesystem::copy(work.path(u"a"), work.path(u"c"), copy_options::none, mine),
+                 std::logic_error);
+    EXPECT_EQ(work.entries(work.path(u"c")), names{});
+}
+
+TEST(CopyProgress, FailsAsCopyDoes)
+{
+    workspace work;
+    int calls = 0;
+    auto const count = [&](copy_progress const &) { return ++calls > 0; };
+    EXPECT_EQ(failure_of([&] {
+                  fl::filesystem::copy(work.path(u"no"), work.path(u"b"), copy_options::none,
+                                       count);
+              }),
+              test_support::not_found(work.path(u"no")));
+    EXPECT_THROW(fl::filesystem::copy(work.path(u"no"), work.path(u"b"),
+                                      copy_options::copy_symlinks | copy_options::skip_symlinks,
+                                      count),
+                 InvalidArgument);
+    EXPECT_EQ(calls, 0);
+}
+
+} // namespace
+} // namespace fl::filesystem

@@ -1,0 +1,267 @@
+// Which calls the rest of the standard's list makes, and what becomes of their failures.
+
+#include <fl/filesystem/queries.hpp>
+
+#include <fl/filesystem/exceptions.hpp>
+
+#include "links/calls.hpp"
+#include "support/failure.hpp"
+
+#include <simulation/machine.hpp>
+
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace fl::filesystem {
+namespace {
+
+using simulation::right;
+using simulation::simulated_machine;
+using test_support::calls_with_arguments;
+using test_support::denied;
+using test_support::failure;
+using test_support::failure_of;
+using test_support::not_found;
+using test_support::system_error;
+
+using lines = std::vector<std::string>;
+
+lines calls_on_disk(simulated_machine const &machine)
+{
+    lines calls = calls_with_arguments(machine);
+    std::erase_if(calls, [](std::string const &line) { return line.starts_with("GetFullPath"); });
+    return calls;
+}
+
+file_time_type some_time()
+{
+    return file_time_type(std::chrono::seconds(1'000'000'000));
+}
+
+TEST(QueriesCalls, OneOpeningEach)
+{
+    simulated_machine machine;
+    machine.add_file(uR"(C:\f)", "12345");
+    lines const looking = {R"(CreateFileW(C:\f) access 80 share 7 disposition 3 flags 2000000)",
+                           R"(GetFileInformationByHandle(C:\f))", R"(CloseHandle(C:\f))"};
+    machine.clear_journal();
+    static_cast<void>(file_size(uR"(C:\f)"));
+    EXPECT_EQ(calls_on_disk(machine), looking);
+    machine.clear_journal();
+    static_cast<void>(hard_link_count(uR"(C:\f)"));
+    EXPECT_EQ(calls_on_disk(machine), looking);
+    machine.clear_journal();
+    static_cast<void>(last_write_time(uR"(C:\f)"));
+    EXPECT_EQ(calls_on_disk(machine), looking);
+    machine.clear_journal();
+    last_write_time(uR"(C:\f)", some_time());
+    EXPECT_EQ(calls_on_disk(machine),
+              (lines{R"(CreateFileW(C:\f) access 100 share 7 disposition 3 flags 2000000)",
+                     R"(SetFileInformationByHandle(C:\f))", R"(CloseHandle(C:\f))"}));
+    machine.clear_journal();
+    resize_file(uR"(C:\f)", 1);
+    EXPECT_EQ(calls_on_disk(machine),
+              (lines{R"(CreateFileW(C:\f) access 2 share 7 disposition 3)",
+                     R"(SetFileInformationByHandle(C:\f) flags 6)", R"(CloseHandle(C:\f))"}));
+    machine.clear_journal();
+    create_hard_link(uR"(C:\f)", uR"(C:\g)");
+    EXPECT_EQ(calls_on_disk(machine), lines{R"(CreateHardLinkW(C:\g))"});
+    machine.clear_journal();
+    create_junction(u"C:\\", uR"(C:\j)");
+    EXPECT_EQ(calls_on_disk(machine),
+              (lines{R"(CreateDirectoryW(C:\j))",
+                     R"(CreateFileW(C:\j) access 40000000 share 7 disposition 3 flags 2200000)",
+                     R"(DeviceIoControl(C:\j) flags 900A4)", R"(CloseHandle(C:\j))"}));
+}
+
+struct operation
+{
+    char const *name;
+    std::function<void()> run;
+};
+
+operation const operations[] = {
+    {"file_size", [] { static_cast<void>(file_size(uR"(C:\t\f)")); }},
+    {"hard_link_count", [] { static_cast<void>(hard_link_count(uR"(C:\t\f)")); }},
+    {"last_write_time", [] { static_cast<void>(last_write_time(uR"(C:\t\f)")); }},
+    {"last_write_time, set", [] { last_write_time(uR"(C:\t\f)", some_time()); }},
+    {"resize_file", [] { resize_file(uR"(C:\t\f)", 1); }},
+    {"is_empty", [] { static_cast<void>(is_empty(uR"(C:\t)")); }},
+    {"create_hard_link", [] { create_hard_link(uR"(C:\t\f)", uR"(C:\t\x)"); }},
+    {"create_junction", [] { create_junction(uR"(C:\t)", uR"(C:\t\x)"); }},
+    {"create_directory", [] { create_directory(uR"(C:\t\x)", uR"(C:\t)"); }},
+    {"ensure_directories", [] { ensure_directories(uR"(C:\t\x)"); }},
+    {"read_shortcut", [] { static_cast<void>(read_shortcut(uR"(C:\t\s.lnk)")); }},
+    {"temp_directory_path", [] { static_cast<void>(temp_directory_path()); }},
+};
+
+void build(simulated_machine &machine)
+{
+    machine.add_file(uR"(C:\t\f)", "12345").add_shortcut(uR"(C:\t\s.lnk)", uR"(C:\t\f)");
+    machine.set_attributes(uR"(C:\t)", FILE_ATTRIBUTE_HIDDEN);
+    ::SetEnvironmentVariableW(L"TMP", LR"(C:\t)");
+}
+
+TEST(QueriesCalls, EveryFailingCallReleasesAllAndLeavesNothingHalfMade)
+{
+    for (operation const &row : operations) {
+        for (int nth = 1;; ++nth) {
+            ASSERT_LT(nth, 100) << row.name << " never ends";
+            simulated_machine machine;
+            build(machine);
+            auto const fault = machine.fail_call(nth, ERROR_IO_DEVICE);
+            auto const thrown = failure_of(row.run);
+            EXPECT_EQ(machine.open_handles() + machine.find_handles(), 0) << row.name << nth;
+            EXPECT_EQ(machine.live_interfaces() + machine.com_apartments(), 0) << row.name << nth;
+            EXPECT_FALSE(thrown && machine.exists(uR"(C:\t\x)")) << row.name << " " << nth;
+            if (!fault.fired())
+                break;
+        }
+    }
+}
+
+TEST(QueriesCalls, AFailureNamesWhatWasGiven)
+{
+    struct
+    {
+        operation run;
+        char const *function;
+        char16_t const *named;
+    } const rows[] = {
+        {operations[0], "CreateFileW", uR"(C:\t\f)"},
+        {operations[0], "GetFileInformationByHandle", uR"(C:\t\f)"},
+        {operations[3], "CreateFileW", uR"(C:\t\f)"},
+        {operations[3], "SetFileInformationByHandle", uR"(C:\t\f)"},
+        {operations[4], "CreateFileW", uR"(C:\t\f)"},
+        {operations[4], "SetFileInformationByHandle", uR"(C:\t\f)"},
+        {operations[5], "FindFirstFileExW", uR"(C:\t)"},
+        {operations[7], "CreateDirectoryW", uR"(C:\t\x)"},
+        {operations[7], "CreateFileW", uR"(C:\t\x)"},
+        {operations[7], "DeviceIoControl", uR"(C:\t\x)"},
+        {operations[8], "CreateFileW", uR"(C:\t)"},
+        {operations[8], "CreateDirectoryW", uR"(C:\t\x)"},
+        {operations[8], "SetFileAttributesW", uR"(C:\t\x)"},
+        {operations[9], "CreateDirectoryW", uR"(C:\t\x)"},
+        {operations[10], "IPersistFile::Load", uR"(C:\t\s.lnk)"},
+    };
+    for (auto const &row : rows) {
+        simulated_machine machine;
+        build(machine);
+        auto const fault = machine.fail_every_call_on(row.function, ERROR_IO_DEVICE);
+        EXPECT_EQ(failure_of(row.run.run), system_error(ERROR_IO_DEVICE, row.named))
+            << row.run.name << ", " << row.function;
+        EXPECT_TRUE(fault.fired()) << row.run.name << ", " << row.function;
+    }
+}
+
+TEST(QueriesCalls, WhatIsDeniedOrReadOnly)
+{
+    simulated_machine machine;
+    machine.add_file(uR"(C:\t\f)", "12345").set_attributes(uR"(C:\t\f)", FILE_ATTRIBUTE_READONLY);
+    EXPECT_EQ(failure_of([] { resize_file(uR"(C:\t\f)", 0); }), denied(uR"(C:\t\f)"));
+    last_write_time(uR"(C:\t\f)", some_time());
+    EXPECT_EQ(last_write_time(uR"(C:\t\f)"), some_time()) << "a read-only file has times, too";
+    machine.deny(uR"(C:\t\f)", right::read_attributes);
+    EXPECT_EQ(failure_of([] { static_cast<void>(file_size(uR"(C:\t\f)")); }), denied(uR"(C:\t\f)"));
+    EXPECT_EQ(machine.size_of(uR"(C:\t\f)"), 5U);
+}
+
+// The root of a volume is opened like no other directory.
+TEST(QueriesCalls, AMountPointIsADirectoryAndNoMissingFile)
+{
+    simulated_machine machine;
+    machine.add_drive(u'D').add_mount_point(uR"(C:\v)", u'D');
+    auto const is_directory_failure = [](char16_t const *path) {
+        return test_support::about(fsys_excp_file_is_directory, "fl:filesystem:FileIsDirectory",
+                                   path);
+    };
+    EXPECT_EQ(failure_of([] { resize_file(uR"(C:\v)", 0); }), is_directory_failure(uR"(C:\v)"));
+    EXPECT_EQ(failure_of([] { resize_file(u"D:\\", 0); }), is_directory_failure(u"D:\\"));
+}
+
+TEST(CreateHardLinkCalls, ToAnotherVolumeNamesBoth)
+{
+    simulated_machine machine;
+    machine.add_file(uR"(C:\f)").add_drive(u'D');
+    failure expected = system_error(ERROR_NOT_SAME_DEVICE, uR"(C:\f)");
+    expected.additional_path_names = {uR"(D:\g)"};
+    EXPECT_EQ(failure_of([] { create_hard_link(uR"(C:\f)", uR"(D:\g)"); }), expected);
+}
+
+TEST(CreateHardLinkCalls, OfALinkIsOfTheLinkItself)
+{
+    simulated_machine machine;
+    machine.add_file(uR"(C:\f)").add_symbolic_link(uR"(C:\l)", uR"(C:\f)");
+    create_hard_link(uR"(C:\l)", uR"(C:\m)");
+    EXPECT_TRUE(machine.is_same(uR"(C:\l)", uR"(C:\m)"));
+    EXPECT_TRUE(is_symlink(uR"(C:\m)"));
+}
+
+TEST(CreateJunctionCalls, WritesWhatTheSystemItselfWould)
+{
+    simulated_machine machine;
+    machine.add_directory(uR"(C:\d)").add_junction(uR"(C:\model)", uR"(C:\d)");
+    create_junction(uR"(C:\d)", uR"(C:\j)");
+    EXPECT_EQ(machine.reparse_tag(uR"(C:\j)"), DWORD{IO_REPARSE_TAG_MOUNT_POINT});
+    EXPECT_EQ(machine.reparse_data(uR"(C:\j)"), machine.reparse_data(uR"(C:\model)"));
+}
+
+// The data has room for the target twice, and no byte more.
+TEST(CreateJunctionCalls, TakesTargetsAsLongAsTheyFit)
+{
+    for (int const more : {0, 1}) {
+        simulated_machine machine;
+        std::u16string target = u"C:";
+        while (target.size() + 102 < 4080)
+            target += u'\\' + std::u16string(100, u'd');
+        std::size_t const most = 4089;
+        target +=
+            u'\\' + std::u16string(most - target.size() - 1 + static_cast<std::size_t>(more), u'n');
+        machine.add_file(target + uR"(\x)");
+        auto const thrown = failure_of([&] { create_junction(target, uR"(C:\j)"); });
+        EXPECT_EQ(thrown.has_value(), more == 1) << target.size();
+        EXPECT_EQ(machine.exists(uR"(C:\j)"), more == 0);
+        if (more == 0) {
+            EXPECT_EQ(directory_iterator(uR"(C:\j)")->filename(), u"x");
+        }
+    }
+}
+
+void set_variables(wchar_t const *tmp, wchar_t const *temp, wchar_t const *profile)
+{
+    ::SetEnvironmentVariableW(L"TMP", tmp);
+    ::SetEnvironmentVariableW(L"TEMP", temp);
+    ::SetEnvironmentVariableW(L"USERPROFILE", profile);
+}
+
+TEST(TempDirectoryPathCalls, TakesTheFirstVariableThatIsSet)
+{
+    simulated_machine machine;
+    machine.add_directory(uR"(C:\1)").add_directory(uR"(C:\2)").add_directory(uR"(C:\3)");
+    machine.add_file(uR"(C:\file)");
+    set_variables(LR"(C:\1\)", LR"(C:\2)", LR"(C:\3)");
+    EXPECT_EQ(temp_directory_path().native(), uR"(C:\1)");
+    set_variables(nullptr, LR"(C:\2)", LR"(C:\3)");
+    EXPECT_EQ(temp_directory_path().native(), uR"(C:\2)");
+    set_variables(L"", nullptr, LR"(3)");
+    machine.set_current_directory(u"C:\\");
+    EXPECT_EQ(temp_directory_path().native(), uR"(C:\3)") << "relative, and behind an empty one";
+    set_variables(nullptr, nullptr, nullptr);
+    EXPECT_EQ(failure_of([] { static_cast<void>(temp_directory_path()); }),
+              test_support::about(fsys_excp_temp_env_not_specified,
+                                  "fl:filesystem:TempEnvNotSpecified", u""));
+    set_variables(LR"(C:\no)", LR"(C:\2)", nullptr);
+    EXPECT_EQ(failure_of([] { static_cast<void>(temp_directory_path()); }), not_found(uR"(C:\no)"));
+    set_variables(LR"(C:\file)", nullptr, nullptr);
+    EXPECT_EQ(failure_of([] { static_cast<void>(temp_directory_path()); }),
+              test_support::about(fsys_excp_not_directory_error, "fl:filesystem:NotDirectoryError",
+                                  uR"(C:\file)"));
+}
+
+} // namespace
+} // namespace fl::filesystem

@@ -1,0 +1,391 @@
+// The rest of the standard's list, on every system.
+
+#include <fl/filesystem/queries.hpp>
+
+#include <fl/filesystem/exceptions.hpp>
+
+#include "support/failure.hpp"
+#include "support/text.hpp"
+#include "support/workspace.hpp"
+
+#include <windows.h>
+
+#include <boost/date_time/posix_time/posix_time_types.hpp>
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+#include <type_traits>
+
+namespace fl::filesystem {
+namespace {
+
+using test_support::about;
+using test_support::failure;
+using test_support::failure_of;
+using test_support::invalid_argument;
+using test_support::link_to;
+using test_support::not_found;
+using test_support::workspace;
+
+failure is_directory_failure(std::u16string const &path)
+{
+    return about(fsys_excp_file_is_directory, "fl:filesystem:FileIsDirectory", path);
+}
+
+failure not_a_directory(std::u16string const &path)
+{
+    return about(fsys_excp_not_directory_error, "fl:filesystem:NotDirectoryError", path);
+}
+
+failure no_empty_path()
+{
+    return invalid_argument("Empty Path not permitted");
+}
+
+/// What each question says of a name: file, directory, link, junction, other.
+std::string answers(std::u16string const &p)
+{
+    std::string told;
+    for (bool const answer :
+         {is_regular_file(p), is_directory(p), is_symlink(p), is_junction(p), is_other(p)})
+        told += answer ? 'y' : '-';
+    std::string of_path;
+    upath const path = p;
+    for (bool const answer : {is_regular_file(path), is_directory(path), is_symlink(path),
+                              is_junction(path), is_other(path)})
+        of_path += answer ? 'y' : '-';
+    EXPECT_EQ(of_path, told);
+    return told;
+}
+
+TEST(Queries, OneQuestionOneAnswer)
+{
+    workspace work;
+    work.make_file(work.path(u"file"));
+    work.make_directory(work.path(u"directory"));
+    EXPECT_EQ(answers(work.path(u"file")), "y----");
+    EXPECT_EQ(answers(work.path(u"directory")), "-y---");
+    EXPECT_EQ(answers(work.path(u"no")), "-----");
+    EXPECT_EQ(answers(work.path(uR"(no\no)")), "-----");
+    EXPECT_EQ(answers(u""), "-----");
+    if (work.has_symbolic_links()) {
+        work.make_symbolic_link(work.path(u"link"), u"file");
+        work.make_symbolic_link(work.path(u"directory link"), u"directory", link_to::directory);
+        work.make_symbolic_link(work.path(u"broken"), u"no");
+        EXPECT_EQ(answers(work.path(u"link")), "y-y--");
+        EXPECT_EQ(answers(work.path(u"directory link")), "-yy--");
+        EXPECT_EQ(answers(work.path(u"broken")), "--y--");
+    }
+    if (work.has_junctions()) {
+        work.make_junction(work.path(u"junction"), work.path(u"directory"));
+        EXPECT_EQ(answers(work.path(u"junction")), "-y-y-");
+    }
+}
+
+TEST(Queries, EmptinessIsOfContentOrEntries)
+{
+    workspace work;
+    work.make_file(work.path(u"file"), "x");
+    work.make_file(work.path(u"empty file"));
+    work.make_directory(work.path(u"empty"));
+    EXPECT_FALSE(is_empty(work.path(u"file")));
+    EXPECT_TRUE(is_empty(upath(work.path(u"empty file"))));
+    EXPECT_TRUE(is_empty(work.path(u"empty")));
+    EXPECT_FALSE(is_empty(work.root()));
+    EXPECT_EQ(failure_of([&] { static_cast<void>(is_empty(work.path(u"no"))); }),
+              not_found(work.path(u"no")));
+}
+
+TEST(FileSize, IsInBytesAndOfFilesOnly)
+{
+    workspace work;
+    work.make_file(work.path(u"file"), "some text");
+    work.make_directory(work.path(u"directory"));
+    work.change_directory(work.root());
+    EXPECT_EQ(file_size(work.path(u"file")), 9U);
+    EXPECT_EQ(file_size(upath(u"file")), 9U);
+    EXPECT_EQ(failure_of([] { static_cast<void>(file_size(u"directory")); }),
+              is_directory_failure(u"directory"));
+    EXPECT_EQ(failure_of([] { static_cast<void>(file_size(u"./no")); }), not_found(uR"(.\no)"));
+    EXPECT_EQ(failure_of([] { static_cast<void>(file_size(u"")); }), no_empty_path());
+    if (!work.has_symbolic_links())
+        return;
+    work.make_symbolic_link(work.path(u"link"), u"file");
+    work.make_symbolic_link(work.path(u"broken"), u"no");
+    EXPECT_EQ(file_size(u"link"), 9U);
+    EXPECT_EQ(failure_of([] { static_cast<void>(file_size(u"broken")); }), not_found(u"broken"));
+}
+
+std::u16string long_name(workspace const &work)
+{
+    return work.path(std::u16string(200, u'd') + u'\\' + std::u16string(200, u'n'));
+}
+
+TEST(Queries, ReachPathnamesOfAnyLength)
+{
+    workspace work;
+    std::u16string const name = long_name(work);
+    work.make_file(name, "1234");
+    EXPECT_EQ(file_size(name), 4U);
+    EXPECT_EQ(hard_link_count(name), 1U);
+    resize_file(name, 2);
+    EXPECT_EQ(work.content(name), "12");
+    file_time_type const time(std::chrono::seconds(1'000'000'000));
+    last_write_time(name, time);
+    EXPECT_EQ(last_write_time(name), time);
+    create_hard_link(name, name + u"2");
+    EXPECT_EQ(hard_link_count(name), 2U);
+    std::u16string const directory = name + u"3";
+    EXPECT_TRUE(ensure_directories(directory + uR"(\x)"));
+    EXPECT_FALSE(ensure_directories(directory + uR"(\x)"));
+    EXPECT_FALSE(is_empty(directory));
+    create_directory(directory + u"4", directory);
+    EXPECT_TRUE(is_empty(directory + u"4"));
+}
+
+TEST(Queries, ReachShares)
+{
+    workspace work;
+    if (!work.has_share())
+        GTEST_SKIP() << "there is no share";
+    std::u16string const name = work.share_root() + uR"(\file)";
+    work.make_file(name, "1234");
+    EXPECT_EQ(file_size(name), 4U);
+    resize_file(name, 6);
+    EXPECT_EQ(file_size(name), 6U);
+    EXPECT_TRUE(ensure_directories(work.share_root() + uR"(\a\b)"));
+    EXPECT_TRUE(is_directory(work.share_root() + uR"(\a)"));
+}
+
+TEST(LastWriteTime, IsReadAndSet)
+{
+    workspace work;
+    std::u16string const file = work.path(u"file");
+    work.make_file(file);
+    file_time_type const now = last_write_time(file);
+    EXPECT_EQ(to_ptime(now), status(file).get_mtime());
+    file_time_type const past(std::chrono::seconds(946'684'800)); // the start of 2000
+    last_write_time(file, past);
+    EXPECT_EQ(last_write_time(upath(file)), past);
+    EXPECT_EQ(to_file_time(status(file).get_mtime()), past);
+    EXPECT_EQ(to_ptime(past), boost::posix_time::ptime(boost::gregorian::date(2000, 1, 1)));
+    last_write_time(upath(file), to_file_time(to_ptime(past) + boost::posix_time::seconds(2)));
+    EXPECT_EQ(last_write_time(file), past + std::chrono::seconds(2));
+    last_write_time(work.root(), past);
+    EXPECT_EQ(last_write_time(work.root()), past) << "a directory has one, too";
+    EXPECT_EQ(failure_of([&] { last_write_time(work.path(u"no"), past); }),
+              not_found(work.path(u"no")));
+    EXPECT_EQ(failure_of([&] { last_write_time(u"", past); }), no_empty_path());
+}
+
+TEST(LastWriteTime, RefusesWhatNoDiskKeeps)
+{
+    workspace work;
+    std::u16string const file = work.path(u"file");
+    work.make_file(file);
+    file_time_type const kept = last_write_time(file);
+    constexpr std::int64_t start_of_1601 = -116'444'736'000'000'000;
+    for (std::int64_t const ticks :
+         {start_of_1601, start_of_1601 - 1, INT64_MIN, INT64_MAX, INT64_MAX + start_of_1601 + 1}) {
+        EXPECT_EQ(failure_of([&] {
+                      last_write_time(file, file_time_type(file_time_type::duration(ticks)));
+                  }),
+                  invalid_argument("Time not valid"))
+            << ticks;
+    }
+    EXPECT_EQ(last_write_time(file), kept);
+}
+
+TEST(ResizeFile, CutsAndAddsZeros)
+{
+    workspace work;
+    std::u16string const file = work.path(u"file");
+    work.make_file(file, "some text");
+    resize_file(file, 4);
+    EXPECT_EQ(work.content(file), "some");
+    resize_file(upath(file), 6);
+    EXPECT_EQ(work.content(file), std::string("some\0\0", 6));
+    resize_file(file, 0);
+    EXPECT_TRUE(is_empty(file));
+    EXPECT_EQ(failure_of([&] { resize_file(work.path(u"no"), 0); }), not_found(work.path(u"no")));
+    EXPECT_FALSE(work.exists(work.path(u"no")));
+    EXPECT_EQ(failure_of([&] { resize_file(work.root(), 0); }), is_directory_failure(work.root()));
+    EXPECT_EQ(failure_of([&] { resize_file(u"", 0); }), no_empty_path());
+}
+
+TEST(CreateHardLink, GivesAFileOneMoreName)
+{
+    workspace work;
+    work.make_file(work.path(u"file"), "text");
+    work.make_directory(work.path(u"directory"));
+    create_hard_link(work.path(u"file"), work.path(u"name"));
+    create_hard_link(upath(work.path(u"file")), upath(work.path(u"name 2")));
+    EXPECT_EQ(hard_link_count(work.path(u"name")), 3U);
+    work.change_directory(work.root());
+    create_hard_link(upath(work.path(u"file")), u"name 3");
+    EXPECT_EQ(hard_link_count(u"name 3"), 4U);
+    EXPECT_TRUE(equivalent(work.path(u"file"), work.path(u"name")));
+    EXPECT_EQ(hard_link_count(work.path(u"directory")), 1U);
+    EXPECT_EQ(failure_of([&] { create_hard_link(work.path(u"no"), work.path(u"x")); }),
+              not_found(work.path(u"no")));
+    EXPECT_EQ(failure_of([&] { create_hard_link(work.path(u"file"), work.path(u"name")); }),
+              test_support::exists(work.path(u"name")));
+    EXPECT_EQ(failure_of([&] { create_hard_link(work.path(u"file"), work.path(uR"(no\x)")); }),
+              not_found(work.path(uR"(no\x)")));
+    EXPECT_EQ(failure_of([&] { create_hard_link(work.path(u"directory"), work.path(u"x")); }),
+              test_support::denied(work.path(u"x")));
+    EXPECT_EQ(failure_of([&] { create_hard_link(u"", u"x"); }), no_empty_path());
+    EXPECT_EQ(failure_of([&] { create_hard_link(u"x", u""); }), no_empty_path());
+}
+
+TEST(CreateDirectorySymlink, IsToADirectoryWhetherItIsThereOrNot)
+{
+    workspace work;
+    if (!work.has_symbolic_links())
+        GTEST_SKIP() << "there are no links";
+    work.make_directory(work.path(u"directory"));
+    create_directory_symlink(u"directory", work.path(u"a"));
+    create_directory_symlink(upath(u"later"), upath(work.path(u"b")));
+    EXPECT_TRUE(is_directory(work.path(u"a")));
+    EXPECT_FALSE(is_directory(work.path(u"b")));
+    work.make_directory(work.path(u"later"));
+    EXPECT_TRUE(is_directory(work.path(u"b")));
+}
+
+TEST(CreateJunction, LeadsToADirectory)
+{
+    workspace work;
+    if (!work.has_junctions())
+        GTEST_SKIP() << "there are no junctions";
+    work.make_file(work.path(uR"(directory\file)"));
+    work.change_directory(work.root());
+    create_junction(work.path(u"directory"), work.path(u"absolute"));
+    create_junction(upath(u"directory"), upath(u"relative"));
+    create_junction(uR"(\\?\)" + work.path(u"directory"), work.path(u"prefixed"));
+    for (char16_t const *name : {u"absolute", u"relative", u"prefixed"}) {
+        EXPECT_TRUE(is_junction(name));
+        EXPECT_EQ(read_symlink(name), work.path(u"directory"));
+        EXPECT_TRUE(exists(std::u16string(name) + uR"(\file)"));
+    }
+    create_junction(u"later", u"broken");
+    EXPECT_TRUE(is_junction(u"broken")) << "whether it leads anywhere isn't asked";
+}
+
+TEST(CreateJunction, LeavesNothingBehindWhereItCant)
+{
+    workspace work;
+    work.make_file(work.path(u"file"));
+    work.make_directory(work.path(u"directory"));
+    EXPECT_EQ(failure_of([&] { create_junction(work.root(), work.path(u"file")); }),
+              test_support::exists(work.path(u"file")));
+    EXPECT_EQ(failure_of([&] { create_junction(work.root(), work.path(u"directory")); }),
+              test_support::exists(work.path(u"directory")));
+    EXPECT_EQ(failure_of([&] { create_junction(work.root(), work.path(uR"(no\x)")); }),
+              not_found(work.path(uR"(no\x)")));
+    EXPECT_EQ(failure_of([&] { create_junction(uR"(\\server\share\x)", work.path(u"x")); }),
+              (failure{fsys_excp_invalid_argument,
+                       "fl:filesystem:InvalidArgument: The path type of the given path is not "
+                       "valid: {\\\\server\\share\\x}",
+                       uR"(\\server\share\x)",
+                       {},
+                       0}));
+    EXPECT_EQ(failure_of([&] { create_junction(u"", work.path(u"x")); }), no_empty_path());
+    EXPECT_EQ(failure_of([&] { create_junction(work.root(), u""); }), no_empty_path());
+    std::u16string const too_long = u"C:\\" + std::u16string(5000, u'n');
+    EXPECT_EQ(failure_of([&] { create_junction(too_long, work.path(u"x")); }),
+              test_support::too_large(too_long));
+    EXPECT_FALSE(work.exists(work.path(u"x")));
+}
+
+TEST(ReadShortcut, TellsTheTargetAsItIsStored)
+{
+    workspace work;
+    work.make_file(work.path(u"file"));
+    work.make_shortcut(work.path(u"s.lnk"), work.path(u"file"));
+    work.change_directory(work.root());
+    EXPECT_EQ(read_shortcut(work.path(u"s.lnk")), work.path(u"file"));
+    EXPECT_EQ(read_shortcut(upath(u"s.lnk")).native(), work.path(u"file"));
+    auto const no_shortcut = invalid_argument("Shortcut path input must have .lnk file extension");
+    EXPECT_EQ(failure_of([] { static_cast<void>(read_shortcut(u"file")); }), no_shortcut);
+    EXPECT_EQ(failure_of([] { static_cast<void>(read_shortcut(u"")); }), no_shortcut);
+    EXPECT_EQ(failure_of([] { static_cast<void>(read_shortcut(u"no.lnk")); }),
+              not_found(u"no.lnk"));
+}
+
+/// A variable of the process, put back when this goes.
+class changed_variable
+{
+public:
+    changed_variable(wchar_t const *name, std::u16string const &value) : name_(name)
+    {
+        std::wstring former(1000, L'\0');
+        former.resize(::GetEnvironmentVariableW(name, former.data(), 1000));
+        former_ = former;
+        ::SetEnvironmentVariableW(name, test_support::wide(value).c_str());
+    }
+    ~changed_variable()
+    {
+        ::SetEnvironmentVariableW(name_, former_.empty() ? nullptr : former_.c_str());
+    }
+    changed_variable(changed_variable const &) = delete;
+    changed_variable &operator=(changed_variable const &) = delete;
+
+private:
+    wchar_t const *name_;
+    std::wstring former_;
+};
+
+TEST(TempDirectoryPath, IsADirectory)
+{
+    workspace work;
+    changed_variable const folder(L"TMP", work.root() + u"\\");
+    EXPECT_EQ(temp_directory_path().native(), work.root());
+}
+
+TEST(EnsureDirectories, SaysWhetherItMadeThem)
+{
+    workspace work;
+    EXPECT_TRUE(ensure_directories(work.path(uR"(a\b\c)")));
+    EXPECT_FALSE(ensure_directories(upath(work.path(uR"(a\b\c)"))));
+    EXPECT_FALSE(ensure_directories(work.root()));
+    EXPECT_FALSE(ensure_directories(work.root().substr(0, 3))) << "a root";
+    work.make_file(work.path(u"file"));
+    EXPECT_EQ(failure_of([&] { ensure_directories(work.path(u"file")); }),
+              test_support::exists(work.path(u"file")));
+    EXPECT_EQ(failure_of([] { ensure_directories(u""); }), no_empty_path());
+    if (work.has_junctions()) {
+        work.make_junction(work.path(u"junction"), work.path(u"a"));
+        EXPECT_FALSE(ensure_directories(work.path(u"junction")));
+    }
+}
+
+TEST(CreateDirectoryLikeAnother, TakesOverItsAttributes)
+{
+    workspace work;
+    constexpr std::uint32_t hidden = 2;
+    constexpr std::uint32_t directory = 0x10;
+    work.make_directory(work.path(u"model"));
+    work.set_attributes(work.path(u"model"), hidden);
+    create_directory(work.path(u"like"), work.path(u"model"));
+    EXPECT_EQ(work.attributes(work.path(u"like")), hidden | directory);
+    create_directory(upath(work.path(u"plain")), upath(work.root()));
+    EXPECT_EQ(work.attributes(work.path(u"plain")), directory);
+    work.make_file(work.path(u"file"));
+    EXPECT_EQ(failure_of([&] { create_directory(work.path(u"x"), work.path(u"file")); }),
+              not_a_directory(work.path(u"file")));
+    EXPECT_EQ(failure_of([&] { create_directory(work.path(u"x"), work.path(u"no")); }),
+              not_found(work.path(u"no")));
+    EXPECT_EQ(failure_of([&] { create_directory(work.path(u"like"), work.path(u"model")); }),
+              test_support::exists(work.path(u"like")));
+    EXPECT_EQ(failure_of([&] { create_directory(work.path(u"x"), u""); }), no_empty_path());
+    EXPECT_FALSE(work.exists(work.path(u"x")));
+}
+
+// What is called with one argument means what it meant.
+static_assert(std::is_same_v<decltype(create_directory(u"x")), void>);
+static_assert(std::is_same_v<decltype(create_directory(upath())), void>);
+
+} // namespace
+} // namespace fl::filesystem
