@@ -51,7 +51,7 @@ constexpr char32_t take_code_point(std::u16string_view &text) noexcept
 template <typename Char>
 void append_utf8(std::basic_string<Char> &bytes, char32_t point)
 {
-    auto const append = [&](char32_t byte) { bytes.push_back(static_cast<Char>(byte)); };
+    auto const append = [&](char32_t value) { bytes.push_back(static_cast<Char>(value)); };
     auto const append_tail = [&](unsigned int shift) { append(0x80 | ((point >> shift) & 0x3F)); };
     if (point < 0x80) {
         append(point);
