@@ -24,6 +24,7 @@ using simulation::simulated_machine;
 using test_support::denied;
 using test_support::failure_of;
 using test_support::system_error;
+using test_support::too_large;
 using test_support::wide;
 
 struct apartment_case
@@ -83,6 +84,22 @@ TEST(Warnings, RemovingATreeFollowsALinkThatOthersPutThereMeanwhile)
     EXPECT_EQ(machine.entries(uR"(C:\kept)"), std::vector<std::u16string>{u"y"})
         << "the name that was found in the directory goes from where the link leads";
     EXPECT_FALSE(machine.exists(uR"(C:\t)"));
+}
+
+// Wine knows no such limit: there it would go on to that of its host.
+TEST(Warnings, ADirectoryCopiedIntoItselfGoesOnToTheLimit)
+{
+    simulated_machine machine;
+    machine.add_directory(uR"(C:\from)");
+    EXPECT_EQ(failure_of([] {
+                  copy(std::u16string(uR"(C:\from)"), std::u16string(uR"(C:\from\a)"),
+                       std::filesystem::copy_options::recursive);
+              }),
+              too_large(u""));
+    std::u16string deepest = uR"(C:\from)";
+    while (machine.exists(deepest + uR"(\a)"))
+        deepest += uR"(\a)";
+    EXPECT_EQ(deepest.size(), 247u) << "the longest pathname of a new directory";
 }
 
 // Windows itself never makes such a name without a prefix, but other systems leave them on

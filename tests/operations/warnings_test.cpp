@@ -19,9 +19,7 @@ namespace {
 using std::filesystem::copy_options;
 using test_support::exists;
 using test_support::failure_of;
-using test_support::not_found;
 using test_support::printable;
-using test_support::too_large;
 using test_support::workspace;
 
 using names = std::vector<std::u16string>;
@@ -156,20 +154,6 @@ TEST(Warnings, AHardLinkOfALinkIsOneMoreNameOfTheLink)
     copy(work.path(u"link"), work.path(u"name"), copy_options::create_hard_links);
     EXPECT_TRUE(work.is_link(work.path(u"name")));
     EXPECT_EQ(work.link_text(work.path(u"name")), u"target");
-}
-
-TEST(Warnings, ADirectoryCopiedIntoItselfGoesOnToTheLimit)
-{
-    workspace work;
-    std::u16string const from = work.path(u"from");
-    std::u16string const to = work.path(uR"(from\a)");
-    work.make_directory(from);
-    EXPECT_EQ(failure_of([&] { copy(from, to, copy_options::recursive); }), too_large(u""));
-    std::u16string deepest = to;
-    while (work.exists(deepest + uR"(\a)"))
-        deepest += uR"(\a)";
-    EXPECT_GE(deepest.size(), 240u);
-    EXPECT_LE(deepest.size(), 259u);
 }
 
 } // namespace

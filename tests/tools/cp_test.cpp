@@ -1,5 +1,4 @@
 #include "flfs/system.hpp"
-#include "flfs/text.hpp"
 #include "flfs/tour/disk.hpp"
 #include "support/workspace.hpp"
 #include "tools/run_flfs.hpp"
@@ -16,12 +15,8 @@ namespace {
 
 using test_support::flfs_result;
 using test_support::run_flfs_on_disk;
+using test_support::utf8;
 using test_support::workspace;
-
-std::string utf8(std::u16string const &text)
-{
-    return flfs::utf8_from_units(text);
-}
 
 TEST(FlfsCp, AFileAndATree)
 {

@@ -12,7 +12,7 @@ namespace fs = fl::filesystem;
 std::string printed(fs::FsysExceptionBase const &exception, std::u16string const &argument = u"arg")
 {
     std::ostringstream err;
-    flfs::print_failure(err, flfs::describe(exception), argument);
+    flfs::print_failure(err, flfs::describe(exception), {argument});
     return err.str();
 }
 

@@ -1,6 +1,4 @@
-#include "flfs/link_report.hpp"
 #include "flfs/system.hpp"
-#include "flfs/text.hpp"
 #include "support/workspace.hpp"
 #include "tools/run_flfs.hpp"
 
@@ -17,11 +15,12 @@ namespace {
 using nlohmann::ordered_json;
 using test_support::flfs_result;
 using test_support::run_flfs;
+using test_support::utf8;
 using test_support::workspace;
 
 flfs_result report(std::vector<std::u16string> const &pathnames, bool as_json = false)
 {
-    return test_support::run_report(flfs::report_links, pathnames, as_json);
+    return test_support::run_flfs_on_disk("readlink", pathnames, as_json);
 }
 
 TEST(FlfsReadlink, WhatIsNoLink)
@@ -33,7 +32,7 @@ TEST(FlfsReadlink, WhatIsNoLink)
     EXPECT_EQ(result.out, "");
     EXPECT_EQ(result.err, "flfs: fl:filesystem:InvalidArgument\n"
                           "  argument: " +
-                              flfs::utf8_from_units(work.path(u"file")) +
+                              utf8(work.path(u"file")) +
                               "\n"
                               "  code:     0\n"
                               "  The file or directory is not a reparse point.\n");
@@ -49,7 +48,7 @@ TEST(FlfsReadlink, EachFailureIsTold)
     EXPECT_EQ(result.err,
               "flfs: fl:filesystem:PathNotFound\n"
               "  pathname: " +
-                  flfs::utf8_from_units(missing) +
+                  utf8(missing) +
                   "\n"
                   "  code:     0\n"
                   "  The name, or a directory on the way to it, doesn't exist. Check the "
@@ -67,7 +66,7 @@ TEST(FlfsReadlink, AFailureAsJson)
     EXPECT_EQ(result.exit_code, 1);
     EXPECT_EQ(result.err, "");
     ordered_json const one = ordered_json::parse(result.out).at(0);
-    EXPECT_EQ(one.at("pathname"), flfs::utf8_from_units(work.path(u"no")));
+    EXPECT_EQ(one.at("pathname"), utf8(work.path(u"no")));
     EXPECT_TRUE(one.at("kind").is_null() && one.at("text").is_null() && one.at("tag").is_null());
     EXPECT_EQ(one.at("failure").at("identifier"), "fl:filesystem:PathNotFound");
 }
@@ -82,7 +81,7 @@ TEST(FlfsReadlink, AFileCalledLikeAShortcut)
     EXPECT_EQ(result.err,
               "flfs: fl:filesystem:SystemError\n"
               "  pathname: " +
-                  flfs::utf8_from_units(work.path(u"a.lnk")) +
+                  utf8(work.path(u"a.lnk")) +
                   "\n"
                   "  code:     14077\n"
                   "  The system refused. `net helpmsg 14077` tells what it means by that code.\n");
@@ -190,7 +189,7 @@ TEST_F(FlfsReadlinkKinds, AsJson)
     std::size_t at = 0;
     for (kind_case const &row : kind_cases) {
         ordered_json const &one = array.at(at++);
-        EXPECT_EQ(one.at("pathname"), flfs::utf8_from_units(row.pathname));
+        EXPECT_EQ(one.at("pathname"), utf8(row.pathname));
         EXPECT_EQ(one.at("kind"), row.kind);
         EXPECT_EQ(one.at("text"), value_or_null(row.text)) << row.kind;
         EXPECT_EQ(one.at("tag"), value_or_null(row.tag)) << row.kind;
@@ -223,8 +222,7 @@ TEST_F(FlfsReadlinkKinds, BeyondTheOldLimit)
 TEST(FlfsReadlink, RunsAsACommand)
 {
     workspace work;
-    flfs_result const result =
-        run_flfs({"readlink", "--json", flfs::utf8_from_units(work.path(u"no"))});
+    flfs_result const result = run_flfs({"readlink", "--json", utf8(work.path(u"no"))});
     EXPECT_EQ(result.exit_code, 1);
     EXPECT_EQ(ordered_json::parse(result.out).at(0).at("failure").at("identifier"),
               "fl:filesystem:PathNotFound");

@@ -1,6 +1,4 @@
-#include "flfs/resolution_report.hpp"
 #include "flfs/system.hpp"
-#include "flfs/text.hpp"
 #include "support/workspace.hpp"
 #include "tools/run_flfs.hpp"
 
@@ -14,23 +12,23 @@
 
 namespace {
 
-using flfs::utf8_from_units;
 using nlohmann::ordered_json;
 using test_support::flfs_result;
 using test_support::run_flfs;
+using test_support::utf8;
 using test_support::workspace;
 
 flfs_result report(std::vector<std::u16string> const &pathnames, bool as_json = false)
 {
-    return test_support::run_report(flfs::report_resolutions, pathnames, as_json);
+    return test_support::run_flfs_on_disk("resolve", pathnames, as_json);
 }
 
 TEST(FlfsResolve, WithoutAnyLink)
 {
     workspace work;
     work.make_file(work.path(u"dir\\file"));
-    std::string const file = utf8_from_units(work.path(u"dir\\file"));
-    std::string const directory = utf8_from_units(work.path(u"dir"));
+    std::string const file = utf8(work.path(u"dir\\file"));
+    std::string const directory = utf8(work.path(u"dir"));
     flfs_result const result = report({work.path(u"dir\\file"), work.path(u"dir\\no\\..\\")});
     EXPECT_EQ(result.exit_code, 0) << result.err;
     EXPECT_EQ(result.out, file + "\n    ends  " + file + " (file)\n" + //
@@ -43,7 +41,7 @@ TEST(FlfsResolve, FromTheCurrentDirectory)
     workspace work;
     work.make_directory(work.path(u"dir"));
     work.change_directory(work.root());
-    std::string const directory = utf8_from_units(work.path(u"dir"));
+    std::string const directory = utf8(work.path(u"dir"));
     flfs_result const result = report({u"dir"});
     EXPECT_EQ(result.exit_code, 0) << result.err;
     EXPECT_EQ(result.out, directory + "\n    ends  " + directory + " (directory)\n");
@@ -52,7 +50,7 @@ TEST(FlfsResolve, FromTheCurrentDirectory)
 TEST(FlfsResolve, EachFailureIsTold)
 {
     workspace work;
-    std::string const missing = utf8_from_units(work.path(u"no"));
+    std::string const missing = utf8(work.path(u"no"));
     flfs_result const result = report({work.path(u"no"), u""});
     EXPECT_EQ(result.exit_code, 1);
     EXPECT_EQ(result.out, missing + '\n');
@@ -74,8 +72,8 @@ TEST(FlfsResolve, WhatIsNoPathnameToWalk)
 {
     for (char16_t const *pathname : {u"\\\\.\\COM1", u"\\\\.\\pipe\\x"}) {
         flfs_result const result = report({pathname});
-        EXPECT_EQ(result.exit_code, 1) << utf8_from_units(pathname);
-        EXPECT_EQ(result.out, utf8_from_units(pathname) + '\n');
+        EXPECT_EQ(result.exit_code, 1) << utf8(pathname);
+        EXPECT_EQ(result.out, utf8(pathname) + '\n');
         EXPECT_NE(result.err.find("flfs: fl:filesystem:InvalidArgument\n"), std::string::npos);
         EXPECT_NE(result.err.find("\n  The path type of the given path is not valid.\n"),
                   std::string::npos)
@@ -89,10 +87,10 @@ TEST(FlfsResolve, BeyondTheOldLimit)
     std::u16string const name = work.path(std::u16string(200, u'd') + u'\\' + //
                                           std::u16string(200, u'n'));
     work.make_file(name);
-    std::string const utf8 = utf8_from_units(name);
+    std::string const shown = utf8(name);
     flfs_result const result = report({name});
     EXPECT_EQ(result.exit_code, 0) << result.err;
-    EXPECT_EQ(result.out, utf8 + "\n    ends  \\\\?\\" + utf8 + " (file)\n");
+    EXPECT_EQ(result.out, shown + "\n    ends  \\\\?\\" + shown + " (file)\n");
 }
 
 #if FLFS_SYSTEM_IS_SIMULATED
@@ -305,7 +303,7 @@ TEST_F(FlfsResolveLinks, FailuresAfterTheHops)
     machine.add_symbolic_link(u"C:\\device", uR"(\??\C:\dir)", uR"(\\.\no)", 0);
     machine.add_symbolic_link(u"C:\\behind", u"plain\\..\\dir");
     for (failing_way const &row : failing_ways) {
-        std::string const first = utf8_from_units(row.pathname) + '\n';
+        std::string const first = utf8(row.pathname) + '\n';
         flfs_result const result = report({row.pathname});
         EXPECT_EQ(result.exit_code, 1) << row.why;
         EXPECT_EQ(result.out, first + row.lines) << row.why;
@@ -333,7 +331,7 @@ TEST_F(FlfsResolveLinks, BeyondTheOldLimit)
     machine.add_file(u"D:\\" + deep + u"\\far").add_file(u"C:\\" + deep + u"\\file");
     machine.add_symbolic_link(u"C:\\" + deep + u"\\link", u"D:\\" + deep, flavour::directory);
     machine.add_symbolic_link(u"C:\\" + deep + u"\\near", u"file");
-    std::string const name = utf8_from_units(deep);
+    std::string const name = utf8(deep);
     EXPECT_EQ(report({u"C:\\" + deep + u"\\link\\far"}).out,
               "C:\\" + name + "\\link\\far\n    link  C:\\" + name + "\\link -> D:\\" + name +
                   " (symbolic link, absolute) => D:\\" + name + "\\far\n    ends  \\\\?\\D:\\" +
@@ -350,7 +348,7 @@ TEST_F(FlfsResolveLinks, BeyondTheOldLimit)
 TEST(FlfsResolve, RunsAsACommand)
 {
     workspace work;
-    flfs_result const result = run_flfs({"resolve", "--json", utf8_from_units(work.path(u"no"))});
+    flfs_result const result = run_flfs({"resolve", "--json", utf8(work.path(u"no"))});
     EXPECT_EQ(result.exit_code, 1);
     EXPECT_EQ(ordered_json::parse(result.out).at(0).at("failure").at("identifier"),
               "fl:filesystem:PathNotFound");

@@ -4,6 +4,7 @@
 
 #include "flfs/commands.hpp"
 #include "flfs/run.hpp"
+#include "flfs/text.hpp"
 
 #include <nlohmann/json.hpp>
 
@@ -39,15 +40,23 @@ inline flfs_result run_flfs_on_disk(std::vector<std::string> const &arguments)
     return {exit_code, out.str(), err.str()};
 }
 
-/// What a command reports on pathnames, without its test whether there is a disk to read.
-template <typename Report>
-flfs_result run_report(Report report, std::vector<std::u16string> const &pathnames, bool as_json)
+/// A text as a user writes it.
+inline std::string utf8(std::u16string const &text)
 {
-    std::ostringstream out;
-    std::ostringstream err;
-    flfs::session session{out, err};
-    int const exit_code = report(session, pathnames, as_json);
-    return {exit_code, out.str(), err.str()};
+    return flfs::utf8_from_units(text);
+}
+
+/// The same for a command that reports on pathnames.
+inline flfs_result run_flfs_on_disk(char const *command,
+                                    std::vector<std::u16string> const &pathnames, bool as_json)
+{
+    std::vector<std::string> arguments = {command};
+    if (as_json)
+        arguments.push_back("--json");
+    arguments.push_back("--");
+    for (std::u16string const &pathname : pathnames)
+        arguments.push_back(utf8(pathname));
+    return run_flfs_on_disk(arguments);
 }
 
 /// The one object of `flfs inspect --json -- text`. Throws on JSON that isn't well

@@ -3,13 +3,10 @@
 #include <fl/filesystem/operations.hpp>
 
 #include "flfs/argument_guard.hpp"
-#include "flfs/changes.hpp"
-#include "flfs/command_line.hpp"
+#include "flfs/command.hpp"
 #include "flfs/permission_words.hpp"
 
 #include <CLI/CLI.hpp>
-
-#include <memory>
 
 namespace flfs {
 
@@ -27,28 +24,12 @@ std::string complaint_about(std::string const &word)
            " is no sign +, - or = with letters out of rwxashi";
 }
 
-void advise(failure &what_failed)
-{
-    if (what_failed.id == fs::fsys_excp_access_denied)
-        what_failed.sentence = "You have no right to change its attributes. Ask who owns it.";
-}
-
-int change_permissions(session &session, std::vector<std::u16string> const &pathnames,
-                       unsigned int word)
-{
-    auto const make = [word](std::u16string const &pathname) {
-        fs::permissions(pathname, word);
-        return "changed";
-    };
-    return make_changes(session, pathnames, {make, advise});
-}
-
 } // namespace
 
 void add_chmod_command(CLI::App &app, session &session)
 {
-    CLI::App *command = add_command(
-        app, "chmod", "Change whether names are read-only, hidden and so on",
+    command chmod(
+        app, session, "chmod", "Change whether names are read-only, hidden and so on",
         "WORD is a sign, + to set, - to take away, = to set and take away all others,\n"
         "and letters. On Windows they are attributes:\n"
         "  w  not read-only, for everybody: there are no owner, group and others\n"
@@ -60,17 +41,20 @@ void add_chmod_command(CLI::App &app, session &session)
         "  x  nothing: the name tells what can be run\n"
         "= alone makes it read-only and takes all four others away. A link is followed by\n"
         "one hop.");
-    command->set_help_flag("--help", "Print this help and exit"); // `-h` is a word
-    CLI::Option *word =
-        add_word(*command, "WORD", "what to change: +w, -w, =rw, +h, ...", complaint_about);
-    CLI::Option *paths = add_pathnames(*command, "PATH", "file or directory to change");
-    auto const links = std::make_shared<bool>(false);
-    add_flag(*command, "--links", *links, "Change PATH itself if it is a link");
-    set_disk_action(*command, session, disk_use::change, [&session, word, paths, links] {
-        unsigned int const perms = permission_word(word_of(*word)).value();
-        unsigned int const whose = *links ? fs::file_status::perms_symlink : 0;
-        return change_permissions(session, pathnames_of(*paths), perms | whose);
-    });
+    chmod.raw().set_help_flag("--help", "Print this help and exit"); // `-h` is a word
+    option const word = chmod.word("WORD", "what to change: +w, -w, =rw, +h, ...", complaint_about);
+    option const paths = chmod.words("PATH", "file or directory to change");
+    option const links = chmod.flag("--links", "Change PATH itself if it is a link");
+    auto const make = [word, links](arguments const &names) {
+        unsigned int const whose = links.is_given() ? fs::file_status::perms_symlink : 0;
+        fs::permissions(names.front(), permission_word(word.word()).value() | whose);
+        return "changed";
+    };
+    chmod.changes(each(paths), {make, [](failure &what_failed, arguments &) {
+                                    advise(what_failed, fs::fsys_excp_access_denied,
+                                           "You have no right to change its attributes. Ask who "
+                                           "owns it.");
+                                }});
 }
 
 } // namespace flfs

@@ -1,11 +1,9 @@
 #ifndef FL_FLFS_COMMANDS_HPP
 #define FL_FLFS_COMMANDS_HPP
-// The commands. Each has a source file of its own, which adds it to the command
-// line and does its work.
+// The commands. The source file of each adds it to the command line and does its work.
 
 #include "flfs/system.hpp"
 
-#include <functional>
 #include <iosfwd>
 
 namespace CLI {
@@ -32,14 +30,6 @@ enum class disk_use
     read,
     change
 };
-
-/// Has `command` run `action`, which needs no disk.
-void set_action(CLI::App &command, std::function<void()> action);
-
-/// Has `command` run `action`, whose result becomes the exit code, where there is a disk.
-/// Elsewhere the command is refused.
-void set_disk_action(CLI::App &command, session &session, disk_use use,
-                     std::function<int()> action);
 
 // `session` must outlive `app`.
 void add_absolute_command(CLI::App &app, session &session);

@@ -2,15 +2,7 @@
 
 #include <fl/filesystem/operations.hpp>
 
-#include "flfs/command_line.hpp"
-#include "flfs/failure_report.hpp"
-#include "flfs/link_advice.hpp"
-#include "flfs/text.hpp"
-
-#include <CLI/CLI.hpp>
-
-#include <memory>
-#include <ostream>
+#include "flfs/command.hpp"
 
 namespace flfs {
 
@@ -39,37 +31,31 @@ constexpr option_name option_names[] = {
     {"--hard-links", copy_options::create_hard_links, "Give files one more name"},
 };
 
-struct copying
+void copy_one(arguments const &names, std::string const &kind, copy_options options)
 {
-    std::string kind; ///< the word behind `--as`, or empty
-    copy_options options = copy_options::none;
-};
-
-void copy_one(std::u16string const &from, std::u16string const &to, copying const &how)
-{
-    if (how.kind == "file")
-        fs::copy_file(from, to, how.options);
-    else if (how.kind == "directory")
-        fs::copy_directory(from, to);
-    else if (how.kind == "symlink")
-        fs::copy_symlink(from, to);
+    if (kind == "file")
+        fs::copy_file(names.at(0), names.at(1), options);
+    else if (kind == "directory")
+        fs::copy_directory(names.at(0), names.at(1));
+    else if (kind == "symlink")
+        fs::copy_symlink(names.at(0), names.at(1));
     else
-        fs::copy(from, to, how.options);
+        fs::copy(names.at(0), names.at(1), options);
 }
 
-void advise(failure &what_failed)
+void advise_on_copies(failure &what_failed, arguments &)
 {
     // codes of the C++ standard library: POSIX numbers, whatever Windows calls by them
     constexpr unsigned int is_there = 17;
     constexpr unsigned int not_supported = 130;
     advise_on_links(what_failed);
-    if (what_failed.id != fs::fsys_excp_system_error)
-        return;
     if (what_failed.code == is_there)
-        what_failed.sentence = "They are the same, or a file stands where a directory is to go.";
+        advise(what_failed, fs::fsys_excp_system_error,
+               "They are the same, or a file stands where a directory is to go.");
     if (what_failed.code == not_supported)
-        what_failed.sentence = "A link can't be copied over something that is there, and devices "
-                               "can't be copied.";
+        advise(what_failed, fs::fsys_excp_system_error,
+               "A link can't be copied over something that is there, and devices can't be "
+               "copied.");
 }
 
 /// The library doesn't tell whether it has copied what the options may have it leave out.
@@ -79,21 +65,6 @@ bool may_pass_over(copy_options options)
                                        copy_options::skip_symlinks |
                                        copy_options::directories_only | copy_options::copy_symlinks;
     return (options & declining) != copy_options::none;
-}
-
-int copy_name(session &session, std::u16string const &from, std::u16string const &to,
-              copying const &how)
-{
-    std::optional<failure> what_failed = failure_of([&] { copy_one(from, to, how); });
-    if (what_failed) {
-        advise(*what_failed);
-        print_failure(session.err, *what_failed, {from, to});
-        return exit_failure;
-    }
-    session.out << (may_pass_over(how.options) ? "copied as far as asked for " : "copied ")
-                << displayed_value(fs::upath(from).native()) << " -> "
-                << displayed_value(fs::upath(to).native()) << '\n';
-    return exit_success;
 }
 
 constexpr char const *footer =
@@ -109,24 +80,32 @@ KIND picks a narrower operation:
 
 void add_cp_command(CLI::App &app, session &session)
 {
-    CLI::App *command = add_command(app, "cp", "Copy a file or directory", footer);
-    CLI::Option *from = add_word(*command, "FROM", "what to copy");
-    CLI::Option *to = add_word(*command, "TO", "where to");
-    auto const how = std::make_shared<copying>();
+    command cp(app, session, "cp", "Copy a file or directory", footer);
+    option const from = cp.word("FROM", "what to copy");
+    option const to = cp.word("TO", "where to");
+    std::vector<option> flags;
     for (option_name const &row : option_names)
-        command->add_flag_callback(
-            row.name, [how, &row] { how->options |= row.option; }, row.description);
-    command->add_option("--as", how->kind, "What FROM is taken for: file, directory or symlink")
-        ->check(CLI::IsMember({"file", "directory", "symlink"}), "")
-        ->option_text("KIND");
-    command->parse_complete_callback([how] {
-        bool const takes_none = how->kind == "directory" || how->kind == "symlink";
-        if (takes_none && how->options != copy_options::none)
-            throw CLI::ValidationError("--as " + how->kind + " takes no other options");
+        flags.push_back(cp.flag(row.name, row.description));
+    option const kind = cp.kind("What FROM is taken for: file, directory or symlink",
+                                {"file", "directory", "symlink"});
+    auto const options = [flags] {
+        copy_options all = copy_options::none;
+        for (std::size_t i = 0; i < flags.size(); ++i)
+            if (flags[i].is_given())
+                all |= option_names[i].option;
+        return all;
+    };
+    cp.check([kind, options] {
+        bool const takes_none = kind.word() == "directory" || kind.word() == "symlink";
+        return takes_none && options() != copy_options::none
+                   ? "--as " + kind.word() + " takes no other options"
+                   : "";
     });
-    set_disk_action(*command, session, disk_use::change, [&session, from, to, how] {
-        return copy_name(session, pathnames_of(*from).front(), pathnames_of(*to).front(), *how);
-    });
+    auto const make = [kind, options](arguments const &names) {
+        copy_one(names, kind.word(), options());
+        return may_pass_over(options()) ? "copied as far as asked for" : "copied";
+    };
+    cp.changes(together({from, to}), {make, advise_on_copies});
 }
 
 } // namespace flfs

@@ -1,5 +1,7 @@
 #include "flfs/drawing.hpp"
 
+#include <fl/filesystem/pathname.hpp>
+
 #include "flfs/text.hpp"
 
 #include <algorithm>
@@ -33,16 +35,20 @@ struct piece
 
 /// Root and parent lead the text, filename and extension end it, and the stem leads
 /// the filename. The sizes are all that is needed, and every part is in the text.
-std::vector<span> spans_of(std::u16string const &native, parts const &all)
+std::vector<span> spans_of(std::u16string const &native)
 {
+    namespace detail = fl::filesystem::detail;
+    std::u16string_view const text = native;
     std::size_t const size = native.size();
-    std::size_t const filename = size - all.filename.size();
-    std::vector<span> spans = {
-        {"root", 0, all.root_path.size(), all.root_path},
-        {"parent", 0, all.parent_path.size(), all.parent_path},
-        {"stem", filename, filename + all.stem.size(), all.stem},
-        {"extension", size - all.extension.size(), size, all.extension},
+    std::size_t const filename = size - detail::extract_filename(native).size();
+    auto const at = [text](std::string_view label, std::size_t begin, std::u16string const &part) {
+        return span{label, begin, begin + part.size(), text.substr(begin, part.size())};
     };
+    std::u16string const extension = detail::extract_extension(native);
+    std::vector<span> spans = {at("root", 0, detail::extract_root_path(native)),
+                               at("parent", 0, detail::extract_parent_path(native)),
+                               at("stem", filename, detail::extract_stem(native)),
+                               at("extension", size - extension.size(), extension)};
     std::erase_if(spans, [](span const &one) { return one.begin == one.end; });
     return spans;
 }
@@ -142,7 +148,7 @@ std::string mark_line(std::u16string_view text, piece const &where, span const &
 
 } // namespace
 
-std::vector<std::string> draw(std::u16string const &native, parts const &all)
+std::vector<std::string> draw(std::u16string const &native)
 {
     std::vector<piece> const pieces = pieces_of(native);
     std::size_t widest = 0;
@@ -153,7 +159,7 @@ std::vector<std::string> draw(std::u16string const &native, parts const &all)
     for (piece const &one : pieces) {
         std::u16string_view const units = native;
         lines.push_back(displayed(units.substr(one.begin, one.end - one.begin)));
-        for (span const &part : spans_of(native, all))
+        for (span const &part : spans_of(native))
             if (part.begin < one.end && part.end > one.begin)
                 lines.push_back(mark_line(native, one, part, widest + gap));
     }

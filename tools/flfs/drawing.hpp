@@ -8,8 +8,6 @@
 //             ^^^^^^^^^^      stem       report.tar
 //                        ^^   extension  gz
 
-#include "flfs/inspection.hpp"
-
 #include <string>
 #include <vector>
 
@@ -19,7 +17,7 @@ namespace flfs {
 /// under each column that a terminal draws; empty parts are left out.
 /// A pathname too wide for a line is drawn in pieces, one below the other. None for
 /// an empty pathname.
-std::vector<std::string> draw(std::u16string const &native, parts const &all);
+std::vector<std::string> draw(std::u16string const &native);
 
 } // namespace flfs
 

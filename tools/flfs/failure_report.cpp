@@ -95,11 +95,6 @@ std::optional<failure> failure_of(std::function<void()> const &action)
     return std::nullopt;
 }
 
-void print_failure(std::ostream &err, failure const &what_failed, std::u16string const &argument)
-{
-    print_failure(err, what_failed, std::vector<std::u16string>{argument});
-}
-
 void print_failure(std::ostream &err, failure const &what_failed,
                    std::vector<std::u16string> const &arguments)
 {

@@ -31,11 +31,8 @@ failure describe(fl::filesystem::FsysExceptionBase const &exception);
 /// that can be compared.
 std::optional<failure> failure_of(std::function<void()> const &action);
 
-/// Prints `what_failed` to `err`. `argument` is what the user wrote: it is shown
-/// where the library names no pathname.
-void print_failure(std::ostream &err, failure const &what_failed, std::u16string const &argument);
-
-/// The same where it could be about any of several `arguments`.
+/// Prints `what_failed` to `err`. `arguments` are what the user wrote, which any of them could
+/// be about: they are shown where the library names no pathname.
 void print_failure(std::ostream &err, failure const &what_failed,
                    std::vector<std::u16string> const &arguments);
 

@@ -5,11 +5,11 @@
 #include <fl/filesystem/operations.hpp>
 #include <fl/filesystem/windows.hpp>
 
-#include "platform/owned_handle.hpp"
-#include "platform/shell_link_object.hpp"
+#include "flfs/library_inside.hpp"
 
 #include <winioctl.h>
 
+#include <algorithm>
 #include <iterator>
 #include <string_view>
 
@@ -47,38 +47,45 @@ std::uint32_t tag_of(windows::reparse_data_context const &data)
     return tag;
 }
 
-link_kind kind_of(windows::attrib_link_type link_type)
+struct kind_row
 {
-    switch (link_type) {
-    case windows::link_type_symlink_relative:
-        return link_kind::symbolic_link_relative;
-    case windows::link_type_symlink_absolute:
-        return link_kind::symbolic_link_absolute;
-    case windows::link_type_mount_point:
-        return link_kind::junction;
-    case windows::link_type_volume_mount:
-        return link_kind::volume_mount_point;
-    case windows::link_type_dedup_file:
-        return link_kind::deduplicated_file;
-    case windows::link_type_dfs_directory:
-        return link_kind::dfs_directory;
-    case windows::link_type_none:
-        break;
-    }
-    return link_kind::other_reparse_point;
-}
+    link_kind kind;
+    windows::attrib_link_type type; ///< as the library tells it
+    bool leads_somewhere;
+    char const *description;
+    char const *identifier;
+};
 
-bool leads_somewhere(link_kind kind)
+constexpr kind_row kind_rows[] = {
+    {link_kind::symbolic_link_relative, windows::link_type_symlink_relative, true,
+     "symbolic link, relative", "symbolic_link_relative"},
+    {link_kind::symbolic_link_absolute, windows::link_type_symlink_absolute, true,
+     "symbolic link, absolute", "symbolic_link_absolute"},
+    {link_kind::junction, windows::link_type_mount_point, true, "junction", "junction"},
+    {link_kind::volume_mount_point, windows::link_type_volume_mount, true, "volume mount point",
+     "volume_mount_point"},
+    {link_kind::deduplicated_file, windows::link_type_dedup_file, false,
+     "deduplicated file, no link", "deduplicated_file"},
+    {link_kind::dfs_directory, windows::link_type_dfs_directory, false, "DFS directory, no link",
+     "dfs_directory"},
+    {link_kind::other_reparse_point, windows::link_type_none, false,
+     "reparse point of another kind", "other_reparse_point"},
+    {link_kind::shortcut, windows::link_type_none, true, "shortcut",
+     "shortcut"}, // no reparse point
+};
+
+/// The first row with this value.
+template <typename Value>
+kind_row const &row_with(Value kind_row::*member, Value value)
 {
-    return kind == link_kind::symbolic_link_relative || kind == link_kind::symbolic_link_absolute ||
-           kind == link_kind::junction || kind == link_kind::volume_mount_point;
+    return *std::find_if(std::begin(kind_rows), std::end(kind_rows),
+                         [=](kind_row const &row) { return row.*member == value; });
 }
 
 bool is_shortcut_name(std::u16string_view pathname)
 {
     constexpr std::u16string_view extension = u".lnk";
-    return pathname.size() > extension.size() &&
-           pathname.substr(pathname.size() - extension.size()) == extension;
+    return pathname.size() > extension.size() && pathname.ends_with(extension);
 }
 
 link read_shortcut(std::u16string const &native, std::u16string const &absolute)
@@ -104,48 +111,12 @@ link read_shortcut(std::u16string const &native, std::u16string const &absolute)
 
 char const *description(link_kind kind)
 {
-    switch (kind) {
-    case link_kind::symbolic_link_relative:
-        return "symbolic link, relative";
-    case link_kind::symbolic_link_absolute:
-        return "symbolic link, absolute";
-    case link_kind::junction:
-        return "junction";
-    case link_kind::volume_mount_point:
-        return "volume mount point";
-    case link_kind::deduplicated_file:
-        return "deduplicated file, no link";
-    case link_kind::dfs_directory:
-        return "DFS directory, no link";
-    case link_kind::shortcut:
-        return "shortcut";
-    case link_kind::other_reparse_point:
-        break;
-    }
-    return "reparse point of another kind";
+    return row_with(&kind_row::kind, kind).description;
 }
 
 char const *identifier(link_kind kind)
 {
-    switch (kind) {
-    case link_kind::symbolic_link_relative:
-        return "symbolic_link_relative";
-    case link_kind::symbolic_link_absolute:
-        return "symbolic_link_absolute";
-    case link_kind::junction:
-        return "junction";
-    case link_kind::volume_mount_point:
-        return "volume_mount_point";
-    case link_kind::deduplicated_file:
-        return "deduplicated_file";
-    case link_kind::dfs_directory:
-        return "dfs_directory";
-    case link_kind::shortcut:
-        return "shortcut";
-    case link_kind::other_reparse_point:
-        break;
-    }
-    return "other_reparse_point";
+    return row_with(&kind_row::kind, kind).identifier;
 }
 
 link read_link(std::u16string const &pathname)
@@ -162,8 +133,9 @@ link read_link(std::u16string const &pathname)
         refuse(native, code);
     windows::attrib_link_type link_type{};
     std::wstring const target = windows::get_target_path_bridge(link_type, data);
-    link found{native, kind_of(link_type), {}, tag_of(data), fs::detail::from_filesystem(target)};
-    if (leads_somewhere(found.kind))
+    kind_row const &row = row_with(&kind_row::type, link_type);
+    link found{native, row.kind, {}, tag_of(data), fs::detail::from_filesystem(target)};
+    if (row.leads_somewhere)
         found.text = fs::read_symlink(native);
     return found;
 }

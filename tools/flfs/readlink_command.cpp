@@ -1,25 +1,40 @@
 #include "flfs/commands.hpp"
 
-#include "flfs/command_line.hpp"
-#include "flfs/link_report.hpp"
-
-#include <memory>
+#include "flfs/command.hpp"
+#include "flfs/link_reading.hpp"
+#include "flfs/text.hpp"
 
 namespace flfs {
 
+namespace {
+
+answer read_one(arguments const &about)
+{
+    link const found = read_link(about.front());
+    facts lines(6);
+    lines.add("kind", description(found.kind));
+    json values = {{"kind", identifier(found.kind)}};
+    if (found.text) {
+        lines.add("text", *found.text);
+        values["text"] = to_json(found.text);
+    }
+    if (found.tag) {
+        lines.add("tag", hexadecimal(*found.tag, 8));
+        values["tag"] = hexadecimal(*found.tag, 8);
+    }
+    return {displayed_value(found.pathname) + '\n' + lines.text(), values};
+}
+
+} // namespace
+
 void add_readlink_command(CLI::App &app, session &session)
 {
-    CLI::App *command =
-        add_command(app, "readlink",
-                    "Show what kind of link a name is, and the text in it; nothing is followed",
-                    "Symbolic links, junctions, volume mount points, other reparse points, and\n"
-                    "shortcut files, whose names end in .lnk.");
-    CLI::Option *paths = add_pathnames(*command, "PATH", "link or shortcut to read");
-    auto const as_json = std::make_shared<bool>(false);
-    add_flag(*command, "--json", *as_json, "Print one JSON array with an object for each PATH");
-    set_disk_action(*command, session, disk_use::read, [&session, paths, as_json] {
-        return report_links(session, pathnames_of(*paths), *as_json);
-    });
+    command readlink(app, session, "readlink",
+                     "Show what kind of link a name is, and the text in it; nothing is followed",
+                     "Symbolic links, junctions, volume mount points, other reparse points, and\n"
+                     "shortcut files, whose names end in .lnk.");
+    option const paths = readlink.words("PATH", "link or shortcut to read");
+    readlink.answers(each(paths), {{"kind", "text", "tag"}, read_one});
 }
 
 } // namespace flfs

@@ -144,7 +144,7 @@ int run(std::vector<std::string> const &utf8_arguments, session &session)
     try {
         return run_command(utf8_arguments, session);
     } catch (fl::filesystem::FsysExceptionBase const &exception) {
-        print_failure(session.err, describe(exception), std::u16string());
+        print_failure(session.err, describe(exception), {u""});
     } catch (std::exception const &exception) {
         session.err << "flfs: " << exception.what() << '\n';
     }

@@ -2,12 +2,11 @@
 
 #include <fl/filesystem/path.hpp>
 
-#include "flfs/command_line.hpp"
+#include "flfs/command.hpp"
 #include "flfs/process_state.hpp"
 #include "flfs/tour/tour.hpp"
 
 #include <chrono>
-#include <memory>
 #include <ostream>
 
 namespace flfs {
@@ -28,7 +27,7 @@ std::optional<std::u16string> fresh_folder()
     return (fl::filesystem::upath(*temporary) / fl::filesystem::upath(name)).native();
 }
 
-int run_command(session &session, std::optional<std::u16string> const &folder, bool keeps)
+int run_tour_in(session &session, std::optional<std::u16string> const &folder, bool keeps)
 {
     if (folder)
         return tour::run_tour(session, *folder, keeps);
@@ -41,18 +40,18 @@ int run_command(session &session, std::optional<std::u16string> const &folder, b
 
 void add_tour_command(CLI::App &app, session &session)
 {
-    CLI::App *command = add_command(
-        app, "tour", "Run through all that the library does, on real files, telling and checking",
+    command tour(
+        app, session, "tour",
+        "Run through all that the library does, on real files, telling and checking",
         "Each step says what it does, calls the library, shows what comes out, and compares\n"
         "it with what must. Exits 0 if all is as expected, else 1, and tells the steps. The\n"
         "tour makes its folder and removes it at the end.");
-    CLI::Option *folder = add_optional_word(
-        *command, "FOLDER", "a name that isn't there yet; if left out, a temporary one");
-    auto const keeps = std::make_shared<bool>(false);
-    add_flag(*command, "--keep", *keeps, "Leave the folder behind");
-    set_disk_action(*command, session, disk_use::change, [&session, folder, keeps] {
-        return run_command(
-            session, is_given(*folder) ? pathnames_of(*folder).front() : fresh_folder(), *keeps);
+    option const folder =
+        tour.optional_word("FOLDER", "a name that isn't there yet; if left out, a temporary one");
+    option const keeps = tour.flag("--keep", "Leave the folder behind");
+    tour.on_disk(disk_use::change, [&session, folder, keeps] {
+        return run_tour_in(session, folder.is_given() ? folder.pathname() : fresh_folder(),
+                           keeps.is_given());
     });
 }
 

@@ -3,17 +3,12 @@
 #include <fl/filesystem/access_forms.hpp>
 #include <fl/filesystem/install_path.hpp>
 
-#include "flfs/command_line.hpp"
-#include "flfs/failure_json.hpp"
+#include "flfs/command.hpp"
 #include "flfs/text.hpp"
-
-#include <memory>
-#include <ostream>
 
 namespace flfs {
 
 namespace fs = fl::filesystem;
-using json = nlohmann::ordered_json;
 
 namespace {
 
@@ -21,13 +16,6 @@ struct module_place
 {
     std::u16string pathname;
     std::u16string base;
-};
-
-struct places
-{
-    std::u16string root;
-    module_place library;
-    module_place program;
 };
 
 module_place place_of(void *address)
@@ -38,71 +26,41 @@ module_place place_of(void *address)
 
 void an_address_of_ours() {}
 
-places find_places()
+json values_of(module_place const &one)
 {
-    return {fs::get_install_path(), place_of(reinterpret_cast<void *>(&fs::get_install_path)),
-            place_of(reinterpret_cast<void *>(&an_address_of_ours))};
+    return {{"module", to_json(one.pathname)}, {"base", to_json(one.base)}};
 }
 
-json to_json(module_place const &one)
+std::string text_of(module_place const &one)
 {
-    return {{"module", escaped_surrogates(one.pathname)}, {"base", escaped_surrogates(one.base)}};
+    return facts(8).add("module", one.pathname).add("base", one.base).text();
 }
 
-/// Every key is always there; where there is no answer, its value is null.
-json to_json(places const &found, std::optional<failure> const &what_failed)
+answer find_places(bool tells_modules)
 {
-    if (what_failed)
-        return {{"install_path", nullptr},
-                {"library", nullptr},
-                {"program", nullptr},
-                {"failure", to_json(*what_failed)}};
-    return {{"install_path", escaped_surrogates(found.root)},
-            {"library", to_json(found.library)},
-            {"program", to_json(found.program)},
-            {"failure", nullptr}};
-}
-
-void print(std::ostream &out, char const *name, module_place const &one)
-{
-    out << name << '\n';
-    out << "    module  " << displayed_value(one.pathname) << '\n';
-    out << "    base    " << displayed_value(one.base) << '\n';
-}
-
-int report_places(session &session, bool modules, bool as_json)
-{
-    places found;
-    std::optional<failure> const what_failed = failure_of([&found] { found = find_places(); });
-    if (as_json)
-        session.out << to_json(found, what_failed).dump(2) << '\n';
-    else if (what_failed)
-        print_failure(session.err, *what_failed, std::vector<std::u16string>());
-    else
-        session.out << displayed_value(found.root) << '\n';
-    if (modules && !as_json && !what_failed) {
-        print(session.out, "library", found.library);
-        print(session.out, "flfs", found.program);
-    }
-    return what_failed ? exit_failure : exit_success;
+    std::u16string const root = fs::get_install_path();
+    module_place const library = place_of(reinterpret_cast<void *>(&fs::get_install_path));
+    module_place const program = place_of(reinterpret_cast<void *>(&an_address_of_ours));
+    std::string const modules = "library\n" + text_of(library) + "flfs\n" + text_of(program);
+    return {displayed_value(root) + '\n' + (tells_modules ? modules : ""),
+            {{"install_path", to_json(root)},
+             {"library", values_of(library)},
+             {"program", values_of(program)}}};
 }
 
 } // namespace
 
 void add_where_command(CLI::App &app, session &session)
 {
-    CLI::App *command = add_command(
-        app, "where", "Show the root of the installation that flfs belongs to",
+    command where(
+        app, session, "where", "Show the root of the installation that flfs belongs to",
         "That is the folder above bin\\win64, where the library's DLL lies. Where there is no\n"
         "such folder, it is the DLL itself.");
-    auto const modules = std::make_shared<bool>(false);
-    add_flag(*command, "--module", *modules,
-             "Show the DLL and flfs.exe, too, and the root of each");
-    auto const as_json = std::make_shared<bool>(false);
-    add_flag(*command, "--json", *as_json, "Print a JSON object with all of it");
-    set_disk_action(*command, session, disk_use::read, [&session, modules, as_json] {
-        return report_places(session, *modules, *as_json);
-    });
+    option const modules =
+        where.flag("--module", "Show the DLL and flfs.exe, too, and the root of each");
+    auto const ask = [modules](arguments const &) { return find_places(modules.is_given()); };
+    where.answers(together({}), {{"install_path", "library", "program"}, ask},
+                  "Print a JSON object with all of it");
 }
 
 } // namespace flfs

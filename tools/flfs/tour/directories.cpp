@@ -22,12 +22,11 @@ std::u16string deep_directory()
     return pathname;
 }
 
-std::string make_deep_directory()
+std::string length_of_deep_directory()
 {
-    fs::create_directories(deep_directory());
-    bool const is_there = fs::exists(deep_directory());
-    return is_there ? std::to_string(fs::absolute(deep_directory()).size()) + " units"
-                    : "not there";
+    return fs::exists(deep_directory())
+               ? std::to_string(fs::absolute(deep_directory()).size()) + " units"
+               : "not there";
 }
 
 } // namespace
@@ -37,27 +36,17 @@ chapter directories(place const &where)
     std::size_t const deep_length = where.folder.size() + 1 + deep_directory().size();
     return {"Directories",
             {{"A directory is made.", R"(create_directory(u"reports"))",
-              [] {
-                  fs::create_directory(u"reports");
-                  return names_in(u".");
-              },
-              "reports"},
+              [] { fs::create_directory(u"reports"); }, names_then_in(u"."), "reports"},
              {"To make it once more is a failure, which names it as the caller wrote it.",
-              R"(create_directory(u"reports"))",
-              [] {
-                  fs::create_directory(u"reports");
-                  return std::string("made");
-              },
+              R"(create_directory(u"reports"))", [] { fs::create_directory(u"reports"); },
               "FileExistsError naming reports"},
              {"A directory is made with all that are missing above it.",
               R"(create_directories(u"archive/2024/may"))",
-              [] {
-                  fs::create_directories(u"archive/2024/may");
-                  return names_in(u"archive\\2024");
-              },
+              [] { fs::create_directories(u"archive/2024/may"); }, names_then_in(u"archive\\2024"),
               "may"},
              {"So is one 30 levels down. The library adds the long prefix by itself.",
-              R"(create_directories(u"long\\aaaaaa...\\bbbbbb...\\..."))", make_deep_directory,
+              R"(create_directories(u"long\\aaaaaa...\\bbbbbb...\\..."))",
+              [] { fs::create_directories(deep_directory()); }, length_of_deep_directory,
               std::to_string(deep_length) + " units"}}};
 }
 

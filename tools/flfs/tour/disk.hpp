@@ -17,6 +17,12 @@ bool is_there(std::u16string const &pathname);
 /// The names in a directory, sorted, with commas between them; "(nothing)" if there is none.
 std::string names_in(std::u16string const &directory);
 
+/// The same, to be asked for later.
+inline auto names_then_in(std::u16string const &directory)
+{
+    return [directory] { return names_in(directory); };
+}
+
 /// The bytes that the volume of the current directory has in all.
 std::uint64_t capacity_here();
 

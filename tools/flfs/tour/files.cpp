@@ -19,9 +19,8 @@ std::string facts(fs::file_status const &record)
            " bytes, " + permission_letters(record.get_perms());
 }
 
-std::string change(unsigned int perms)
+std::string letters()
 {
-    fs::permissions(report, perms);
     return permission_letters(fs::status(report).get_perms());
 }
 
@@ -34,27 +33,24 @@ std::string ask_in_short()
 
 } // namespace
 
-chapter files(place const &)
+chapter files()
 {
     using fs::file_status;
     return {
         "Files, looked at",
         {{"The tour writes a file, and asks for its record.", R"(status(u"reports\\may.txt"))",
-          [] {
-              write_file(report, "all well");
-              return facts(fs::status(report));
-          },
+          [] { write_file(report, "all well"); }, [] { return facts(fs::status(report)); },
           "file, 8 bytes, rw-rw-rw-"},
          {"For many files there is a cheaper question.",
           R"(status_express_light(u"reports\\may.txt"))", ask_in_short, "file, 8 bytes"},
          {"A missing name is an answer and no failure.", R"(status(u"reports\\june.txt"))",
-          [] { return std::string(type_description(fs::status(u"reports\\june.txt"))); },
-          "not found"},
+          [] { return type_description(fs::status(u"reports\\june.txt")); }, "not found"},
          {"It isn't there.", R"(exists(u"reports\\june.txt"))",
-          [] { return yes_or_no(fs::exists(u"reports\\june.txt")); }, "no"},
+          [] { return fs::exists(u"reports\\june.txt"); }, "no"},
          {"The file becomes read-only.",
           R"(permissions(u"reports\\may.txt", perms_remove | owner_write))",
-          [] { return change(file_status::perms_remove | file_status::owner_write); }, "r--r--r--"},
+          [] { fs::permissions(report, file_status::perms_remove | file_status::owner_write); },
+          letters, "r--r--r--"},
          {"It can be read, but not written.",
           R"(access(u"reports\\may.txt", access_read), ... access_write))",
           [] {
@@ -63,16 +59,13 @@ chapter files(place const &)
           },
           "yes, no"},
          {"So its directory can't be removed with all that is in it.", R"(remove_all(u"reports"))",
-          [] {
-              fs::remove_all(u"reports");
-              return std::string("removed");
-          },
-          R"(AccessDenied naming <folder>\reports\may.txt)"},
+          [] { fs::remove_all(u"reports"); }, R"(AccessDenied naming <folder>\reports\may.txt)"},
          {"It becomes writable again.",
           R"(permissions(u"reports\\may.txt", perms_add | owner_write))",
-          [] { return change(file_status::perms_add | file_status::owner_write); }, "rw-rw-rw-"},
+          [] { fs::permissions(report, file_status::perms_add | file_status::owner_write); },
+          letters, "rw-rw-rw-"},
          {"To ask about no name at all is a failure of the caller.", R"(access(u"", 1))",
-          [] { return yes_or_no(fs::access(u"", fs::access_exists)); }, "InvalidArgument"}}};
+          [] { return fs::access(u"", fs::access_exists); }, "InvalidArgument"}}};
 }
 
 } // namespace flfs::tour

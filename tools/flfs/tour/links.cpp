@@ -18,22 +18,15 @@ namespace {
 
 std::u16string const name = u"reports\\link.txt";
 
-std::string make_link()
+auto whether_made(std::u16string const &link)
 {
-    fs::create_symlink(u"may.txt", name, fs::file_status::regular_file);
-    return is_there(name) ? "made" : "nothing is there";
+    return [link] { return is_there(link) ? "made" : "nothing is there"; };
 }
 
 std::string target_type()
 {
     return type_description(
         windows::target_status_bridge(windows::make_native_access_form_bridge(name)));
-}
-
-std::string copy_link()
-{
-    fs::copy_symlink(name, u"reports\\copy.txt");
-    return displayed(fs::read_symlink(u"reports\\copy.txt"));
 }
 
 std::u16string target_over_shortcut(place const &where)
@@ -44,16 +37,17 @@ std::u16string target_over_shortcut(place const &where)
 }
 
 step const making = {"A symbolic link is made to a file beside it.",
-                     R"(create_symlink(u"may.txt", u"reports\\link.txt", regular_file))", make_link,
-                     "made"};
+                     R"(create_symlink(u"may.txt", u"reports\\link.txt", regular_file))",
+                     [] { fs::create_symlink(u"may.txt", name, fs::file_status::regular_file); },
+                     whether_made(name), "made"};
 step const reading = {"What it says.", R"(read_symlink(u"reports\\link.txt"))",
-                      [] { return displayed(fs::read_symlink(name)); }, "may.txt"};
+                      [] { return fs::read_symlink(name); }, "may.txt"};
 step const itself = {"What it is itself.", R"(symlink_status(u"reports\\link.txt"))",
-                     [] { return std::string(type_description(fs::symlink_status(name))); },
-                     "symbolic link"};
+                     [] { return type_description(fs::symlink_status(name)); }, "symbolic link"};
 step const copying = {"A copy says the same.",
-                      R"(copy_symlink(u"reports\\link.txt", u"reports\\copy.txt"))", copy_link,
-                      "may.txt"};
+                      R"(copy_symlink(u"reports\\link.txt", u"reports\\copy.txt"))",
+                      [] { fs::copy_symlink(name, u"reports\\copy.txt"); },
+                      [] { return fs::read_symlink(u"reports\\copy.txt"); }, "may.txt"};
 
 std::vector<step> steps_with_links()
 {
@@ -98,37 +92,31 @@ std::string failure_by(unsigned int code)
 
 chapter shortcuts(place const &where)
 {
-    return {"Shortcuts are links",
-            {{"A shortcut is made to a directory.",
-              R"(create_shortcut(u"archive\\2024", u"to 2024.lnk"))",
-              [] {
-                  fs::create_shortcut(u"archive\\2024", u"to 2024.lnk");
-                  return std::string(is_there(u"to 2024.lnk") ? "made" : "nothing is there");
-              },
-              "made"},
-             {"To Windows it is a file, but the library walks through it.",
-              R"(canonical(u"to 2024.lnk\\may"))",
-              [where] { return told(fs::canonical(u"to 2024.lnk\\may"), where); },
-              R"(<folder>\archive\2024\may)"},
-             {"The end of a pathname may be missing.",
-              R"(weakly_canonical(u"to 2024.lnk\\june\\..\\july"))",
-              [where] { return told(fs::weakly_canonical(u"to 2024.lnk\\june\\..\\july"), where); },
-              R"(<folder>\archive\2024\july)"},
-             {"A link that says .. leads up from where the directory ahead really is.",
-              R"(build_target_path_bridge(L"<folder>\\link", L"to 2024.lnk\\..\\2025", relative))",
-              [where] { return told(target_over_shortcut(where), where); },
-              R"(\\?\<folder>\archive\2025)"},
-             {"In what callers write the text decides, as everywhere in Windows.",
-              R"(absolute(u"to 2024.lnk\\..\\2025"))",
-              [where] { return told(fs::absolute(u"to 2024.lnk\\..\\2025"), where); },
-              R"(<folder>\2025)"},
-             {"The way from one directory to a file in another.",
-              R"(relative(u"reports\\may.txt", u"archive"))",
-              [] { return displayed(fs::relative(u"reports\\may.txt", u"archive")); },
-              R"(..\reports\may.txt)"}}};
+    return {
+        "Shortcuts are links",
+        {{"A shortcut is made to a directory.",
+          R"(create_shortcut(u"archive\\2024", u"to 2024.lnk"))",
+          [] { fs::create_shortcut(u"archive\\2024", u"to 2024.lnk"); },
+          whether_made(u"to 2024.lnk"), "made"},
+         {"To Windows it is a file, but the library walks through it.",
+          R"(canonical(u"to 2024.lnk\\may"))", [] { return fs::canonical(u"to 2024.lnk\\may"); },
+          R"(<folder>\archive\2024\may)"},
+         {"The end of a pathname may be missing.",
+          R"(weakly_canonical(u"to 2024.lnk\\june\\..\\july"))",
+          [] { return fs::weakly_canonical(u"to 2024.lnk\\june\\..\\july"); },
+          R"(<folder>\archive\2024\july)"},
+         {"A link that says .. leads up from where the directory ahead really is.",
+          R"(build_target_path_bridge(L"<folder>\\link", L"to 2024.lnk\\..\\2025", relative))",
+          [where] { return target_over_shortcut(where); }, R"(\\?\<folder>\archive\2025)"},
+         {"In what callers write the text decides, as everywhere in Windows.",
+          R"(absolute(u"to 2024.lnk\\..\\2025"))",
+          [] { return fs::absolute(u"to 2024.lnk\\..\\2025"); }, R"(<folder>\2025)"},
+         {"The way from one directory to a file in another.",
+          R"(relative(u"reports\\may.txt", u"archive"))",
+          [] { return fs::relative(u"reports\\may.txt", u"archive"); }, R"(..\reports\may.txt)"}}};
 }
 
-chapter symbolic_links(place const &)
+chapter symbolic_links()
 {
     constexpr char const *title = "Symbolic links";
     link_trial const trial = try_symbolic_link(u"trial");

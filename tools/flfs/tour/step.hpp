@@ -5,23 +5,11 @@
 
 #include <functional>
 #include <string>
+#include <type_traits>
+#include <utility>
 #include <vector>
 
 namespace flfs::tour {
-
-struct step
-{
-    std::string sentence; ///< what it does, for somebody who reads along
-    std::string call;     ///< as it would stand in a program
-    std::function<std::string()> run;
-    std::string expected; ///< what `run` returns, or its failure, as `told` writes it
-};
-
-struct chapter
-{
-    std::string title;
-    std::vector<step> steps;
-};
 
 /// Where the tour takes place.
 struct place
@@ -34,16 +22,65 @@ std::string told(std::u16string const &text, place const &where);
 
 char const *yes_or_no(bool value);
 
+/// What `run` returns, as the tour tells it.
+template <typename Run>
+std::string told_result(Run const &run, place const &where)
+{
+    using result = std::invoke_result_t<Run>;
+    if constexpr (std::is_void_v<result>)
+        return run(), "done";
+    else if constexpr (std::is_same_v<result, bool>)
+        return yes_or_no(run());
+    else if constexpr (std::is_convertible_v<result, std::u16string>)
+        return told(run(), where);
+    else
+        return run();
+}
+
+struct step
+{
+    template <typename Run>
+    step(std::string does, std::string code, Run made, std::string must)
+        : sentence(std::move(does)), call(std::move(code)), expected(std::move(must)),
+          run([made](place const &where) { return told_result(made, where); })
+    {
+    }
+
+    /// What comes out is what `look` then sees.
+    template <typename Run, typename Look>
+    step(std::string does, std::string code, Run made, Look look, std::string must)
+        : step(
+              std::move(does), std::move(code),
+              [made, look] {
+                  made();
+                  return look();
+              },
+              std::move(must))
+    {
+    }
+
+    std::string sentence; ///< what it does, for somebody who reads along
+    std::string call;     ///< as it would stand in a program
+    std::string expected; ///< what comes out, or the failure, as `told` writes it
+    std::function<std::string(place const &)> run;
+};
+
+struct chapter
+{
+    std::string title;
+    std::vector<step> steps;
+};
+
 // The chapters, in the order in which they have to run: each works on what those before it
 // have left.
 chapter pathnames();
 chapter directories(place const &where);
-chapter files(place const &where);
-chapter copies(place const &where);
+chapter files();
+chapter copies();
 chapter shortcuts(place const &where);
-chapter symbolic_links(place const &where);
+chapter symbolic_links();
 chapter process(place const &where);
-chapter removal(place const &where);
+chapter removal();
 
 } // namespace flfs::tour
 

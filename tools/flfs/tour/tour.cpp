@@ -33,12 +33,12 @@ int run_chapters(session &session, place const &where)
     guide guide(session, where);
     guide.run(pathnames());
     guide.run(directories(where));
-    guide.run(files(where));
-    guide.run(copies(where));
+    guide.run(files());
+    guide.run(copies());
     guide.run(shortcuts(where));
-    guide.run(symbolic_links(where));
+    guide.run(symbolic_links());
     guide.run(process(where));
-    guide.run(removal(where));
+    guide.run(removal());
     return guide.close();
 }
 
@@ -117,7 +117,7 @@ std::string guide::outcome_of(step const &one) const
 {
     std::string outcome;
     try {
-        if (auto const what_failed = failure_of([&] { outcome = one.run(); }))
+        if (auto const what_failed = failure_of([&] { outcome = one.run(where_); }))
             return told(*what_failed, where_);
     } catch (std::exception const &exception) { // of the tour's own looking around
         return exception.what();
@@ -146,7 +146,7 @@ int run_tour(session &session, std::u16string const &folder, bool keeps)
         failure_of([&] { exit_code = run_in_fresh_folder(session, folder, keeps); });
     if (!what_failed)
         return exit_code;
-    print_failure(session.err, *what_failed, folder);
+    print_failure(session.err, *what_failed, {folder});
     return exit_failure;
 }
 

@@ -1,0 +1,148 @@
+#include "flfs/commands.hpp"
+
+#include <fl/filesystem/operations.hpp>
+
+#include "flfs/argument_guard.hpp"
+#include "flfs/command.hpp"
+
+#include <array>
+
+// The commands that answer yes or no, or by numbers.
+
+namespace flfs {
+
+namespace fs = fl::filesystem;
+
+namespace {
+
+/// 0 for what is no letter of a mode.
+unsigned int mode_of(char letter)
+{
+    switch (letter) {
+    case 'e':
+        return fs::access_exists;
+    case 'r':
+        return fs::access_read;
+    case 'w':
+        return fs::access_write;
+    case 'x':
+        return fs::access_execute;
+    default:
+        return 0;
+    }
+}
+
+/// The message about `letters` that are no MODES, or none.
+std::string complaint_about_modes(std::string const &letters)
+{
+    for (char const letter : letters)
+        if (mode_of(letter) == 0)
+            return unprotected(letters) + " is made of other letters than e, r, w and x";
+    return letters.empty() ? "A letter is needed: e, r, w or x" : "";
+}
+
+answer ask_access(std::u16string const &pathname, std::string const &letters)
+{
+    unsigned int mode = 0;
+    for (char const letter : letters)
+        mode |= mode_of(letter);
+    answer one;
+    one.what_failed =
+        failure_of([&] { one = yes_or_no(fs::access(pathname, mode), "granted", pathname); });
+    one.values["modes"] = letters; // told with a failure, too
+    return one;
+}
+
+/// "30.0 GiB": cut and not rounded, so that no more is promised than there is.
+std::string readable(std::uintmax_t bytes)
+{
+    constexpr std::array<char const *, 7> units = {"bytes", "KiB", "MiB", "GiB",
+                                                   "TiB",   "PiB", "EiB"};
+    std::size_t unit = 0;
+    std::uintmax_t tenths = 0;
+    while (bytes >= 1024 && unit + 1 < units.size()) {
+        tenths = bytes % 1024 * 10 / 1024;
+        bytes /= 1024;
+        ++unit;
+    }
+    std::string const number = std::to_string(bytes) + (unit ? '.' + std::to_string(tenths) : "");
+    return number + ' ' + units[unit];
+}
+
+std::string both_ways(std::uintmax_t bytes)
+{
+    return std::to_string(bytes) + " bytes" + (bytes >= 1024 ? " (" + readable(bytes) + ')' : "");
+}
+
+answer ask_space(arguments const &about)
+{
+    fs::space_info const space = fs::space(fs::upath(about.front()));
+    facts lines(11);
+    lines.add("capacity", both_ways(space.capacity))
+        .add("free", both_ways(space.free))
+        .add("available", both_ways(space.available));
+    return {shown_native(about.front()) + '\n' + lines.text(),
+            {{"capacity", space.capacity}, {"free", space.free}, {"available", space.available}}};
+}
+
+answer compare(arguments const &both)
+{
+    bool const is_same = fs::equivalent(both.at(0), both.at(1));
+    return {is_same ? "yes\n" : "no\n", {{"same", is_same}}, !is_same};
+}
+
+} // namespace
+
+void add_exists_command(CLI::App &app, session &session)
+{
+    command exists(
+        app, session, "exists", "Tell whether a pathname leads to something",
+        "The system follows the links. Exits 0 if all answers are yes, and 1 after a \"no\" or a\n"
+        "failure.");
+    option const paths = exists.words("PATH", "pathname to ask about");
+    exists.answers(each(paths), {{"exists"}, [](arguments const &about) {
+                                     return yes_or_no(fs::exists(about.front()), "exists",
+                                                      about.front());
+                                 }});
+}
+
+void add_access_command(CLI::App &app, session &session)
+{
+    command access(
+        app, session, "access", "Tell whether you can read, write or execute, by trying",
+        "MODES are one or more of\n"
+        "  e  it exists, and you may look at it\n"
+        "  r  a file's content, or a directory's names, can be read\n"
+        "  w  it can be written; never true of a read-only file\n"
+        "  x  a file named .exe, .bat, .com or .cmd can be run\n"
+        "The answer is yes if all of them are. A missing name is a \"no\" with e and else\n"
+        "a failure; what you may not look at is a failure with e and else a \"no\".\n"
+        "Exits 0 if all answers are yes, and 1 after a \"no\" or a failure.");
+    option const modes = access.word("MODES", "letters out of erwx", complaint_about_modes);
+    option const paths = access.words("PATH", "pathname to ask about");
+    access.answers(each(paths), {{"modes", "granted"}, [modes](arguments const &about) {
+                                     return ask_access(about.front(), modes.word());
+                                 }});
+}
+
+void add_same_command(CLI::App &app, session &session)
+{
+    command same(
+        app, session, "same", "Tell whether two pathnames lead to one file or directory",
+        "By links, by hard links, or spelt in two ways. If only one of them is there it is a\n"
+        "\"no\", if neither is it is a failure. Exits 0 after a yes, and 1 after a \"no\" or a\n"
+        "failure.");
+    option const path = same.word("PATH", "one pathname");
+    option const other = same.word("OTHER", "another");
+    same.answers(together({path, other}), {{"same"}, compare}, "Print a JSON object");
+}
+
+void add_df_command(CLI::App &app, session &session)
+{
+    command df(app, session, "df", "Show the space on the volume of a file or directory",
+               "Available is what you may use: less than what is free where there are quotas.");
+    option const paths = df.words("PATH", "file or directory on the volume");
+    df.answers(each(paths), {{"capacity", "free", "available"}, ask_space});
+}
+
+} // namespace flfs

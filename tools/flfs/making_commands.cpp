@@ -1,0 +1,105 @@
+#include "flfs/commands.hpp"
+
+#include <fl/filesystem/operations.hpp>
+
+#include "flfs/command.hpp"
+
+// The commands that make, move and remove names.
+
+namespace flfs {
+
+namespace fs = fl::filesystem;
+
+namespace {
+
+void advise_on_making(failure &what_failed, bool parents)
+{
+    advise(what_failed, fs::fsys_excp_path_not_found,
+           parents ? "A drive or share on the way to it doesn't exist. Check the spelling."
+                   : "The directory above it doesn't exist. Use --parents to make it, too.");
+    advise(what_failed, fs::fsys_excp_access_denied,
+           "You have no right to make it. Check the permissions above it.");
+}
+
+void advise_on_removal(failure &what_failed, bool minds_read_only)
+{
+    advise(what_failed, fs::fsys_excp_access_denied,
+           minds_read_only ? "It is read-only, which `flfs chmod +w` changes, or you have no right "
+                             "to remove it."
+                           : "You have no right to remove it. Check the permissions.");
+    if (!minds_read_only)
+        advise(what_failed, fs::fsys_excp_directory_not_empty,
+               "The directory isn't empty. Use -r to remove what is in it, too.");
+}
+
+std::string remove_one(std::u16string const &pathname, bool is_tree, std::string const &kind)
+{
+    if (is_tree)
+        fs::remove_all(pathname);
+    else if (kind == "file")
+        fs::remove_file(pathname);
+    else if (kind == "directory")
+        fs::remove_directory(pathname);
+    else
+        fs::remove(pathname);
+    return pathname.empty() ? "passed over" : "removed"; // as the library does
+}
+
+} // namespace
+
+void add_mkdir_command(CLI::App &app, session &session)
+{
+    command mkdir(
+        app, session, "mkdir", "Make directories, long pathnames included",
+        "The PATHs are made in order, up to the first failure. A directory that is there\n"
+        "already is a failure, too.");
+    option const paths = mkdir.words("PATH", "directory to make");
+    option const parents = mkdir.flag("-p,--parents", "Make missing directories above PATH, too");
+    auto const make = [parents](arguments const &names) {
+        parents.is_given() ? fs::create_directories(names.front())
+                           : fs::create_directory(names.front());
+        return "made";
+    };
+    auto const advise = [parents](failure &what_failed, arguments &) {
+        advise_on_making(what_failed, parents.is_given());
+    };
+    mkdir.changes(each(paths), {make, advise, true}); // what follows may be meant to stand in it
+}
+
+void add_mv_command(CLI::App &app, session &session)
+{
+    command mv(app, session, "mv", "Give a file or directory another name or place",
+               "TO is the whole new pathname, also where a directory of that name is there. A\n"
+               "file at TO is replaced. Files can go to another volume, directories can't. A\n"
+               "link is renamed itself.");
+    option const from = mv.word("FROM", "what to rename", complaint_about_stops);
+    option const to = mv.word("TO", "its new pathname", complaint_about_stops);
+    auto const make = [](arguments const &names) {
+        fs::rename(names.at(0), names.at(1));
+        return "moved";
+    };
+    mv.changes(together({from, to}), {make, [](failure &, arguments &) {}});
+}
+
+void add_rm_command(CLI::App &app, session &session)
+{
+    command rm(app, session, "rm", "Remove files, links and empty directories",
+               "Nothing is asked back, and nothing goes to a bin. A link is removed itself, and\n"
+               "never what it leads to.\n"
+               "With -r, a read-only file ends the removal of its PATH, and what was removed by\n"
+               "then stays removed. Without it, read-only files are removed, too.");
+    option const paths = rm.words("PATH", "name to remove", complaint_about_stops);
+    option const tree = rm.flag("-r,--recursive", "Remove directories with all that is in them");
+    option const kind =
+        rm.kind("Remove nothing else: file (not if read-only) or directory", {"file", "directory"});
+    exclude(kind, tree);
+    auto const make = [tree, kind](arguments const &names) {
+        return remove_one(names.front(), tree.is_given(), kind.word());
+    };
+    auto const advise = [tree, kind](failure &what_failed, arguments &) {
+        advise_on_removal(what_failed, tree.is_given() || kind.word() == "file");
+    };
+    rm.changes(each(paths), {make, advise});
+}
+
+} // namespace flfs

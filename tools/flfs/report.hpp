@@ -1,0 +1,88 @@
+#ifndef FL_FLFS_REPORT_HPP
+#define FL_FLFS_REPORT_HPP
+// What commands answer, for people and for programs. For people it is text, and failures
+// stand apart from it; for programs it is JSON, with the failures in it.
+
+#include "flfs/commands.hpp"
+#include "flfs/failure_report.hpp"
+
+#include <nlohmann/json.hpp>
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace flfs {
+
+using json = nlohmann::ordered_json;
+
+/// The pathnames that are asked about together, as the user wrote them.
+using arguments = std::vector<std::u16string>;
+
+struct answer
+{
+    std::string text;             ///< for people, in whole lines
+    json values = json::object(); ///< for programs, of the keys that have one
+    bool is_no = false;           ///< an answer that exits 1, as a failure does
+    std::optional<failure> what_failed = std::nullopt; ///< told behind `text`
+};
+
+struct question
+{
+    /// Every key is always there; where there is no answer, its value is null.
+    std::vector<char const *> keys;
+    /// A failure may also end it by the library's exception.
+    std::function<answer(arguments const &)> ask;
+};
+
+enum class output
+{
+    text,
+    json_object, ///< of the only round
+    json_array   ///< of an object for each round
+};
+
+/// Puts the question to each of `rounds`. A failure doesn't stop it; returns the exit code,
+/// which is 1 after a failure or a no.
+int report(session &session, std::vector<arguments> const &rounds, output as,
+           question const &asked);
+
+/// Prints `value` as all JSON is printed.
+void print_json(std::ostream &out, json const &value);
+
+/// A text, or null.
+json to_json(std::optional<std::u16string> const &text);
+json to_json(std::vector<std::u16string> const &texts);
+json to_json(failure const &what_failed);
+
+/// "0x0400", with that many digits at least.
+std::string hexadecimal(std::uint32_t value, int digits);
+
+/// Lines under a heading, with all values in one column.
+class facts
+{
+public:
+    explicit facts(std::size_t label_width) : label_width_(label_width) {}
+
+    facts &add(std::string_view label, std::string_view shown);
+    facts &add(std::string_view label, std::u16string const &value);
+    std::string const &text() const { return text_; }
+
+private:
+    std::size_t label_width_;
+    std::string text_;
+};
+
+/// `pathname` in native form, as a line shows it.
+std::string shown_native(std::u16string const &pathname);
+
+/// "yes  " and the name, or "no   ".
+answer yes_or_no(bool value, char const *key, std::u16string const &pathname);
+
+} // namespace flfs
+
+#endif
