@@ -23,7 +23,6 @@ struct span
     std::string_view label;
     std::size_t begin;
     std::size_t end;
-    std::u16string_view value;
 };
 
 /// A run of units that fits into a line.
@@ -38,17 +37,13 @@ struct piece
 std::vector<span> spans_of(std::u16string const &native)
 {
     namespace detail = fl::filesystem::detail;
-    std::u16string_view const text = native;
     std::size_t const size = native.size();
     std::size_t const filename = size - detail::extract_filename(native).size();
-    auto const at = [text](std::string_view label, std::size_t begin, std::u16string const &part) {
-        return span{label, begin, begin + part.size(), text.substr(begin, part.size())};
-    };
-    std::u16string const extension = detail::extract_extension(native);
-    std::vector<span> spans = {at("root", 0, detail::extract_root_path(native)),
-                               at("parent", 0, detail::extract_parent_path(native)),
-                               at("stem", filename, detail::extract_stem(native)),
-                               at("extension", size - extension.size(), extension)};
+    std::vector<span> spans = {
+        {"root", 0, detail::extract_root_path(native).size()},
+        {"parent", 0, detail::extract_parent_path(native).size()},
+        {"stem", filename, filename + detail::extract_stem(native).size()},
+        {"extension", size - detail::extract_extension(native).size(), size}};
     std::erase_if(spans, [](span const &one) { return one.begin == one.end; });
     return spans;
 }
@@ -139,9 +134,9 @@ std::string mark_line(std::u16string_view text, piece const &where, span const &
     line.append(label_column - line.size(), ' ');
     line += part.label;
     std::size_t const value_column = label_column + label_width;
-    if (value_column + width_of(part.value, 0, part.value.size()) <= widest_line) {
+    if (value_column + width_of(text, part.begin, part.end) <= widest_line) {
         line.append(value_column - line.size(), ' ');
-        line += displayed_value(part.value);
+        line += displayed_value(text.substr(part.begin, part.end - part.begin));
     }
     return line;
 }

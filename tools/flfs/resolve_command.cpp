@@ -8,24 +8,19 @@ namespace flfs {
 
 namespace {
 
-/// What stands at the end, for programs and for people.
+/// What stands at the end, for programs and for people, in the order of `what_is_there`.
 struct found_words
 {
     char const *identifier; ///< none where there is nothing
     char const *description;
 };
 
-found_words words_for(what_is_there found)
+constexpr found_words all_found_words[] = {
+    {nullptr, " (nothing is there)"}, {"file", " (file)"}, {"directory", " (directory)"}};
+
+found_words const &words_for(what_is_there found)
 {
-    switch (found) {
-    case what_is_there::file:
-        return {"file", " (file)"};
-    case what_is_there::directory:
-        return {"directory", " (directory)"};
-    case what_is_there::nothing:
-        break;
-    }
-    return {nullptr, " (nothing is there)"};
+    return all_found_words[static_cast<std::size_t>(found)];
 }
 
 json values_of(hop const &one)
