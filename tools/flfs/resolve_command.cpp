@@ -1,89 +1,124 @@
 #include "flfs/commands.hpp"
 
+#include <fl/filesystem/access_forms.hpp>
+#include <fl/filesystem/links.hpp>
+#include <fl/filesystem/operations.hpp>
+#include <fl/filesystem/windows.hpp>
+
 #include "flfs/command.hpp"
-#include "flfs/resolution.hpp"
+#include "flfs/link_reading.hpp"
 #include "flfs/text.hpp"
+
+#include <windows.h>
+
+#include <algorithm>
 
 namespace flfs {
 
+namespace fs = fl::filesystem;
+
 namespace {
 
-/// What stands at the end, for programs and for people, in the order of `what_is_there`.
-struct found_words
+link_kind kind_of(fs::link_hop const &one)
 {
-    char const *identifier; ///< none where there is nothing
-    char const *description;
-};
-
-constexpr found_words all_found_words[] = {
-    {nullptr, " (nothing is there)"}, {"file", " (file)"}, {"directory", " (directory)"}};
-
-found_words const &words_for(what_is_there found)
-{
-    return all_found_words[static_cast<std::size_t>(found)];
+    switch (one.kind) {
+    case fs::link_kind::relative_symbolic_link:
+        return link_kind::symbolic_link_relative;
+    case fs::link_kind::junction:
+        return link_kind::junction;
+    case fs::link_kind::shortcut:
+        return link_kind::shortcut;
+    case fs::link_kind::symbolic_link:
+        break;
+    }
+    return link_kind::symbolic_link_absolute;
 }
 
-json values_of(hop const &one)
+json values_of(fs::link_hop const &one)
 {
-    return {{"pathname", to_json(one.pathname)},
-            {"kind", identifier(one.kind)},
+    return {{"pathname", to_json(one.link)},
+            {"kind", identifier(kind_of(one))},
             {"text", to_json(one.text)},
             {"is_kept", one.is_kept},
-            {"goes_on_with", to_json(one.goes_on_with)}};
+            {"goes_on_with", to_json(one.leads_to)}};
 }
 
 // No name holds a `>`, so that the arrows can't be taken for a part of one.
-std::string text_of(hop const &one)
+std::string text_of(fs::link_hop const &one)
 {
     std::string const line = (one.is_kept ? "    kept  " : "    link  ") +
-                             displayed_value(one.pathname) + " -> " + displayed_value(one.text) +
-                             " (" + description(one.kind) + ')';
-    return one.goes_on_with ? line + " => " + displayed_value(*one.goes_on_with) + '\n'
-                            : line + '\n';
+                             displayed_value(one.link) + " -> " + displayed_value(one.text) + " (" +
+                             description(kind_of(one)) + ')';
+    return (one.leads_to ? line + " => " + displayed_value(*one.leads_to) : line) + '\n';
 }
 
-std::string text_of(resolution const &told)
+/// Each link once: where the way comes to one again, it goes round.
+void tell_links(std::u16string const &native, answer &told)
 {
-    std::string text;
-    if (told.absolute)
-        text += displayed_value(*told.absolute) + '\n';
-    for (hop const &one : told.hops)
-        text += text_of(one);
-    if (told.hops_repeat)
-        text += "    and round again\n";
-    if (told.result)
-        text +=
-            "    ends  " + displayed_value(*told.result) + words_for(told.found).description + '\n';
-    return text;
+    std::vector<fs::link_hop> passed;
+    for (fs::link_hop const &met : fs::link_hops(native)) {
+        auto const is_same = [&met](fs::link_hop const &other) {
+            return met.leads_to && met.link == other.link && met.leads_to == other.leads_to;
+        };
+        if (std::any_of(passed.begin(), passed.end(), is_same)) {
+            told.text += "    and round again\n";
+            told.values["hops_repeat"] = true;
+            return;
+        }
+        told.text += text_of(met);
+        told.values["hops"].push_back(values_of(met));
+        passed.push_back(met);
+    }
 }
 
-answer resolve_one(arguments const &about)
+void tell_end(std::u16string const &native, answer &told)
 {
-    resolution const told = resolve(about.front());
-    answer one{text_of(told), {}, false, told.what_failed};
-    one.values = {{"absolute", to_json(told.absolute)},
-                  {"hops", json::array()},
-                  {"hops_repeat", told.hops_repeat},
-                  {"result", to_json(told.result)}};
-    for (hop const &passed : told.hops)
-        one.values["hops"].push_back(values_of(passed));
-    if (char const *found = words_for(told.found).identifier)
-        one.values["found"] = found;
-    return one;
+    std::u16string const end = fs::canonical(native);
+    std::wstring const form = fs::detail::windows::make_native_access_form_bridge(end);
+    std::u16string const result =
+        fs::detail::from_filesystem(form); // with a prefix if it needs one
+    DWORD const attributes = ::GetFileAttributesW(form.c_str());
+    char const *found = (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0 ? "directory" : "file";
+    if (attributes == INVALID_FILE_ATTRIBUTES)
+        found = "nothing is there";
+    else
+        told.values["found"] = found;
+    told.values["result"] = to_json(result);
+    told.text += "    ends  " + displayed_value(result) + " (" + found + ")\n";
+}
+
+void tell_way(std::u16string const &native, answer &told)
+{
+    if (native.empty())
+        throw fs::InvalidArgument("Empty Path not permitted", {}, {});
+    std::u16string const absolute = fs::absolute(native);
+    told.text = displayed_value(absolute) + '\n';
+    told.values["absolute"] = to_json(absolute);
+    tell_links(native, told);
+    tell_end(native, told);
+}
+
+/// A failure is told behind the links that are passed until then.
+answer resolve(arguments const &about)
+{
+    answer told;
+    told.values = {{"hops", json::array()}, {"hops_repeat", false}};
+    told.what_failed = failure_of([&] { tell_way(fs::upath(about.front()).native(), told); });
+    return told;
 }
 
 } // namespace
 
 void add_resolve_command(CLI::App &app, session &session)
 {
-    command resolve(app, session, "resolve",
-                    "Show each link that a pathname leads through, and its end",
-                    "A link is shown as LINK -> TEXT (KIND) => what the walk goes on with. A link\n"
-                    "on a network that names a drive is kept as it is.\n"
-                    "A .. in PATH is dropped by text first, together with the name ahead of it.");
-    option const paths = resolve.words("PATH", "pathname to walk through");
-    resolve.answers(each(paths),
-                    {{"absolute", "hops", "hops_repeat", "result", "found"}, resolve_one});
+    command resolving(
+        app, session, "resolve", "Show each link that a pathname leads through, and its end",
+        "A link is shown as LINK -> TEXT (KIND) => what the walk goes on with. A link\n"
+        "on a network that names a drive is kept as it is.\n"
+        "A .. in PATH is dropped by text first, together with the name ahead of it.");
+    option const paths = resolving.words("PATH", "pathname to walk through");
+    resolving.answers(each(paths),
+                      {{"absolute", "hops", "hops_repeat", "result", "found"}, resolve});
 }
 
 } // namespace flfs
