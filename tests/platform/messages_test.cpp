@@ -18,8 +18,9 @@ DWORD message_into(wchar_t *buffer, DWORD room, DWORD code, DWORD flags = one_li
 TEST(SystemMessage, IsTextInOneLineWithABlankBehindIt)
 {
     wchar_t buffer[512];
+    // Wine 8 has no words for reparse points
     for (auto const each : {ERROR_FILE_NOT_FOUND, ERROR_ACCESS_DENIED, ERROR_SHARING_VIOLATION,
-                            ERROR_DIRECTORY, ERROR_NOT_A_REPARSE_POINT}) {
+                            ERROR_DIR_NOT_EMPTY, ERROR_DIRECTORY}) {
         auto const code = static_cast<DWORD>(each);
         DWORD const size = message_into(buffer, 512, code);
         ASSERT_GT(size, 5U) << code;

@@ -16,6 +16,8 @@ TEST(SystemMessageCalls, AreThoseOfTheSystem)
     simulated_machine machine;
     EXPECT_EQ(system_message(2), u"The system cannot find the file specified.");
     EXPECT_EQ(machine.calls_of("FormatMessageW"), 1);
+    EXPECT_EQ(system_message(4390), u"The file or directory is not a reparse point.")
+        << "Wine 8 has no words for this one";
     EXPECT_EQ(describe(SystemError(32, u"C:\\a", {u"C:\\b"})),
               R"(fl:filesystem:SystemError: the system refused: "C:\a", "C:\b" (code 32: The )"
               "process cannot access the file because it is being used by another process.)");
