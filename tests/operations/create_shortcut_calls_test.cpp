@@ -17,6 +17,7 @@ namespace fl::filesystem {
 namespace {
 
 using namespace test_support;
+using test_support::failure; // and not the library's
 using simulation::simulated_machine;
 using lines = std::vector<std::string>;
 

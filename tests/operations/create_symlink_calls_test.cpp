@@ -16,6 +16,7 @@ namespace fl::filesystem {
 namespace {
 
 using namespace test_support;
+using test_support::failure; // and not the library's
 using simulation::flavour;
 using simulation::right;
 using simulation::simulated_machine;
