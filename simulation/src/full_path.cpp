@@ -167,10 +167,20 @@ struct beginning
     std::size_t length = 0;
 };
 
+/// \\server\share. Where the text ends within it, its end is trimmed as that of any other
+/// name. So `..` goes, too, and leaves the separator ahead of it.
+std::u16string network_root(std::u16string_view text, std::size_t length)
+{
+    std::u16string_view const root = text.substr(0, length);
+    return with_backslashes(length == text.size() ? trim_last(root) : root);
+}
+
 beginning begin_of(std::u16string_view text, machine_state &machine)
 {
     std::size_t const root = root_length(text);
     switch (form_of(text)) {
+    case path_form::unc:
+        return {{network_root(text, root), {}}, root};
     case path_form::drive_relative:
         return {start_on_drive(text[0], machine), 2};
     case path_form::rooted: {
@@ -222,7 +232,7 @@ std::u16string full_path(std::u16string_view text, machine_state &machine)
     if (text.size() == 3 && form == path_form::unc && (text[2] == u'?' || text[2] == u'.'))
         return u"\\\\.\\";
     if (form != path_form::unc && form != path_form::device) {
-        std::u16string_view const device = legacy_device(text);
+        std::u16string_view const device = legacy_device(text, machine.runs);
         if (!device.empty())
             return u"\\\\.\\" + std::u16string(device);
     }

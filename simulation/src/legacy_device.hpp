@@ -2,6 +2,8 @@
 #define FL_SIMULATION_LEGACY_DEVICE_HPP
 // Names that have meant devices since before there were directories.
 
+#include <simulation/machine.hpp>
+
 #include <string_view>
 
 namespace simulation {
@@ -16,7 +18,14 @@ bool is_device_name(std::u16string_view name);
 ///     C:\dir\con.txt    con
 ///     nul :stream       nul
 ///     con\              (empty: the last element is none)
-std::u16string_view legacy_device(std::u16string_view text);
+///
+/// Windows 11 takes the name alone, with what is trimmed off every end and a colon, and NUL
+/// in any directory:
+///
+///     con:, con. .      con
+///     C:\dir\nul        nul
+///     .\con, nul.txt    (empty: a file like any other)
+std::u16string_view legacy_device(std::u16string_view text, edition runs);
 
 } // namespace simulation
 

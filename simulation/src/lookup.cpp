@@ -33,8 +33,27 @@ void check_traversal(node const &directory)
         throw failure(ERROR_ACCESS_DENIED);
 }
 
+/// What is refused whatever the disk holds: a volume as a directory, and an empty name.
+void check_form(pathname const &path)
+{
+    if (path.is_raw_volume)
+        throw failure(ERROR_INVALID_PARAMETER);
+    if (std::find(path.elements.begin(), path.elements.end(), u"") != path.elements.end())
+        throw failure(ERROR_INVALID_NAME);
+}
+
+/// A stream is no directory, whether it is there or not.
+void check_name(std::u16string_view name, bool wants_directory)
+{
+    if (wants_directory && is_stream_name(name))
+        throw failure(ERROR_DIRECTORY);
+    if (!is_valid_name(name))
+        throw failure(ERROR_INVALID_NAME);
+}
+
 walk_end walk(pathname const &path, machine_state const &machine, last_link last, looker who)
 {
+    check_form(path);
     walk_end end;
     end.here.disk = path.disk;
     // pathnames have thousands of names at times: nothing is copied on the way
@@ -48,10 +67,10 @@ walk_end walk(pathname const &path, machine_state const &machine, last_link last
         if (who == looker::caller)
             check_traversal(*(*above)->target);
         here = &(*above)->target->find(name);
-        if (!*here && !is_valid_name(name))
-            throw failure(ERROR_INVALID_NAME);
         ++end.names_walked;
         bool const is_last = end.names_walked == path.elements.size();
+        if (!*here)
+            check_name(name, is_last && path.wants_directory);
         end.is_at_link = *here && turns_aside(*(*here)->target, machine) &&
                          !(is_last && last == last_link::keep);
         if (end.is_at_link)
@@ -127,6 +146,8 @@ pathname redirected(pathname const &path, walk_end const &end, machine_state con
                            path.elements.begin() + static_cast<std::ptrdiff_t>(end.names_walked),
                            path.elements.end());
     target.ends_in_separator = path.ends_in_separator;
+    target.wants_directory = path.wants_directory;
+    target.is_raw_volume = target.is_raw_volume && target.elements.empty();
     return target;
 }
 

@@ -75,7 +75,7 @@ void check_plain_directory(node const &directory)
 /// Fails if not all of these names can be had, so that nothing is made in vain.
 void check_way(pathname const &path)
 {
-    if (path.is_device())
+    if (path.is_device() || path.is_raw_volume)
         throw failure(ERROR_INVALID_NAME);
     std::shared_ptr<entry> here = path.disk->root;
     for (std::u16string const &name : path.elements) {
@@ -94,7 +94,7 @@ std::shared_ptr<node> make_directory(pathname const &path, machine_state &machin
     for (std::u16string const &name : path.elements) {
         std::shared_ptr<entry> next = here->find(name);
         if (!next) {
-            auto made = std::make_shared<node>(DWORD{FILE_ATTRIBUTE_DIRECTORY}, machine.now());
+            auto made = path.disk->make_node(FILE_ATTRIBUTE_DIRECTORY);
             next = node::add(here, name, std::move(made), machine.now());
         }
         here = next->target;
@@ -122,9 +122,13 @@ void place_file(std::u16string_view text, std::shared_ptr<node> target, machine_
 std::shared_ptr<node> make_file(std::u16string_view path, machine_state &machine,
                                 DWORD attributes = FILE_ATTRIBUTE_ARCHIVE)
 {
-    auto made = std::make_shared<node>(attributes, machine.now());
-    arrange(path, [&] { place_file(path, made, machine); });
-    return made;
+    return arrange(path, [&] {
+        pathname const place = parse_literal(path, machine);
+        check_way(place);
+        auto made = place.disk->make_node(attributes);
+        place_file(path, made, machine);
+        return made;
+    });
 }
 
 /// Fails with what no disk keeps.
@@ -163,6 +167,32 @@ simulated_machine::~simulated_machine()
 {
     std::lock_guard const lock(machine_mutex());
     leave_machine(state_);
+}
+
+simulated_machine &simulated_machine::set_edition(edition runs)
+{
+    std::lock_guard const lock(machine_mutex());
+    state_->runs = runs;
+    return *this;
+}
+
+edition simulated_machine::runs() const
+{
+    std::lock_guard const lock(machine_mutex());
+    return state_->runs;
+}
+
+simulated_machine &simulated_machine::set_long_pathnames(bool takes_them)
+{
+    std::lock_guard const lock(machine_mutex());
+    state_->takes_long_pathnames = takes_them;
+    return *this;
+}
+
+bool simulated_machine::takes_long_pathnames() const
+{
+    std::lock_guard const lock(machine_mutex());
+    return state_->takes_long_pathnames;
 }
 
 simulated_machine &simulated_machine::add_drive(char16_t letter)

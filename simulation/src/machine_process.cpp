@@ -11,6 +11,13 @@
 
 namespace simulation {
 
+simulated_machine &simulated_machine::forget_universal_names()
+{
+    std::lock_guard const lock(machine_mutex());
+    state_->knows_universal_names = false;
+    return *this;
+}
+
 simulated_machine &simulated_machine::map_drive(char16_t letter, std::u16string_view server,
                                                 std::u16string_view share)
 {
@@ -36,7 +43,7 @@ simulated_machine &simulated_machine::set_volume_space(std::u16string_view root,
     std::lock_guard const lock(machine_mutex());
     try {
         pathname const path = parse_literal(root, *state_);
-        if (path.is_device() || !path.elements.empty())
+        if (path.is_device() || path.is_raw_volume || !path.elements.empty())
             throw failure(ERROR_INVALID_NAME);
         path.disk->space = {capacity, free, available};
     } catch (failure const &) {

@@ -27,6 +27,10 @@ public:
 
     std::uint64_t now() noexcept { return disks.clock()->now(); }
 
+    edition runs = edition::windows_11;
+    /// Without it, pathnames without a long prefix end at 259 units.
+    bool takes_long_pathnames = false;
+
     volumes disks;
     process running;
     std::unique_ptr<handles> open; ///< after the disks, on which they close
@@ -41,6 +45,8 @@ public:
     bool follows_remote_links = false;
     /// Without the right, symbolic links can't be made.
     bool may_create_links = true;
+    /// A provider of network names may succeed and tell none.
+    bool knows_universal_names = true;
 
     program_memory memory;
     com_library com;

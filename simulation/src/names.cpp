@@ -71,6 +71,12 @@ bool is_valid_name(std::u16string_view name)
     });
 }
 
+bool is_stream_name(std::u16string_view name)
+{
+    std::size_t const colon = name.find(u':');
+    return colon != std::u16string_view::npos && is_valid_name(name.substr(0, colon));
+}
+
 std::u16string from_wide(wchar_t const *text)
 {
     std::wstring_view const wide = text == nullptr ? std::wstring_view() : std::wstring_view(text);

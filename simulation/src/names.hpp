@@ -32,6 +32,9 @@ std::u16string upcase(std::u16string_view text);
 /// the treatment of pathnames that removes them.
 bool is_valid_name(std::u16string_view name);
 
+/// Whether `name` is one of a stream, such as `file:stream`, which no directory has.
+bool is_stream_name(std::u16string_view name);
+
 /// Unit for unit; a null pointer is an empty text.
 std::u16string from_wide(wchar_t const *text);
 

@@ -2,23 +2,19 @@
 
 #include "names.hpp"
 
-#include <atomic>
 #include <utility>
 
 namespace simulation {
 
-namespace {
-
-std::uint64_t next_id()
+void entry::doom(bool goes)
 {
-    static std::atomic<std::uint64_t> last = 0x0001'0000'0000'0024; // as the files of a real disk
-    return ++last;
+    if (goes != is_delete_pending)
+        target->doomed_links += goes ? 1U : -1U;
+    is_delete_pending = goes;
 }
 
-} // namespace
-
-node::node(DWORD attributes, std::uint64_t now)
-    : times{now, now, now}, id_(next_id()), attributes_(attributes)
+node::node(DWORD attributes, std::uint64_t now, std::uint64_t id)
+    : times{now, now, now}, id_(id), attributes_(attributes)
 {
 }
 
@@ -76,7 +72,10 @@ void node::remove(std::u16string_view name, std::uint64_t now)
     auto const found = entries_.find(upcase(name));
     if (found == entries_.end())
         return;
-    --found->second->target->link_count;
+    node &target = *found->second->target;
+    --target.link_count;
+    if (found->second->is_delete_pending)
+        --target.doomed_links;
     entries_.erase(found);
     times.write = now;
 }

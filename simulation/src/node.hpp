@@ -41,6 +41,8 @@ struct entry
     std::shared_ptr<node> target;
     /// Goes when the last open file on this name does. Nobody can open it before.
     bool is_delete_pending = false;
+
+    void doom(bool goes);
 };
 
 /// What a reparse point says: the tag, and the bytes that FSCTL_GET_REPARSE_POINT
@@ -56,7 +58,7 @@ class node
 {
 public:
     /// A directory without FILE_ATTRIBUTE_DIRECTORY among `attributes` is a file.
-    node(DWORD attributes, std::uint64_t now);
+    node(DWORD attributes, std::uint64_t now, std::uint64_t id);
     ~node();
     node(node const &) = delete;
     node &operator=(node const &) = delete;
@@ -67,7 +69,7 @@ public:
     /// Keeps what kind of node it is, and whether it is a reparse point.
     void set_attributes(DWORD attributes);
 
-    /// Unique on the machine and never used again.
+    /// Unique on its volume; other volumes use it, too.
     std::uint64_t id() const noexcept { return id_; }
 
     // Of a directory. `now` becomes its own time of the last change.
@@ -91,6 +93,9 @@ public:
     std::optional<reparse_point> reparse;
     std::set<right> denied;
     DWORD link_count = 0;
+    /// How many of its names are about to go. They don't count any more, by whatever name one
+    /// asks.
+    DWORD doomed_links = 0;
     /// The name of a directory, which has only one.
     std::weak_ptr<entry> own_entry;
     std::vector<open_file const *> open_files;

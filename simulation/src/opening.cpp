@@ -72,8 +72,9 @@ void check_read_only(node const &target, DWORD access)
 
 /// Whether it is of the kind that the caller needs. A link to the one kind that leads to
 /// the other is told by the link itself.
-void check_kind(place const &here, bool ends_in_separator, kind wanted)
+void check_kind(place const &here, bool ends_in_separator, terms const &how)
 {
+    kind const wanted = how.wanted;
     bool const leads_to_directory = here.found->target->is_directory();
     bool const is_directory =
         here.is_behind_link ? here.is_behind_directory_link : leads_to_directory;
@@ -82,8 +83,23 @@ void check_kind(place const &here, bool ends_in_separator, kind wanted)
         throw failure(ERROR_ACCESS_DENIED);
     if (wanted == kind::directory && !(is_directory && leads_to_directory))
         throw failure(ERROR_DIRECTORY);
-    if (is_directory != leads_to_directory)
+    if (is_directory != leads_to_directory && how.minds_kind_of_link)
         throw failure(is_directory ? ERROR_DIRECTORY : ERROR_ACCESS_DENIED);
+}
+
+/// Whether a file stands where the directory right above the last name should be.
+bool is_below_file(pathname path, machine_state const &machine)
+{
+    if (path.elements.empty())
+        return false;
+    path.elements.pop_back();
+    path.ends_in_separator = false;
+    try {
+        place const above = find_place(std::move(path), machine, last_link::follow);
+        return above.found && !above.found->target->is_directory();
+    } catch (failure const &) {
+        return false;
+    }
 }
 
 } // namespace
@@ -121,7 +137,7 @@ open_file::~open_file()
     std::erase(disk->open_files, this);
     // quietly: there is nobody to tell what is in the way
     if (deletes_on_close && target().is_empty())
-        name->is_delete_pending = true;
+        name->doom(true);
     bool const is_last =
         is_posix_deletion || std::none_of(all.begin(), all.end(), [this](open_file const *other) {
             return other->name == name;
@@ -150,14 +166,17 @@ std::shared_ptr<open_file> open_existing(machine_state &machine, pathname const 
     // what a device is good for is known to CreateFileW alone
     if (path.is_device())
         throw failure(how.wanted == kind::directory ? ERROR_DIRECTORY : ERROR_INVALID_FUNCTION);
-    return open_found(find_existing(path, machine, how.last), path.ends_in_separator, how);
+    pathname looked_for = path;
+    looked_for.wants_directory = how.wanted == kind::directory;
+    return open_found(find_existing(std::move(looked_for), machine, how.last),
+                      path.ends_in_separator, how);
 }
 
 std::shared_ptr<open_file> open_found(place const &here, bool ends_in_separator, terms const &how)
 {
     if (here.found->is_delete_pending)
         throw failure(ERROR_ACCESS_DENIED);
-    check_kind(here, ends_in_separator, how.wanted);
+    check_kind(here, ends_in_separator, how);
     DWORD const access = specific_access(how.access);
     check_read_only(*here.found->target, access);
     return std::make_shared<open_file>(here.disk, here.found, access, how.share);
@@ -182,14 +201,31 @@ void check_creation(place const &here)
         throw failure(ERROR_ACCESS_DENIED);
 }
 
+place find_new_place(pathname const &path, machine_state const &machine)
+{
+    try {
+        return find_place(path, machine);
+    } catch (failure const &refusal) {
+        if (refusal.code() == ERROR_PATH_NOT_FOUND && is_below_file(path, machine))
+            throw failure(ERROR_INVALID_PARAMETER);
+        throw;
+    }
+}
+
+std::shared_ptr<open_file> open_directory_of(place const &here)
+{
+    check_creation(here);
+    return std::make_shared<open_file>(here.disk, here.parent->own_entry.lock(), FILE_WRITE_DATA,
+                                       FILE_SHARE_READ | FILE_SHARE_WRITE);
+}
+
 std::shared_ptr<entry> create_entry(place const &here, bool ends_in_separator, DWORD attributes)
 {
     if ((attributes & FILE_ATTRIBUTE_DIRECTORY) == 0)
         check_separator(here, ends_in_separator);
     check_creation(here);
-    machine_clock &clock = *here.disk->clock;
-    return node::add(here.parent, here.name, std::make_shared<node>(attributes, clock.now()),
-                     clock.now());
+    return node::add(here.parent, here.name, here.disk->make_node(attributes),
+                     here.disk->clock->now());
 }
 
 void mark_for_deletion(open_file const &file, bool ignores_read_only)
@@ -200,7 +236,7 @@ void mark_for_deletion(open_file const &file, bool ignores_read_only)
         throw failure(ERROR_ACCESS_DENIED);
     if (target.is_directory() && !target.is_empty())
         throw failure(ERROR_DIR_NOT_EMPTY);
-    file.name->is_delete_pending = true;
+    file.name->doom(true);
 }
 
 } // namespace simulation

@@ -35,6 +35,8 @@ struct terms
     DWORD share = share_all;
     kind wanted = kind::any;
     last_link last = last_link::keep;
+    /// A link has to be of the kind of what it leads to.
+    bool minds_kind_of_link = true;
 };
 
 /// What has been opened, until this object goes.
@@ -86,6 +88,14 @@ failure collision(entry const &taken, DWORD code);
 
 /// Fails if no entry can be made in the directory of a free place.
 void check_creation(place const &here);
+
+/// Finds the place that something is moved or linked to. What is no directory right above it
+/// is told as nowhere else.
+place find_new_place(pathname const &path, machine_state const &machine);
+
+/// Opens the directory that a name is moved or linked to, as the system does for the time of
+/// the call: to write to it, and sharing that and reading only.
+std::shared_ptr<open_file> open_directory_of(place const &here);
 
 /// Makes a file or directory, whichever the attributes say, at a free place.
 std::shared_ptr<entry> create_entry(place const &here, bool ends_in_separator, DWORD attributes);

@@ -3,6 +3,7 @@
 #include "failure.hpp"
 #include "full_path.hpp"
 #include "legacy_device.hpp"
+#include "lookup.hpp"
 #include "names.hpp"
 
 namespace simulation {
@@ -18,6 +19,10 @@ constexpr std::u16string_view global_root = u"GLOBALROOT";
 /// The longest text that the system takes with a long prefix.
 constexpr std::size_t longest_literal = 32767;
 
+/// The longest full pathname without one, unless the machine takes longer ones: 260 units
+/// with the NUL.
+constexpr std::size_t longest_bare_pathname = MAX_PATH - 1;
+
 /// Takes the text up to the next backslash, and that backslash.
 std::u16string_view take_name(std::u16string_view &text)
 {
@@ -27,14 +32,13 @@ std::u16string_view take_name(std::u16string_view &text)
     return name;
 }
 
-/// There has to be one, and something on it: its name alone, without a backslash, is the
-/// volume itself, and no directory on it.
-void check_volume(pathname const &parsed, bool is_alone)
+/// There has to be one: its name alone, without a backslash, is the volume itself, and no
+/// directory on it.
+void check_volume(pathname &parsed, bool is_alone)
 {
     if (!parsed.disk)
         throw failure(is_alone ? ERROR_FILE_NOT_FOUND : ERROR_PATH_NOT_FOUND);
-    if (is_alone)
-        throw failure(ERROR_INVALID_PARAMETER);
+    parsed.is_raw_volume = is_alone;
 }
 
 /// server\share\dir
@@ -64,6 +68,16 @@ pathname parse_device(std::u16string_view text, machine_state const &machine)
     return parsed;
 }
 
+/// A legacy device in a directory needs the directory, although it isn't in there.
+void check_directory_of_device(std::u16string_view text, machine_state &machine)
+{
+    std::size_t const separator = text.find_last_of(u"\\/");
+    if (separator == std::u16string_view::npos)
+        return;
+    if (!is_directory_at(full_path(text.substr(0, separator + 1), machine), machine))
+        throw failure(ERROR_PATH_NOT_FOUND);
+}
+
 /// The volume that the object manager knows by this name, or null.
 std::shared_ptr<volume> find_volume(std::u16string_view object, machine_state const &machine)
 {
@@ -88,6 +102,9 @@ pathname parse_object(std::u16string_view text, machine_state const &machine)
     pathname parsed;
     parsed.disk = find_volume(object, machine);
     check_volume(parsed, is_alone);
+    // one backslash more than needed is passed over here, and nowhere else
+    if (rest.starts_with(u'\\'))
+        rest.remove_prefix(1);
     split(rest, parsed);
     return parsed;
 }
@@ -118,8 +135,10 @@ pathname parse_pathname(std::u16string_view text, machine_state &machine)
         return parse_literal(text, machine);
     }
     std::u16string const full = full_path(text, machine);
-    if (full.size() > longest_bare_pathname)
+    if (full.size() > longest_bare_pathname && !machine.takes_long_pathnames)
         throw failure(ERROR_PATH_NOT_FOUND);
+    if (form_of(full) == path_form::device && form_of(text) != path_form::device)
+        check_directory_of_device(text, machine);
     return parse_literal(full, machine);
 }
 

@@ -11,14 +11,15 @@
 
 namespace simulation {
 
-/// The longest full pathname without a long prefix: 260 units with the NUL.
-inline constexpr std::size_t longest_bare_pathname = MAX_PATH - 1;
-
 struct pathname
 {
     std::shared_ptr<volume> disk; ///< null if the pathname means a device
     std::vector<std::u16string> elements;
     bool ends_in_separator = false;
+    /// `\\?\C:`, the volume below its file system and no directory on it.
+    bool is_raw_volume = false;
+    /// The call is for directories only.
+    bool wants_directory = false;
 
     bool is_device() const noexcept { return disk == nullptr; }
 };

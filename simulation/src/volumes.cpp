@@ -34,16 +34,39 @@ std::u16string device_name_of(volume const &disk)
     return disk.is_remote ? u"Mup" + disk.name.substr(3) : disk.device_name;
 }
 
-std::shared_ptr<volume> volumes::make_volume(std::u16string name, DWORD attributes)
+std::shared_ptr<node> volume::make_node(DWORD attributes)
+{
+    return std::make_shared<node>(attributes, clock->now(), next_id());
+}
+
+/// As NTFS has them: in the lower 48 bits where the file stands in the volume's table, the
+/// root as the fifth and users' files from 36 on; in the upper 16 how often that place has
+/// been used. Two disks with the same history have the same numbers. A server that has
+/// identities of its own hands them out as they are, and the lower halves may repeat.
+std::uint64_t volume::next_id()
+{
+    constexpr std::uint64_t root_place = 5;
+    constexpr std::uint64_t first_place = 36;
+    std::uint64_t const count = nodes_++;
+    if (is_remote)
+        return (count % 2 + 1) << 32 | (first_place + count / 2);
+    if (count == 0)
+        return root_place << 48 | root_place;
+    return (count * 5 % 7 + 1) << 48 | (first_place + count - 1);
+}
+
+std::shared_ptr<volume> volumes::make_volume(std::u16string name, place_of_disk where,
+                                             DWORD attributes)
 {
     auto made = std::make_shared<volume>();
+    made->clock = clock_;
+    made->is_remote = where == place_of_disk::server;
     made->root = std::make_shared<entry>();
-    made->root->target = std::make_shared<node>(attributes, clock_->now());
+    made->root->target = made->make_node(attributes);
     made->root->target->own_entry = made->root;
     made->root->target->link_count = 1;
     made->name = std::move(name);
     made->serial_number = ++last_serial_number_;
-    made->clock = clock_;
     return made;
 }
 
@@ -52,7 +75,7 @@ void volumes::add_drive(char16_t letter)
     char16_t const upper = upcase(letter);
     if (drives_.contains(upper))
         return;
-    auto made = make_volume({upper, u':'});
+    auto made = make_volume({upper, u':'}, place_of_disk::here);
     made->guid_name = guid_name_of(upper);
     made->device_name = disk_name_of(upper);
     drives_[upper] = std::move(made);
@@ -77,8 +100,8 @@ void volumes::add_share(std::u16string_view server, std::u16string_view share)
     std::shared_ptr<volume> &held = servers_[upcase(server)].shares[upcase(share)];
     if (held)
         return;
-    held = make_volume(u"UNC\\" + std::u16string(server) + u'\\' + std::u16string(share));
-    held->is_remote = true;
+    held = make_volume(u"UNC\\" + std::u16string(server) + u'\\' + std::u16string(share),
+                       place_of_disk::server);
 }
 
 void volumes::add_dead_server(std::u16string_view name)
@@ -89,10 +112,20 @@ void volumes::add_dead_server(std::u16string_view name)
 std::shared_ptr<volume> volumes::device()
 {
     if (!device_) {
-        device_ = make_volume({}, FILE_ATTRIBUTE_ARCHIVE);
+        device_ = make_volume({}, place_of_disk::here, FILE_ATTRIBUTE_ARCHIVE);
         device_->is_device = true;
     }
     return device_;
+}
+
+std::shared_ptr<volume> volumes::raw_volume()
+{
+    if (!raw_volume_) {
+        raw_volume_ = make_volume({}, place_of_disk::here, FILE_ATTRIBUTE_ARCHIVE);
+        raw_volume_->is_device = true;
+        raw_volume_->is_raw = true;
+    }
+    return raw_volume_;
 }
 
 void volumes::map_drive(char16_t letter, std::u16string_view server, std::u16string_view share)

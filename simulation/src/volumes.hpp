@@ -23,6 +23,9 @@ struct volume_space
 
 struct volume
 {
+    /// A file or directory of this volume, without a name as yet.
+    std::shared_ptr<node> make_node(DWORD attributes);
+
     std::shared_ptr<entry> root;
     /// What its pathnames begin with behind a long prefix: `C:` or `UNC\server\share`. Empty
     /// if the volume has lost its letter.
@@ -35,10 +38,17 @@ struct volume
     bool is_remote = false;
     /// No volume at all: its root stands for a device, which takes all bytes and gives none.
     bool is_device = false;
+    /// The device is a volume below its file system, which knows no files.
+    bool is_raw = false;
     volume_space space = {100ULL << 30, 40ULL << 30, 30ULL << 30};
     std::shared_ptr<machine_clock> clock;
     /// All that anybody has open on it.
     std::vector<open_file const *> open_files;
+
+private:
+    std::uint64_t next_id();
+
+    std::uint64_t nodes_ = 0;
 };
 
 /// What the names of files begin with below `\Device\`: `HarddiskVolume3`,
@@ -82,6 +92,9 @@ public:
     /// What the names of devices open. They are all the same: NUL.
     std::shared_ptr<volume> device();
 
+    /// What `\\?\C:` opens, whatever the letter.
+    std::shared_ptr<volume> raw_volume();
+
     std::shared_ptr<machine_clock> const &clock() const noexcept { return clock_; }
 
 private:
@@ -91,13 +104,20 @@ private:
         std::map<std::u16string, std::shared_ptr<volume>> shares; // by name in upper case
     };
 
-    std::shared_ptr<volume> make_volume(std::u16string name,
+    enum class place_of_disk
+    {
+        here,
+        server
+    };
+
+    std::shared_ptr<volume> make_volume(std::u16string name, place_of_disk where,
                                         DWORD attributes = FILE_ATTRIBUTE_DIRECTORY);
     /// The disk, with a letter or without, whose `name` is `wanted` in any case; or null.
     std::shared_ptr<volume> find_by(std::u16string volume::*name, std::u16string_view wanted) const;
 
     std::shared_ptr<machine_clock> clock_ = std::make_shared<machine_clock>();
     std::shared_ptr<volume> device_;
+    std::shared_ptr<volume> raw_volume_;
     std::map<char16_t, std::shared_ptr<volume>> drives_;
     std::vector<std::shared_ptr<volume>> without_letter_;
     std::map<char16_t, mapping> mappings_;

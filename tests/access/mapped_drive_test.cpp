@@ -62,6 +62,14 @@ TEST(IsMappedNetworkDrive, AsksNobodyAboutOtherTypes)
     EXPECT_EQ(calls(machine), lines{});
 }
 
+TEST(IsMappedNetworkDrive, ASuccessWithoutANameIsNone)
+{
+    simulated_machine machine;
+    machine.add_share(u"s", u"h").map_drive(u'X', u"s", u"h").forget_universal_names();
+    EXPECT_FALSE(is_mapped_network_drive(LR"(X:\a)", windows::PATH_TYPE_DRIVE_ABSOLUTE));
+    EXPECT_EQ(calls(machine), lines{R"(WNetGetUniversalNameW(X:\a))"});
+}
+
 TEST(IsMappedNetworkDrive, AFailureIsNone)
 {
     simulated_machine machine;

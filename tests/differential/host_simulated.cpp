@@ -32,6 +32,8 @@ struct host::state
 
 host::host(unsigned int number) : state_(std::make_unique<state>())
 {
+    // the one that Wine is like: deleted names stay, and devices are found in directories
+    state_->machine.set_edition(simulation::edition::windows_10_1809);
     std::u16string const folder = units(folder_above + folder_name(number));
     state_->machine.add_directory(folder + u"\\dir\\inner");
     state_->machine.add_file(folder + u"\\file", "text");

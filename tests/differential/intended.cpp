@@ -44,6 +44,7 @@ std::u16string situation::text(std::size_t index) const
 std::u16string situation::full(std::size_t index) const
 {
     simulation::simulated_machine machine;
+    machine.set_edition(simulation::edition::windows_10_1809);
     machine.add_directory(directory).set_current_directory(directory);
     std::wstring buffer(40000, L'\0');
     DWORD const room = static_cast<DWORD>(buffer.size());
@@ -481,6 +482,42 @@ bool is_first_with_separator(situation const &here)
     return bare_path(here, 0).ends_with(u'\\');
 }
 
+bool is_directory_there_first(situation const &here)
+{
+    return is_directory_there(here, 0);
+}
+
+/// The place right above that of the step's second text.
+std::u16string above_second(situation const &here)
+{
+    std::u16string const path = here.place(1);
+    return path.substr(0, path.find_last_of(u'\\'));
+}
+
+bool is_second_below_file(situation const &here)
+{
+    std::u16string const above = above_second(here);
+    return std::any_of(here.standing.begin(), here.standing.end(), [&](entry const &one) {
+        return !one.is_directory && is_same_name(units(one.pathname), above);
+    });
+}
+
+bool is_in_held_directory(situation const &here)
+{
+    std::u16string const above = above_second(here);
+    return std::any_of(here.held.begin(), here.held.end(),
+                       [&](open_name const &one) { return is_same_name(one.pathname, above); });
+}
+
+/// Two files of the same content may be one with two names.
+bool are_one_file_perhaps(situation const &here)
+{
+    entry const *const from = here.there(0);
+    entry const *const to = here.there(1);
+    return is_file(from) && is_file(to) && !is_same_name(here.place(0), here.place(1)) &&
+           from->content == to->content;
+}
+
 bool is_second_hidden(situation const &here)
 {
     return (attributes_there(here, 1) & FILE_ATTRIBUTE_HIDDEN) != 0;
@@ -617,10 +654,34 @@ constexpr row rows[] = {
      "without the drive there is no directory above"},
     {{f::create_directory},
      has_a_colon,
-     "failed 123",
+     "failed 267",
      "ok",
      aftermath::differs,
-     "Windows sees a stream, Wine a name"},
+     "Windows sees a stream, which is no directory; Wine sees a name"},
+    {{f::create_directory, f::remove_directory, f::set_current_directory, f::enumerate},
+     has_a_colon,
+     "failed 267",
+     "failed 3",
+     aftermath::same,
+     "a stream is no directory; Wine finds nothing of that name"},
+    {{f::create_directory, f::remove_directory, f::set_current_directory, f::enumerate},
+     has_a_colon,
+     "failed 267",
+     "failed 2",
+     aftermath::same,
+     "a stream is no directory; Wine finds nothing of that name"},
+    {{f::open_handle},
+     is_directory_there_first,
+     "failed 5",
+     "failed 80",
+     aftermath::same,
+     "a directory is told as one before the name is told as taken; Wine only finds it there"},
+    {{f::open_handle},
+     is_directory_there_first,
+     "failed 3",
+     "failed 80",
+     aftermath::same,
+     "a directory with a separator behind it is no file; Wine only finds it there"},
     {{f::write_file},
      has_a_colon,
      "failed 123",
@@ -943,22 +1004,34 @@ constexpr row rows[] = {
      "there"},
     {{f::move_file},
      is_second_with_separator,
-     "failed 123",
-     "failed 183",
-     aftermath::same,
-     "a file's name has no separator at its end; Wine finds the directory there"},
+     "ok",
+     "failed 267",
+     aftermath::differs,
+     "a separator behind the new name of a file is passed over; Wine looks for a directory"},
     {{f::move_file},
      is_second_with_separator,
-     "failed 123",
      "failed 5",
-     aftermath::same,
-     "a file's name has no separator at its end; Wine finds the directory there"},
-    {{f::move_file},
-     is_second_with_separator,
-     "failed 123",
      "failed 267",
      aftermath::same,
-     "a file's name has no separator at its end; Wine looks for a directory"},
+     "a separator behind the new name of a file is passed over; Wine looks for a directory"},
+    {{f::move_file},
+     are_one_file_perhaps,
+     "ok",
+     "ok",
+     aftermath::differs,
+     "of two names of one file the other stays; Wine's host leaves both"},
+    {{f::move_file, f::create_hard_link},
+     is_second_below_file,
+     "failed 87",
+     "failed 3",
+     aftermath::same,
+     "nothing goes into a file, which is no missing directory; Wine tells no difference"},
+    {{f::move_file, f::create_hard_link},
+     is_in_held_directory,
+     "failed 32",
+     "ok",
+     aftermath::differs,
+     "the directory that a name goes to is opened for that, and shared; Wine asks nobody"},
     {{f::move_file},
      is_second_with_separator,
      "failed 183",

@@ -208,8 +208,20 @@ inline DWORD make_directory(disk &all, std::u16string const &path)
     return is_there ? DWORD{ERROR_SUCCESS} : code;
 }
 
+/// The system opens the directory of a name, and finds that it is none.
+inline bool is_right_below_a_file(disk const &all, std::u16string const &path)
+{
+    std::size_t const separator = path.rfind(u'\\');
+    if (separator < 3)
+        return false;
+    found const above = find(all, path.substr(0, separator), true);
+    return above.code == ERROR_SUCCESS && !above.what->is_directory();
+}
+
 inline DWORD make_hard_link(disk &all, std::u16string const &path, std::u16string const &existing)
 {
+    if (is_right_below_a_file(all, path))
+        return ERROR_INVALID_PARAMETER;
     found const source = find(all, existing, false);
     found const place = find(all, path, false);
     bool const is_reached = place.code == ERROR_SUCCESS || place.code == ERROR_FILE_NOT_FOUND;

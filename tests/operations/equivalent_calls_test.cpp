@@ -255,5 +255,27 @@ TEST(EquivalentCalls, EveryFailingCallReleasesWhatItHolds)
     }
 }
 
+// Identities are those of one volume, and repeat on others; on some servers the lower half
+// repeats on one volume.
+TEST(Equivalent, NeedsTheWholeIdentityAndTheVolume)
+{
+    for (bool const has_long_identities : {true, false}) {
+        simulation::simulated_machine machine;
+        std::optional<simulation::fault> fault;
+        if (!has_long_identities)
+            fault = machine.fail_every_call_on("GetFileInformationByHandleEx", 87);
+        machine.add_drive(u'D').add_file(uR"(C:\f)").add_file(uR"(D:\f)");
+        EXPECT_FALSE(equivalent(uR"(C:\f)", uR"(D:\f)"));
+        EXPECT_FALSE(equivalent(uR"(C:\)", uR"(D:\)"));
+        EXPECT_TRUE(equivalent(uR"(D:\f)", uR"(D:\F)"));
+        machine.add_share(u"s", u"h");
+        for (char16_t const *name : {u"a", u"b", u"c"})
+            machine.add_file(uR"(\\s\h\)" + std::u16string(name));
+        EXPECT_FALSE(equivalent(uR"(\\s\h\a)", uR"(\\s\h\b)"));
+        EXPECT_FALSE(equivalent(uR"(\\s\h\b)", uR"(\\s\h\c)"));
+        EXPECT_TRUE(equivalent(uR"(\\s\h\b)", uR"(\\s\h\B)"));
+    }
+}
+
 } // namespace
 } // namespace fl::filesystem

@@ -260,17 +260,15 @@ TEST(RemoveAllFailures, AnOpenFileThatIsNotSharedEndsIt)
     ::CloseHandle(reader);
 }
 
-/// A root keeps its separator, and the walk puts another behind it: behind a long prefix
-/// that is a name without units.
-TEST(RemoveAllFailures, InARootANameWithAFullStopAtItsEndIsRefused)
+/// A root keeps its separator, and the walk puts another behind it, which the system passes
+/// over right behind the root of a disk. What is left in the end is the root, which stays.
+TEST(RemoveAllFailures, InARootANameWithAFullStopAtItsEndGoesToo)
 {
     simulated_machine machine;
     machine.add_drive(u'D').add_file(uR"(D:\a)").add_file(uR"(D:\b.)");
-    EXPECT_EQ(failure_of([] { remove_all(uR"(D:\)"); }),
-              test_support::invalid_argument(
-                  "The filename, directory name, or volume label syntax is incorrect."));
+    EXPECT_EQ(failure_of([] { remove_all(uR"(D:\)"); }), denied(uR"(D:\)"));
     EXPECT_TRUE(has_called(machine, "DeleteFileW", uR"(\\?\D:\\b.)"));
-    EXPECT_EQ(machine.entries(uR"(D:\)"), names{u"b."});
+    EXPECT_EQ(machine.entries(uR"(D:\)"), names{});
 }
 
 // ---- which text gets a long prefix ----

@@ -254,10 +254,25 @@ TEST(RemoveOpenFiles, FreesTheNameAtOnce)
     EXPECT_EQ(failure_of([] { remove(u"C:\\f"); }), not_found(u"C:\\f"));
 }
 
-TEST(RemoveOpenFiles, RemoveFileLeavesTheNameToTheLastWhoHasItOpen)
+TEST(RemoveOpenFiles, RemoveFileFreesTheNameAtOnce)
+{
+    for (auto const runs :
+         {simulation::edition::windows_10_22h2, simulation::edition::windows_11}) {
+        simulated_machine machine;
+        machine.set_edition(runs).add_file(u"C:\\f");
+        held_file const reader(L"C:\\f", FILE_SHARE_READ | FILE_SHARE_DELETE);
+        EXPECT_EQ(failure_of([] { remove_file(u"C:\\f"); }), std::nullopt);
+        EXPECT_EQ(failure_of([] { remove_file(u"C:\\f"); }), not_found(u"C:\\f"));
+        machine.add_file(u"C:\\f", "another");
+        EXPECT_EQ(machine.content(u"C:\\f"), "another");
+    }
+}
+
+// Before version 1903.
+TEST(RemoveOpenFiles, RemoveFileLeftTheNameToTheLastWhoHadItOpen)
 {
     simulated_machine machine;
-    machine.add_file(u"C:\\f");
+    machine.set_edition(simulation::edition::windows_10_1809).add_file(u"C:\\f");
     {
         held_file const reader(L"C:\\f", FILE_SHARE_READ | FILE_SHARE_DELETE);
         EXPECT_EQ(failure_of([] { remove_file(u"C:\\f"); }), std::nullopt);

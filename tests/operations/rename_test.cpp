@@ -102,7 +102,6 @@ constexpr failure_case failure_cases[] = {
     {u"missing", uR"(missing\new)", not_found, true, "both missing: the source"},
     {u"file", uR"(missing\new)", not_found, false, "into no directory"},
     {u"dir", uR"(missing\new)", not_found, false, "a directory into none"},
-    {u"file", uR"(other\new)", not_found, false, "into a file"},
     {u"file", u"empty", denied, false, "over a directory"},
     {u"file", u"dir", denied, false, "over one that isn't empty"},
     {u"dir", u"empty", denied, false, "a directory over another"},
@@ -125,6 +124,24 @@ TEST(Rename, FailuresNameOneOfTheTwo)
         EXPECT_EQ(content_of(in(space, L"other")), "former") << row.why;
         unlock(space);
     }
+}
+
+// Windows finds the place, which is no directory: a parameter that it doesn't take. Wine finds
+// no place.
+TEST(Rename, IntoAFile)
+{
+    workspace space;
+    fill(space);
+    std::u16string const from = space.path(u"file");
+    std::u16string const to = space.path(uR"(other\new)");
+    failure const expected =
+        contract::runs_under_wine()
+            ? not_found(to)
+            : failure{fsys_excp_system_error, "fl:filesystem:SystemError", from, {to}, 87};
+    EXPECT_EQ(failure_of([&] { rename(from, to); }), expected);
+    EXPECT_EQ(space.entries(space.root()), all_names);
+    EXPECT_EQ(content_of(in(space, L"other")), "former");
+    unlock(space);
 }
 
 // Under Wine the host decides, and its administrator may replace any file.
@@ -152,6 +169,17 @@ TEST(Rename, OntoItselfChangesNothing)
 }
 
 // Wine succeeds and leaves the name as it is.
+// The other way round would lose the file. Wine's host sees one file and leaves both names.
+TEST(Rename, OneHardLinkOntoAnotherLeavesTheOther)
+{
+    workspace space;
+    space.make_file(space.path(u"one"), "content");
+    ASSERT_TRUE(::CreateHardLinkW(in(space, L"two").c_str(), in(space, L"one").c_str(), nullptr));
+    rename(space.path(u"one"), space.path(u"two"));
+    EXPECT_EQ(space.exists(space.path(u"one")), contract::runs_under_wine());
+    EXPECT_EQ(space.content(space.path(u"two")), "content");
+}
+
 TEST(Rename, ChangesTheCaseOfAName)
 {
     workspace space;

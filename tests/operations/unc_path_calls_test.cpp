@@ -133,6 +133,15 @@ TEST(GetUncPathCalls, AnyAnswerButMoreDataMeansNoNetwork)
     }
 }
 
+TEST(GetUncPathCalls, AProviderThatSucceedsWithoutANameLeavesTheText)
+{
+    simulated_machine machine;
+    map_a_drive(machine);
+    machine.forget_universal_names();
+    for (bool const tolerant : {false, true})
+        EXPECT_EQ(get_unc_path(uR"(X:\file)", tolerant), uR"(X:\file)");
+}
+
 TEST(GetUncPathCalls, AProviderThatHasNothingToSayMeansNoNetwork)
 {
     simulated_machine machine;

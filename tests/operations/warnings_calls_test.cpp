@@ -104,18 +104,34 @@ TEST(Warnings, ADirectoryCopiedIntoItselfGoesOnToTheLimit)
 
 // Windows itself never makes such a name without a prefix, but other systems leave them on
 // disks.
+void expect_device(simulation::edition runs, std::u16string const &name)
+{
+    simulated_machine machine;
+    std::u16string const path = uR"(C:\t\)" + name;
+    machine.set_edition(runs).add_file(path);
+    EXPECT_EQ(failure_of([] { remove_all(uR"(C:\t)"); }), system_error(1, path));
+    EXPECT_EQ(failure_of([&] { remove(path); }), denied(path));
+    EXPECT_TRUE(machine.exists(path));
+    std::wstring const exact = detail::windows::add_long_path_prefix_bridge(
+        wide(path), path.size(), detail::windows::PATH_TYPE_DRIVE_ABSOLUTE);
+    EXPECT_TRUE(::DeleteFileW(exact.c_str()));
+    remove_all(uR"(C:\t)");
+    EXPECT_FALSE(machine.exists(uR"(C:\t)"));
+}
+
 TEST(Warnings, ReservedNamesEndARemovalUntilAPrefixTakesThem)
+{
+    for (char16_t const *name : {u"aux", u"nul.txt", u"com1", u"nul"})
+        expect_device(simulation::edition::windows_10_22h2, name);
+    expect_device(simulation::edition::windows_11, u"nul");
+}
+
+// Windows 11 finds no other device in a directory.
+TEST(Warnings, FormerlyReservedNamesAreRemovedAsAnyOther)
 {
     for (char16_t const *name : {u"aux", u"nul.txt", u"com1"}) {
         simulated_machine machine;
-        std::u16string const path = uR"(C:\t\)" + std::u16string(name);
-        machine.add_file(path);
-        EXPECT_EQ(failure_of([] { remove_all(uR"(C:\t)"); }), system_error(1, path));
-        EXPECT_EQ(failure_of([&] { remove(path); }), denied(path));
-        EXPECT_TRUE(machine.exists(path));
-        std::wstring const exact = detail::windows::add_long_path_prefix_bridge(
-            wide(path), path.size(), detail::windows::PATH_TYPE_DRIVE_ABSOLUTE);
-        EXPECT_TRUE(::DeleteFileW(exact.c_str()));
+        machine.add_file(uR"(C:\t\)" + std::u16string(name));
         remove_all(uR"(C:\t)");
         EXPECT_FALSE(machine.exists(uR"(C:\t)"));
     }

@@ -17,9 +17,12 @@
 
 namespace contract {
 
+using test_support::running_edition;
 using test_support::runs_under_wine;
+using test_support::takes_long_pathnames;
 using test_support::units;
 using test_support::wide;
+using test_support::windows_edition;
 using test_support::workspace;
 
 /// No system code, so that a call that leaves the last error alone shows.
@@ -43,6 +46,25 @@ DWORD outcome_of(Call call)
 inline DWORD expected(DWORD windows, DWORD wine)
 {
     return runs_under_wine() && wine != as_windows ? wine : windows;
+}
+
+/// Whether the name of a deleted file is free while others have the file open.
+inline bool frees_names_at_once()
+{
+    return running_edition() >= windows_edition::windows_10_22h2;
+}
+
+/// Whether names of legacy devices mean them in any directory and with any extension. NUL does
+/// so everywhere, without an extension.
+inline bool finds_devices_anywhere()
+{
+    return running_edition() < windows_edition::windows_11;
+}
+
+/// The outcome for a full pathname that is longer than those that need no long prefix.
+inline DWORD beyond_limit(DWORD code)
+{
+    return takes_long_pathnames() || runs_under_wine() ? success : code;
 }
 
 /// The folder of a workspace, a backslash and `relative`.

@@ -163,6 +163,13 @@ constexpr held_case held_cases[] = {
     {L"file", GENERIC_WRITE, share_all, success, "one that somebody writes"},
     {L"other", GENERIC_READ, FILE_SHARE_READ, ERROR_SHARING_VIOLATION, "a target that is read"},
     {L"other", GENERIC_READ, share_all, success, "one that others may write"},
+    {L"other", GENERIC_READ | GENERIC_WRITE, FILE_SHARE_WRITE, success,
+     "one that others may only write"},
+    {L"other", GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, ERROR_SHARING_VIOLATION,
+     "or only read"},
+    {L"file", GENERIC_READ | GENERIC_WRITE, FILE_SHARE_WRITE, ERROR_SHARING_VIOLATION,
+     "a source that others may only write"},
+    {L"file", GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, success, "or only read"},
 };
 
 TEST(Copying, MindsWhatIsOpen)
@@ -202,6 +209,7 @@ constexpr link_case link_cases[] = {
     {LR"(@\dir)", LR"(@\other)", ERROR_ACCESS_DENIED, "but not what has it"},
     {LR"(@\dir)", LR"(@\a*b)", ERROR_INVALID_NAME, "and whether it is one"},
     {LR"(@\file)", LR"(@\missing\new)", ERROR_PATH_NOT_FOUND, "into no directory"},
+    {LR"(@\file)", LR"(@\other\new)", ERROR_INVALID_PARAMETER, "into a file", ERROR_PATH_NOT_FOUND},
     {LR"(@\file\)", LR"(@\new)", ERROR_INVALID_NAME, "a file is no directory"},
     {L"", LR"(@\new)", ERROR_PATH_NOT_FOUND, "no text"},
     {LR"(@\file)", L"", ERROR_PATH_NOT_FOUND, "no text for the name"},

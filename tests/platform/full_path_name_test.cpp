@@ -93,6 +93,16 @@ constexpr full_path_case network_cases[] = {
     {LR"(\\server\share\a. )", LR"(\\server\share\a)", "the end is trimmed"},
     {LR"(\\server\share.\a)", LR"(\\server\share.\a)", "but not in the root"},
     {LR"(\\server\..\a)", LR"(\\server\..\a)", "where dots are names"},
+    {LR"(\\..)", LR"(\\)", "the end is trimmed, and if it is the server", LR"(\\..)"},
+    {LR"(\\.. .)", LR"(\\)", "with blanks among it", LR"(\\.. .)"},
+    {LR"(\\...)", LR"(\\)", "however many", LR"(\\...)"},
+    {LR"(\\server\..)", LR"(\\server\)", "or the share", LR"(\\server\..)"},
+    {LR"(\\server\.)", LR"(\\server\)", "with one stop", LR"(\\server\.)"},
+    {LR"(//server/...)", LR"(\\server\)", "or with more", LR"(\\server\...)"},
+    {LR"(\\server. .)", LR"(\\server)", "a server's name", LR"(\\server. .)"},
+    {LR"(\\spam\eggs. . .)", LR"(\\spam\eggs)", "and a share's", LR"(\\spam\eggs. . .)"},
+    {LR"(\\spam\eggs. . .\)", LR"(\\spam\eggs. . .\)", "but not ahead of a separator"},
+    {LR"(\\spam. \eggs)", LR"(\\spam. \eggs)", "nor within"},
     {LR"(\\server\share\\a)", LR"(\\server\share\a)", "runs of separators are one",
      LR"(\\server\share\\a)"},
     {LR"(//server//share)", LR"(\\server\share)", "also behind the server", LR"(\\server\\share)"},
@@ -133,23 +143,15 @@ constexpr full_path_case device_cases[] = {
     {L"nul", LR"(\\.\nul)", "as it is typed"},
     {L"PRN:", LR"(\\.\PRN)", "with a colon"},
     {L"aux  ", LR"(\\.\aux)", "with blanks"},
-    {L"con:alt", LR"(\\.\con)", "with a stream"},
-    {L"prn.json", LR"(\\.\prn)", "with an extension"},
-    {L"con .txt", LR"(\\.\con)", "and a blank ahead of it"},
     {L"lpt9", LR"(\\.\lpt9)", "a port"},
     {L"COM1", LR"(\\.\COM1)", "another"},
     {L"conin$", LR"(\\.\conin$)", "the console's input"},
     {L"CONOUT$", LR"(\\.\CONOUT$)", "and its output"},
-    {LR"(C:con)", LR"(\\.\con)", "on a drive"},
-    {LR"(::con)", LR"(\\.\con)", "on a drive with no letter"},
-    {LR"(C:\dir\con)", LR"(\\.\con)", "in a directory"},
-    {LR"(dir/nul.)", LR"(\\.\nul)", "behind a slash, with a full stop"},
     {LR"(C:\con\)", LR"(C:\con\)", "no device: the last element is empty"},
     {LR"(C:\con\a)", LR"(C:\con\a)", "no device: not the last element"},
     {LR"(C:\console)", LR"(C:\console)", "no device: another name"},
     {LR"(C:\com0)", LR"(C:\com0)", "no port has this number"},
     {LR"(C:\com10)", LR"(C:\com10)", "nor two digits"},
-    {L"C:\\com\x00B9", L"\\\\.\\com\x00B9", "a raised digit counts", L"C:\\com\x00B9"},
 };
 
 TEST(FullPathName, Drives)
@@ -180,6 +182,54 @@ TEST(FullPathName, Devices)
 {
     for (full_path_case const &row : device_cases)
         check(row);
+}
+
+/// A text, and what it means where devices stand anywhere and where they stand alone. `@` is
+/// the current directory.
+struct device_case
+{
+    wchar_t const *text, *anywhere, *alone;
+    char const *why;
+};
+
+constexpr device_case placed_device_cases[] = {
+    {L"con:alt", LR"(\\.\con)", LR"(@\con:alt)", "with a stream"},
+    {L"prn.json", LR"(\\.\prn)", LR"(@\prn.json)", "with an extension"},
+    {L"con .txt", LR"(\\.\con)", LR"(@\con .txt)", "and a blank ahead of it"},
+    {LR"(1:con)", LR"(\\.\con)", LR"(1:\con)", "on a drive"},
+    {LR"(::con)", LR"(\\.\con)", LR"(::\con)", "on a drive with no letter"},
+    {LR"(C:\dir\con)", LR"(\\.\con)", LR"(C:\dir\con)", "in a directory"},
+    {LR"(C:\con)", LR"(\\.\con)", LR"(C:\con)", "in the root"},
+    {LR"(.\con)", LR"(\\.\con)", LR"(@\con)", "here"},
+    {LR"(dir\..\con.)", LR"(\\.\con)", LR"(@\con)", "or elsewhere"},
+    {LR"(dir/nul.txt)", LR"(\\.\nul)", LR"(@\dir\nul.txt)", "behind a slash, with an extension"},
+    {LR"(dir/prn.)", LR"(\\.\prn)", LR"(@\dir\prn)", "with a full stop"},
+    {LR"(dir\nul)", LR"(\\.\nul)", LR"(\\.\nul)", "only NUL is kept in all directories"},
+    {LR"(C:\missing\NUL. .)", LR"(\\.\NUL)", LR"(\\.\NUL)", "with what is trimmed"},
+    {LR"(C:\dir\lpt1:)", LR"(\\.\lpt1)", LR"(C:\dir\lpt1:)", "in a directory, with a colon"},
+    {LR"(C:\missing\aux)", LR"(\\.\aux)", LR"(C:\missing\aux)", "even if that isn't there"},
+};
+
+TEST(FullPathName, DevicesInDirectoriesAndWithExtensions)
+{
+    workspace space;
+    space.change_directory(space.root());
+    for (device_case const &row : placed_device_cases) {
+        std::wstring const name = text_in(space, row.alone);
+        EXPECT_EQ(full_path(row.text), finds_devices_anywhere() ? row.anywhere : name)
+            << row.text << ": " << row.why;
+    }
+}
+
+// Wine knows only the plain digits.
+TEST(FullPathName, PortsWithRaisedDigits)
+{
+    workspace space;
+    space.change_directory(space.root());
+    for (wchar_t const digit : {L'\x00B9', L'\x00B2', L'\x00B3'}) {
+        std::wstring const name = std::wstring(L"com") + digit;
+        EXPECT_EQ(full_path(name), runs_under_wine() ? in(space, name) : LR"(\\.\)" + name);
+    }
 }
 
 // Texts that start from the current directory, which is `<drive>:\...\here`. The

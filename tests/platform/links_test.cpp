@@ -156,9 +156,26 @@ constexpr broken_case broken_cases[] = {
     {L"dir/inner", to_file, ERROR_INVALID_NAME, "in the target, a slash is no separator"},
     {L"link", to_file, ERROR_CANT_RESOLVE_FILENAME, "itself"},
     {L"link", to_directory, ERROR_CANT_RESOLVE_FILENAME, "itself, a directory"},
+};
+
+// Of the wrong kind. Before Windows 11 nobody minded who asked for directories, too.
+constexpr broken_case mistaken_cases[] = {
     {L"dir", to_file, ERROR_ACCESS_DENIED, "a file was meant"},
     {L"file", to_directory, ERROR_DIRECTORY, "a directory was meant"},
 };
+
+TEST_F(SymbolicLinks, AreOfTheKindOfTheirTarget)
+{
+    bool const minds = running_edition() >= windows_edition::windows_11;
+    for (broken_case const &row : mistaken_cases) {
+        link(L"link", row.target, row.flags);
+        EXPECT_EQ(open(L"link"), minds ? row.code : success) << row.why;
+        EXPECT_EQ(code_of_open(at(L"link"), {.access = 0}), DWORD{ERROR_ACCESS_DENIED})
+            << "a directory or a link to one, without the flag";
+        auto const remove = row.flags == to_file ? &::DeleteFileW : &::RemoveDirectoryW;
+        ASSERT_TRUE(remove(at(L"link").c_str())) << row.why;
+    }
+}
 
 TEST_F(SymbolicLinks, LeadAstray)
 {

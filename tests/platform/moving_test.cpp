@@ -67,9 +67,14 @@ constexpr move_case move_cases[] = {
     {LR"(@\file\a)", LR"(@\new)", 0, ERROR_PATH_NOT_FOUND, "below a file"},
     {LR"(@\file)", LR"(@\missing\new)", 0, ERROR_PATH_NOT_FOUND, "into no directory"},
     {LR"(@\file)", LR"(@\missing\new)", replace | copy, ERROR_PATH_NOT_FOUND, "nor with flags"},
-    {LR"(@\file)", LR"(@\other\new)", 0, ERROR_PATH_NOT_FOUND, "into a file"},
+    {LR"(@\file)", LR"(@\other\new)", 0, ERROR_INVALID_PARAMETER, "into a file",
+     ERROR_PATH_NOT_FOUND},
+    {LR"(@\file)", LR"(@\other\a\new)", 0, ERROR_PATH_NOT_FOUND, "or deeper"},
     {LR"(@\file\)", LR"(@\new)", 0, ERROR_INVALID_NAME, "a file is no directory"},
-    {LR"(@\file)", LR"(@\new\)", 0, ERROR_INVALID_NAME, "nor becomes one", ERROR_DIRECTORY},
+    {LR"(@\file)", LR"(@\new\)", 0, success, "but a separator behind the new name is passed over",
+     ERROR_DIRECTORY},
+    {LR"(@\file)", LR"(@\other\)", 0, ERROR_ALREADY_EXISTS, "and also behind one that is there",
+     ERROR_DIRECTORY},
     {L"", LR"(@\new)", 0, ERROR_PATH_NOT_FOUND, "no text"},
     {LR"(@\file)", L"", 0, ERROR_PATH_NOT_FOUND, "no text for the target"},
     {LR"(@\a*b)", LR"(@\new)", 0, ERROR_INVALID_NAME, "no name"},
@@ -108,6 +113,23 @@ TEST(Moving, StopsAtAReadOnlyTarget)
     EXPECT_EQ(code, allowed ? success : DWORD{ERROR_ACCESS_DENIED});
     EXPECT_EQ(content_of(in(space, L"locked")), allowed ? "content" : "kept");
     EXPECT_NE(space.exists(space.path(u"file")), allowed);
+}
+
+// Both names are one file: there is nothing to replace but a name, and the file is no obstacle
+// to itself. Wine's host takes it for nothing to be done.
+TEST(Moving, OneHardLinkOntoAnotherOfTheSameFile)
+{
+    workspace space;
+    space.make_file(space.path(u"one"), "content");
+    std::wstring const one = in(space, L"one");
+    std::wstring const two = in(space, L"two");
+    ASSERT_TRUE(::CreateHardLinkW(two.c_str(), one.c_str(), nullptr));
+    EXPECT_EQ(move(one, two), DWORD{ERROR_ALREADY_EXISTS});
+    EXPECT_EQ(information_of(one).nNumberOfLinks, 2U);
+    EXPECT_EQ(move(one, two, replace), success);
+    EXPECT_EQ(get_file_attributes(one), expected(ERROR_FILE_NOT_FOUND, success));
+    EXPECT_EQ(content_of(two), "content");
+    EXPECT_EQ(information_of(two).nNumberOfLinks, expected(1, 2));
 }
 
 TEST(Moving, KeepsContentAttributesAndTimes)

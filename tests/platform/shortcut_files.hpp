@@ -7,9 +7,9 @@
 namespace contract {
 
 template <std::size_t Size>
-std::string content_of(unsigned char const (&bytes)[Size])
+std::string content_of(unsigned char const (&content)[Size])
 {
-    return std::string(bytes, bytes + Size);
+    return std::string(content, content + Size);
 }
 
 /// `C:\nodir\missing`, saved by the shell link object of Wine 8: a list of shell items

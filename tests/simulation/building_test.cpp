@@ -215,6 +215,47 @@ TEST(Building, ADeadServersMappedDriveIsNoDriveToMount)
     EXPECT_THROW(machine.add_mount_point(u"C:\\new", u'X'), std::invalid_argument);
 }
 
+BY_HANDLE_FILE_INFORMATION identity_of(wchar_t const *path)
+{
+    HANDLE const file = ::CreateFileW(path, 0, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+                                      FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    BY_HANDLE_FILE_INFORMATION info = {};
+    EXPECT_TRUE(::GetFileInformationByHandle(file, &info)) << path;
+    ::CloseHandle(file);
+    return info;
+}
+
+// Only the volume tells such files apart.
+TEST(Building, IdentitiesRepeatOnOtherVolumes)
+{
+    simulated_machine machine;
+    machine.add_drive(u'D').add_file(uR"(C:\file)").add_file(uR"(D:\file)");
+    for (auto const &[left, right] :
+         {std::pair(LR"(C:\)", LR"(D:\)"), std::pair(LR"(C:\file)", LR"(D:\file)")}) {
+        BY_HANDLE_FILE_INFORMATION const one = identity_of(left);
+        BY_HANDLE_FILE_INFORMATION const other = identity_of(right);
+        EXPECT_EQ(one.nFileIndexLow, other.nFileIndexLow);
+        EXPECT_EQ(one.nFileIndexHigh, other.nFileIndexHigh);
+        EXPECT_NE(one.dwVolumeSerialNumber, other.dwVolumeSerialNumber);
+    }
+}
+
+TEST(Building, BothHalvesOfAnIdentityVary)
+{
+    simulated_machine machine;
+    machine.add_file(uR"(C:\a)").add_file(uR"(C:\b)").add_share(u"s", u"h");
+    machine.add_file(uR"(\\s\h\a)").add_file(uR"(\\s\h\b)").add_file(uR"(\\s\h\c)");
+    EXPECT_NE(identity_of(LR"(C:\a)").nFileIndexHigh, identity_of(LR"(C:\b)").nFileIndexHigh);
+    EXPECT_NE(identity_of(LR"(C:\a)").nFileIndexLow, identity_of(LR"(C:\b)").nFileIndexLow);
+    BY_HANDLE_FILE_INFORMATION const b = identity_of(LR"(\\s\h\b)");
+    BY_HANDLE_FILE_INFORMATION const c = identity_of(LR"(\\s\h\c)");
+    BY_HANDLE_FILE_INFORMATION const a = identity_of(LR"(\\s\h\a)");
+    EXPECT_TRUE(a.nFileIndexLow == b.nFileIndexLow || b.nFileIndexLow == c.nFileIndexLow)
+        << "the lower half of a server's repeats";
+    EXPECT_NE(a.nFileIndexHigh, b.nFileIndexHigh);
+    EXPECT_NE(b.nFileIndexHigh, c.nFileIndexHigh);
+}
+
 } // namespace
 
 } // namespace simulation

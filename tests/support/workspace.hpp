@@ -114,6 +114,22 @@ private:
 /// Whether the test runs on Wine, which differs from Windows here and there.
 bool runs_under_wine();
 
+/// The Windows that a test runs on, by what it does differently.
+enum class windows_edition
+{
+    windows_10_1809, ///< the name of a deleted file stays until its last handle closes
+    windows_10_22h2, ///< names of deleted files are free at once (since 1903)
+    windows_11       ///< and of legacy devices only NUL is found in directories
+};
+
+/// Natively what FL_WINDOWS_EDITION in the environment says, with names as above, and Windows
+/// 11 if it says nothing. Wine passes for the oldest: rows say what else it does.
+windows_edition running_edition();
+
+/// Whether pathnames without a long prefix may be longer than 259 units. Natively if
+/// FL_LONG_PATHNAMES is in the environment.
+bool takes_long_pathnames();
+
 } // namespace test_support
 
 #endif

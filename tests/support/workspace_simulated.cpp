@@ -2,7 +2,9 @@
 
 #include "support/link_data.hpp"
 
+#include <cstdlib>
 #include <stdexcept>
+#include <string_view>
 
 namespace test_support {
 
@@ -45,10 +47,25 @@ simulation::right right_of(access_right right)
     throw std::invalid_argument("there is no such right");
 }
 
+simulation::edition simulated(windows_edition edition)
+{
+    switch (edition) {
+    case windows_edition::windows_10_1809:
+        return simulation::edition::windows_10_1809;
+    case windows_edition::windows_10_22h2:
+        return simulation::edition::windows_10_22h2;
+    case windows_edition::windows_11:
+        return simulation::edition::windows_11;
+    }
+    throw std::invalid_argument("there is no such edition");
+}
+
 } // namespace
 
 workspace::workspace() : state_(std::make_unique<state>())
 {
+    state_->machine.set_edition(simulated(running_edition()));
+    state_->machine.set_long_pathnames(takes_long_pathnames());
     state_->machine.add_directory(state_->root);
     state_->machine.add_share(u"fl-server", u"share").add_directory(state_->share_root);
     machines.push_back(&state_->machine);
@@ -203,6 +220,24 @@ simulation::simulated_machine &machine()
 bool runs_under_wine()
 {
     return false;
+}
+
+windows_edition running_edition()
+{
+    char const *const variable = std::getenv("FL_WINDOWS_EDITION");
+    std::string_view const name = variable == nullptr ? "windows_11" : variable;
+    if (name == "windows_10_1809")
+        return windows_edition::windows_10_1809;
+    if (name == "windows_10_22h2")
+        return windows_edition::windows_10_22h2;
+    if (name == "windows_11")
+        return windows_edition::windows_11;
+    throw std::invalid_argument("FL_WINDOWS_EDITION names no edition");
+}
+
+bool takes_long_pathnames()
+{
+    return std::getenv("FL_LONG_PATHNAMES") != nullptr;
 }
 
 } // namespace test_support

@@ -281,4 +281,37 @@ bool runs_under_wine()
     return does;
 }
 
+windows_edition running_edition()
+{
+    if (runs_under_wine())
+        return windows_edition::windows_10_1809;
+    // what GetVersionExW tells depends on the program's manifest
+    static DWORD const build = [] {
+        OSVERSIONINFOW version = {};
+        version.dwOSVersionInfoSize = sizeof version;
+        using call = LONG(WINAPI *)(OSVERSIONINFOW *);
+        void *const found = reinterpret_cast<void *>(
+            ::GetProcAddress(::GetModuleHandleW(L"ntdll.dll"), "RtlGetVersion"));
+        reinterpret_cast<call>(found)(&version);
+        return version.dwBuildNumber;
+    }();
+    constexpr DWORD first_windows_11 = 22000;
+    constexpr DWORD first_freeing_names = 18362; // version 1903
+    if (build >= first_windows_11)
+        return windows_edition::windows_11;
+    return build >= first_freeing_names ? windows_edition::windows_10_22h2
+                                        : windows_edition::windows_10_1809;
+}
+
+bool takes_long_pathnames()
+{
+    static bool const takes = [] {
+        using call = BOOLEAN(WINAPI *)();
+        void *const found = reinterpret_cast<void *>(
+            ::GetProcAddress(::GetModuleHandleW(L"ntdll.dll"), "RtlAreLongPathsEnabled"));
+        return found != nullptr && reinterpret_cast<call>(found)() != FALSE;
+    }();
+    return takes;
+}
+
 } // namespace test_support

@@ -147,8 +147,8 @@ FL_FILESYSTEM_API void remove_directory(std::u16string const &p);
 /// Not for a tree that others can write to while it runs: who puts a link in the place of a
 /// directory at the right moment has names removed from where that leads.
 ///
-/// A name that the system keeps for a device, such as `aux` or `nul.txt`, ends it. `DeleteFileW`
-/// or `RemoveDirectoryW` take such a name with a long prefix (see
+/// A name that the system keeps for a device ends it: `nul`, and before Windows 11 also `aux` or
+/// `nul.txt`. `DeleteFileW` or `RemoveDirectoryW` take such a name with a long prefix (see
 /// `detail::windows::add_long_path_prefix_bridge`).
 ///
 /// The first failure ends it, and what was removed by then stays removed: no attribute is

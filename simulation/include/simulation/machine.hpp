@@ -37,6 +37,14 @@ struct times
     friend bool operator==(times const &, times const &) = default;
 };
 
+/// The Windows that the machine runs, as far as they differ.
+enum class edition
+{
+    windows_10_1809, ///< the name of a deleted file stays until its last handle closes
+    windows_10_22h2, ///< names of deleted files are free at once (since 1903)
+    windows_11       ///< and of legacy devices only NUL is found in directories
+};
+
 /// What the caller can be denied.
 enum class right
 {
@@ -117,6 +125,14 @@ public:
     ~simulated_machine();
     simulated_machine(simulated_machine const &) = delete;
     simulated_machine &operator=(simulated_machine const &) = delete;
+
+    /// Windows 11, unless a test says otherwise.
+    simulated_machine &set_edition(edition runs);
+    edition runs() const;
+    /// The opt-in to pathnames beyond 259 units without a prefix, which takes a setting of the
+    /// system and the program's manifest: off unless a test turns it on.
+    simulated_machine &set_long_pathnames(bool takes_them);
+    bool takes_long_pathnames() const;
 
     // Building. Missing parent directories are made.
     simulated_machine &add_drive(char16_t letter);
@@ -234,6 +250,9 @@ public:
     /// A drive letter for a share that is there: `X:\dir` is `\\server\share\dir`.
     simulated_machine &map_drive(char16_t letter, std::u16string_view server,
                                  std::u16string_view share);
+    /// A provider of another maker, which has a universal name for nothing: it succeeds, and
+    /// the name is null.
+    simulated_machine &forget_universal_names();
     /// Bytes on the volume with this root: all, free, and free for the caller. At
     /// first the three are different, so that who mixes them up is found out.
     simulated_machine &set_volume_space(std::u16string_view root, std::uint64_t capacity,

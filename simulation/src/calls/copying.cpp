@@ -41,7 +41,7 @@ std::shared_ptr<open_file> open_target(machine_state &machine, pathname const &p
     }
     terms how;
     how.access = GENERIC_WRITE | FILE_READ_ATTRIBUTES;
-    how.share = FILE_SHARE_READ;
+    how.share = FILE_SHARE_READ | FILE_SHARE_WRITE;
     how.wanted = kind::file;
     return open_found(here, path.ends_in_separator, how);
 }
@@ -57,8 +57,9 @@ void create_hard_link(machine_state &machine, LPCWSTR name, LPCWSTR existing)
     pathname const path = parse_pathname(from_wide(name), machine);
     if (path.is_device())
         throw failure(ERROR_ALREADY_EXISTS);
-    place const here = find_place(path, machine);
+    place const here = find_new_place(path, machine);
     // the system has found the place of the new name before the disk is asked
+    auto const directory = here.is_root() ? nullptr : open_directory_of(here);
     if (source->target().is_directory())
         throw failure(ERROR_ACCESS_DENIED);
     if (here.disk != source->disk)
@@ -67,7 +68,6 @@ void create_hard_link(machine_state &machine, LPCWSTR name, LPCWSTR existing)
         throw failure(ERROR_INVALID_NAME);
     if (here.found)
         throw collision(*here.found, ERROR_ALREADY_EXISTS);
-    check_creation(here);
     if (source->target().link_count == most_links)
         throw failure(ERROR_TOO_MANY_LINKS);
     node::add(here.parent, here.name, source->name->target, machine.now());

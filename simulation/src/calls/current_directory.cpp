@@ -15,7 +15,8 @@ constexpr std::size_t longest_current_directory = MAX_PATH - 2;
 
 void change_directory(machine_state &machine, std::u16string full)
 {
-    pathname const path = parse_literal(full, machine);
+    pathname path = parse_literal(full, machine);
+    path.wants_directory = true;
     if (path.is_device())
         throw failure(ERROR_DIRECTORY);
     place const here = find_existing(path, machine, last_link::follow);
@@ -54,7 +55,8 @@ extern "C" BOOL SetCurrentDirectoryW(LPCWSTR name)
     return perform("SetCurrentDirectoryW", name, BOOL{FALSE}, [&](machine_state &machine) {
         std::u16string full = full_path(from_wide(name), machine);
         std::size_t const added = full.ends_with(u'\\') ? 0 : 1;
-        if (full.size() + added > longest_current_directory)
+        bool const is_too_long = full.size() + added > longest_current_directory;
+        if (is_too_long && !machine.takes_long_pathnames)
             throw failure(ERROR_FILENAME_EXCED_RANGE);
         change_directory(machine, std::move(full));
         return BOOL{TRUE};

@@ -14,7 +14,7 @@ constexpr std::size_t too_long_for_a_directory = MAX_PATH - 12;
 void check_directory_length(machine_state &machine, std::u16string_view text)
 {
     bool const is_blank = text.find_first_not_of(u' ') == std::u16string_view::npos;
-    if (is_blank || is_literal(text))
+    if (is_blank || is_literal(text) || machine.takes_long_pathnames)
         return;
     if (full_path(text, machine).size() >= too_long_for_a_directory)
         throw failure(ERROR_FILENAME_EXCED_RANGE);
@@ -23,7 +23,8 @@ void check_directory_length(machine_state &machine, std::u16string_view text)
 void create_directory(machine_state &machine, std::u16string_view text)
 {
     check_directory_length(machine, text);
-    pathname const path = parse_pathname(text, machine);
+    pathname path = parse_pathname(text, machine);
+    path.wants_directory = true;
     if (path.is_device())
         throw failure(ERROR_DIRECTORY);
     place const here = find_place(path, machine);

@@ -17,8 +17,8 @@ void store(std::uint64_t bytes, PULARGE_INTEGER where)
 /// The space around a directory. No text means the volume of the current one.
 volume_space space_at(machine_state &machine, LPCWSTR directory)
 {
-    pathname const path =
-        parse_pathname(directory == nullptr ? u"\\" : from_wide(directory), machine);
+    pathname path = parse_pathname(directory == nullptr ? u"\\" : from_wide(directory), machine);
+    path.wants_directory = true;
     if (path.is_device())
         throw failure(ERROR_DIRECTORY);
     place const here = find_existing(path, machine, last_link::follow);
@@ -81,7 +81,10 @@ std::u16string volume_path(machine_state &machine, std::u16string_view name)
 {
     std::u16string const full = is_literal(name) ? std::u16string(name) : full_path(name, machine);
     std::size_t length = root_length(machine, full);
-    auto here = parse_literal(full.substr(0, length), machine).disk->root; // it has to be there
+    pathname const parsed = parse_literal(full.substr(0, length), machine); // it has to be there
+    if (parsed.is_raw_volume)
+        throw failure(ERROR_INVALID_PARAMETER);
+    auto here = parsed.disk->root;
     bool is_plain = true; // until the first link, which may lead anywhere
     for (std::size_t end = length; end < full.size() && here;) {
         std::size_t const begin = end;

@@ -124,10 +124,10 @@ void hand_over_name(found_name const &found, WIN32_FIND_DATAW &data)
 }
 
 /// A device is found by its name alone, as if it were a file.
-std::shared_ptr<search> find_device(std::u16string_view text)
+std::shared_ptr<search> find_device(std::u16string_view text, machine_state const &machine)
 {
     auto found = std::make_shared<search>();
-    std::u16string_view const name = legacy_device(text);
+    std::u16string_view const name = legacy_device(text, machine.runs);
     found->names.push_back({std::u16string(name), FILE_ATTRIBUTE_ARCHIVE, {}, 0, 0});
     return found;
 }
@@ -147,7 +147,8 @@ HANDLE find_first(machine_state &machine, LPCWSTR name, WIN32_FIND_DATAW &data)
 {
     std::u16string const text = from_wide(name);
     pattern const wanted = parse_pattern(machine, text);
-    auto found = wanted.directory.is_device() ? find_device(text) : find_names(machine, wanted);
+    auto found =
+        wanted.directory.is_device() ? find_device(text, machine) : find_names(machine, wanted);
     if (machine.keeps_journal)
         found->text = text;
     hand_over_name(found->names[found->next++], data);

@@ -81,13 +81,15 @@ std::shared_ptr<open_file> open_it(place const &here, pathname const &path, crea
                                    machine_state &machine)
 {
     check_separator(here, path.ends_in_separator);
+    check_directory(here, path, asked);
     if (asked.disposition == CREATE_NEW)
         throw collision(*here.found, ERROR_FILE_EXISTS);
-    check_directory(here, path, asked);
     terms how;
     how.access = access_of(asked);
     how.share = asked.share;
     how.wanted = has(asked.flags, FILE_FLAG_BACKUP_SEMANTICS) ? kind::any : kind::file;
+    // Windows 10 opened whatever was there for who asks for directories, too
+    how.minds_kind_of_link = how.wanted != kind::any || machine.runs >= edition::windows_11;
     if (overwrites(asked)) {
         check_overwriting(*here.found->target, asked);
         terms writing = how;
@@ -120,11 +122,25 @@ std::shared_ptr<open_file> open_device(creation const &asked, machine_state &mac
     return std::make_shared<open_file>(device, device->root, access_of(asked), share_all);
 }
 
+/// A volume below its file system is there for whoever asks nothing of its content. The rest
+/// takes an administrator.
+std::shared_ptr<open_file> open_raw_volume(creation const &asked, machine_state &machine)
+{
+    constexpr DWORD harmless = FILE_READ_ATTRIBUTES | FILE_READ_EA | READ_CONTROL | SYNCHRONIZE;
+    bool const opens = asked.disposition == OPEN_EXISTING || asked.disposition == OPEN_ALWAYS;
+    if (!opens || (access_of(asked) & ~harmless) != 0)
+        throw failure(ERROR_ACCESS_DENIED);
+    auto const raw = machine.disks.raw_volume();
+    return std::make_shared<open_file>(raw, raw->root, access_of(asked), share_all);
+}
+
 std::shared_ptr<open_file> open_or_make(pathname const &path, creation const &asked,
                                         machine_state &machine, DWORD &last_error)
 {
     if (path.is_device())
         return open_device(asked, machine);
+    if (path.is_raw_volume)
+        return open_raw_volume(asked, machine);
     bool const keeps = has(asked.flags, FILE_FLAG_OPEN_REPARSE_POINT);
     place const here = find_place(path, machine, keeps ? last_link::keep : last_link::follow);
     auto const file = here.found ? open_it(here, path, asked, machine) : make_it(here, path, asked);

@@ -15,14 +15,28 @@ std::int64_t as_signed(std::uint64_t ticks)
     return static_cast<std::int64_t>(ticks);
 }
 
-/// A name that is about to go doesn't count any more.
+/// Whether the directory still has the name by which the file was opened.
+bool has_name(open_file const &file)
+{
+    auto const parent = file.name->parent.lock();
+    return !parent || parent->find(file.name->name) == file.name;
+}
+
 DWORD links_of(open_file const &file)
 {
-    return file.target().link_count - (file.name->is_delete_pending ? 1 : 0);
+    return file.target().link_count - file.target().doomed_links;
+}
+
+/// A volume below its file system is no file that anything could be told of.
+void check_is_file(open_file const &file)
+{
+    if (file.disk->is_raw)
+        throw failure(ERROR_INVALID_PARAMETER);
 }
 
 BY_HANDLE_FILE_INFORMATION information_of(open_file const &file)
 {
+    check_is_file(file);
     node const &target = file.target();
     BY_HANDLE_FILE_INFORMATION information = {};
     fill_record(information, target.attributes(), target.times, target.content.size());
@@ -87,6 +101,7 @@ void hand_over_record(Information const &information, LPVOID buffer, DWORD room)
 void get_information(open_file const &file, FILE_INFO_BY_HANDLE_CLASS kind_of_it, LPVOID buffer,
                      DWORD room)
 {
+    check_is_file(file);
     switch (kind_of_it) {
     case FileBasicInfo:
         return hand_over_record(basic_information(file), buffer, room);
@@ -125,27 +140,51 @@ void set_basic_information(open_file const &file, FILE_BASIC_INFO const &asked)
     file.target().times = changed;
 }
 
+/// What has no name any longer is deleted for good.
+void check_undeleted(open_file const &file)
+{
+    if (!has_name(file))
+        throw failure(ERROR_ACCESS_DENIED);
+}
+
+/// Takes a deletion back.
+void spare(open_file &file)
+{
+    file.name->doom(false);
+    file.is_posix_deletion = false;
+}
+
 void set_disposition(open_file &file, FILE_DISPOSITION_INFO const &asked)
 {
     file.demand(DELETE);
+    check_undeleted(file);
     if (asked.DeleteFile != 0)
         mark_for_deletion(file);
     else
-        file.name->is_delete_pending = false;
+        spare(file);
+}
+
+/// The flag of the handle, which can be taken away and not be given.
+void set_deletion_on_close(open_file &file, bool deletes)
+{
+    if (deletes && !file.deletes_on_close)
+        throw failure(ERROR_NOT_SUPPORTED);
+    file.deletes_on_close = deletes;
 }
 
 /// Since Windows 10 version 1709. The name of a file that is deleted as POSIX has it is
 /// free at once, whoever still has the file open.
 void set_disposition_ex(open_file &file, FILE_DISPOSITION_INFO_EX const &asked)
 {
+    auto const has = [&](DWORD flag) { return (asked.Flags & flag) != 0; };
     file.demand(DELETE);
-    if ((asked.Flags & FILE_DISPOSITION_FLAG_DELETE) == 0) {
-        file.name->is_delete_pending = false;
-        return;
-    }
-    mark_for_deletion(file, (asked.Flags & FILE_DISPOSITION_FLAG_IGNORE_READONLY_ATTRIBUTE) != 0);
-    if ((asked.Flags & FILE_DISPOSITION_FLAG_POSIX_SEMANTICS) != 0)
-        file.is_posix_deletion = true;
+    check_undeleted(file);
+    if (has(FILE_DISPOSITION_FLAG_ON_CLOSE))
+        return set_deletion_on_close(file, has(FILE_DISPOSITION_FLAG_DELETE));
+    if (!has(FILE_DISPOSITION_FLAG_DELETE))
+        return spare(file);
+    mark_for_deletion(file, has(FILE_DISPOSITION_FLAG_IGNORE_READONLY_ATTRIBUTE));
+    file.is_posix_deletion = has(FILE_DISPOSITION_FLAG_POSIX_SEMANTICS);
 }
 
 /// Cuts a file, or adds zeros to it.
@@ -186,9 +225,21 @@ void set_information(open_file &file, FILE_INFO_BY_HANDLE_CLASS kind_of_it, LPVO
     }
 }
 
+/// Where NTFS keeps what has no name any longer and is still open.
+std::u16string place_of_deleted(open_file const &file)
+{
+    constexpr std::u16string_view digits = u"0123456789ABCDEF";
+    std::u16string text = u"\\$Extend\\$Deleted\\";
+    for (int shift = 60; shift >= 0; shift -= 4)
+        text += digits[file.target().id() >> shift & 0xF];
+    return text + u"5EB9F2A1"; // any number
+}
+
 /// The names from the root down, each as the disk has it.
 std::u16string names_to(open_file const &file)
 {
+    if (!has_name(file))
+        return place_of_deleted(file);
     std::vector<std::shared_ptr<entry>> way;
     for (auto here = file.name; here && here != file.disk->root;) {
         way.push_back(here);
@@ -203,6 +254,8 @@ std::u16string names_to(open_file const &file)
 std::u16string final_path(open_file const &file, DWORD flags)
 {
     volume const &disk = *file.disk;
+    if (disk.is_device)
+        throw failure(ERROR_INVALID_FUNCTION);
     std::u16string const names = names_to(file);
     switch (flags & ~DWORD{FILE_NAME_OPENED}) {
     case VOLUME_NAME_DOS:

@@ -9,38 +9,39 @@ namespace simulation {
 
 namespace {
 
-/// How many levels above `place` the directory stands, or 0 if it isn't there at all.
-int levels_up(std::shared_ptr<node> place, node const &directory)
+/// Whether `place` is the directory or anywhere below it.
+bool is_below(std::shared_ptr<node> place, node const &directory)
 {
-    for (int level = 1; place; ++level) {
-        if (place.get() == &directory)
-            return level;
+    while (place && place.get() != &directory) {
         auto const own = place->own_entry.lock();
         place = own ? own->parent.lock() : nullptr;
     }
-    return 0;
+    return place != nullptr;
 }
 
 /// Whether anything below a directory is open, which keeps it where it is.
 bool holds_open_files(volume const &disk, node const &directory)
 {
     return std::any_of(disk.open_files.begin(), disk.open_files.end(), [&](open_file const *file) {
-        return levels_up(file->name->parent.lock(), directory) != 0;
+        return is_below(file->name->parent.lock(), directory);
     });
 }
 
-/// A directory can't go into itself. Right below, the system meets its own opening of it.
+/// A directory can't go into itself. Right below, its own opening has been in the way before.
 void check_no_loop(node const &moved, place const &to)
 {
-    int const levels = moved.is_directory() ? levels_up(to.parent, moved) : 0;
-    if (levels != 0)
-        throw failure(levels == 1 ? ERROR_SHARING_VIOLATION : ERROR_ACCESS_DENIED);
+    if (moved.is_directory() && is_below(to.parent, moved))
+        throw failure(ERROR_ACCESS_DENIED);
 }
 
-void check_replacement(place const &to, DWORD flags)
+/// What is replaced may be another name of the same file. Then that name stays, and the
+/// file is no obstacle to itself.
+void check_replacement(place const &to, node const &moved, DWORD flags)
 {
     if ((flags & MOVEFILE_REPLACE_EXISTING) == 0)
         throw collision(*to.found, ERROR_ALREADY_EXISTS);
+    if (to.found->target.get() == &moved)
+        return;
     node const &replaced = *to.found->target;
     bool const is_held = !replaced.open_files.empty() || to.found->is_delete_pending;
     if (replaced.is_directory() || replaced.is_read_only() || is_held ||
@@ -65,13 +66,12 @@ void move_within(machine_state &machine, open_file const &source, place const &t
 {
     bool const is_itself = to.found == source.name;
     node &moved = source.target();
+    auto const directory = open_directory_of(to);
     check_no_loop(moved, to);
     if (to.found && !is_itself)
-        check_replacement(to, flags);
+        check_replacement(to, moved, flags);
     if (moved.is_directory() && holds_open_files(*source.disk, moved))
         throw failure(ERROR_ACCESS_DENIED);
-    if (!is_itself)
-        check_creation(to);
     node::move(source.name, to.parent, to.name, machine.now());
 }
 
@@ -83,11 +83,9 @@ void move_file(machine_state &machine, LPCWSTR from, LPCWSTR to, DWORD flags)
     pathname const target_path = parse_pathname(from_wide(to), machine);
     if (target_path.is_device())
         throw failure(ERROR_ALREADY_EXISTS);
-    place const target = find_place(target_path, machine);
+    place const target = find_new_place(target_path, machine);
     if (target.is_root() || source->name == source->disk->root)
         throw failure(ERROR_ACCESS_DENIED);
-    if (target_path.ends_in_separator && !source->target().is_directory())
-        throw failure(ERROR_INVALID_NAME);
     if (target.disk == source->disk)
         move_within(machine, *source, target, flags);
     else

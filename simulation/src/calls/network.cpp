@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstring>
 
 namespace simulation {
 
@@ -84,12 +85,23 @@ void store_remote(network_name const &name, LPVOID buffer, DWORD *size)
     *static_cast<REMOTE_NAME_INFOW *>(buffer) = record;
 }
 
+/// A record that points nowhere.
+void store_no_name(DWORD level, LPVOID buffer, DWORD *size)
+{
+    std::size_t const bytes = level == UNIVERSAL_NAME_INFO_LEVEL ? sizeof(UNIVERSAL_NAME_INFOW)
+                                                                 : sizeof(REMOTE_NAME_INFOW);
+    claim(bytes, buffer, size);
+    std::memset(buffer, 0, bytes);
+}
+
 void get_universal_name(machine_state &machine, LPCWSTR text, DWORD level, LPVOID buffer,
                         DWORD *size)
 {
     if (level != UNIVERSAL_NAME_INFO_LEVEL && level != REMOTE_NAME_INFO_LEVEL)
         throw failure(ERROR_INVALID_PARAMETER);
     network_name const name = find_network_name(machine, from_wide(text));
+    if (!machine.knows_universal_names)
+        return store_no_name(level, buffer, size);
     if (level == UNIVERSAL_NAME_INFO_LEVEL)
         store_universal(name, buffer, size);
     else
