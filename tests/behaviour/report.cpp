@@ -1,5 +1,6 @@
 #include "behaviour/report.hpp"
 
+#include "behaviour/editions.hpp"
 #include "behaviour/scene.hpp"
 #include "behaviour/trials.hpp"
 
@@ -159,6 +160,7 @@ std::string report()
         for (trial const &tried : each.trials)
             write_trial(page, tried);
     }
+    write_editions(page);
     return page.str();
 }
 
