@@ -528,6 +528,8 @@ bool holds_here(fact const &row)
         return !takes_long_pathnames() && !runs_under_wine(); // which knows no limit
     case on::long_pathnames:
         return takes_long_pathnames();
+    case on::no_host:
+        return !runs_under_wine();
     }
     throw std::logic_error("a row holds somewhere");
 }

@@ -33,7 +33,8 @@ enum class on
     devices_anywhere, ///< up to Windows 10
     devices_alone,    ///< since Windows 11
     short_pathnames,  ///< without the opt-in to long ones
-    long_pathnames    ///< with it
+    long_pathnames,   ///< with it
+    no_host           ///< but under Wine, where the host and the user's rights on it decide
 };
 
 struct fact

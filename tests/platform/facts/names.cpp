@@ -23,10 +23,9 @@ constexpr char keeps_end[] = "keeps the end of a server or share as it is";
 constexpr char adds_separator[] = "adds a backslash";
 constexpr char keeps_run[] = "keeps a run of separators";
 constexpr char no_code[] = "leaves the last error alone";
-constexpr char no_lookup[] = "doesn't look for the directory of a device";
+constexpr char drops_a_stop[] = "drops one of several full stops";
 constexpr char no_limit[] = "knows no limit";
 constexpr char no_servers[] = "doesn't ask the network";
-constexpr char one_empty_name[] = "takes no empty name, also not at the root";
 
 constexpr fact rows[] = {
     // full pathnames
@@ -65,7 +64,7 @@ constexpr fact rows[] = {
     {"full C:\\A\\.. -> C:\\", dotnet, "up to it"},
     {"full C:\\..\\..\\A\\.. -> C:\\", dotnet, "beyond and back"},
     {"full .~\\ -> @\\.~\\", dotnet, "a stop and a blank are a name"},
-    {"full ...\\ -> @\\...\\", dotnet, "and so are three stops"},
+    {"full ...\\ -> @\\...\\", dotnet, "and so are three stops", drops_a_stop},
     {"full ..~\\ -> @\\..~\\", dotnet, "or two and a blank"},
     {"full \\\\LOCALHOST\\share\\test.txt.~~SS -> \\\\LOCALHOST\\share\\test.txt.~~SS", dotnet_unc,
      "a file on a share"},
@@ -133,11 +132,11 @@ constexpr fact rows[] = {
     {"open nul w 0 new =80", go, "so it isn't new", "makes it, as it were"},
     {"full C:\\nul\\ -> C:\\nul\\", python, "a directory is no device"},
     {"full missing\\nul -> \\\\.\\nul", wine_path, "whatever its directory"},
-    {"open missing\\nul r rwd existing =3", wine_path, "which has to be there", no_lookup},
-    {"attributes missing\\nul =3", wine_path, "for every call", no_lookup},
+    {"open missing\\nul r rwd existing =3", wine_path, "which has to be there"},
+    {"attributes missing\\nul =3", wine_path, "for every call"},
     {"open @\\nul rw rwd existing", wine_path, "as it is here"},
     {"file d\\x; open d\\nul r rwd existing", wine_path, "or there"},
-    {"file f; open f\\nul r rwd existing =3", wine_path, "a file is none", no_lookup},
+    {"file f; open f\\nul r rwd existing =3", wine_path, "a file is none"},
     {"open \\\\.\\nul rw rwd existing", go, "as a device"},
     {"open ?@\\nul r rwd existing =2", go, "as it stands, it is a file that isn't there"},
     {"open ?@\\nul w 0 new; names _ -> nul; delete ?@\\nul; names _ ->", go, "or is"},
@@ -169,9 +168,8 @@ constexpr fact rows[] = {
     {"mkdir ...\\; names _ -> ...", dotnet, "three, with a separator behind them", adds_separator},
 
     // roots with backslashes to spare
-    {"mkdir d; attributes \\\\?\\C:\\\\ -> D", winfsp, "one more at the root", one_empty_name},
-    {"open \\\\?\\C:\\\\no-such-file r rw existing =2", winfsp, "a name behind it is looked for",
-     one_empty_name},
+    {"mkdir d; attributes \\\\?\\C:\\\\ -> D", winfsp, "one more at the root"},
+    {"open \\\\?\\C:\\\\no-such-file r rw existing =2", winfsp, "a name behind it is looked for"},
     {"open \\\\?\\C:\\\\\\no-such-file r rw existing =123", winfsp, "two more are wrong"},
     {"open ?@\\\\f rw rw new =123", winfsp, "and one anywhere else"},
     {"open ?@\\missing\\\\f rw rw new =123", winfsp, "whatever is there"},
