@@ -5,6 +5,7 @@
 #include "access/working_directory.hpp"
 #include "failure/throw.hpp"
 #include "pathname/expanded_path.hpp"
+#include "pathname/full_path_name.hpp"
 #include "pathname/long_prefix.hpp"
 #include "pathname/path_type.hpp"
 #include "platform/code_units.hpp"
@@ -54,7 +55,7 @@ long_form with_server_prefix(std::wstring_view text)
 /// whose type isn't told on.
 long_form clean_rooted(std::wstring const &path)
 {
-    std::wstring const text = checked(expand_rooted(path));
+    std::wstring const text = checked(full_path_name(path));
     switch (classify_path_type<wchar_t>(text)) {
     case windows::PATH_TYPE_DRIVE_ABSOLUTE:
         return with_drive_prefix(text);

@@ -12,7 +12,8 @@ namespace fl::filesystem::detail {
 
 namespace {
 
-/// Codes that speak of a place where something is to be put.
+/// Codes that speak of a place where something is to be put. So does "too long" (206), but
+/// what becomes of it names nobody.
 bool is_about_target(unsigned int code)
 {
     switch (code) {
@@ -21,7 +22,6 @@ bool is_about_target(unsigned int code)
     case ERROR_FILE_EXISTS:
     case ERROR_DIR_NOT_EMPTY:
     case ERROR_ALREADY_EXISTS:
-    case ERROR_FILENAME_EXCED_RANGE:
     case ERROR_DIRECTORY:
         return true;
     default:

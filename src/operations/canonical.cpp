@@ -41,9 +41,7 @@ void walk_what_exists(upath &head, upath::iterator &element, upath::iterator con
 {
     for (; element != end; ++element) {
         try {
-            upath candidate = head;
-            if (!element->empty())
-                candidate /= *element;
+            upath const candidate = head / *element;
             if (!detail::is_present(candidate))
                 return;
             head = candidate;
@@ -58,8 +56,7 @@ bool append_rest(upath &head, upath::iterator element, upath::iterator const &en
 {
     bool has_dots = false;
     for (; element != end; ++element) {
-        if (!element->empty())
-            head /= *element;
+        head /= *element;
         has_dots = has_dots || *element == u"." || *element == u"..";
     }
     return has_dots;
@@ -96,9 +93,7 @@ upath weakly_canonical(upath const &p)
     head = canonical(head, upath());
     if (!append_rest(head, element, p.end()))
         return head;
-    std::u16string normal = detail::narrow(detail::standard::lexically_normal(head.wstring()));
-    std::replace(normal.begin(), normal.end(), u'\\', u'/');
-    return upath(normal);
+    return upath(detail::narrow(detail::standard::lexically_normal(head.wstring())));
 }
 
 std::u16string weakly_canonical(std::u16string const &p)

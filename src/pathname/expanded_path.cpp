@@ -19,18 +19,11 @@ std::wstring expand_drive_relative(std::wstring const &path)
     return full;
 }
 
-std::wstring expand_rooted(std::wstring const &path)
-{
-    std::wstring rooted = path;
-    rooted.front() = pathname_traits<wchar_t>::PATHNAME_SEPARATOR_CHARACTER;
-    return full_path_name(rooted);
-}
-
 std::u16string make_expanded_path(std::u16string const &text, bool)
 {
     switch (classify_path_type<char16_t>(text)) {
     case windows::PATH_TYPE_ROOTED:
-        return narrow(expand_rooted(widen(text)));
+        return narrow(full_path_name(widen(text)));
     case windows::PATH_TYPE_DRIVE_RELATIVE:
         return narrow(expand_drive_relative(widen(text)));
     default:

@@ -1,8 +1,7 @@
 #ifndef FL_FILESYSTEM_SRC_PATHNAME_EXPANDED_PATH_HPP
 #define FL_FILESYSTEM_SRC_PATHNAME_EXPANDED_PATH_HPP
-// Pathnames that lean on the process's current drive or on a drive's own current
-// directory, in full. Both ask `GetFullPathNameW` and throw what its failure stands
-// for, naming the text of the call.
+// Pathnames that lean on a drive's own current directory, in full. Asks
+// `GetFullPathNameW` and throws what its failure stands for, naming the text of the call.
 
 #include <string>
 
@@ -11,9 +10,6 @@ namespace fl::filesystem::detail {
 /// `C:` is the current directory of that drive, and `C:foo` is below it. Only the
 /// drive goes to the system: what stands behind it is kept as it is written.
 std::wstring expand_drive_relative(std::wstring const &path);
-
-/// `\foo` on the current drive, or `/foo`: the first unit counts as a backslash.
-std::wstring expand_rooted(std::wstring const &path);
 
 } // namespace fl::filesystem::detail
 

@@ -529,15 +529,5 @@ TEST(ExpandDriveRelative, KeepsWhatIsBehindTheDrive)
     EXPECT_EQ(expand_drive_relative(drive + L"foo"), drive + LR"(\foo)");
 }
 
-TEST(ExpandRooted, TakesTheFirstUnitForABackslash)
-{
-    workspace work;
-    work.change_directory(work.root());
-    std::wstring const drive = wide(work.root().substr(0, 2));
-    EXPECT_EQ(expand_rooted(LR"(\foo)"), drive + LR"(\foo)");
-    EXPECT_EQ(expand_rooted(L"/foo"), drive + LR"(\foo)");
-    EXPECT_EQ(expand_rooted(LR"(\)"), drive + L'\\');
-}
-
 } // namespace
 } // namespace fl::filesystem::detail
