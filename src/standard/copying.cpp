@@ -353,7 +353,7 @@ void copier::advance()
     find_handle const &search = levels_.back().search;
     DWORD const code = code_of([&] { return ::FindNextFileW(search.get(), &entry_); });
     has_entry_ = code == ERROR_SUCCESS;
-    if (!has_entry_ && code != ERROR_NO_MORE_FILES)
+    if (code != ERROR_NO_MORE_FILES)
         ec_ = system_code(code);
 }
 

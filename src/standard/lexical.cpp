@@ -70,7 +70,7 @@ bool has_name_like_a_root(std::wstring_view text)
     return std::any_of(names.begin(), names.end(), is_drive);
 }
 
-// \\?\C:\dir
+// \\?\C:\dir; other names of two units would come to the same with or without the prefix
 bool has_long_drive_root(std::wstring_view text)
 {
     return is_long_prefix_at(text, 0) && is_drive_at(text, long_prefix_size) &&

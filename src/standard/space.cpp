@@ -33,7 +33,7 @@ std::wstring volume_of(std::wstring const &text, std::error_code &ec)
     std::wstring const path = final_path(file, ec);
     if (ec)
         return {};
-    std::wstring root(path.size() + 2, L'\0'); // no longer than it, but for a backslash
+    std::wstring root(path.size() + 1, L'\0'); // a file is below it
     DWORD const room = static_cast<DWORD>(root.size());
     attempt(ec, [&] { return ::GetVolumePathNameW(path.c_str(), root.data(), room); });
     return root.c_str();

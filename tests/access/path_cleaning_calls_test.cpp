@@ -163,18 +163,21 @@ TEST(CleanPathnameCalls, AnExpansionThatGrowsTwiceIsAFailure)
 
 TEST(CurrentPathWideCalls, AFailureIsOneOfTheStandardLibrary)
 {
-    simulated_machine machine;
-    auto const fault = machine.fail_every_call_on("GetCurrentDirectoryW", 5);
-    path_type_enum type{};
-    try {
-        clean_pathname(L"foo", type, {});
-        FAIL() << "nothing was thrown";
-    } catch (std::filesystem::filesystem_error const &error) {
-        EXPECT_EQ(error.code(), std::error_code(5, std::system_category()));
-        EXPECT_NE(std::string(error.what()).find("current_path()"), std::string::npos);
-        EXPECT_EQ(error.path1(), std::filesystem::path());
+    for (DWORD const code : {5U, 0U}) {
+        simulated_machine machine;
+        auto const fault = machine.fail_every_call_on("GetCurrentDirectoryW", code);
+        path_type_enum type{};
+        try {
+            clean_pathname(L"foo", type, {});
+            FAIL() << "nothing was thrown";
+        } catch (std::filesystem::filesystem_error const &error) {
+            int const told = code == 0 ? ERROR_GEN_FAILURE : static_cast<int>(code);
+            EXPECT_EQ(error.code(), std::error_code(told, std::system_category()));
+            EXPECT_NE(std::string(error.what()).find("current_path()"), std::string::npos);
+            EXPECT_EQ(error.path1(), std::filesystem::path());
+        }
+        EXPECT_TRUE(fault.fired());
     }
-    EXPECT_TRUE(fault.fired());
 }
 
 } // namespace

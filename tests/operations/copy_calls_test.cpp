@@ -84,6 +84,15 @@ TEST(CopyCalls, NoneForOptionsThatExcludeEachOther)
     EXPECT_EQ(calls(machine), lines{});
 }
 
+TEST(CopyCalls, OfWhatIsMissingDontLookAtTheTarget)
+{
+    simulated_machine machine;
+    auto const fault = machine.fail_every_call_on_name(uR"(C:\b)", 1117);
+    EXPECT_EQ(failure_of([] { copy(u"no", u"b"); }), not_found(u"no"));
+    machine.add_file(uR"(C:\a)");
+    EXPECT_EQ(failure_of([] { copy(u"a", u"b"); }), with_both(1117, u"a", u"b"));
+}
+
 TEST(CopyDirectoryCalls, LookAndCreate)
 {
     simulated_machine machine;

@@ -335,6 +335,16 @@ TEST(UnexplainedFailures, OfOpeningAndOfAskingBreakComparingAndCopyingOff)
     }
 }
 
+TEST(UnexplainedFailures, OfCreatingADirectoryDontTellThatItIsThere)
+{
+    simulated_machine machine;
+    fill(machine);
+    auto const fault = machine.fail_every_call_on("CreateDirectoryW", 0);
+    EXPECT_EQ(failure_of([] { create_directory(u"t"); }), unexplained(u"t"));
+    EXPECT_EQ(failure_of([] { create_directories(u"t"); }), unexplained(u"t"));
+    EXPECT_EQ(failure_of([] { copy_directory(u"t", u"u"); }), unexplained(u"t", u"u"));
+}
+
 TEST(UnexplainedFailures, NameWhatOtherCodesName)
 {
     simulated_machine machine;

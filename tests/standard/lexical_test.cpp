@@ -195,6 +195,8 @@ constexpr relative_case relative_cases[] = {
     {LR"(\\?\a:\m)", LR"(\\?\a:)", L"", "only one has a root"},
     {LR"(\\?\a:)", LR"(\\?\a:\m)", L"", "only one has a root"},
     {LR"(\\?\a:m)", LR"(\\?\a:m)", L".", "no drive, but a name"},
+    {LR"(\\?\a:m)", LR"(\\?\a:n)", LR"(..\a:m)", "no drive, but two names"},
+    {LR"(\\?\a:)", LR"(\\?\a:)", L"", "a volume without a root, and so a name like a drive"},
     {LR"(\\?\a:\C:\m)", LR"(\\?\a:\m)", L"", "a name like a drive behind it"},
     {LR"(\\?\UNC\s\h\a)", LR"(\\?\UNC\s\h\b)", LR"(..\a)", "a share behind one is names"},
 };

@@ -213,6 +213,7 @@ TEST(StandardRemove, TakesReadOnlyAwayFromLinksAndNotFromTheirTargets)
     EXPECT_EQ(machine.attributes(u"C:\\f"), DWORD{FILE_ATTRIBUTE_READONLY});
     for (auto const &entry : machine.journal()) {
         if (entry.function == "ReOpenFile") {
+            EXPECT_EQ(entry.access, DWORD{FILE_READ_ATTRIBUTES | FILE_WRITE_ATTRIBUTES});
             EXPECT_EQ(entry.flags,
                       DWORD{FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT});
         }
