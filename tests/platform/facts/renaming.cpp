@@ -13,7 +13,7 @@ constexpr char fstest_links[] = "fstest (NTFS), links.cpp";
 constexpr char dotnet[] = ".NET runtime, System.IO.FileSystem.Tests/File/Move.cs";
 constexpr char dotnet_directory[] = ".NET runtime, System.IO.FileSystem.Tests/Directory/Move.cs";
 constexpr char sdk_api[] = "MicrosoftDocs/sdk-api, pull request 845, measured";
-constexpr char specification[] = "Microsoft, [MS-FSA] 2.1.5.15.11";
+constexpr char file_system_algorithms[] = "Microsoft, [MS-FSA] 2.1.5.15.11";
 
 constexpr char host_replaces[] = "its host lets its administrator replace any file";
 constexpr char looks_away[] = "moves a directory whatever is open below it";
@@ -181,10 +181,10 @@ constexpr fact rows[] = {
     {"file f; dir d; hard d f =183", fstest_links, "nor is a directory"},
     {"file f; hard g f; move f g =183; links f -> 2", fstest, "another name of it is there",
      one_file},
-    {"file f x; hard g f; move f g r; attributes f =2; content g -> x; links g -> 1", specification,
-     "is replaced, and the file stays", one_file},
-    {"file f x; hard g f; move g f r; attributes g =2; content f -> x", specification, "either way",
-     one_file},
+    {"file f x; hard g f; move f g r; attributes f =2; content g -> x; links g -> 1",
+     file_system_algorithms, "is replaced, and the file stays", one_file},
+    {"file f x; hard g f; move g f r; attributes g =2; content f -> x", file_system_algorithms,
+     "either way", one_file},
 };
 
 TEST(Facts, Renaming)

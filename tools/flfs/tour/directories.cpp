@@ -17,8 +17,10 @@ constexpr std::size_t name_length = 40;
 std::u16string deep_directory()
 {
     std::u16string pathname = u"long";
-    for (std::size_t level = 0; level < levels; ++level)
-        pathname += u'\\' + std::u16string(name_length, static_cast<char16_t>(u'a' + level % 26));
+    for (std::size_t level = 0; level < levels; ++level) {
+        pathname += u'\\';
+        pathname.append(name_length, static_cast<char16_t>(u'a' + level % 26));
+    }
     return pathname;
 }
 
