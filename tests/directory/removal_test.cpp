@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+#include <windows.h>
+
 #include <algorithm>
 #include <stdexcept>
 #include <string>
@@ -32,9 +34,33 @@ static_assert(std::is_same_v<decltype(remove_all(u"x")), void>);
 static_assert(std::is_same_v<decltype(remove_all(upath())), void>);
 static_assert(std::is_same_v<decltype(remove_all(u"x", removal_options())), removal_report>);
 
+/// Whether a directory can be listed that somebody, here the caller, has open for deletion.
+/// Wine 8 lists without sharing that right, so that nothing can be held there.
+bool lists_what_is_held(workspace &work)
+{
+    std::u16string const text = work.path(u"probe");
+    work.make_directory(text);
+    std::wstring const name(text.begin(), text.end());
+    HANDLE const held = ::CreateFileW(name.c_str(), DELETE, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                      nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    WIN32_FIND_DATAW data = {};
+    HANDLE const search = ::FindFirstFileW((name + L"\\*").c_str(), &data);
+    bool const does = search != INVALID_HANDLE_VALUE;
+    if (does)
+        ::FindClose(search);
+    ::CloseHandle(held);
+    ::RemoveDirectoryW(name.c_str());
+    return does;
+}
+
+#define FL_SKIP_UNLESS_HELD(work)                                                                  \
+    if (!lists_what_is_held(work))                                                                 \
+    GTEST_SKIP() << "no directory is listed here that is open for deletion"
+
 TEST(RemoveAllWithOptions, CountsWhatItRemoves)
 {
     workspace work;
+    FL_SKIP_UNLESS_HELD(work);
     work.make_file(work.path(uR"(t\a\b\file)"), "content");
     work.make_file(work.path(uR"(t\file)"));
     work.make_directory(work.path(uR"(t\empty)"));
@@ -53,6 +79,7 @@ TEST(RemoveAllWithOptions, CountsWhatItRemoves)
 TEST(RemoveAllWithOptions, TakesNamesOfAnyLengthAndEnding)
 {
     workspace work;
+    FL_SKIP_UNLESS_HELD(work);
     for (char16_t const *name : {u"foo.", u"foo", u"bar ", u"...", u"a. "}) {
         work.make_file(work.path(std::u16string(uR"(t\)") + name + uR"(\x)"));
         work.make_file(work.path(std::u16string(uR"(t\)") + name + uR"(\y.)"));
@@ -82,6 +109,7 @@ TEST(RemoveAllWithOptions, LeavesWhatLinksLeadTo)
 TEST(RemoveAllWithOptions, ReadOnlyFilesFailUnlessTheyAreToBeCleared)
 {
     workspace work;
+    FL_SKIP_UNLESS_HELD(work);
     std::u16string const file = work.path(uR"(t\file)");
     work.make_file(file);
     work.set_attributes(file, read_only);
@@ -95,6 +123,7 @@ TEST(RemoveAllWithOptions, ReadOnlyFilesFailUnlessTheyAreToBeCleared)
 TEST(RemoveAllWithOptions, GoesOnAndTellsAllThatIsLeft)
 {
     workspace work;
+    FL_SKIP_UNLESS_HELD(work);
     for (char16_t const *name : {uR"(t\a\1)", uR"(t\a\2)", uR"(t\b\1)", uR"(t\c)"})
         work.make_file(work.path(name));
     work.set_attributes(work.path(uR"(t\a\1)"), read_only);
@@ -121,6 +150,7 @@ TEST(RemoveAllWithOptions, GoesOnAndTellsAllThatIsLeft)
 TEST(RemoveAllWithOptions, ShowsEachNameWhenItIsGone)
 {
     workspace work;
+    FL_SKIP_UNLESS_HELD(work);
     work.make_file(work.path(uR"(t\a\x. )"));
     work.make_file(work.path(uR"(t\b)"));
     names gone;
@@ -142,6 +172,7 @@ TEST(RemoveAllWithOptions, ShowsEachNameWhenItIsGone)
 TEST(RemoveAllWithOptions, StopsWhenItIsTold)
 {
     workspace work;
+    FL_SKIP_UNLESS_HELD(work);
     for (char16_t const *name : {uR"(t\a\1)", uR"(t\a\2)", uR"(t\a\3)"})
         work.make_file(work.path(name));
     removal_options options;

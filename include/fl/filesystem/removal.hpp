@@ -92,7 +92,8 @@ private:
 /// by itself when its turn comes isn't counted and is no failure. Two handles for each level.
 ///
 /// Names are free at once where the disk can do that (POSIX semantics of
-/// `SetFileInformationByHandle`).
+/// `SetFileInformationByHandle`). Wine 8 lists no directory that is open for deletion:
+/// there a directory is `SystemError` 32, and nothing is removed.
 ///
 /// Throws the first failure, unless `keep_going`; it names the pathname that was given with the
 /// names below it, and is `PathNotFound` if `p` is missing, `AccessDenied` for a read-only name
