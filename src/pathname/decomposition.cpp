@@ -6,7 +6,7 @@ namespace fl::filesystem::detail {
 
 namespace {
 
-using traits = pathname_traits<char16_t>;
+using unit_traits = pathname_traits<char16_t>;
 
 /// The last element of `text`, as a view into it or of a literal.
 template <typename Char>
@@ -29,14 +29,14 @@ std::size_t find_extension(std::u16string_view filename)
 {
     if (is_dot_element(filename, 0, filename.size()))
         return filename.npos;
-    return filename.rfind(traits::DOT_CHARACTER);
+    return filename.rfind(unit_traits::DOT_CHARACTER);
 }
 
 /// Fills parent path and filename of a text that is more than its root.
 void split_filename(std::u16string_view text, std::size_t root,
                     pathname_element_context<char16_t> &elements)
 {
-    std::size_t const last = text.rfind(traits::PATHNAME_SEPARATOR_CHARACTER);
+    std::size_t const last = text.rfind(unit_traits::PATHNAME_SEPARATOR_CHARACTER);
     if (last == text.npos) {
         elements.parent_path = text.substr(0, root);
         elements.filename = text.substr(root);
@@ -51,7 +51,7 @@ void split_filename(std::u16string_view text, std::size_t root,
 void split_extension(pathname_element_context<char16_t> &elements)
 {
     std::u16string_view const filename = elements.filename;
-    std::size_t const stop = filename.rfind(traits::DOT_CHARACTER);
+    std::size_t const stop = filename.rfind(unit_traits::DOT_CHARACTER);
     if (stop == filename.npos || stop + 1 == filename.size()) {
         elements.stem = filename;
         return;
@@ -80,7 +80,7 @@ std::u16string extract_root_directory(std::u16string const &text)
     std::size_t const root = root_path_length<char16_t>(text);
     if (root == 0 || !is_backslash(text[root - 1]))
         return {};
-    return traits::ROOT_PATHNAME;
+    return unit_traits::ROOT_PATHNAME;
 }
 
 std::u16string extract_root_path(std::u16string const &text)
@@ -134,7 +134,7 @@ pathname_element_context<char16_t> extract_pathname_elements(std::u16string cons
     }
     if (ends_in_backslash<char16_t>(text)) {
         elements.parent_path = text.substr(0, root - 1);
-        elements.filename = traits::ROOT_PATHNAME;
+        elements.filename = unit_traits::ROOT_PATHNAME;
     } else {
         elements.filename = text;
     }

@@ -6,7 +6,7 @@ namespace fl::filesystem::detail {
 
 namespace {
 
-using traits = pathname_traits<char16_t>;
+using unit_traits = pathname_traits<char16_t>;
 
 /// The units from `from` up to the next backslash.
 std::u16string_view element_at(std::u16string_view text, std::size_t from)
@@ -22,7 +22,7 @@ void move_up_to_name(std::u16string_view text, std::size_t root, std::uint64_t &
     // a position that is on no element boundary must not lead below index 0
     std::size_t const inside = position >= 2 ? position - 2 : 0;
     std::size_t const last_unit = position < text.size() ? inside : position;
-    std::size_t const before = text.rfind(traits::PATHNAME_SEPARATOR_CHARACTER, last_unit);
+    std::size_t const before = text.rfind(unit_traits::PATHNAME_SEPARATOR_CHARACTER, last_unit);
     std::size_t const begin = before == text.npos ? root : before + 1;
     element = text.substr(begin, last_unit + 1 - begin);
     position = begin;
@@ -37,7 +37,7 @@ std::u16string extract_first_element(std::u16string const &text, std::uint64_t r
     if (root_length == 0)
         return std::u16string(element_at(text, 0));
     std::u16string name = extract_root_name(text);
-    return name.empty() ? std::u16string(traits::ROOT_PATHNAME) : name;
+    return name.empty() ? std::u16string(unit_traits::ROOT_PATHNAME) : name;
 }
 
 void move_down(std::u16string const &text, std::uint64_t root_length, std::uint64_t &position,
@@ -59,7 +59,7 @@ void move_down(std::u16string const &text, std::uint64_t root_length, std::uint6
     // from a root name to the root directory behind it
     if (position == 0 && root_length >= 2 && element.size() < root_length) {
         position = end;
-        element = traits::ROOT_PATHNAME;
+        element = unit_traits::ROOT_PATHNAME;
         return;
     }
     bool const at_root_directory = position + 1 == root_length;
@@ -80,7 +80,7 @@ void move_up(std::u16string const &text, std::uint64_t root_length, std::uint64_
     // from the first name to the root directory, if the root ends in one
     bool const at_root_end = position == root_length;
     if (at_root_end && (root_length == 1 || is_backslash(text[position - 1]))) {
-        element = traits::ROOT_PATHNAME;
+        element = unit_traits::ROOT_PATHNAME;
         --position;
         return;
     }

@@ -484,27 +484,32 @@ bool is_first_with_separator(situation const &here)
 
 bool is_directory_there_first(situation const &here)
 {
-    return is_directory_there(here, 0);
+    return is_directory_there(here, 0) || is_root_of_drive(here);
 }
 
-/// The place right above that of the step's second text.
-std::u16string above_second(situation const &here)
+/// The place right above that of the new name, which hard links tell first.
+std::u16string above_new_name(situation const &here)
 {
-    std::u16string const path = here.place(1);
+    std::u16string const path = here.place(here.one.what == function::create_hard_link ? 0 : 1);
     return path.substr(0, path.find_last_of(u'\\'));
 }
 
-bool is_second_below_file(situation const &here)
+bool is_new_name_below_file(situation const &here)
 {
-    std::u16string const above = above_second(here);
+    std::u16string const above = above_new_name(here);
     return std::any_of(here.standing.begin(), here.standing.end(), [&](entry const &one) {
         return !one.is_directory && is_same_name(units(one.pathname), above);
     });
 }
 
+bool is_bad_name_below_file(situation const &here)
+{
+    return has_a_bad_unit(here) && is_new_name_below_file(here);
+}
+
 bool is_in_held_directory(situation const &here)
 {
-    std::u16string const above = above_second(here);
+    std::u16string const above = above_new_name(here);
     return std::any_of(here.held.begin(), here.held.end(),
                        [&](open_name const &one) { return is_same_name(one.pathname, above); });
 }
@@ -670,13 +675,13 @@ constexpr row rows[] = {
      "failed 2",
      aftermath::same,
      "a stream is no directory; Wine finds nothing of that name"},
-    {{f::open_handle},
+    {{f::open_handle, f::write_file},
      is_directory_there_first,
      "failed 5",
      "failed 80",
      aftermath::same,
      "a directory is told as one before the name is told as taken; Wine only finds it there"},
-    {{f::open_handle},
+    {{f::open_handle, f::write_file},
      is_directory_there_first,
      "failed 3",
      "failed 80",
@@ -1021,11 +1026,17 @@ constexpr row rows[] = {
      aftermath::differs,
      "of two names of one file the other stays; Wine's host leaves both"},
     {{f::move_file, f::create_hard_link},
-     is_second_below_file,
+     is_new_name_below_file,
      "failed 87",
      "failed 3",
      aftermath::same,
      "nothing goes into a file, which is no missing directory; Wine tells no difference"},
+    {{f::move_file, f::create_hard_link},
+     is_bad_name_below_file,
+     "failed 87",
+     "failed 123",
+     aftermath::same,
+     "nothing goes into a file, whatever its name; Wine looks at the name first"},
     {{f::move_file, f::create_hard_link},
      is_in_held_directory,
      "failed 32",
