@@ -29,6 +29,7 @@ std::optional<std::wstring> read_universal_name(std::wstring const &form, DWORD 
     std::vector<UNIVERSAL_NAME_INFOW> room = room_of(bytes);
     DWORD const code =
         ::WNetGetUniversalNameW(form.c_str(), UNIVERSAL_NAME_INFO_LEVEL, room.data(), &bytes);
+    // a provider may leave anything in the room when it fails, and no name when it doesn't
     if (code != NO_ERROR || room.front().lpUniversalName == nullptr)
         return std::nullopt;
     return room.front().lpUniversalName;
