@@ -188,8 +188,6 @@ walk::answer walk::follow(found_link link, std::size_t parent)
     current_type_ = normalise_link_target(target);
     if (current_type_ == windows::PATH_TYPE_INVALID)
         reject_root(current_type_);
-    if (target.empty())
-        throw_nowhere();
     // a drive of the server, unless it was this machine that wrote the text
     if (current_type_ == windows::PATH_TYPE_DRIVE_ABSOLUTE && is_remote(parent) &&
         link.kind != link_kind::shortcut)
@@ -218,12 +216,9 @@ walk::answer walk::enter_target(std::wstring_view target)
 walk::answer walk::follow_rooted(std::wstring_view target)
 {
     resolved_ = root_;
-    if (target.size() > 1)
-        put_ahead(target.substr(1));
-    else if (rest_.empty())
-        return end();
-    else
-        rest_.erase(0, 1);
+    if (target.size() == 1) // the root itself, and what is behind the separator
+        return go_on();
+    put_ahead(target.substr(1));
     return std::nullopt;
 }
 
@@ -244,9 +239,8 @@ walk::answer walk::enter_root(std::wstring_view target)
             rest_.erase(0, 1);
     }
     // the same drive stays as it was written, and the prefix with it
-    bool const is_same_drive = current_type_ == windows::PATH_TYPE_DRIVE_ABSOLUTE &&
-                               root_.size() == root.size() &&
-                               root_.ends_with(target.substr(0, size));
+    bool const is_same_drive =
+        root_.size() == root.size() && root_.ends_with(target.substr(0, size));
     if (!is_same_drive)
         root_ = std::move(root);
     resolved_ = root_;

@@ -517,6 +517,7 @@ TEST(ResolveLinkChain, RefusesTargetsThatAreNone)
         {uR"(\\?\UNC\s)", no_type, "no share"},
         {uR"(\\?\UNC\s\)", no_type, "no share"},
         {uR"(\\?\UNC\s\\)", no_type, "no share"},
+        {uR"(\\s\..\x)", system_error(67, uR"(\\?\UNC\s\..\x)"), "dots are taken for a share"},
         {uR"(\\?\UNC\..\x)", no_share, "that is no server"},
         {uR"(\\?\UNC\s\..)", no_share, "that is no share"},
         {uR"(\\?\UNC\s\.\x)", no_share, "that is no share"},
@@ -655,6 +656,15 @@ TEST(ResolveLinkChain, ALongLinkToWhereADriveStandsAtItsRootGaveARelativeName)
                 << "asked for " << printable(entry.text);
         }
     }
+}
+
+TEST(ResolveLinkChain, WhatCountsAsADrivesRootKeepsItsSeparator)
+{
+    simulated_machine machine;
+    machine.add_directory(uR"(C:\wor\x)").set_current_directory(u"C:\\wor");
+    add_link(machine, uR"(C:\m)", uR"(\\?\C:x)"); // C:\wor\x, whose first seven units count
+    EXPECT_EQ(walked(LR"(\\?\C:\m)"), LR"(C:\wor\x)");
+    EXPECT_EQ(walked(LR"(\\?\C:\m\..)"), LR"(C:\wor\)");
 }
 
 TEST(ResolveLinkChain, GoesUpNoFurtherThanADriveWithoutItsPrefix)
