@@ -8,6 +8,7 @@
 #include "failure/throw.hpp"
 #include "failure/win32_error.hpp"
 #include "links/reparse_data.hpp"
+#include "pathname/shapes.hpp"
 #include "platform/attribute_query.hpp"
 #include "platform/code_units.hpp"
 #include "platform/reparse_point.hpp"
@@ -133,8 +134,7 @@ std::wstring directory_entry::access_form() const
 
 bool directory_entry::is_nameable() const noexcept
 {
-    std::u16string_view const name = record().name;
-    return !name.ends_with(u'.') && !name.ends_with(u' ');
+    return !detail::loses_its_end<char16_t>(record().name);
 }
 
 file_status directory_entry::known() const

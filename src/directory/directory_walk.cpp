@@ -128,14 +128,10 @@ DWORD directory_walk::open_level()
             fail(ERROR_DS_LOOP_DETECT);
     }
     std::wstring const pattern = listing_pattern(form_);
-    DWORD const code = standard::code_of([&] {
-        opened.search = find_handle(::FindFirstFileExW(pattern.c_str(), FindExInfoBasic, &data_,
-                                                       FindExSearchNameMatch, nullptr,
-                                                       FIND_FIRST_EX_LARGE_FETCH));
-        return static_cast<bool>(opened.search);
-    });
-    if (!opened.search)
+    auto [search, code] = standard::open_search(pattern, data_, FIND_FIRST_EX_LARGE_FETCH);
+    if (!search)
         return code;
+    opened.search = std::move(search);
     has_data_ = true;
     levels_.push_back(std::move(opened));
     return ERROR_SUCCESS;
@@ -153,7 +149,7 @@ void directory_walk::settle()
     while (!levels_.empty()) {
         if (!has_data_)
             leave();
-        else if (is_dot_name(data_.cFileName))
+        else if (is_dot_name<wchar_t>(data_.cFileName))
             read_next();
         else
             return take_entry();

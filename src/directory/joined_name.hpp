@@ -9,12 +9,6 @@
 
 namespace fl::filesystem::detail {
 
-/// What every directory but a root tells first, and nobody looks for.
-inline bool is_dot_name(std::wstring_view name) noexcept
-{
-    return name == L"." || name == L"..";
-}
-
 /// Behind a bare drive a name stands for itself, in the current directory of the drive.
 template <typename Char, typename Name>
 void join_name(std::basic_string<Char> &directory, Name const &name)

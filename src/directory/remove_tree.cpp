@@ -196,12 +196,9 @@ void held_remover::descend(file_handle directory)
     level.form_size = form_.size();
     level.text_size = text_.size();
     std::wstring const pattern = listing_pattern(form_);
-    end_code_ = standard::code_of([&] {
-        level.search = find_handle(::FindFirstFileExW(pattern.c_str(), FindExInfoBasic, &data_,
-                                                      FindExSearchNameMatch, nullptr,
-                                                      FIND_FIRST_EX_LARGE_FETCH));
-        return static_cast<bool>(level.search);
-    });
+    auto [search, code] = standard::open_search(pattern, data_, FIND_FIRST_EX_LARGE_FETCH);
+    level.search = std::move(search);
+    end_code_ = code;
     if (end_code_ == ERROR_FILE_NOT_FOUND) // an empty root has no dots either
         end_code_ = ERROR_NO_MORE_FILES;
     levels_.push_back(std::move(level));

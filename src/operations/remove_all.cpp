@@ -31,12 +31,11 @@ bool is_link(std::wstring const &path, DWORD attributes)
     return detail::read_link_data(data, path, attributes);
 }
 
-/// Whether the system would take something else for the name, or nothing at all: without
-/// a long prefix it drops blanks and full stops from the end.
+/// Whether the system, without a long prefix, would take something else for `path`, which ends
+/// in `name`, or nothing at all.
 bool needs_prefix(std::wstring const &path, std::wstring_view name)
 {
-    return path.size() > detail::longest_bare_pathname || name.ends_with(L' ') ||
-           name.ends_with(L'.');
+    return path.size() > detail::longest_bare_pathname || detail::loses_its_end(name);
 }
 
 /// What an element added to the pathname that it went behind.
@@ -132,7 +131,7 @@ void tree_remover::descend(addition added)
 void tree_remover::take_entry()
 {
     std::wstring_view const name = entry_.cFileName;
-    if (name == L"." || name == L"..")
+    if (detail::is_dot_name(name))
         return advance();
     addition const added = append(name);
     DWORD const attributes = entry_.dwFileAttributes;

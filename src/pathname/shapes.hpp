@@ -122,6 +122,22 @@ constexpr bool is_dot_element(std::basic_string_view<Char> text, std::size_t at,
     return count == 2 && unit_at(text, at) == dot && unit_at(text, at + 1) == dot;
 }
 
+/// `.` or `..`, which every directory but a root tells of itself and its parent.
+template <typename Char>
+constexpr bool is_dot_name(std::basic_string_view<Char> name)
+{
+    return is_dot_element(name, 0, name.size());
+}
+
+/// Whether the system, without a long prefix, would take another name than this one: it drops
+/// blanks and full stops from the end.
+template <typename Char>
+constexpr bool loses_its_end(std::basic_string_view<Char> name)
+{
+    return !name.empty() && (name.back() == static_cast<Char>(' ') ||
+                             name.back() == pathname_traits<Char>::DOT_CHARACTER);
+}
+
 } // namespace fl::filesystem::detail
 
 #endif

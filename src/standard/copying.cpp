@@ -136,13 +136,6 @@ bool is_directory_entry(std::wstring const &path, DWORD attributes, std::error_c
     return is_directory;
 }
 
-/// Whether the system, without a long prefix, would take another name than this one: it
-/// drops blanks and full stops from the end.
-bool loses_its_end(std::wstring_view name)
-{
-    return name.ends_with(L' ') || name.ends_with(L'.');
-}
-
 /// `text` so that the system takes every name in it as it stands, if there is such a form.
 std::wstring taken_literally(std::wstring const &text)
 {
@@ -299,12 +292,7 @@ void copier::copy_directory(file_type to_type)
 void copier::enter()
 {
     std::wstring const pattern = joined(from_, L"*");
-    find_handle search;
-    DWORD const code = code_of([&] {
-        search = find_handle(::FindFirstFileExW(pattern.c_str(), FindExInfoBasic, &entry_,
-                                                FindExSearchNameMatch, nullptr, 0));
-        return static_cast<bool>(search);
-    });
+    auto [search, code] = open_search(pattern, entry_, 0);
     if (search) {
         levels_.push_back({std::move(search), from_.size(), to_.size()});
         has_entry_ = true;
@@ -316,7 +304,7 @@ void copier::enter()
 void copier::take_entry()
 {
     std::wstring_view const name = entry_.cFileName;
-    if (name == L"." || name == L"..")
+    if (is_dot_name(name))
         return advance();
     std::size_t const depth = levels_.size();
     append(name);

@@ -17,8 +17,9 @@ namespace {
 std::size_t root_length(std::wstring_view text)
 {
     std::size_t const root = skip_separators(text, root_name_length(text));
-    bool const is_long_drive = root == 4 && is_long_prefix_at(text, 0) && is_drive_at(text, 4);
-    return is_long_drive ? skip_separators(text, 6) : root;
+    bool const is_long_drive = root == long_prefix_size && is_long_prefix_at(text, 0) &&
+                               is_drive_at(text, long_prefix_size);
+    return is_long_drive ? skip_separators(text, long_prefix_size + drive_size) : root;
 }
 
 // The queries set the attributes, and the tag if it is known, of `entry`. Each returns

@@ -62,6 +62,25 @@ inline opened_file open_again(file_handle const &file, DWORD access)
     return opened_by([&] { return ::ReOpenFile(file.get(), access, share, flags); });
 }
 
+/// `search` is empty if `code` isn't 0.
+struct opened_search
+{
+    find_handle search;
+    DWORD code = ERROR_SUCCESS;
+};
+
+/// Begins to list what matches `pattern`, with the first entry in `data`.
+inline opened_search open_search(std::wstring const &pattern, WIN32_FIND_DATAW &data, DWORD flags)
+{
+    opened_search opened;
+    opened.code = code_of([&] {
+        opened.search = find_handle(::FindFirstFileExW(pattern.c_str(), FindExInfoBasic, &data,
+                                                       FindExSearchNameMatch, nullptr, flags));
+        return static_cast<bool>(opened.search);
+    });
+    return opened;
+}
+
 /// What the system knows of an open file, one of the records that `kind` stands for.
 template <typename Information>
 DWORD get_information(file_handle const &file, FILE_INFO_BY_HANDLE_CLASS kind, Information &info)

@@ -13,6 +13,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
 #include <string>
 #include <vector>
@@ -41,6 +42,21 @@ lines calls_on_disk(simulated_machine const &machine)
 file_time_type some_time()
 {
     return file_time_type(std::chrono::seconds(1'000'000'000));
+}
+
+TEST(QueriesCalls, ADirectoryLikeAnotherMakesEachPathnameFullOnce)
+{
+    simulated_machine machine;
+    machine.add_directory(uR"(C:\like)").set_attributes(uR"(C:\like)", FILE_ATTRIBUTE_HIDDEN);
+    machine.clear_journal();
+    create_directory(uR"(C:\new)", uR"(C:\like)");
+    lines const made = calls_with_arguments(machine);
+    EXPECT_EQ(
+        std::count_if(made.begin(), made.end(),
+                      [](std::string const &line) { return line.starts_with("GetFullPathNameW"); }),
+        2);
+    EXPECT_EQ(machine.attributes(uR"(C:\new)") & FILE_ATTRIBUTE_HIDDEN,
+              DWORD{FILE_ATTRIBUTE_HIDDEN});
 }
 
 TEST(QueriesCalls, OneOpeningEach)

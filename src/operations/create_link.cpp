@@ -1,26 +1,18 @@
 #include <fl/filesystem/queries.hpp>
 
 #include <fl/filesystem/exceptions.hpp>
-#include <fl/filesystem/windows.hpp>
 
 #include "access/absolute.hpp"
 #include "access/filesystem_form.hpp"
 #include "failure/filesystem_error.hpp"
 #include "failure/throw.hpp"
-#include "failure/win32_error.hpp"
 #include "links/junction.hpp"
-#include "links/shortcut.hpp"
 #include "operations/forms_of_two.hpp"
 #include "pathname/long_prefix.hpp"
 #include "pathname/path_type.hpp"
-#include "platform/code_units.hpp"
-#include "platform/shell_link_object.hpp"
 #include "standard/codes.hpp"
 
 #include <windows.h>
-
-#include <algorithm>
-#include <iterator>
 
 namespace fl::filesystem {
 
@@ -80,27 +72,6 @@ void create_junction(upath const &target, upath const &link)
 void create_junction(std::u16string const &target, std::u16string const &link)
 {
     create_junction(upath(target), upath(link));
-}
-
-upath read_shortcut(upath const &p)
-{
-    std::wstring form = detail::windows::make_native_access_form_bridge(p.native());
-    if (!detail::is_shortcut_path(form))
-        detail::throw_invalid_argument("Shortcut path input must have .lnk file extension");
-    detail::strip_long_path_prefix(form, form.size(), std::wstring::npos);
-    wchar_t buffer[MAX_PATH] = {};
-    HRESULT const result = detail::read_stored_path(form, buffer);
-    if (FAILED(result))
-        detail::throw_win32_exception(detail::hresult_to_win32(result), p.wstring());
-    std::wstring_view const text(
-        buffer, static_cast<std::size_t>(std::find(std::begin(buffer), std::end(buffer), L'\0') -
-                                         std::begin(buffer)));
-    return upath(detail::narrow(text));
-}
-
-std::u16string read_shortcut(std::u16string const &p)
-{
-    return read_shortcut(upath(p)).native();
 }
 
 } // namespace fl::filesystem
