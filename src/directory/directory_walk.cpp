@@ -4,7 +4,6 @@
 
 #include "directory/entry_record.hpp"
 #include "directory/joined_name.hpp"
-#include "directory/listing_form.hpp"
 #include "failure/missing_codes.hpp"
 #include "failure/throw.hpp"
 #include "failure/win32_error.hpp"
@@ -36,7 +35,7 @@ bool is_too_long(DWORD code, std::size_t size) noexcept
 } // namespace
 
 directory_walk::directory_walk(upath const &p, directory_options options, walk_depth depth)
-    : options_(options), reach_(depth), form_(make_listing_form(p)), text_(p.native())
+    : options_(options), reach_(depth), path_(p)
 {
     begin();
 }
@@ -51,7 +50,7 @@ void directory_walk::begin()
     DWORD code = open_level();
     // the root of an empty drive: it has no dots, so that nothing matches the pattern
     if (code == ERROR_FILE_NOT_FOUND) {
-        code = standard::open_target(form_).code;
+        code = standard::open_target(path_.form).code;
         if (code == ERROR_SUCCESS)
             return;
     }
@@ -101,13 +100,14 @@ bool directory_walk::enters_entry() const
 /// Begins to list the entry, and returns whether there is something to list.
 bool directory_walk::enter()
 {
-    append(entry_.record().name);
+    path_.append(entry_.record().name);
     std::size_t const depth = levels_.size();
     DWORD const code = open_level();
     if (levels_.size() > depth)
         return true;
-    bool const is_passed_over = is_missing_for_entering(code, form_.size() + pattern_end_size) ||
-                                (is_denied(code) && has(directory_options::skip_permission_denied));
+    bool const is_passed_over =
+        is_missing_for_entering(code, path_.form.size() + pattern_end_size) ||
+        (is_denied(code) && has(directory_options::skip_permission_denied));
     if (!is_passed_over)
         fail(code);
     restore();
@@ -118,21 +118,18 @@ bool directory_walk::enter()
 DWORD directory_walk::open_level()
 {
     level opened;
-    opened.form_size = form_.size();
-    opened.text_size = text_.size();
+    opened.size = path_.size();
     if (has(directory_options::follow_directory_symlink)) {
         std::error_code ec;
-        if (!standard::read_identity(form_, opened.identity, ec))
+        if (!standard::read_identity(path_.form, opened.identity, ec))
             return static_cast<DWORD>(ec.value());
         if (is_on_the_way(opened.identity))
             fail(ERROR_DS_LOOP_DETECT);
     }
-    std::wstring const pattern = listing_pattern(form_);
-    auto [search, code] = standard::open_search(pattern, data_, FIND_FIRST_EX_LARGE_FETCH);
-    if (!search)
-        return code;
-    opened.search = std::move(search);
-    has_data_ = true;
+    std::wstring const pattern = listing_pattern(path_.form);
+    opened.search = standard::begin_search(found_, pattern, FIND_FIRST_EX_LARGE_FETCH);
+    if (!opened.search)
+        return found_.end_code();
     levels_.push_back(std::move(opened));
     return ERROR_SUCCESS;
 }
@@ -147,9 +144,9 @@ bool directory_walk::is_on_the_way(standard::file_identity const &identity) cons
 void directory_walk::settle()
 {
     while (!levels_.empty()) {
-        if (!has_data_)
+        if (!found_.is_there())
             leave();
-        else if (is_dot_name<wchar_t>(data_.cFileName))
+        else if (is_dot_name(found_.name()))
             read_next();
         else
             return take_entry();
@@ -160,8 +157,8 @@ void directory_walk::settle()
 /// Ends the directory at hand, which has no more entries.
 void directory_walk::leave()
 {
-    if (end_code_ != ERROR_NO_MORE_FILES)
-        fail(end_code_);
+    if (found_.end_code() != ERROR_NO_MORE_FILES)
+        fail(found_.end_code());
     levels_.pop_back();
     if (levels_.empty())
         return;
@@ -172,52 +169,43 @@ void directory_walk::leave()
 /// Makes the directory of the last level the one at hand.
 void directory_walk::restore()
 {
-    form_.resize(levels_.back().form_size);
-    text_.resize(levels_.back().text_size);
+    path_.resize(levels_.back().size);
 }
 
 void directory_walk::read_next()
 {
-    end_code_ =
-        standard::code_of([this] { return ::FindNextFileW(levels_.back().search.get(), &data_); });
-    has_data_ = end_code_ == ERROR_SUCCESS;
+    standard::next_entry(found_, levels_.back().search);
 }
 
 void directory_walk::take_entry()
 {
     auto record = std::make_shared<entry_record>();
-    record->name = narrow(data_.cFileName);
-    record->form.reserve(form_.size() + 1 + record->name.size());
-    join_name(record->form = form_, record->name);
-    record->text.reserve(text_.size() + 1 + record->name.size());
-    join_name(record->text = text_, record->name);
+    WIN32_FIND_DATAW const &data = found_.data();
+    record->name = narrow(found_.name());
+    record->form.reserve(path_.form.size() + 1 + record->name.size());
+    join_name(record->form = path_.form, record->name);
+    record->text.reserve(path_.text.size() + 1 + record->name.size());
+    join_name(record->text = path_.text, record->name);
     record->path = upath(record->text);
-    record->data = {data_.dwFileAttributes, data_.ftCreationTime, data_.ftLastAccessTime,
-                    data_.ftLastWriteTime,  data_.nFileSizeHigh,  data_.nFileSizeLow};
+    record->data = {data.dwFileAttributes, data.ftCreationTime, data.ftLastAccessTime,
+                    data.ftLastWriteTime,  data.nFileSizeHigh,  data.nFileSizeLow};
     // of what isn't a reparse point the field means nothing
-    if ((data_.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0)
-        record->reparse_tag = data_.dwReserved0;
+    if ((data.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0)
+        record->reparse_tag = data.dwReserved0;
     entry_ = directory_entry(std::move(record));
-}
-
-void directory_walk::append(std::u16string_view name)
-{
-    join_name(form_, name);
-    join_name(text_, name);
 }
 
 void directory_walk::fail(DWORD code) const
 {
-    if (is_too_long(code, form_.size() + pattern_end_size))
-        throw_exception(FileNameTooLarge(text_));
-    throw_win32_exception(code, widen(text_));
+    if (is_too_long(code, path_.form.size() + pattern_end_size))
+        throw_exception(FileNameTooLarge(path_.text));
+    throw_win32_exception(code, widen(path_.text));
 }
 
 void directory_walk::close() noexcept
 {
     while (!levels_.empty()) // the deepest first
         levels_.pop_back();
-    has_data_ = false;
     entry_ = directory_entry();
 }
 

@@ -4,13 +4,13 @@
 
 #include <fl/filesystem/directory.hpp>
 
+#include "directory/listed_pathname.hpp"
+#include "platform/found_entry.hpp"
 #include "platform/owned_handle.hpp"
 #include "standard/identity.hpp"
 
 #include <windows.h>
 
-#include <string>
-#include <string_view>
 #include <vector>
 
 namespace fl::filesystem::detail {
@@ -21,9 +21,8 @@ enum class walk_depth
     whole_tree
 };
 
-/// Stands at an entry, or has ended. A tree can be 16,000 levels deep, and the pathnames of all
-/// levels together would take half a gigabyte: the levels stand in a list, and there is one
-/// pathname. A member that throws leaves the walk ended.
+/// Stands at an entry, or has ended. A tree can be 16,000 levels deep, more than a thread's
+/// stack has frames for: the levels stand in a list. A member that throws leaves the walk ended.
 class directory_walk
 {
 public:
@@ -48,8 +47,7 @@ private:
     struct level
     {
         find_handle search;
-        std::size_t form_size = 0; ///< of the directory's pathname in `form_`
-        std::size_t text_size = 0; ///< and in `text_`
+        listed_pathname::extent size; ///< of the directory's pathname
         /// Where links are entered: a link that leads to one of these leads back.
         standard::file_identity identity;
     };
@@ -65,18 +63,14 @@ private:
     void restore();
     void read_next();
     void take_entry();
-    void append(std::u16string_view name);
     [[noreturn]] void fail(DWORD code) const;
     void close() noexcept;
 
     directory_options options_;
     walk_depth reach_;
-    std::wstring form_;   ///< of the directory at hand, for the system
-    std::u16string text_; ///< the same as it is shown
+    listed_pathname path_; ///< of the directory at hand
     std::vector<level> levels_;
-    WIN32_FIND_DATAW data_ = {};
-    bool has_data_ = false;
-    DWORD end_code_ = ERROR_SUCCESS; ///< why there is none
+    found_entry found_;
     directory_entry entry_;
 };
 

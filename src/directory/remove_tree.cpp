@@ -3,11 +3,12 @@
 #include <fl/filesystem/exceptions.hpp>
 
 #include "directory/joined_name.hpp"
-#include "directory/listing_form.hpp"
+#include "directory/listed_pathname.hpp"
 #include "failure/missing_codes.hpp"
 #include "failure/win32_error.hpp"
 #include "platform/attribute_query.hpp"
 #include "platform/code_units.hpp"
+#include "platform/found_entry.hpp"
 #include "platform/owned_handle.hpp"
 #include "standard/codes.hpp"
 #include "standard/marking.hpp"
@@ -43,18 +44,16 @@ struct held_level
 {
     file_handle directory;
     find_handle search; ///< closes first
-    std::size_t form_size = 0;
-    std::size_t text_size = 0;
+    listed_pathname::extent size;
     bool keeps_something = false; ///< after a failure that is told already
 };
 
-/// Removes a name with all that is in it. The levels of the tree stand in a list, and there is
-/// one pathname, since trees can be deeper than stacks.
+/// Removes a name with all that is in it. The levels of the tree stand in a list, since trees can
+/// be deeper than stacks.
 class held_remover
 {
 public:
-    held_remover(upath const &p, removal_settings const &settings)
-        : settings_(settings), form_(make_listing_form(p)), text_(p.native())
+    held_remover(upath const &p, removal_settings const &settings) : settings_(settings), path_(p)
     {
     }
     held_remover(held_remover const &) = delete;
@@ -77,12 +76,10 @@ private:
 
     removal_settings const &settings_;
     removal_record record_;
-    std::wstring form_;   ///< of what is at hand, for the system
-    std::u16string text_; ///< the same as it is shown
+    listed_pathname path_; ///< of what is at hand
     bool knows_place_ = false;
     std::vector<held_level> levels_;
-    WIN32_FIND_DATAW data_ = {};
-    DWORD end_code_ = ERROR_SUCCESS; ///< why there is no data; 0 if there is
+    found_entry found_;
 };
 
 /// Whether a directory's entries are to be removed ahead of it: those of a link are another's.
@@ -114,7 +111,7 @@ removal_record held_remover::run()
 {
     take_root();
     while (!levels_.empty() && !record_.was_stopped) {
-        if (end_code_ == ERROR_SUCCESS)
+        if (found_.is_there())
             take_entry();
         else
             ascend();
@@ -124,7 +121,7 @@ removal_record held_remover::run()
 
 void held_remover::take_root()
 {
-    attribute_query const query(form_);
+    attribute_query const query(path_.form);
     if (query.has_failed)
         fail(query.code);
     else
@@ -133,12 +130,10 @@ void held_remover::take_root()
 
 void held_remover::take_entry()
 {
-    std::wstring_view const name = data_.cFileName;
-    if (!is_dot_name(name)) {
-        join_name(form_, name);
-        join_name(text_, name);
+    if (!is_dot_name(found_.name())) {
+        path_.append(found_.name());
         std::size_t const depth = levels_.size();
-        take(data_.dwFileAttributes);
+        take(found_.attributes());
         if (levels_.size() > depth || record_.was_stopped)
             return;
         restore();
@@ -149,9 +144,9 @@ void held_remover::take_entry()
 /// Removes what is at hand, or begins to empty it.
 void held_remover::take(DWORD attributes)
 {
-    auto [file, code] = open_for_deletion(form_, holds_entries(attributes));
+    auto [file, code] = open_for_deletion(path_.form, holds_entries(attributes));
     if (!file) {
-        if (levels_.empty() || !is_missing_for_entering(code, form_.size()))
+        if (levels_.empty() || !is_missing_for_entering(code, path_.form.size()))
             fail(code);
         return;
     }
@@ -181,26 +176,23 @@ bool held_remover::is_astray(file_handle const &file)
     if (levels_.empty()) {
         knows_place_ = !ec;
         if (knows_place_)
-            form_ = std::move(place);
+            path_.form = std::move(place);
         return false;
     }
     if (ec)
         fail(static_cast<DWORD>(ec.value()));
-    return ec || place != form_;
+    return ec || place != path_.form;
 }
 
 void held_remover::descend(file_handle directory)
 {
     held_level level;
     level.directory = std::move(directory);
-    level.form_size = form_.size();
-    level.text_size = text_.size();
-    std::wstring const pattern = listing_pattern(form_);
-    auto [search, code] = standard::open_search(pattern, data_, FIND_FIRST_EX_LARGE_FETCH);
-    level.search = std::move(search);
-    end_code_ = code;
-    if (end_code_ == ERROR_FILE_NOT_FOUND) // an empty root has no dots either
-        end_code_ = ERROR_NO_MORE_FILES;
+    level.size = path_.size();
+    std::wstring const pattern = listing_pattern(path_.form);
+    level.search = standard::begin_search(found_, pattern, FIND_FIRST_EX_LARGE_FETCH);
+    if (found_.end_code() == ERROR_FILE_NOT_FOUND) // an empty root has no dots either
+        found_.end(ERROR_NO_MORE_FILES);
     levels_.push_back(std::move(level));
 }
 
@@ -210,8 +202,8 @@ void held_remover::ascend()
     held_level ended = std::move(levels_.back());
     levels_.pop_back();
     ended.search = find_handle();
-    if (end_code_ != ERROR_NO_MORE_FILES)
-        fail(end_code_);
+    if (found_.end_code() != ERROR_NO_MORE_FILES)
+        fail(found_.end_code());
     else if (!ended.keeps_something)
         mark(std::move(ended.directory));
     else if (!levels_.empty())
@@ -225,14 +217,12 @@ void held_remover::ascend()
 /// Makes the directory of the last level what is at hand.
 void held_remover::restore()
 {
-    form_.resize(levels_.back().form_size);
-    text_.resize(levels_.back().text_size);
+    path_.resize(levels_.back().size);
 }
 
 void held_remover::read_next()
 {
-    end_code_ =
-        standard::code_of([this] { return ::FindNextFileW(levels_.back().search.get(), &data_); });
+    standard::next_entry(found_, levels_.back().search);
 }
 
 void held_remover::mark(file_handle file)
@@ -243,7 +233,7 @@ void held_remover::mark(file_handle file)
         return fail(code);
     file = file_handle(); // where names aren't free at once, they are when it is closed
     ++record_.removed;
-    if (settings_.callback && !settings_.callback({text_, record_.removed}))
+    if (settings_.callback && !settings_.callback({path_.text, record_.removed}))
         record_.was_stopped = true;
 }
 
@@ -252,7 +242,7 @@ void held_remover::fail(DWORD code)
     if (!levels_.empty())
         levels_.back().keeps_something = true;
     try {
-        throw_win32_exception(code, widen(text_));
+        throw_win32_exception(code, widen(path_.text));
     } catch (FsysExceptionBase const &exception) {
         if (!settings_.keeps_going)
             throw;

@@ -7,8 +7,10 @@
 #include "failure/win32_error.hpp"
 #include "links/reparse_data.hpp"
 #include "operations/removal_calls.hpp"
+#include "pathname/growing_pathname.hpp"
 #include "pathname/long_prefix.hpp"
 #include "pathname/shapes.hpp"
+#include "platform/found_entry.hpp"
 #include "platform/limits.hpp"
 #include "platform/owned_handle.hpp"
 #include "platform/reparse_point.hpp"
@@ -38,24 +40,16 @@ bool needs_prefix(std::wstring const &path, std::wstring_view name)
     return path.size() > detail::longest_bare_pathname || detail::loses_its_end(name);
 }
 
-/// What an element added to the pathname that it went behind.
-struct addition
-{
-    std::size_t former_size = 0;
-    bool added_prefix = false;
-};
-
 /// A directory that is being emptied.
 struct level
 {
     detail::find_handle search;
     detail::file_handle directory; ///< closes ahead of the search
-    addition added;                ///< by its own name
+    detail::addition added;        ///< by its own name
 };
 
 /// Removes a directory with all that is in it. A tree can be 16,000 levels deep, more than
-/// a thread's stack has frames for, and the pathnames of all levels together would take
-/// half a gigabyte. So the levels stand in a list, and there is one pathname.
+/// a thread's stack has frames for: the levels stand in a list.
 class tree_remover
 {
 public:
@@ -67,12 +61,12 @@ public:
     void run();
 
 private:
-    void descend(addition added);
+    void descend(detail::addition added);
     void take_entry();
     void ascend();
+    void finish(detail::addition added);
     void advance();
-    addition append(std::wstring_view name);
-    void restore(addition added);
+    detail::addition append(std::wstring_view name);
     std::wstring search_pattern() const;
     detail::find_handle begin_search(std::wstring const &pattern);
     detail::file_handle open_directory(std::wstring const &pattern) const;
@@ -80,9 +74,7 @@ private:
 
     std::wstring path_; ///< of the directory at hand
     std::vector<level> levels_;
-    WIN32_FIND_DATAW entry_ = {};
-    bool has_entry_ = false;
-    DWORD end_code_ = ERROR_SUCCESS; ///< why there is none
+    detail::found_entry entry_;
 };
 
 void close_search(detail::find_handle &search)
@@ -103,7 +95,7 @@ void tree_remover::run()
 {
     descend({});
     while (!levels_.empty()) {
-        if (has_entry_)
+        if (entry_.is_there())
             take_entry();
         else
             ascend();
@@ -113,7 +105,7 @@ void tree_remover::run()
 /// Begins to empty the directory that `path_` has become by `added`. One that is no link
 /// but a reparse point all the same holds what its filter shows in it: it goes as it is or
 /// not at all.
-void tree_remover::descend(addition added)
+void tree_remover::descend(detail::addition added)
 {
     std::wstring const pattern = search_pattern();
     level below{begin_search(pattern), open_directory(pattern), added};
@@ -124,25 +116,22 @@ void tree_remover::descend(addition added)
     detail::remove_directory_at(path_); // it vanishes when both handles are closed
     below.directory = detail::file_handle();
     close_search(below.search);
-    restore(added);
-    advance();
+    finish(added);
 }
 
 void tree_remover::take_entry()
 {
-    std::wstring_view const name = entry_.cFileName;
-    if (detail::is_dot_name(name))
+    if (detail::is_dot_name(entry_.name()))
         return advance();
-    addition const added = append(name);
-    DWORD const attributes = entry_.dwFileAttributes;
+    detail::addition const added = append(entry_.name());
+    DWORD const attributes = entry_.attributes();
     if ((attributes & FILE_ATTRIBUTE_DIRECTORY) == 0)
         detail::delete_file_at(path_);
     else if (is_link(path_, attributes))
         detail::remove_directory_at(path_);
     else
         return descend(added);
-    restore(added);
-    advance();
+    finish(added);
 }
 
 /// Ends the directory at hand, which has no more entries.
@@ -151,39 +140,35 @@ void tree_remover::ascend()
     level &ended = levels_.back();
     close_search(ended.search);
     ended.directory = detail::file_handle();
-    if (end_code_ != ERROR_NO_MORE_FILES)
-        detail::throw_win32_exception(end_code_, path_);
+    if (entry_.end_code() != ERROR_NO_MORE_FILES)
+        detail::throw_win32_exception(entry_.end_code(), path_);
     detail::remove_directory_at(path_);
-    addition const added = ended.added;
+    detail::addition const added = ended.added;
     levels_.pop_back();
-    restore(added);
-    advance();
+    finish(added);
+}
+
+/// Goes on behind an entry that is gone.
+void tree_remover::finish(detail::addition added)
+{
+    detail::take_off(path_, added);
+    if (!levels_.empty())
+        advance();
 }
 
 void tree_remover::advance()
 {
-    has_entry_ = !levels_.empty() && ::FindNextFileW(levels_.back().search.get(), &entry_);
-    end_code_ = has_entry_ ? DWORD{ERROR_SUCCESS} : ::GetLastError();
+    entry_.advance(levels_.back().search);
 }
 
-addition tree_remover::append(std::wstring_view name)
+detail::addition tree_remover::append(std::wstring_view name)
 {
-    addition added{path_.size(), false};
-    path_ += detail::backslash<wchar_t>;
-    path_ += name;
-    if (!needs_prefix(path_, name))
-        return added;
-    std::size_t const bare_size = path_.size();
-    path_ = detail::add_long_prefix<wchar_t, wchar_t>(path_);
-    added.added_prefix = path_.size() != bare_size;
-    return added;
-}
-
-void tree_remover::restore(addition added)
-{
-    if (added.added_prefix)
-        detail::strip_long_path_prefix(path_, path_.size(), std::wstring::npos);
-    path_.resize(added.former_size);
+    return detail::add_name(path_, [name](std::wstring &path) {
+        path += detail::backslash<wchar_t>;
+        path += name;
+        if (needs_prefix(path, name))
+            path = detail::add_long_prefix<wchar_t, wchar_t>(path);
+    });
 }
 
 std::wstring tree_remover::search_pattern() const
@@ -198,13 +183,10 @@ std::wstring tree_remover::search_pattern() const
 
 detail::find_handle tree_remover::begin_search(std::wstring const &pattern)
 {
-    HANDLE const raw = ::FindFirstFileExW(pattern.c_str(), FindExInfoBasic, &entry_,
-                                          FindExSearchNameMatch, nullptr, 0);
-    DWORD const code = ::GetLastError();
-    if (raw == INVALID_HANDLE_VALUE)
-        detail::throw_win32_exception(code, pattern);
-    has_entry_ = true;
-    return detail::find_handle(raw);
+    detail::find_handle search = entry_.begin(pattern, 0);
+    if (!search)
+        detail::throw_win32_exception(entry_.end_code(), pattern);
+    return search;
 }
 
 /// A failure names the pattern, as that of the search ahead of it does.

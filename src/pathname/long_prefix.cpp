@@ -28,16 +28,30 @@ template std::wstring with_long_prefix(std::wstring_view, bool);
 template std::u16string with_long_prefix(std::wstring_view, bool);
 
 template <typename Result, typename Char>
-std::basic_string<Result> add_long_prefix(std::basic_string_view<Char> text)
+std::basic_string<Result> make_literal_form(std::basic_string_view<Char> text)
 {
     switch (classify_path_type(text)) {
     case windows::PATH_TYPE_DRIVE_ABSOLUTE:
         return with_long_prefix<Result>(text, false);
     case windows::PATH_TYPE_UNC:
         return with_long_prefix<Result>(text, true);
+    default:
+        return std::basic_string<Result>(text.begin(), text.end());
+    }
+}
+
+template std::wstring make_literal_form(std::u16string_view);
+template std::wstring make_literal_form(std::wstring_view);
+
+template <typename Result, typename Char>
+std::basic_string<Result> add_long_prefix(std::basic_string_view<Char> text)
+{
+    switch (classify_path_type(text)) {
+    case windows::PATH_TYPE_DRIVE_ABSOLUTE:
+    case windows::PATH_TYPE_UNC:
     case windows::PATH_TYPE_LONG_DRIVE_ABSOLUTE:
     case windows::PATH_TYPE_LONG_UNC:
-        return std::basic_string<Result>(text.begin(), text.end());
+        return make_literal_form<Result>(text);
     default:
         throw_invalid_argument("Long UNC path without root not permitted");
     }

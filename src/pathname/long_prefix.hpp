@@ -17,9 +17,16 @@ extern template std::wstring with_long_prefix(std::u16string_view, bool);
 extern template std::wstring with_long_prefix(std::wstring_view, bool);
 extern template std::u16string with_long_prefix(std::wstring_view, bool);
 
-/// Returns `text` behind the long prefix that its path type calls for, or as it
-/// is if it has one. Throws `InvalidArgument` "Long UNC path without root not
-/// permitted", without the pathname, on every other type: relative, rooted,
+/// Returns `text` so that the system takes every name in it as it stands: behind the long
+/// prefix that its path type calls for. As it is if it has one, or if its type takes none.
+template <typename Result, typename Char>
+std::basic_string<Result> make_literal_form(std::basic_string_view<Char> text);
+
+extern template std::wstring make_literal_form(std::u16string_view);
+extern template std::wstring make_literal_form(std::wstring_view);
+
+/// The same of a pathname that has such a form. Throws `InvalidArgument` "Long UNC path without
+/// root not permitted", without the pathname, on every other type: relative, rooted,
 /// drive-relative, device, and server without share.
 template <typename Result, typename Char>
 std::basic_string<Result> add_long_prefix(std::basic_string_view<Char> text);

@@ -1,8 +1,9 @@
 #include "standard/filesystem.hpp"
 
+#include "pathname/growing_pathname.hpp"
 #include "pathname/long_prefix.hpp"
-#include "pathname/path_type.hpp"
 #include "pathname/shapes.hpp"
+#include "platform/found_entry.hpp"
 #include "platform/owned_handle.hpp"
 #include "platform/reparse_point.hpp"
 #include "standard/codes.hpp"
@@ -136,34 +137,18 @@ bool is_directory_entry(std::wstring const &path, DWORD attributes, std::error_c
     return is_directory;
 }
 
-/// `text` so that the system takes every name in it as it stands, if there is such a form.
-std::wstring taken_literally(std::wstring const &text)
+/// What a name added to the pathnames that it went behind.
+struct additions
 {
-    switch (classify_path_type<wchar_t>(text)) {
-    case windows::PATH_TYPE_DRIVE_ABSOLUTE:
-        return with_long_prefix<wchar_t, wchar_t>(text, false);
-    case windows::PATH_TYPE_UNC:
-        return with_long_prefix<wchar_t, wchar_t>(text, true);
-    default: // it has its prefix, or as a device's takes none
-        return text;
-    }
-}
-
-/// The pathnames of a directory at hand, as they were before one of its entries needed a
-/// form that is taken literally. All below that entry has the form, too.
-struct plain_forms
-{
-    std::size_t depth;
-    std::wstring from;
-    std::wstring to;
+    addition from;
+    addition to;
 };
 
 /// A directory whose entries are being copied.
 struct level
 {
     find_handle search;
-    std::size_t from_size;
-    std::size_t to_size;
+    additions added; ///< by its own name
 };
 
 /// Copies one name and, if it is a directory, what is in it. The levels of a tree stand in
@@ -194,8 +179,8 @@ private:
     void take_entry();
     void append(std::wstring_view name);
     void leave();
+    void finish();
     void advance();
-    void restore();
 
     std::wstring from_;
     std::wstring to_;
@@ -204,16 +189,15 @@ private:
     copy_listener const &listener_;
     bool is_stopped_ = false;
     std::vector<level> levels_;
-    std::optional<plain_forms> plain_;
-    WIN32_FIND_DATAW entry_ = {};
-    bool has_entry_ = false;
+    found_entry entry_;
+    additions added_; ///< by the name at hand
 };
 
 bool copier::run()
 {
     copy_name();
     while (!ec_ && !is_stopped_ && !levels_.empty()) {
-        if (has_entry_)
+        if (entry_.is_there())
             take_entry();
         else
             leave();
@@ -291,72 +275,62 @@ void copier::copy_directory(file_type to_type)
 
 void copier::enter()
 {
-    std::wstring const pattern = joined(from_, L"*");
-    auto [search, code] = open_search(pattern, entry_, 0);
-    if (search) {
-        levels_.push_back({std::move(search), from_.size(), to_.size()});
-        has_entry_ = true;
-    } else if (code != ERROR_FILE_NOT_FOUND) { // which is an empty root: it has no dots either
-        ec_ = system_code(code);
-    }
+    find_handle search = begin_search(entry_, joined(from_, L"*"), 0);
+    if (search)
+        levels_.push_back({std::move(search), added_});
+    else if (entry_.end_code() != ERROR_FILE_NOT_FOUND) // an empty root: it has no dots either
+        ec_ = system_code(entry_.end_code());
 }
 
 void copier::take_entry()
 {
-    std::wstring_view const name = entry_.cFileName;
-    if (is_dot_name(name))
+    if (is_dot_name(entry_.name()))
         return advance();
     std::size_t const depth = levels_.size();
-    append(name);
+    append(entry_.name());
     bool const goes_along =
-        has(copy_options::recursive) || !is_directory_entry(from_, entry_.dwFileAttributes, ec_);
+        has(copy_options::recursive) || !is_directory_entry(from_, entry_.attributes(), ec_);
     if (goes_along && !ec_)
         copy_name();
     if (!ec_ && !is_stopped_ && levels_.size() == depth)
-        advance();
+        finish();
 }
 
+/// A name that the system would read as another one takes the pathnames along into a form in
+/// which it doesn't.
 void copier::append(std::wstring_view name)
 {
-    if (!plain_ && loses_its_end(name)) {
-        plain_ = {levels_.size(), from_, to_};
-        from_ = taken_literally(from_);
-        to_ = taken_literally(to_);
-    }
-    join(from_, name);
-    join(to_, name);
+    auto const append_to = [name](std::wstring &path) {
+        return add_name(path, [name](std::wstring &grown) {
+            if (loses_its_end(name))
+                grown = make_literal_form<wchar_t, wchar_t>(grown);
+            join(grown, name);
+        });
+    };
+    added_ = {append_to(from_), append_to(to_)};
 }
 
 void copier::leave()
 {
+    added_ = levels_.back().added;
     levels_.pop_back();
     if (!levels_.empty())
-        advance();
+        finish();
 }
 
-/// Goes on to the next entry of the directory at hand.
+/// Goes on behind an entry that is done.
+void copier::finish()
+{
+    take_off(from_, added_.from);
+    take_off(to_, added_.to);
+    advance();
+}
+
 void copier::advance()
 {
-    restore();
-    find_handle const &search = levels_.back().search;
-    DWORD const code = code_of([&] { return ::FindNextFileW(search.get(), &entry_); });
-    has_entry_ = code == ERROR_SUCCESS;
-    if (code != ERROR_NO_MORE_FILES)
-        ec_ = system_code(code);
-}
-
-/// Takes off what an entry of the directory at hand added to its pathnames.
-void copier::restore()
-{
-    level const &top = levels_.back();
-    if (plain_ && plain_->depth == levels_.size()) {
-        from_ = std::move(plain_->from);
-        to_ = std::move(plain_->to);
-        plain_.reset();
-    } else {
-        from_.resize(top.from_size);
-        to_.resize(top.to_size);
-    }
+    bool const goes_on = next_entry(entry_, levels_.back().search);
+    if (!goes_on && entry_.end_code() != ERROR_NO_MORE_FILES)
+        ec_ = system_code(entry_.end_code());
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 // write.
 
 #include "platform/filled_buffer.hpp"
+#include "platform/found_entry.hpp"
 #include "platform/owned_handle.hpp"
 #include "platform/reparse_point.hpp"
 #include "standard/codes.hpp"
@@ -62,23 +63,30 @@ inline opened_file open_again(file_handle const &file, DWORD access)
     return opened_by([&] { return ::ReOpenFile(file.get(), access, share, flags); });
 }
 
-/// `search` is empty if `code` isn't 0.
-struct opened_search
+/// Has `move` go to an entry. Returns whether there is one; if not, `entry` tells why.
+template <typename Move>
+bool reach(found_entry &entry, Move move)
+{
+    DWORD const code = code_of([&] {
+        move();
+        return entry.is_there();
+    });
+    if (!entry.is_there())
+        entry.end(code);
+    return entry.is_there();
+}
+
+/// Begins to list what matches `pattern`. Empty if it can't.
+inline find_handle begin_search(found_entry &entry, std::wstring const &pattern, DWORD flags)
 {
     find_handle search;
-    DWORD code = ERROR_SUCCESS;
-};
+    reach(entry, [&] { search = entry.begin(pattern, flags); });
+    return search;
+}
 
-/// Begins to list what matches `pattern`, with the first entry in `data`.
-inline opened_search open_search(std::wstring const &pattern, WIN32_FIND_DATAW &data, DWORD flags)
+inline bool next_entry(found_entry &entry, find_handle const &search)
 {
-    opened_search opened;
-    opened.code = code_of([&] {
-        opened.search = find_handle(::FindFirstFileExW(pattern.c_str(), FindExInfoBasic, &data,
-                                                       FindExSearchNameMatch, nullptr, flags));
-        return static_cast<bool>(opened.search);
-    });
-    return opened;
+    return reach(entry, [&] { entry.advance(search); });
 }
 
 /// What the system knows of an open file, one of the records that `kind` stands for.
