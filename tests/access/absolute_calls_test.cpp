@@ -2,20 +2,12 @@
 
 #include <fl/filesystem/operations.hpp>
 
-#include "support/failure.hpp"
-
-#include <simulation/machine.hpp>
-
-#include <gtest/gtest.h>
+#include "support/calls.hpp"
 
 namespace fl::filesystem {
 namespace {
 
-using simulation::simulated_machine;
-using test_support::denied;
-using test_support::failure_of;
-using test_support::not_found;
-using test_support::system_error;
+using namespace test_support;
 
 TEST(AbsoluteCalls, AFailedExpansionNamesWhatWasGivenAndNotWhatIsJoined)
 {

@@ -1,17 +1,12 @@
 #include <fl/filesystem/operations.hpp>
 
-#include "support/failure.hpp"
+#include "support/names.hpp"
 #include "support/workspace.hpp"
-
-#include <gtest/gtest.h>
 
 namespace fl::filesystem {
 namespace {
 
-using test_support::failure_of;
-using test_support::invalid_argument;
-using test_support::printable;
-using test_support::workspace;
+using namespace test_support;
 
 struct based_case
 {

@@ -1,14 +1,12 @@
 #include <fl/filesystem/access_forms.hpp>
 #include <fl/filesystem/windows.hpp>
 
-#include "support/text.hpp"
-
-#include <gtest/gtest.h>
+#include "support/names.hpp"
 
 namespace fl::filesystem::detail {
 namespace {
 
-using test_support::of_size;
+using namespace test_support;
 
 TEST(ToFilesystem, CopiesUnits)
 {

@@ -1,15 +1,11 @@
 #include "access/buffer_size.hpp"
 
-#include "support/failure.hpp"
-
-#include <gtest/gtest.h>
-
-#include <cstdint>
+#include "support/names.hpp"
 
 namespace fl::filesystem::detail {
 namespace {
 
-using test_support::failure_of;
+using namespace test_support;
 
 TEST(RoundUpTo512, IsTheNextMultiple)
 {

@@ -1,20 +1,13 @@
 #include "access/filesystem_form.hpp"
 
 #include "access/absolute.hpp"
-#include "support/failure.hpp"
-#include "support/text.hpp"
+#include "support/names.hpp"
 #include "support/workspace.hpp"
-
-#include <gtest/gtest.h>
 
 namespace fl::filesystem::detail {
 namespace {
 
-using test_support::failure_of;
-using test_support::invalid_argument;
-using test_support::of_size;
-using test_support::wide;
-using test_support::workspace;
+using namespace test_support;
 
 TEST(MakeFilesystemForm, GetsThePrefixBeyond247Units)
 {

@@ -3,7 +3,7 @@
 #include "access/link_chain.hpp"
 
 #include "access/walking.hpp"
-#include "support/text.hpp"
+#include "support/calls.hpp"
 
 #include <winioctl.h>
 
@@ -12,15 +12,10 @@
 namespace fl::filesystem::detail {
 namespace {
 
+using namespace test_support;
 using simulation::fault;
 using simulation::symbolic_link_data;
-using test_support::denied;
 using test_support::failure;
-using test_support::not_found;
-using test_support::printable;
-using test_support::system_error;
-using test_support::units;
-using test_support::wide;
 using windows::path_type_enum;
 
 constexpr auto classify = path_type_enum(0);
@@ -973,7 +968,7 @@ TEST(ResolveLinkChain, AReparsePointThatCantBeReadIsAnElement)
         EXPECT_TRUE(fault.fired());
     }
     expect_nothing_open(machine, "unreadable");
-    machine.deny(uR"(C:\l)", simulation::right::read_extended_attributes);
+    machine.deny(uR"(C:\l)", right::read_extended_attributes);
     EXPECT_EQ(walked(LR"(\\?\C:\l)"), LR"(\\?\C:\l)");
 }
 

@@ -1,19 +1,12 @@
 #include "access/link_target.hpp"
 
-#include "support/failure.hpp"
-#include "support/text.hpp"
+#include "support/names.hpp"
 #include "support/workspace.hpp"
-
-#include <gtest/gtest.h>
 
 namespace fl::filesystem::detail {
 namespace {
 
-using test_support::for_all_texts;
-using test_support::printable;
-using test_support::units;
-using test_support::wide;
-using test_support::workspace;
+using namespace test_support;
 using windows::path_type_enum;
 
 constexpr auto drive = windows::PATH_TYPE_DRIVE_ABSOLUTE;
@@ -103,7 +96,7 @@ TEST(NormaliseLinkTarget, AsksForTheDrivesDirectory)
     std::wstring const letter = wide(work.root().substr(0, 2));
     std::wstring const here = wide(work.root());
     // Wine ends the directory of a drive alone in a backslash
-    std::wstring const end = test_support::runs_under_wine() ? L"\\" : L"";
+    std::wstring const end = runs_under_wine() ? L"\\" : L"";
     struct
     {
         std::wstring text, expected;

@@ -5,21 +5,16 @@
 
 #include "access/walking.hpp"
 #include "access/wild_disk.hpp"
-#include "support/text.hpp"
+#include "support/calls.hpp"
 
 #include <algorithm>
 #include <map>
 #include <random>
-#include <utility>
 
 namespace fl::filesystem::detail {
 namespace {
 
-using test_support::printable;
-using test_support::units;
-using test_support::wide;
-
-using names = std::vector<std::u16string>;
+using namespace test_support;
 
 names split(std::u16string_view text)
 {

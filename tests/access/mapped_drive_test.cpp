@@ -2,16 +2,14 @@
 
 #include "access/mapped_drive.hpp"
 
-#include "access/walking.hpp"
-#include "support/text.hpp"
+#include "support/calls.hpp"
 
 #include <winnetwk.h>
 
 namespace fl::filesystem::detail {
 namespace {
 
-using test_support::printable;
-using test_support::units;
+using namespace test_support;
 
 constexpr windows::path_type_enum no_drive_types[] = {
     windows::PATH_TYPE_INVALID,  windows::PATH_TYPE_RELATIVE,
@@ -91,12 +89,12 @@ TEST(IsMappedNetworkDrive, HasRoomForLongNamesAsFarAsItTells)
     simulated_machine machine;
     machine.add_share(u"s", u"h").map_drive(u'X', u"s", u"h");
     for (std::size_t const size : {std::size_t{1000}, longest - 1, longest})
-        EXPECT_TRUE(is_mapped_network_drive(test_support::of_size(LR"(X:\)", size),
-                                            windows::PATH_TYPE_DRIVE_ABSOLUTE))
+        EXPECT_TRUE(
+            is_mapped_network_drive(of_size(LR"(X:\)", size), windows::PATH_TYPE_DRIVE_ABSOLUTE))
             << size;
     for (std::size_t const size : {longest + 1, std::size_t{16400}, std::size_t{32000}})
-        EXPECT_FALSE(is_mapped_network_drive(test_support::of_size(LR"(X:\)", size),
-                                             windows::PATH_TYPE_DRIVE_ABSOLUTE))
+        EXPECT_FALSE(
+            is_mapped_network_drive(of_size(LR"(X:\)", size), windows::PATH_TYPE_DRIVE_ABSOLUTE))
             << size;
     for (auto const &entry : machine.journal())
         EXPECT_EQ(entry.room, told);

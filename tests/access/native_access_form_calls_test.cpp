@@ -6,15 +6,14 @@
 #include <fl/filesystem/windows.hpp>
 
 #include "access/walking.hpp"
-#include "support/text.hpp"
+#include "support/calls.hpp"
 
 #include <algorithm>
 
 namespace fl::filesystem::detail {
 namespace {
 
-using test_support::denied;
-using test_support::wide;
+using namespace test_support;
 using windows::make_native_access_form_bridge;
 
 TEST(NativeAccessFormCalls, NoDiskAccessWithoutTwoDots)
@@ -25,7 +24,7 @@ TEST(NativeAccessFormCalls, NoDiskAccessWithoutTwoDots)
          {uR"(C:\a\.\b)", u"x", uR"(\x)", u"C:x", uR"(\\s\h\x)", u"C:\\", uR"(C:\a..b\..c)"}) {
         machine.clear_journal();
         make_native_access_form_bridge(path);
-        EXPECT_EQ(calls(machine), lines{"GetFullPathNameW(" + test_support::printable(path) + ")"});
+        EXPECT_EQ(calls(machine), lines{"GetFullPathNameW(" + printable(path) + ")"});
     }
 }
 

@@ -5,23 +5,14 @@
 #include <fl/filesystem/access_forms.hpp>
 #include <fl/filesystem/windows.hpp>
 
-#include "support/failure.hpp"
-#include "support/text.hpp"
+#include "support/names.hpp"
 #include "support/workspace.hpp"
-
-#include <gtest/gtest.h>
 
 namespace fl::filesystem::detail {
 namespace {
 
+using namespace test_support;
 using test_support::failure;
-using test_support::failure_of;
-using test_support::invalid_argument;
-using test_support::of_size;
-using test_support::printable;
-using test_support::units;
-using test_support::wide;
-using test_support::workspace;
 using windows::make_native_access_form_bridge;
 
 struct form_case

@@ -3,8 +3,7 @@
 
 #include "access/path_cleaning.hpp"
 
-#include "access/walking.hpp"
-#include "support/text.hpp"
+#include "support/calls.hpp"
 
 #include <algorithm>
 #include <filesystem>
@@ -12,12 +11,8 @@
 namespace fl::filesystem::detail {
 namespace {
 
-using test_support::denied;
+using namespace test_support;
 using test_support::failure;
-using test_support::not_found;
-using test_support::of_size;
-using test_support::system_error;
-using test_support::wide;
 using windows::path_type_enum;
 
 TEST(CleanPathnameCalls, NoneForWhatIsAbsoluteOrHasABase)

@@ -4,24 +4,14 @@
 #include "pathname/expanded_path.hpp"
 #include "pathname/path_type.hpp"
 #include "platform/code_units.hpp"
-#include "support/failure.hpp"
-#include "support/text.hpp"
+#include "support/names.hpp"
 #include "support/workspace.hpp"
-
-#include <gtest/gtest.h>
 
 namespace fl::filesystem::detail {
 namespace {
 
+using namespace test_support;
 using test_support::failure;
-using test_support::failure_of;
-using test_support::for_all_texts;
-using test_support::invalid_argument;
-using test_support::of_size;
-using test_support::printable;
-using test_support::units;
-using test_support::wide;
-using test_support::workspace;
 using windows::path_type_enum;
 
 failure bad_type(std::u16string const &path)
@@ -519,7 +509,7 @@ TEST(ExpandDriveRelative, KeepsWhatIsBehindTheDrive)
     work.change_directory(work.root());
     std::wstring const drive = wide(work.root().substr(0, 2));
     // Wine ends the directory of a drive alone in a backslash
-    std::wstring const end = test_support::runs_under_wine() ? L"\\" : L"";
+    std::wstring const end = runs_under_wine() ? L"\\" : L"";
     EXPECT_EQ(expand_drive_relative(drive), wide(work.root()) + end);
     EXPECT_EQ(expand_drive_relative(drive + L"foo"), wide(work.root()) + LR"(\foo)");
     EXPECT_EQ(expand_drive_relative(drive + LR"(..\a/./\b\)"),

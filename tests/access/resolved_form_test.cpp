@@ -3,12 +3,14 @@
 #include "access/resolved_form.hpp"
 
 #include "access/walking.hpp"
-#include "support/text.hpp"
+#include "support/calls.hpp"
 
 #include <algorithm>
 
 namespace fl::filesystem::detail {
 namespace {
+
+using namespace test_support;
 
 TEST(ResolvedAccessForm, AlwaysHasItsPrefix)
 {
@@ -75,8 +77,7 @@ TEST(ResolvedAccessForm, ResolvesAllButTheLastElement)
         std::wstring form;
         EXPECT_EQ(failure_of([&] { form = make_resolved_access_form(u"C:\\any"); }), std::nullopt)
             << row.why;
-        EXPECT_EQ(form, row.expected)
-            << test_support::printable(test_support::units(row.full)) << ": " << row.why;
+        EXPECT_EQ(form, row.expected) << printable(units(row.full)) << ": " << row.why;
     }
     expect_nothing_open(machine, "forms");
 }
@@ -91,7 +92,7 @@ TEST(ResolvedAccessForm, TellsWhatTheWalkTells)
         test_support::failure expected;
     } const cases[] = {
         {LR"(C:\f\..\x)", nowhere()},
-        {LR"(C:\no\..\x)", test_support::not_found(uR"(\\?\C:\no)")},
+        {LR"(C:\no\..\x)", not_found(uR"(\\?\C:\no)")},
         {LR"(C:\loop\..\x)", too_many_links(uR"(\\?\C:\loop)")},
     };
     for (auto const &row : cases) {

@@ -3,19 +3,15 @@
 #include <fl/filesystem/windows.hpp>
 
 #include "access/walking.hpp"
-#include "support/text.hpp"
+#include "support/calls.hpp"
 
 #include <objbase.h>
 
 namespace fl::filesystem::detail::windows {
 namespace {
 
-using test_support::denied;
+using namespace test_support;
 using test_support::failure;
-using test_support::not_found;
-using test_support::printable;
-using test_support::system_error;
-using test_support::units;
 
 constexpr auto relative_link = link_type_symlink_relative;
 constexpr auto absolute_link = link_type_symlink_absolute;

@@ -3,20 +3,13 @@
 
 #include <fl/filesystem/windows.hpp>
 
-#include "support/failure.hpp"
-#include "support/text.hpp"
-
-#include <gtest/gtest.h>
+#include "support/names.hpp"
 
 namespace fl::filesystem::detail::windows {
 namespace {
 
+using namespace test_support;
 using test_support::failure;
-using test_support::failure_of;
-using test_support::invalid_argument;
-using test_support::not_found;
-using test_support::printable;
-using test_support::units;
 
 constexpr auto relative_link = link_type_symlink_relative;
 

@@ -3,13 +3,15 @@
 // Disks of all kinds of things at once, and pathnames through them. What a walk makes of one
 // can't be told beforehand, only what holds of every walk.
 
-#include "access/walking.hpp"
+#include "support/calls.hpp"
 
 #include <algorithm>
-#include <cstddef>
 #include <random>
 
 namespace fl::filesystem::detail {
+
+using test_support::flavour;
+using test_support::simulated_machine;
 
 class wild_disk
 {

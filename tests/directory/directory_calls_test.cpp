@@ -6,45 +6,16 @@
 #include <fl/filesystem/exceptions.hpp>
 
 #include "directory/listing.hpp"
-#include "links/calls.hpp"
-#include "support/failure.hpp"
-
-#include <simulation/machine.hpp>
-
-#include <gtest/gtest.h>
-
-#include <optional>
-#include <string>
-#include <vector>
+#include "support/calls.hpp"
 
 namespace fl::filesystem {
 namespace {
 
-using simulation::flavour;
-using simulation::right;
-using simulation::simulated_machine;
-using test_support::calls_with_arguments;
-using test_support::denied;
+using namespace test_support;
 using test_support::failure;
-using test_support::failure_of;
-using test_support::names;
-using test_support::names_in;
-using test_support::not_found;
-using test_support::system_error;
-using test_support::tree_of;
-
-using lines = std::vector<std::string>;
 
 constexpr directory_options follow = directory_options::follow_directory_symlink;
 constexpr directory_options skip = directory_options::skip_permission_denied;
-
-/// All calls but those that bring the caller's pathname to its form.
-lines calls_on_disk(simulated_machine const &machine)
-{
-    lines calls = calls_with_arguments(machine);
-    std::erase_if(calls, [](std::string const &line) { return line.starts_with("GetFullPath"); });
-    return calls;
-}
 
 void append(lines &calls, lines const &more)
 {
@@ -72,12 +43,6 @@ lines entering(std::string const &name)
     return {first(name), next(name), next(name)};
 }
 
-void expect_all_closed(simulated_machine const &machine)
-{
-    EXPECT_EQ(machine.open_handles(), 0);
-    EXPECT_EQ(machine.find_handles(), 0);
-}
-
 TEST(DirectoryCalls, OneSearchAndNothingForAnEntry)
 {
     simulated_machine machine;
@@ -100,7 +65,7 @@ TEST(DirectoryCalls, OneSearchAndNothingForAnEntry)
     append(expected,
            {next(R"(C:\t)"), next(R"(C:\t)"), next(R"(C:\t)"), next(R"(C:\t)"), closed(R"(C:\t)")});
     EXPECT_EQ(calls_on_disk(machine), expected);
-    expect_all_closed(machine);
+    expect_nothing_open(machine);
 }
 
 TEST(DirectoryCalls, OneSearchForEachDirectoryOfATree)
@@ -148,7 +113,7 @@ TEST(DirectoryCalls, AnAbandonedSearchIsClosedWithItsLastCopy)
         EXPECT_EQ(machine.find_handles(), 2);
         EXPECT_EQ(copy->filename(), u"b");
     }
-    expect_all_closed(machine);
+    expect_nothing_open(machine);
 }
 
 TEST(DirectoryCalls, TheEmptyRootOfADriveHasNoEntries)
@@ -159,7 +124,7 @@ TEST(DirectoryCalls, TheEmptyRootOfADriveHasNoEntries)
     EXPECT_EQ(tree_of(u"E:\\"), names{});
     EXPECT_EQ(tree_of(u"E:\\", follow), names{});
     EXPECT_EQ(failure_of([] { names_in(u"F:\\"); }), not_found(u"F:\\"));
-    expect_all_closed(machine);
+    expect_nothing_open(machine);
 }
 
 TEST(DirectoryCalls, ALinkThatLeadsNowhereIsNoEmptyDirectory)
@@ -227,7 +192,7 @@ TEST(DirectoryCalls, AFailureNamesTheDirectoryAndEndsTheListing)
         EXPECT_EQ(told, row.told) << row.function << " " << row.nth << ": " << row.why;
         EXPECT_TRUE(fault.fired());
         EXPECT_EQ(it, recursive_directory_iterator()) << row.function << " " << row.nth;
-        expect_all_closed(machine);
+        expect_nothing_open(machine);
     }
 }
 
@@ -241,7 +206,7 @@ TEST(DirectoryCalls, EveryFailingCallReleasesItsHandles)
             machine.add_junction(uR"(C:\t\j)", uR"(C:\away)");
             auto const fault = machine.fail_call(nth, ERROR_IO_DEVICE);
             static_cast<void>(failure_of([&] { tree_of(uR"(C:\t)", options); }));
-            expect_all_closed(machine);
+            expect_nothing_open(machine);
             if (!fault.fired())
                 break;
         }
@@ -255,7 +220,7 @@ TEST(DirectoryCalls, FailingClosesAreNoFailures)
     auto const find = machine.fail_every_call_on("FindClose", ERROR_IO_DEVICE);
     auto const handle = machine.fail_every_call_on("CloseHandle", ERROR_IO_DEVICE);
     EXPECT_EQ(tree_of(uR"(C:\t)", follow).size(), 2U);
-    expect_all_closed(machine);
+    expect_nothing_open(machine);
 }
 
 TEST(DirectoryCalls, ACallThatFailsWithoutACodeIsReported)
@@ -284,7 +249,7 @@ TEST(DirectoryCalls, DeniedDirectoriesFailOrAreSkipped)
     EXPECT_EQ(failure_of([] { tree_of(uR"(C:\t)", follow); }), denied(uR"(C:\t\a)"));
     EXPECT_EQ(failure_of([] { directory_iterator(uR"(C:\no)", skip); }), not_found(uR"(C:\no)"))
         << "that is another thing";
-    expect_all_closed(machine);
+    expect_nothing_open(machine);
 }
 
 TEST(DirectoryCalls, DirectoriesThatVanishOrChangeArePassedOver)
@@ -325,7 +290,7 @@ TEST(DirectoryCalls, DirectoriesThatVanishOrChangeArePassedOver)
                 told.push_back(entry.path().native());
             }
             EXPECT_EQ(told, row.told) << row.why;
-            expect_all_closed(machine);
+            expect_nothing_open(machine);
         }
     }
 }

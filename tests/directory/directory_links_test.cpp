@@ -3,22 +3,12 @@
 #include <fl/filesystem/directory.hpp>
 
 #include "directory/listing.hpp"
-#include "support/failure.hpp"
-
-#include <simulation/machine.hpp>
-
-#include <gtest/gtest.h>
+#include "support/calls.hpp"
 
 namespace fl::filesystem {
 namespace {
 
-using simulation::flavour;
-using simulation::simulated_machine;
-using test_support::failure_of;
-using test_support::names;
-using test_support::names_in;
-using test_support::system_error;
-using test_support::tree_of;
+using namespace test_support;
 
 constexpr directory_options follow = directory_options::follow_directory_symlink;
 constexpr unsigned int loop = 8246;

@@ -3,25 +3,13 @@
 #include <fl/filesystem/directory.hpp>
 
 #include "directory/listing.hpp"
-#include "support/failure.hpp"
+#include "support/calls.hpp"
 #include "support/small_stack.hpp"
-#include "support/text.hpp"
-
-#include <simulation/machine.hpp>
-
-#include <gtest/gtest.h>
-
-#include <string>
-#include <string_view>
 
 namespace fl::filesystem {
 namespace {
 
-using simulation::simulated_machine;
-using test_support::failure_of;
-using test_support::names_in;
-using test_support::run_on_stack_of;
-using test_support::too_large;
+using namespace test_support;
 
 constexpr std::size_t longest_pathname = 32767;
 constexpr std::size_t small_stack = 256 * 1024;
@@ -92,7 +80,7 @@ TEST(DirectoryScale, AWideDirectoryTakesOneCallAnEntry)
     constexpr int many = 20'000;
     simulated_machine machine;
     for (int number = 0; number < many; ++number)
-        machine.add_file(u"C:\\wide\\" + test_support::units(std::to_wstring(number)));
+        machine.add_file(u"C:\\wide\\" + units(std::to_wstring(number)));
     EXPECT_EQ(names_in(uR"(C:\wide)").size(), static_cast<std::size_t>(many));
     EXPECT_EQ(machine.calls_of("FindFirstFileExW"), 1);
     EXPECT_EQ(machine.calls_of("FindNextFileW"), many + 2);

@@ -6,10 +6,8 @@
 #include <fl/filesystem/operations.hpp>
 
 #include "directory/listing.hpp"
-#include "support/failure.hpp"
+#include "support/names.hpp"
 #include "support/workspace.hpp"
-
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <iterator>
@@ -20,16 +18,8 @@
 namespace fl::filesystem {
 namespace {
 
+using namespace test_support;
 using test_support::failure;
-using test_support::failure_of;
-using test_support::invalid_argument;
-using test_support::link_to;
-using test_support::names;
-using test_support::names_in;
-using test_support::not_found;
-using test_support::sorted;
-using test_support::tree_of;
-using test_support::workspace;
 
 template <typename Iterator>
 constexpr bool is_input_iterator =
@@ -45,15 +35,9 @@ static_assert(!std::is_convertible_v<upath, directory_entry>);
 static_assert(!std::is_convertible_v<std::u16string, directory_iterator>);
 static_assert(std::is_nothrow_move_constructible_v<directory_entry>);
 
-failure not_a_directory(std::u16string const &path)
-{
-    return test_support::about(fsys_excp_not_directory_error, "fl:filesystem:NotDirectoryError",
-                               path);
-}
-
 failure invalid_operation()
 {
-    return test_support::about(fsys_excp_invalid_operation, "fl:filesystem:InvalidOperation", u"");
+    return about(fsys_excp_invalid_operation, "fl:filesystem:InvalidOperation", u"");
 }
 
 void make_files(workspace &work, names const &files)
@@ -262,8 +246,7 @@ TEST(DirectoryEntry, SizesAreThoseOfFiles)
     EXPECT_EQ(directory_entry(work.path(u"file")).file_size(), 9U);
     EXPECT_EQ(failure_of(
                   [&] { static_cast<void>(directory_entry(work.path(u"directory")).file_size()); }),
-              test_support::about(fsys_excp_file_is_directory, "fl:filesystem:FileIsDirectory",
-                                  work.path(u"directory")));
+              file_is_directory(work.path(u"directory")));
     directory_entry const missing(work.path(u"no"));
     EXPECT_EQ(failure_of([&] { static_cast<void>(missing.file_size()); }),
               not_found(work.path(u"no")));
@@ -375,10 +358,10 @@ TEST(DirectoryIterator, OfWhatIsNoDirectoryNamesIt)
               invalid_argument("Empty Path not permitted"));
     // Wine says of this name that it can be none
     EXPECT_EQ(failure_of([] { directory_iterator(u"file"); }),
-              test_support::runs_under_wine()
+              runs_under_wine()
                   ? invalid_argument("The filename, directory name, or volume label syntax is "
                                      "incorrect.")
-                  : not_a_directory(u"file"));
+                  : not_directory(u"file"));
 }
 
 TEST(RecursiveDirectoryIterator, TellsADirectoryAheadOfWhatIsInIt)
@@ -475,7 +458,7 @@ TEST(RecursiveDirectoryIterator, EndsAtALinkThatLeadsBack)
     work.make_symbolic_link(work.path(uR"(t\a\back)"), work.path(u"t"), link_to::directory);
     EXPECT_EQ(
         failure_of([&] { tree_of(work.path(u"t"), directory_options::follow_directory_symlink); }),
-        test_support::system_error(8246, work.path(uR"(t\a\back)")));
+        system_error(8246, work.path(uR"(t\a\back)")));
     EXPECT_EQ(tree_of(work.path(u"t")).size(), 2U);
 }
 

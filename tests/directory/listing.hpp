@@ -4,13 +4,11 @@
 
 #include <fl/filesystem/directory.hpp>
 
+#include "support/names.hpp"
+
 #include <algorithm>
-#include <string>
-#include <vector>
 
 namespace test_support {
-
-using names = std::vector<std::u16string>;
 
 /// The names in a directory, in the order in which they are told.
 inline names names_in(std::u16string const &directory)

@@ -2,38 +2,15 @@
 
 #include <fl/filesystem/removal.hpp>
 
-#include "links/calls.hpp"
-#include "support/failure.hpp"
+#include "support/calls.hpp"
 #include "support/small_stack.hpp"
 
-#include <simulation/machine.hpp>
-
-#include <gtest/gtest.h>
-
 #include <algorithm>
-#include <string>
-#include <vector>
 
 namespace fl::filesystem {
 namespace {
 
-using simulation::flavour;
-using simulation::right;
-using simulation::simulated_machine;
-using test_support::calls_with_arguments;
-using test_support::denied;
-using test_support::failure_of;
-using test_support::system_error;
-
-using lines = std::vector<std::string>;
-using names = std::vector<std::u16string>;
-
-lines calls_on_disk(simulated_machine const &machine)
-{
-    lines calls = calls_with_arguments(machine);
-    std::erase_if(calls, [](std::string const &line) { return line.starts_with("GetFullPath"); });
-    return calls;
-}
+using namespace test_support;
 
 void build_small_tree(simulated_machine &machine)
 {
@@ -47,12 +24,6 @@ void build_small_tree(simulated_machine &machine)
 bool is_away_untouched(simulated_machine const &machine)
 {
     return machine.exists(uR"(C:\away\kept)") && machine.exists(uR"(C:\away\deep\kept)");
-}
-
-void expect_all_closed(simulated_machine const &machine)
-{
-    EXPECT_EQ(machine.open_handles(), 0);
-    EXPECT_EQ(machine.find_handles(), 0);
 }
 
 TEST(RemovalCalls, EachNameIsOpenedAndMarked)
@@ -89,7 +60,7 @@ TEST(RemovalCalls, EveryFailingCallReleasesItsHandlesAndLosesNothingOutside)
                 is_complete =
                     remove_all(uR"(C:\t)", removal_options().keep_going(keeps_going)).is_complete();
             });
-            expect_all_closed(machine);
+            expect_nothing_open(machine);
             EXPECT_TRUE(is_away_untouched(machine)) << "failing call " << nth;
             EXPECT_EQ(machine.exists(uR"(C:\t)"), !is_complete) << "failing call " << nth;
             if (thrown) {
@@ -135,7 +106,7 @@ TEST(RemovalCalls, NothingOutsideIsLostWhateverBecomesALinkMeanwhile)
                 EXPECT_TRUE(is_away_untouched(machine)) << function << " " << nth;
                 EXPECT_TRUE(machine.exists(uR"(C:\away\x)")) << function << " " << nth;
                 EXPECT_TRUE(machine.exists(uR"(C:\away\c\x)")) << function << " " << nth;
-                expect_all_closed(machine);
+                expect_nothing_open(machine);
                 if (!swap.fired())
                     break;
             }
@@ -209,7 +180,7 @@ TEST(RemovalCalls, ADirectoryWithAnotherTagIsNotEmptied)
 
 TEST(RemovalCalls, ATreeAsDeepAsAnyOnASmallStack)
 {
-    test_support::run_on_stack_of(256 * 1024, [] {
+    run_on_stack_of(256 * 1024, [] {
         simulated_machine machine;
         machine.keep_journal(false);
         std::u16string path = uR"(\\?\C:)";

@@ -4,28 +4,19 @@
 
 #include <fl/filesystem/operations.hpp>
 
-#include "support/failure.hpp"
+#include "support/names.hpp"
 #include "support/workspace.hpp"
-
-#include <gtest/gtest.h>
 
 #include <windows.h>
 
 #include <algorithm>
 #include <stdexcept>
-#include <string>
 #include <type_traits>
-#include <vector>
 
 namespace fl::filesystem {
 namespace {
 
-using test_support::failure_of;
-using test_support::link_to;
-using test_support::not_found;
-using test_support::workspace;
-
-using names = std::vector<std::u16string>;
+using namespace test_support;
 
 constexpr std::uint32_t read_only = 1;
 
@@ -113,8 +104,7 @@ TEST(RemoveAllWithOptions, ReadOnlyFilesFailUnlessTheyAreToBeCleared)
     std::u16string const file = work.path(uR"(t\file)");
     work.make_file(file);
     work.set_attributes(file, read_only);
-    EXPECT_EQ(failure_of([&] { remove_all(work.path(u"t"), removal_options()); }),
-              test_support::denied(file));
+    EXPECT_EQ(failure_of([&] { remove_all(work.path(u"t"), removal_options()); }), denied(file));
     EXPECT_TRUE(work.exists(file));
     EXPECT_EQ(remove_all(work.path(u"t"), removal_options().clear_read_only()).removed(), 2U);
     EXPECT_FALSE(work.exists(work.path(u"t")));
@@ -197,11 +187,11 @@ TEST(RemovalOptions, AreValues)
     removal_options clearing = plain;
     clearing.clear_read_only();
     EXPECT_EQ(failure_of([&] { remove_all(work.path(u"file"), plain); }),
-              test_support::denied(work.path(u"file")));
+              denied(work.path(u"file")));
     removal_options taken_back = clearing;
     taken_back.clear_read_only(false).keep_going().keep_going(false);
     EXPECT_EQ(failure_of([&] { remove_all(work.path(u"file"), taken_back); }),
-              test_support::denied(work.path(u"file")));
+              denied(work.path(u"file")));
     EXPECT_EQ(remove_all(work.path(u"file"), clearing).removed(), 1U);
 }
 

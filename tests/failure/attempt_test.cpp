@@ -4,21 +4,17 @@
 
 #include <fl/filesystem/operations.hpp>
 
-#include "support/failure.hpp"
+#include "support/names.hpp"
 #include "support/workspace.hpp"
-
-#include <gtest/gtest.h>
 
 #include <memory>
 #include <new>
 #include <stdexcept>
-#include <string>
 
 namespace fl::filesystem {
 namespace {
 
-using test_support::failure_of;
-using test_support::workspace;
+using namespace test_support;
 
 TEST(Attempt, HasTheResultOfACallThatDoesntThrow)
 {
@@ -101,7 +97,6 @@ struct code_case
 
 TEST(ThrowLastError, SpeaksTheWordsOfTheOperations)
 {
-    using namespace test_support;
     std::u16string const p = uR"(C:\x)";
     code_case const cases[] = {
         {2, not_found(p)},
@@ -114,9 +109,9 @@ TEST(ThrowLastError, SpeaksTheWordsOfTheOperations)
          invalid_argument("The filename, directory name, or volume label syntax is incorrect.")},
         {161, invalid_argument("The specified path is invalid.")},
         {4390, invalid_argument("The file or directory is not a reparse point.")},
-        {145, about(fsys_excp_directory_not_empty, "fl:filesystem:DirectoryNotEmpty", p)},
+        {145, not_empty(p)},
         {206, too_large(u"")},
-        {267, about(fsys_excp_not_directory_error, "fl:filesystem:NotDirectoryError", p)},
+        {267, not_directory(p)},
         {32, system_error(32, p)},
         {0, system_error(0, p)},
     };
@@ -126,8 +121,7 @@ TEST(ThrowLastError, SpeaksTheWordsOfTheOperations)
     }
     std::u16string const overlong(32768, u'x');
     EXPECT_EQ(failure_of([&] { throw_last_error(3, overlong); }), too_large(overlong));
-    auto expected = system_error(32, p);
-    expected.additional_path_names = {u"D:\\y"};
+    auto const expected = system_error(32, p, u"D:\\y");
     EXPECT_EQ(failure_of([&] { throw_last_error(32, p, u"D:\\y"); }), expected);
     EXPECT_EQ(failure_of([&] { throw_last_error(32, upath(p), upath(u"D:\\y")); }), expected);
     EXPECT_EQ(failure_of([&] { throw_last_error(5, p, u"D:\\y"); }), denied(p));

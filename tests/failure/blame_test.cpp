@@ -2,26 +2,18 @@
 
 #include "failure/blame.hpp"
 
-#include "failure/translation.hpp"
-#include "links/calls.hpp"
-#include "support/text.hpp"
+#include "support/calls.hpp"
+#include "support/translation.hpp"
 
 #include <windows.h>
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <initializer_list>
-#include <optional>
 
 namespace fl::filesystem::detail {
 namespace {
 
 using namespace test_support;
-using simulation::flavour;
-using simulation::right;
-using simulation::simulated_machine;
-using lines = std::vector<std::string>;
 
 constexpr unsigned int all_codes = 12000;
 constexpr unsigned int low_codes = 300; // with every one that means something here

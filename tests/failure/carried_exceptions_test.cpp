@@ -3,9 +3,7 @@
 
 #include <fl/filesystem.hpp>
 
-#include "support/failure.hpp"
-
-#include <gtest/gtest.h>
+#include "support/names.hpp"
 
 #include <boost/exception_ptr.hpp>
 
@@ -14,9 +12,9 @@
 namespace fl::filesystem {
 namespace {
 
+using namespace test_support;
 using test_support::describe;
 using test_support::failure;
-using test_support::invalid_argument;
 
 /// Runs `call` on a thread of its own and returns what it threw.
 template <typename Call>

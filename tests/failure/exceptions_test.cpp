@@ -1,14 +1,10 @@
 #include <fl/filesystem/exceptions.hpp>
 
-#include "support/failure.hpp"
+#include "support/names.hpp"
 
-#include <gtest/gtest.h>
-
-#include <cstddef>
 #include <functional>
 #include <locale>
 #include <type_traits>
-#include <utility>
 
 // Code outside the library relies on where the members stand, and they are
 // private. An explicit instantiation may name a private member.
@@ -43,10 +39,10 @@ FL_TEST_REVEAL(ctype_subcode, CtypeExceptionBase, unsigned int, subcode)
 namespace fl::filesystem {
 namespace {
 
+using namespace test_support;
 using foundation::ustring::CtypeInvalidCharacter;
 using test_support::describe;
 using test_support::failure;
-using test_support::failure_of;
 
 /// By number: numbers stay the same for ever.
 constexpr fsys_excp_id id(int number)

@@ -2,11 +2,8 @@
 
 #include "failure/filesystem_error.hpp"
 
-#include "failure/translation.hpp"
-
-#include <simulation/machine.hpp>
-
-#include <gtest/gtest.h>
+#include "support/calls.hpp"
+#include "support/translation.hpp"
 
 #include <algorithm>
 #include <iterator>
@@ -15,7 +12,6 @@ namespace fl::filesystem::detail {
 namespace {
 
 using namespace test_support;
-using simulation::simulated_machine;
 
 /// Neither of the two categories, although its codes are equivalent to the generic ones.
 class look_alike final : public std::error_category
@@ -53,11 +49,6 @@ bool is_about_target(unsigned int code)
     return std::find(std::begin(codes), std::end(codes), code) != std::end(codes);
 }
 
-failure is_a_directory(std::u16string const &path)
-{
-    return about(fsys_excp_file_is_directory, "fl:filesystem:FileIsDirectory", path);
-}
-
 TEST(ThrowOnFilesystemErrorOfAPair, NoErrorDoesNothing)
 {
     simulated_machine machine;
@@ -72,7 +63,7 @@ TEST(ThrowOnFilesystemErrorOfAPair, TheFacilitysOwnIsADirectoryNamesTheFirst)
     simulated_machine machine;
     for (char16_t const *first : {u"C:\\missing", u"rel", u"", u"a/b"})
         EXPECT_EQ(report(generic(21), upath(first), upath(u"C:\\to")),
-                  is_a_directory(upath(first).native()));
+                  file_is_directory(upath(first).native()));
     EXPECT_EQ(machine.journal().size(), 0U) << "nobody is asked";
 }
 

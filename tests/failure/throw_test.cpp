@@ -1,8 +1,6 @@
 #include "failure/throw.hpp"
 
-#include "support/failure.hpp"
-
-#include <gtest/gtest.h>
+#include "support/names.hpp"
 
 #include <boost/exception_ptr.hpp>
 
@@ -11,6 +9,7 @@
 namespace fl::filesystem::detail {
 namespace {
 
+using namespace test_support;
 using test_support::describe;
 using test_support::failure;
 

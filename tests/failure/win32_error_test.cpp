@@ -1,23 +1,17 @@
 #include "failure/win32_error.hpp"
 
 #include "failure/filesystem_error.hpp"
-#include "support/failure.hpp"
 
-#include <gtest/gtest.h>
+#include "support/names.hpp"
 
 #include <set>
 
 namespace fl::filesystem::detail {
 namespace {
 
-using test_support::about;
-using test_support::denied;
+using namespace test_support;
 using test_support::exists;
 using test_support::failure;
-using test_support::failure_of;
-using test_support::invalid_argument;
-using test_support::not_found;
-using test_support::too_large;
 
 struct code_case
 {
@@ -34,11 +28,11 @@ code_case const code_cases[] = {
     {5, denied(path)},
     {80, exists(path)},
     {123, invalid_argument("The filename, directory name, or volume label syntax is incorrect.")},
-    {145, about(fsys_excp_directory_not_empty, "fl:filesystem:DirectoryNotEmpty", path)},
+    {145, not_empty(path)},
     {161, invalid_argument("The specified path is invalid.")},
     {183, exists(path)},
     {206, too_large(u"")},
-    {267, about(fsys_excp_not_directory_error, "fl:filesystem:NotDirectoryError", path)},
+    {267, not_directory(path)},
     {1920, denied(path)},
     {4390, invalid_argument("The file or directory is not a reparse point.")},
 };
@@ -63,11 +57,11 @@ TEST(ThrowWin32Exception, EveryOtherCodeIsASystemErrorWithBothPathnames)
     for (unsigned int code = 0; code < 16000; ++code) {
         if (own.count(code) != 0)
             continue;
-        failure expected{fsys_excp_system_error, "fl:filesystem:SystemError", path, {u""}, code};
-        ASSERT_EQ(failure_of([&] { throw_win32_exception(code, LR"(\\?\C:\a)"); }), expected)
+        ASSERT_EQ(failure_of([&] { throw_win32_exception(code, LR"(\\?\C:\a)"); }),
+                  system_error(code, path))
             << "one additional pathname, empty";
-        expected.additional_path_names = {u"b"};
-        ASSERT_EQ(failure_of([&] { throw_win32_exception(code, LR"(\\?\C:\a)", L"b"); }), expected);
+        ASSERT_EQ(failure_of([&] { throw_win32_exception(code, LR"(\\?\C:\a)", L"b"); }),
+                  system_error(code, path, u"b"));
     }
     EXPECT_EQ(
         failure_of([&] { throw_win32_exception(0xFFFFFFFF, L"", L""); }),

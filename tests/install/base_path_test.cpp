@@ -3,23 +3,12 @@
 #include <fl/filesystem/install_path.hpp>
 #include <fl/filesystem/operations.hpp>
 
-#include "support/failure.hpp"
-#include "support/text.hpp"
-
-#include <simulation/machine.hpp>
-
-#include <gtest/gtest.h>
-
-#include <optional>
+#include "support/calls.hpp"
 
 namespace fl::filesystem {
 namespace {
 
-using simulation::simulated_machine;
-using test_support::denied;
-using test_support::failure_of;
-using test_support::not_found;
-using test_support::units;
+using namespace test_support;
 
 void *const base = reinterpret_cast<void *>(std::uintptr_t{0x10000000});
 constexpr std::size_t module_size = 0x4000;
@@ -115,7 +104,7 @@ TEST(GetBasePath, HasNamesThatCantBeListedInLowerCase)
 {
     simulated_machine machine;
     machine.add_file(uR"(C:\Apps\Tool\Sub\bin\win64\lib.dll)");
-    machine.deny(u"C:\\Apps", simulation::right::list);
+    machine.deny(u"C:\\Apps", right::list);
     load(machine, uR"(C:\APPS\TOOL\SUB\bin\win64\lib.dll)");
     EXPECT_EQ(base_path(), uR"(C:\Apps\tool\Sub)");
 }

@@ -3,26 +3,17 @@
 
 #include <fl/filesystem/install_path.hpp>
 
-#include "support/failure.hpp"
-#include "support/text.hpp"
-
-#include <simulation/machine.hpp>
-
-#include <gtest/gtest.h>
+#include "support/calls.hpp"
 
 #include <algorithm>
 #include <cstdlib>
 #include <iostream>
-#include <optional>
 #include <thread>
 
 namespace fl::filesystem {
 namespace {
 
-using simulation::simulated_machine;
-using test_support::denied;
-using test_support::failure_of;
-using test_support::not_found;
+using namespace test_support;
 
 constexpr char16_t module[] = uR"(D:\APPS\TOOL\bin\win64\lib.dll)";
 

@@ -1,24 +1,24 @@
 #include <fl/filesystem/install_path.hpp>
 
-#include "support/text.hpp"
+#include "support/names.hpp"
 #include "support/workspace.hpp"
-
-#include <gtest/gtest.h>
 
 namespace fl::filesystem {
 namespace {
 
+using namespace test_support;
+
 // The tests run where they were built, which is no installation.
 TEST(GetInstallPath, IsTheBaseOfTheLibrarysOwnModule)
 {
-    test_support::workspace work;
+    workspace work;
     void *const own = reinterpret_cast<void *>(&get_install_path);
     std::u16string const module = detail::get_module_path_from_address(own);
     ASSERT_FALSE(module.empty());
     if (!work.exists(module))
         work.make_file(module); // a simulated machine has it in memory only
     EXPECT_EQ(get_install_path(), module);
-    EXPECT_EQ(detail::get_base_path(own), test_support::wide(module));
+    EXPECT_EQ(detail::get_base_path(own), wide(module));
     EXPECT_EQ(get_install_path(), module) << "once more";
 }
 

@@ -1,14 +1,11 @@
 #include "install/install_root.hpp"
 
-#include "support/failure.hpp"
-#include "support/text.hpp"
-
-#include <gtest/gtest.h>
+#include "support/names.hpp"
 
 namespace fl::filesystem::detail {
 namespace {
 
-using test_support::of_size;
+using namespace test_support;
 
 struct root_case
 {
@@ -107,7 +104,7 @@ TEST(FindInstallRoot, EveryOrderOfNames)
     std::wstring const names[] = {L"a", L"bin", L"win64"};
     int roots = 0;
     // each text stands for a pathname with an element for each unit
-    test_support::for_all_texts(u"012", 7, [&](std::u16string const &order) {
+    for_all_texts(u"012", 7, [&](std::u16string const &order) {
         std::vector<std::wstring> elements;
         std::wstring text = L"C:";
         for (char16_t const which : order) {
@@ -115,7 +112,7 @@ TEST(FindInstallRoot, EveryOrderOfNames)
             text += L'\\' + names[which - u'0'];
         }
         std::wstring const expected = root_of(elements);
-        EXPECT_EQ(find_install_root(text), expected) << test_support::printable(order);
+        EXPECT_EQ(find_install_root(text), expected) << printable(order);
         roots += expected.empty() ? 0 : 1;
     });
     EXPECT_GT(roots, 1000) << "many of them have the pair";
@@ -123,8 +120,8 @@ TEST(FindInstallRoot, EveryOrderOfNames)
 
 TEST(FindInstallRoot, EndsOnEveryShortText)
 {
-    test_support::for_all_texts(test_support::shape_alphabet, 6, [](std::u16string const &text) {
-        std::wstring const head = test_support::wide(text);
+    for_all_texts(shape_alphabet, 6, [](std::u16string const &text) {
+        std::wstring const head = wide(text);
         EXPECT_EQ(find_install_root(head), L"");
         std::wstring const root = find_install_root(head + LR"(\bin\win64)");
         EXPECT_LE(root.size(), head.size() + 1);

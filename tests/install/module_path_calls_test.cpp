@@ -2,17 +2,12 @@
 
 #include <fl/filesystem/install_path.hpp>
 
-#include "support/text.hpp"
-
-#include <simulation/machine.hpp>
-
-#include <gtest/gtest.h>
+#include "support/calls.hpp"
 
 namespace fl::filesystem {
 namespace {
 
-using simulation::simulated_machine;
-using test_support::of_size;
+using namespace test_support;
 using rooms = std::vector<std::uint64_t>;
 
 void *const base = reinterpret_cast<void *>(std::uintptr_t{0x10000000});

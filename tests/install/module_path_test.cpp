@@ -1,17 +1,15 @@
 #include <fl/filesystem/install_path.hpp>
 
-#include "support/text.hpp"
+#include "support/names.hpp"
 
 #include <windows.h>
-
-#include <gtest/gtest.h>
 
 #include <memory>
 
 namespace fl::filesystem {
 namespace {
 
-using test_support::units;
+using namespace test_support;
 
 std::u16string file_of(HMODULE module)
 {
@@ -69,7 +67,7 @@ TEST(GetModulePathFromAddress, TellsModulesApart)
         << "by its first address, too";
     std::u16string const own = detail::get_module_path_from_address(address_of(&get_install_path));
     EXPECT_NE(own, file_of(nullptr)) << "the library is a module of its own";
-    EXPECT_TRUE(own.ends_with(u".dll")) << test_support::wide(own).size();
+    EXPECT_TRUE(own.ends_with(u".dll")) << wide(own).size();
 }
 #endif
 

@@ -2,24 +2,12 @@
 
 #include "install/true_case.hpp"
 
-#include "support/failure.hpp"
-#include "support/text.hpp"
-
-#include <simulation/machine.hpp>
-
-#include <gtest/gtest.h>
-
-#include <optional>
+#include "support/calls.hpp"
 
 namespace fl::filesystem::detail {
 namespace {
 
-using simulation::simulated_machine;
-using test_support::denied;
-using test_support::failure_of;
-using test_support::not_found;
-using test_support::system_error;
-using test_support::units;
+using namespace test_support;
 
 TEST(RestoreTrueCaseCalls, SearchEachLevelAndHoldOneSearch)
 {
@@ -119,7 +107,7 @@ TEST(RestoreTrueCaseCalls, TheLastLevelIsInLowerCaseOnlyForTwoCodes)
         {2, not_found(uR"(\\?\C:\APPS\TOOL)")},
         {18, system_error(18, uR"(\\?\C:\APPS\TOOL)")},
         {1920, denied(uR"(\\?\C:\APPS\TOOL)")},
-        {206, test_support::too_large(u"")},
+        {206, too_large(u"")},
         {1117, system_error(1117, uR"(\\?\C:\APPS\TOOL)")},
     };
     for (auto const &row : cases) {
@@ -138,7 +126,7 @@ TEST(RestoreTrueCaseCalls, TheLastLevelIsInLowerCaseOnlyForTwoCodes)
 TEST(RestoreTrueCaseCalls, ADeniedListingHidesTheNamesInIt)
 {
     simulated_machine machine;
-    machine.add_directory(uR"(C:\Apps\Tool\Sub)").deny(u"C:\\Apps", simulation::right::list);
+    machine.add_directory(uR"(C:\Apps\Tool\Sub)").deny(u"C:\\Apps", right::list);
     EXPECT_EQ(restore_true_case(LR"(C:\APPS\TOOL\SUB)"), LR"(\\?\C:\Apps\tool\Sub)");
     EXPECT_EQ(restore_true_case(LR"(C:\APPS\TOOL)"), LR"(\\?\C:\Apps\tool)");
 }
@@ -173,10 +161,10 @@ TEST(RestoreTrueCaseCalls, AResultMayBeLongerThanTheText)
     for (int i = 0; i < 10; ++i)
         stored += u'\\' + deep;
     machine.add_directory(stored);
-    std::wstring typed = test_support::wide(stored);
+    std::wstring typed = wide(stored);
     for (wchar_t &unit : typed)
         unit = unit == L'D' ? L'd' : unit;
-    EXPECT_EQ(restore_true_case(typed), LR"(\\?\)" + test_support::wide(stored));
+    EXPECT_EQ(restore_true_case(typed), LR"(\\?\)" + wide(stored));
 }
 
 TEST(RestoreTrueCaseCalls, ASearchThatCantBeClosedNamesNothing)

@@ -1,19 +1,12 @@
 #include "install/true_case.hpp"
 
-#include "support/failure.hpp"
-#include "support/text.hpp"
+#include "support/names.hpp"
 #include "support/workspace.hpp"
-
-#include <gtest/gtest.h>
 
 namespace fl::filesystem::detail {
 namespace {
 
-using test_support::failure_of;
-using test_support::invalid_argument;
-using test_support::units;
-using test_support::wide;
-using test_support::workspace;
+using namespace test_support;
 
 std::u16string lower(std::u16string text)
 {
@@ -51,8 +44,7 @@ TEST(RestoreTrueCase, RefusesWhatHasNoRoot)
     auto const refusal = invalid_argument("Long UNC path without root not permitted");
     for (wchar_t const *text : {L"", L"a", LR"(a\b)", LR"(\a)", L"C:", L"C:a", LR"(\\server)",
                                 LR"(\\.\COM1)", LR"(\\?\)", LR"(\\?\C:)", LR"(\\?\UNC\server)"})
-        EXPECT_EQ(failure_of([&] { restore_true_case(text); }), refusal)
-            << test_support::printable(units(text));
+        EXPECT_EQ(failure_of([&] { restore_true_case(text); }), refusal) << printable(units(text));
 }
 
 TEST(RestoreTrueCase, OfAMissingNameFailsWithTheLongForm)
@@ -60,7 +52,7 @@ TEST(RestoreTrueCase, OfAMissingNameFailsWithTheLongForm)
     workspace work;
     std::wstring const text = wide(work.path(u"Missing"));
     EXPECT_EQ(failure_of([&] { restore_true_case(text); }),
-              test_support::not_found(uR"(\\?\)" + work.path(u"Missing")));
+              not_found(uR"(\\?\)" + work.path(u"Missing")));
 }
 
 } // namespace

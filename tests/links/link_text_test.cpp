@@ -6,8 +6,7 @@
 
 #include "links/link_cases.hpp"
 #include "support/allocations.hpp"
-
-#include <gtest/gtest.h>
+#include "support/names.hpp"
 
 namespace fl::filesystem::detail {
 namespace {

@@ -5,23 +5,17 @@
 
 #include <fl/filesystem/exceptions.hpp>
 
-#include "links/calls.hpp"
 #include "links/reparse_bytes.hpp"
-#include "support/text.hpp"
+#include "support/calls.hpp"
 
 #include <windows.h>
-
-#include <gtest/gtest.h>
 
 namespace fl::filesystem::detail {
 namespace {
 
 using namespace test_support;
-using simulation::flavour;
 using simulation::mount_point_data;
-using simulation::simulated_machine;
 using simulation::symbolic_link_data;
-using lines = std::vector<std::string>;
 
 constexpr unsigned int untouched = 77;
 
@@ -40,10 +34,10 @@ TEST(ReadReparseData, OpensReadsAndCloses)
 TEST(ReadReparseData, ReadsWhatCantBeRead)
 {
     simulated_machine machine;
-    machine.add_symbolic_link(u"C:\\link", u"x").deny(u"C:\\link", simulation::right::read);
+    machine.add_symbolic_link(u"C:\\link", u"x").deny(u"C:\\link", right::read);
     windows::reparse_data_context data;
     EXPECT_EQ(read_reparse_data(data, L"C:\\link"), 0U);
-    machine.deny(u"C:\\link", simulation::right::read_extended_attributes);
+    machine.deny(u"C:\\link", right::read_extended_attributes);
     EXPECT_EQ(read_reparse_data(data, L"C:\\link"), 5U);
 }
 
@@ -137,7 +131,7 @@ void make_names(simulated_machine &machine)
     machine.add_symbolic_link(u"C:\\sparse", u"x");
     machine.set_attributes(u"C:\\sparse", FILE_ATTRIBUTE_SPARSE_FILE);
     machine.add_symbolic_link(u"C:\\closed", u"x");
-    machine.deny(u"C:\\closed", simulation::right::read_extended_attributes);
+    machine.deny(u"C:\\closed", right::read_extended_attributes);
 }
 
 TEST(ReadLinkTarget, Table)

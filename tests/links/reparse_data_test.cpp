@@ -2,11 +2,8 @@
 
 #include "links/reparse_data.hpp"
 
-#include "support/failure.hpp"
-#include "support/text.hpp"
+#include "support/names.hpp"
 #include "support/workspace.hpp"
-
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <iterator>
@@ -14,9 +11,7 @@
 namespace fl::filesystem::detail {
 namespace {
 
-using test_support::failure_of;
-using test_support::wide;
-using test_support::workspace;
+using namespace test_support;
 
 constexpr unsigned int untouched = 77;
 
@@ -80,7 +75,7 @@ TEST_F(PlainNames, HaveNoTarget)
         if (row.attributes == 0)
             EXPECT_EQ(thrown, std::nullopt) << row.why;
         else
-            EXPECT_EQ(thrown, test_support::not_found(name)) << row.why;
+            EXPECT_EQ(thrown, not_found(name)) << row.why;
         EXPECT_EQ(link_type, windows::link_type_dedup_file) << row.why << ": left alone";
     }
 }

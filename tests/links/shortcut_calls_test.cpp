@@ -3,31 +3,16 @@
 
 #include "links/shortcut.hpp"
 
-#include "links/calls.hpp"
-#include "support/text.hpp"
+#include "support/calls.hpp"
 
 #include <objbase.h>
-
-#include <gtest/gtest.h>
-
-#include <optional>
 
 namespace fl::filesystem::detail {
 namespace {
 
-using simulation::simulated_machine;
-using test_support::calls_with_arguments;
-using lines = std::vector<std::string>;
+using namespace test_support;
 
 constexpr unsigned int untouched = 77;
-
-void expect_nothing_held(simulated_machine const &machine, int nth = 0)
-{
-    EXPECT_EQ(machine.live_interfaces(), 0) << "failing call " << nth;
-    EXPECT_EQ(machine.orphaned_interfaces(), 0) << "failing call " << nth;
-    EXPECT_EQ(machine.com_apartments(), 0) << "failing call " << nth;
-    EXPECT_EQ(machine.open_handles(), 0) << "failing call " << nth;
-}
 
 TEST(ReadShortcutTargetCalls, InOrder)
 {
@@ -40,7 +25,7 @@ TEST(ReadShortcutTargetCalls, InOrder)
               (lines{"CoInitialize()", "CoCreateInstance() flags 1", "IUnknown::QueryInterface()",
                      R"(IPersistFile::Load(C:\a.lnk))", "IShellLinkW::Resolve()",
                      "IShellLinkW::GetPath() flags 4", "CoUninitialize()"}));
-    expect_nothing_held(machine);
+    expect_nothing_open(machine);
 }
 
 TEST(ReadShortcutTargetCalls, NoneForAnotherName)
@@ -89,7 +74,7 @@ TEST(ReadShortcutTargetCalls, LoadAPrefixedNameOfAnyLengthWithoutIt)
     std::u16string const bare =
         u"C:\\" + std::u16string(200, u'd') + u'\\' + std::u16string(200, u'n') + u".lnk";
     unsigned int error = untouched;
-    read_shortcut_target(test_support::wide(uR"(\\?\)" + bare), error);
+    read_shortcut_target(wide(uR"(\\?\)" + bare), error);
     EXPECT_EQ(machine.journal().at(3).text, bare);
 }
 
@@ -121,12 +106,12 @@ TEST(ReadShortcutTargetCalls, EachCallThatFails)
         auto const fault = machine.fail_call(nth, static_cast<DWORD>(E_ACCESSDENIED));
         unsigned int error = untouched;
         std::wstring const target = read_shortcut_target(L"C:\\a.lnk", error);
-        EXPECT_EQ(test_support::printable(test_support::units(target)), row.target) << row.why;
+        EXPECT_EQ(printable(units(target)), row.target) << row.why;
         EXPECT_EQ(error, row.code_of_access_denied.value_or(untouched)) << row.why;
         EXPECT_TRUE(fault.fired()) << row.why;
         EXPECT_EQ(machine.calls_of(row.function), 1) << row.why;
         EXPECT_EQ(machine.calls_of("CoUninitialize"), 1) << row.why;
-        expect_nothing_held(machine, nth);
+        expect_nothing_open(machine, std::to_string(nth));
         ++nth;
     }
     simulated_machine machine;
@@ -158,7 +143,7 @@ TEST(ReadShortcutTargetCalls, StopAtTheFirstFailure)
         EXPECT_TRUE(fault.fired());
         EXPECT_EQ(machine.journal().size(), row.calls) << row.function;
         EXPECT_EQ(machine.journal().back().function, "CoUninitialize") << row.function;
-        expect_nothing_held(machine);
+        expect_nothing_open(machine);
     }
 }
 
@@ -171,9 +156,7 @@ TEST(ReadShortcutTargetCalls, TargetsAreCutToTheBuffer)
             u"\\\\?\\C:\\" + std::u16string(100, u'd') + u'\\' + std::u16string(size - 108, u'n');
         machine.add_file(target).add_shortcut(u"C:\\a.lnk", target);
         unsigned int error = untouched;
-        EXPECT_EQ(test_support::units(read_shortcut_target(L"C:\\a.lnk", error)),
-                  target.substr(0, 259))
-            << size;
+        EXPECT_EQ(units(read_shortcut_target(L"C:\\a.lnk", error)), target.substr(0, 259)) << size;
         EXPECT_EQ(error, untouched) << size;
     }
 }

@@ -3,9 +3,7 @@
 #include <fl/filesystem.hpp>
 
 #include "links/link_cases.hpp"
-#include "support/text.hpp"
-
-#include <gtest/gtest.h>
+#include "support/names.hpp"
 
 #include <algorithm>
 #include <iterator>

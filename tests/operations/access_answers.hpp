@@ -4,12 +4,7 @@
 
 #include <fl/filesystem.hpp>
 
-#include "support/failure.hpp"
-
-#include <gtest/gtest.h>
-
-#include <optional>
-#include <string>
+#include "support/names.hpp"
 
 namespace test_support {
 

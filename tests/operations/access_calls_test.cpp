@@ -2,36 +2,15 @@
 
 #include <fl/filesystem.hpp>
 
-#include "access/walking.hpp"
-#include "links/calls.hpp"
 #include "operations/access_answers.hpp"
-#include "support/text.hpp"
-#include "support/told.hpp"
+#include "support/calls.hpp"
+#include "support/translation.hpp"
 
 namespace fl::filesystem {
 namespace {
 
-using detail::expect_nothing_open;
-using detail::lines;
-using simulation::simulated_machine;
-using test_support::access_signs;
-using test_support::calls_with_arguments;
-using test_support::can_all;
-using test_support::can_nothing;
-using test_support::cannot_run;
-using test_support::denied;
+using namespace test_support;
 using test_support::failure;
-using test_support::failure_of;
-using test_support::invalid_argument;
-using test_support::is_denied;
-using test_support::is_missing;
-using test_support::last_code;
-using test_support::not_found;
-using test_support::of_size;
-using test_support::sign_of;
-using test_support::system_error;
-using test_support::told;
-using test_support::too_large;
 
 /// The calls of one probe that succeeds.
 void add_probe(lines &all, std::string const &path, std::string const &access)
@@ -181,7 +160,7 @@ void expect_code(DWORD code, unsigned int mode, std::u16string const &asked,
         ASSERT_EQ(failed, std::nullopt) << code;
         ASSERT_FALSE(answer) << code;
     } else {
-        ASSERT_EQ(failed, told(code, path)) << code;
+        ASSERT_EQ(failed, translated(code, path)) << code;
     }
 }
 
@@ -278,7 +257,7 @@ TEST(AccessCodes, OfAProviderThatFails)
 {
     simulated_machine machine;
     machine.add_share(u"s", u"h").map_drive(u'X', u"s", u"h").add_file(u"\\\\s\\h\\f.exe");
-    machine.deny(u"\\\\s\\h\\f.exe", simulation::right::traverse);
+    machine.deny(u"\\\\s\\h\\f.exe", right::traverse);
     EXPECT_EQ(access_signs(u"X:\\f.exe"), can_all);
     for (DWORD const code : {1U, 5U, 234U, 1200U, 1222U, 2250U}) {
         auto const fault = machine.fail_every_call_on("WNetGetUniversalNameW", code);
@@ -298,7 +277,7 @@ TEST(AccessCodes, OfAFailedExpansion)
     EXPECT_EQ(signs_of(5), is_denied) << "about the pathname as it was given";
     for (DWORD const code : {2U, 3U, 53U, 123U}) {
         auto const fault = machine.fail_every_call_on("GetFullPathNameW", code);
-        failure const expected = told(code, u"f");
+        failure const expected = translated(code, u"f");
         bool const is_answered = code == 2 || code == 3; // PathNotFound
         EXPECT_EQ(failure_of([] { EXPECT_FALSE(access(u"f", 1)); }),
                   is_answered ? std::nullopt : std::optional(expected))

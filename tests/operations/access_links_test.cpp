@@ -6,37 +6,16 @@
 #include "access/walking.hpp"
 #include "links/reparse_bytes.hpp"
 #include "operations/access_answers.hpp"
-#include "support/text.hpp"
+#include "support/calls.hpp"
 
 namespace fl::filesystem {
 namespace {
 
-using detail::expect_nothing_open;
-using detail::too_many_links;
-using simulation::flavour;
-using simulation::right;
-using simulation::simulated_machine;
-using test_support::access_signs;
-using test_support::can_all;
-using test_support::can_nothing;
-using test_support::cannot_read;
-using test_support::cannot_read_or_run;
-using test_support::cannot_run;
-using test_support::cannot_write;
-using test_support::cannot_write_or_run;
+using namespace test_support;
 using test_support::failure;
-using test_support::failure_of;
-using test_support::has_invalid_character;
-using test_support::invalid_argument;
-using test_support::is_denied;
-using test_support::is_missing;
-using test_support::printable;
-using test_support::signs;
-using test_support::symlink_tag;
-using test_support::system_error;
 
 constexpr std::uint32_t unknown_tag = 0x80000123; // Microsoft's by its number, and nobody's
-constexpr std::uint32_t handled_tag = test_support::dfs_tag;
+constexpr std::uint32_t handled_tag = dfs_tag;
 constexpr char const *unknown_data = "0123456789abcdef0123";
 
 struct object_case
@@ -296,9 +275,7 @@ TEST(AccessLinks, ATextThatIsADeviceIsAFailure)
 void add_chain(simulated_machine &machine, int links)
 {
     for (int i = 1; i <= links; ++i) {
-        auto const name = [](int at) {
-            return u"C:\\l" + test_support::units(std::to_wstring(at));
-        };
+        auto const name = [](int at) { return u"C:\\l" + units(std::to_wstring(at)); };
         machine.add_symbolic_link(name(i), i == links ? u"C:\\end.exe" : name(i + 1));
     }
 }

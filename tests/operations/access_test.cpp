@@ -4,7 +4,7 @@
 
 #include "operations/access_answers.hpp"
 #include "support/attributes_for_now.hpp"
-#include "support/text.hpp"
+#include "support/names.hpp"
 #include "support/workspace.hpp"
 
 #include <limits>
@@ -12,18 +12,7 @@
 namespace fl::filesystem {
 namespace {
 
-using test_support::access_signs;
-using test_support::attributes_for_now;
-using test_support::can_all;
-using test_support::cannot_run;
-using test_support::cannot_write;
-using test_support::cannot_write_or_run;
-using test_support::failure_of;
-using test_support::has_invalid_character;
-using test_support::invalid_argument;
-using test_support::is_missing;
-using test_support::of_size;
-using test_support::workspace;
+using namespace test_support;
 
 struct name_case
 {
@@ -166,7 +155,7 @@ TEST(Access, BringsTextsToNativeForm)
     space.change_directory(space.path(u"a"));
     for (char16_t const *text : {u"tool.exe", u"./tool.exe", u"..\\a\\tool.exe", u"../a//tool.exe"})
         for (unsigned int mode = 1; mode <= 15; ++mode)
-            EXPECT_TRUE(access(text, mode)) << test_support::printable(text) << ", mode " << mode;
+            EXPECT_TRUE(access(text, mode)) << printable(text) << ", mode " << mode;
     EXPECT_TRUE(access(uR"(\\?\)" + space.path(u"a\\tool.exe"), access_execute)) << "with a prefix";
     EXPECT_FALSE(access(u"text", access_execute));
     EXPECT_FALSE(access(u"a\\tool.exe", access_exists));

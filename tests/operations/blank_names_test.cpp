@@ -3,29 +3,20 @@
 
 #include <fl/filesystem/operations.hpp>
 
-#include "support/failure.hpp"
+#include "support/names.hpp"
 #include "support/workspace.hpp"
-
-#include <gtest/gtest.h>
-
-#include <optional>
-#include <string>
-#include <vector>
 
 namespace fl::filesystem {
 namespace {
 
+using namespace test_support;
 using test_support::failure;
-using test_support::failure_of;
-using test_support::runs_under_wine;
-using test_support::workspace;
 
 failure refusal_of(std::u16string const &blanks)
 {
     if (runs_under_wine())
-        return test_support::system_error(31, blanks);
-    return test_support::invalid_argument(
-        "The filename, directory name, or volume label syntax is incorrect.");
+        return system_error(31, blanks);
+    return invalid_argument("The filename, directory name, or volume label syntax is incorrect.");
 }
 
 struct operation

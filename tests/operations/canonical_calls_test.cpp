@@ -3,27 +3,16 @@
 
 #include <fl/filesystem/operations.hpp>
 
-#include "access/walking.hpp"
+#include "support/calls.hpp"
 
 #include <set>
 
 namespace fl::filesystem {
 namespace {
 
-using detail::calls;
-using detail::expect_nothing_open;
-using detail::lines;
-using simulation::flavour;
-using simulation::simulated_machine;
-using test_support::about;
-using test_support::denied;
+using namespace test_support;
 using test_support::exists;
 using test_support::failure;
-using test_support::failure_of;
-using test_support::invalid_argument;
-using test_support::not_found;
-using test_support::system_error;
-using test_support::too_large;
 
 TEST(CanonicalCalls, ExpandOnceAndAskAboutEveryElement)
 {
@@ -99,11 +88,11 @@ failure failure_of_code(DWORD code, std::u16string const &path)
     case 183:
         return exists(path);
     case 145:
-        return about(fsys_excp_directory_not_empty, "fl:filesystem:DirectoryNotEmpty", path);
+        return not_empty(path);
     case 206:
         return too_large(u"");
     case 267:
-        return about(fsys_excp_not_directory_error, "fl:filesystem:NotDirectoryError", path);
+        return not_directory(path);
     case 4390:
         return invalid_argument("The file or directory is not a reparse point.");
     default:

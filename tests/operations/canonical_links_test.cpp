@@ -3,17 +3,12 @@
 #include <fl/filesystem/operations.hpp>
 
 #include "access/walking.hpp"
+#include "support/calls.hpp"
 
 namespace fl::filesystem {
 namespace {
 
-using detail::too_many_links;
-using simulation::flavour;
-using simulation::simulated_machine;
-using test_support::denied;
-using test_support::failure_of;
-using test_support::invalid_argument;
-using test_support::not_found;
+using namespace test_support;
 
 std::u16string numbered(std::u16string_view head, int number)
 {
@@ -109,8 +104,7 @@ TEST(CanonicalLinks, ThatLeadNowhere)
     machine.add_shortcut(uR"(C:\no.lnk)", uR"(C:\no)");
     machine.add_junction(uR"(C:\hidden)", uR"(Q:\d)");
     for (char16_t const *text : dead_ends)
-        EXPECT_EQ(failure_of([&] { canonical(text); }), not_found(u""))
-            << test_support::printable(text);
+        EXPECT_EQ(failure_of([&] { canonical(text); }), not_found(u"")) << printable(text);
     EXPECT_EQ(machine.open_handles(), 0);
 }
 
@@ -197,14 +191,14 @@ TEST(CanonicalLinks, WhatTheCallerMayNotLookAt)
 {
     simulated_machine machine;
     machine.add_file(uR"(C:\d\f)").add_symbolic_link(uR"(C:\l)", uR"(d\f)");
-    machine.deny(uR"(C:\d)", simulation::right::list);
-    machine.deny(uR"(C:\d\f)", simulation::right::read_attributes);
+    machine.deny(uR"(C:\d)", right::list);
+    machine.deny(uR"(C:\d\f)", right::read_attributes);
     EXPECT_EQ(failure_of([] { canonical(uR"(C:\d\f)"); }), denied(uR"(\\?\C:\d\f)"));
     EXPECT_EQ(failure_of([] { canonical(uR"(C:\l)"); }), denied(uR"(\\?\C:\d\f)"))
         << "the link's target, not the link";
     EXPECT_EQ(failure_of([] { canonical(u"f", uR"(C:\d)"); }), denied(uR"(\\?\C:\d\f)"));
-    machine.allow(uR"(C:\d\f)", simulation::right::read_attributes);
-    machine.deny(uR"(C:\d)", simulation::right::read_attributes);
+    machine.allow(uR"(C:\d\f)", right::read_attributes);
+    machine.deny(uR"(C:\d)", right::read_attributes);
     EXPECT_EQ(canonical(uR"(C:\d\f)"), uR"(C:\d\f)") << "a name on the way needn't be looked at";
 }
 

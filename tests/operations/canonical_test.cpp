@@ -1,17 +1,12 @@
 #include <fl/filesystem/operations.hpp>
 
-#include "support/failure.hpp"
+#include "support/names.hpp"
 #include "support/workspace.hpp"
-
-#include <gtest/gtest.h>
 
 namespace fl::filesystem {
 namespace {
 
-using test_support::failure_of;
-using test_support::invalid_argument;
-using test_support::not_found;
-using test_support::workspace;
+using namespace test_support;
 
 /// A pathname of exactly `size` units below the workspace, a file, with its directories.
 std::u16string make_file_of_size(workspace &work, std::size_t size)
@@ -189,7 +184,7 @@ TEST(Canonical, RefusesServersAndDevices)
     for (refused_case const &row : cases) {
         auto expected = invalid_argument("The path type of the given path is not valid");
         expected.path_name = row.named;
-        expected.what += ": {" + test_support::printable(row.named) + "}";
+        expected.what += ": {" + printable(row.named) + "}";
         EXPECT_EQ(failure_of([&] { canonical(row.text); }), expected) << row.why;
     }
 }

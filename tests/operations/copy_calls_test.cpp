@@ -2,17 +2,7 @@
 
 #include <fl/filesystem/operations.hpp>
 
-#include "support/failure.hpp"
-#include "support/text.hpp"
-
-#include <simulation/machine.hpp>
-
-#include <gtest/gtest.h>
-
-#include <cstdint>
-#include <optional>
-#include <string>
-#include <vector>
+#include "support/calls.hpp"
 
 // In calls with literals and options the namespace is told: those of the standard library
 // would fit as well, found by its type of the options.
@@ -20,29 +10,10 @@
 namespace fl::filesystem {
 namespace {
 
-using simulation::flavour;
-using simulation::simulated_machine;
+using namespace test_support;
 using std::filesystem::copy_options;
-using test_support::denied;
 using test_support::exists;
 using test_support::failure;
-using test_support::failure_of;
-using test_support::not_found;
-
-using lines = std::vector<std::string>;
-
-lines calls(simulated_machine const &machine)
-{
-    lines all;
-    for (auto const &entry : machine.journal())
-        all.push_back(entry.function + "(" + test_support::printable(entry.text) + ")");
-    return all;
-}
-
-failure with_both(unsigned int code, std::u16string const &from, std::u16string const &to)
-{
-    return {fsys_excp_system_error, "fl:filesystem:SystemError", from, {to}, code};
-}
 
 /// The names in a `\`-separated chain of `depth` directories below `head`.
 std::u16string chain(std::u16string text, int depth)
@@ -113,8 +84,7 @@ TEST(CopyDirectoryCalls, WhatCantBeLookedAtIsAboutItAlone)
     machine.add_directory(uR"(C:\a)");
     for (DWORD const code : {59U, 1117U}) {
         auto const fault = machine.fail_call("GetFileAttributesExW", 1, code);
-        EXPECT_EQ(failure_of([] { copy_directory(u"a", u"b"); }),
-                  test_support::system_error(code, u"a"));
+        EXPECT_EQ(failure_of([] { copy_directory(u"a", u"b"); }), system_error(code, u"a"));
         EXPECT_TRUE(fault.fired());
     }
     EXPECT_FALSE(machine.exists(uR"(C:\b)"));
@@ -129,7 +99,7 @@ TEST(CopyDirectoryCalls, FollowALink)
     EXPECT_EQ(machine.reparse_tag(uR"(C:\b)"), 0U);
     EXPECT_EQ(failure_of([] { copy_directory(u"broken", u"c"); }), not_found(u"broken"));
     auto const fault = machine.fail_every_call_on("CreateDirectoryW", 112);
-    EXPECT_EQ(failure_of([] { copy_directory(u"l", u"c"); }), with_both(112, u"l", u"c"));
+    EXPECT_EQ(failure_of([] { copy_directory(u"l", u"c"); }), system_error(112, u"l", u"c"));
 }
 
 TEST(CopyFileCalls, ContentAttributesAndTimeOfWriting)
@@ -223,7 +193,7 @@ TEST(CopyFileCalls, BlameForADenial)
 {
     simulated_machine machine;
     machine.add_file(uR"(C:\a)").add_file(uR"(C:\closed)").add_directory(uR"(C:\d)");
-    machine.add_symbolic_link(uR"(C:\l)", u"a").deny(uR"(C:\closed)", simulation::right::read);
+    machine.add_symbolic_link(uR"(C:\l)", u"a").deny(uR"(C:\closed)", right::read);
     machine.deny_creation(uR"(C:\d)");
     EXPECT_EQ(failure_of([] { copy_file(u"closed", u"b"); }), denied(u"closed"));
     EXPECT_EQ(failure_of([] { copy_file(u"a", uR"(d\b)"); }), denied(uR"(d\b)"));
@@ -244,7 +214,7 @@ TEST(CopyCalls, SymbolicLinkHasTheStringThatGoesToTheSystem)
 {
     simulated_machine machine;
     machine.add_share(u"s", u"h").add_file(uR"(\\s\h\f)");
-    std::u16string const long_file = test_support::of_size(u"C:\\", 248);
+    std::u16string const long_file = of_size(u"C:\\", 248);
     machine.add_file(long_file);
     fl::filesystem::copy(uR"(\\s\h\f)", u"l", copy_options::create_symlinks);
     EXPECT_EQ(machine.reparse_data(uR"(C:\l)"),
@@ -261,7 +231,7 @@ TEST(CopyCalls, AnEnumerationThatFailsEndsIt)
         simulated_machine machine;
         machine.add_file(uR"(C:\t\a)").add_file(uR"(C:\t\b)");
         auto const search = machine.fail_every_call_on("FindFirstFileExW", code);
-        failure const expected = code == 5 ? denied(u"to") : with_both(code, u"t", u"to");
+        failure const expected = code == 5 ? denied(u"to") : system_error(code, u"t", u"to");
         EXPECT_EQ(failure_of([] { copy(u"t", u"to"); }), expected) << code;
         EXPECT_EQ(machine.entries(uR"(C:\to)"), std::vector<std::u16string>()) << code;
     }
@@ -269,7 +239,7 @@ TEST(CopyCalls, AnEnumerationThatFailsEndsIt)
         simulated_machine machine;
         machine.add_file(uR"(C:\t\a)").add_file(uR"(C:\t\b)");
         auto const next = machine.fail_call("FindNextFileW", 3, code); // behind the dots and `a`
-        failure const expected = code == 5 ? denied(u"to") : with_both(code, u"t", u"to");
+        failure const expected = code == 5 ? denied(u"to") : system_error(code, u"t", u"to");
         EXPECT_EQ(failure_of([] { copy(u"t", u"to"); }), expected) << code;
         EXPECT_EQ(machine.entries(uR"(C:\to)"), std::vector<std::u16string>{u"a"}) << code;
     }
@@ -279,9 +249,8 @@ TEST(CopyCalls, DevicesBeyondTheLimitHaveNoForm)
 {
     simulated_machine machine;
     machine.add_file(uR"(C:\f)");
-    std::u16string const device = test_support::of_size(uR"(\\.\)", 248);
-    auto const expected =
-        test_support::invalid_argument("Long UNC path without root not permitted");
+    std::u16string const device = of_size(uR"(\\.\)", 248);
+    auto const expected = invalid_argument("Long UNC path without root not permitted");
     for (auto const &[from, to] : {std::pair(device, std::u16string(u"f")), {u"f", device}}) {
         EXPECT_EQ(failure_of([&] { copy(from, to); }), expected);
         EXPECT_EQ(failure_of([&] { copy_file(from, to); }), expected);
@@ -330,7 +299,7 @@ TEST(CopyCalls, JunctionThatCantBeMadeLeavesNothing)
                 EXPECT_GT(nth, 2) << function;
                 break;
             }
-            EXPECT_EQ(thrown, with_both(1117, u"j", u"b")) << function << nth;
+            EXPECT_EQ(thrown, system_error(1117, u"j", u"b")) << function << nth;
             EXPECT_FALSE(machine.exists(uR"(C:\b)")) << function << nth;
             EXPECT_EQ(machine.open_handles(), 0) << function << nth;
         }
@@ -349,7 +318,7 @@ TEST(CopyCalls, JunctionThatCantBeMadeLeavesNothingAlsoIfNoCodeTellsWhy)
         machine.add_directory(uR"(C:\d)").add_junction(uR"(C:\j)", uR"(C:\d)");
         auto const fault = machine.fail_every_call_on_name(function, uR"(C:\b)", 0);
         EXPECT_EQ(failure_of([] { fl::filesystem::copy(u"j", u"b", as_links); }),
-                  with_both(ERROR_GEN_FAILURE, u"j", u"b"));
+                  system_error(ERROR_GEN_FAILURE, u"j", u"b"));
         EXPECT_TRUE(fault.fired()) << function;
         EXPECT_FALSE(machine.exists(uR"(C:\b)")) << function;
     }
@@ -380,8 +349,8 @@ TEST(CopyCalls, OfATreeDeeperThanAStack)
     machine.keep_journal(false);
     constexpr int depth = 2500; // with the data of one search a level, more than 1 MiB
     // so long that they go with a long prefix, and so does all below
-    std::u16string const from = test_support::of_size(uR"(C:\f)", 248);
-    std::u16string const to = test_support::of_size(uR"(C:\t)", 248);
+    std::u16string const from = of_size(uR"(C:\f)", 248);
+    std::u16string const to = of_size(uR"(C:\t)", 248);
     machine.add_file(chain(from, depth) + u"\\f", "content");
     copy(from, to, copy_options::recursive);
     EXPECT_EQ(machine.content(chain(to, depth) + u"\\f"), "content");
@@ -393,7 +362,7 @@ TEST(CopyCalls, IntoItselfEndsWithAnException)
     machine.keep_journal(false);
     machine.add_directory(uR"(C:\a)");
     EXPECT_EQ(failure_of([] { fl::filesystem::copy(u"a", uR"(a\b)", copy_options::recursive); }),
-              test_support::too_large(u""));
+              too_large(u""));
     EXPECT_TRUE(machine.is_directory(uR"(C:\a\b\b\b)")) << "what was copied stays";
     EXPECT_EQ(machine.find_handles(), 0);
 }
@@ -413,7 +382,7 @@ TEST(CopyCalls, OfAWideDirectory)
 TEST(CopyCalls, NoPrefixIsAddedBelow)
 {
     for (std::size_t const size : {259U, 260U}) {
-        std::u16string const target = test_support::of_size(uR"(C:\to\n)", size);
+        std::u16string const target = of_size(uR"(C:\to\n)", size);
         std::u16string const name = target.substr(6);
         // the native form takes a prefix away that the name doesn't need
         for (std::u16string const prefix : {u"", uR"(\\?\)"}) {
@@ -433,8 +402,8 @@ TEST(CopyCalls, APrefixThatTheNameNeedsServesBelow)
 {
     for (std::size_t const size : {247U, 248U}) {
         simulated_machine machine;
-        std::u16string const from = test_support::of_size(uR"(C:\f)", size);
-        std::u16string const to = test_support::of_size(uR"(C:\t)", size);
+        std::u16string const from = of_size(uR"(C:\f)", size);
+        std::u16string const to = of_size(uR"(C:\t)", size);
         std::u16string const name(20, u'n');
         machine.add_file(from + u'\\' + name);
         auto const thrown = failure_of([&] { copy(from, to); });
@@ -447,8 +416,8 @@ TEST(CopyCalls, APrefixThatTheNameNeedsServesBelow)
 TEST(CopyCalls, OfAFileIntoADirectoryBehindALongPrefix)
 {
     simulated_machine machine;
-    std::u16string const from = test_support::of_size(uR"(C:\f\)", 248);
-    std::u16string const to = test_support::of_size(uR"(C:\t)", 248);
+    std::u16string const from = of_size(uR"(C:\f\)", 248);
+    std::u16string const to = of_size(uR"(C:\t)", 248);
     machine.add_file(from, "content").add_directory(to);
     copy(from, to);
     EXPECT_EQ(machine.content(to + from.substr(4)), "content");
@@ -460,8 +429,7 @@ lines texts_of(simulated_machine const &machine, char const *function)
     lines all;
     for (auto const &entry : machine.journal()) {
         if (entry.function == function)
-            all.push_back(test_support::printable(entry.text) + " " +
-                          test_support::printable(entry.second_text));
+            all.push_back(printable(entry.text) + " " + printable(entry.second_text));
     }
     return all;
 }
@@ -493,7 +461,7 @@ TEST(CopyCalls, OnAShareTheyHaveThePrefixOfServers)
 TEST(CopyCalls, APathnameThatHasItsPrefixGetsNoOther)
 {
     simulated_machine machine;
-    std::u16string const from = test_support::of_size(uR"(C:\f)", 248);
+    std::u16string const from = of_size(uR"(C:\f)", 248);
     machine.add_file(from + u"\\a.", "content").add_file(from + u"\\b");
     copy(from, uR"(C:\to)");
     EXPECT_EQ(machine.entries(uR"(C:\to)"), (std::vector<std::u16string>{u"a.", u"b"}));
@@ -517,7 +485,7 @@ TEST(CopyCalls, AReservedNameInATreeEndsItWithCode17)
         EXPECT_EQ(failure_of([] {
                       fl::filesystem::copy(uR"(C:\t)", uR"(C:\to)", copy_options::recursive);
                   }),
-                  with_both(17, uR"(C:\t)", uR"(C:\to)"))
+                  system_error(17, uR"(C:\t)", uR"(C:\to)"))
             << "the device is in either place";
         EXPECT_EQ(machine.entries(uR"(C:\to)"), std::vector<std::u16string>{u"a"});
     }
@@ -543,7 +511,7 @@ TEST(CopyCalls, HardLinksAreNamesOfTheSameFile)
     EXPECT_EQ(failure_of([] { fl::filesystem::copy(uR"(t\f)", u"there", links); }),
               exists(u"there"));
     EXPECT_EQ(failure_of([] { fl::filesystem::copy(uR"(t\f)", uR"(D:\f)", links); }),
-              with_both(17, uR"(t\f)", uR"(D:\f)"))
+              system_error(17, uR"(t\f)", uR"(D:\f)"))
         << "the system's own 17: another volume";
 }
 

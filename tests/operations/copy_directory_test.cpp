@@ -1,24 +1,13 @@
 #include <fl/filesystem/operations.hpp>
 
-#include "support/failure.hpp"
+#include "support/names.hpp"
 #include "support/workspace.hpp"
-
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
 
 namespace fl::filesystem {
 namespace {
 
-using test_support::about;
+using namespace test_support;
 using test_support::exists;
-using test_support::failure_of;
-using test_support::invalid_argument;
-using test_support::not_found;
-using test_support::workspace;
-
-using names = std::vector<std::u16string>;
 
 TEST(CopyDirectory, MakesAnEmptyDirectory)
 {
@@ -59,9 +48,8 @@ TEST(CopyDirectory, OfAFileNamesIt)
 {
     workspace work;
     work.make_file(work.path(u"f"));
-    EXPECT_EQ(
-        failure_of([&] { copy_directory(work.path(u"f"), work.path(u"to")); }),
-        about(fsys_excp_not_directory_error, "fl:filesystem:NotDirectoryError", work.path(u"f")));
+    EXPECT_EQ(failure_of([&] { copy_directory(work.path(u"f"), work.path(u"to")); }),
+              not_directory(work.path(u"f")));
     EXPECT_FALSE(work.exists(work.path(u"to")));
 }
 

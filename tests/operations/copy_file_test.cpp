@@ -1,12 +1,7 @@
 #include <fl/filesystem/operations.hpp>
 
-#include "support/failure.hpp"
+#include "support/names.hpp"
 #include "support/workspace.hpp"
-
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
 
 // In calls with literals and options the namespace is told: those of the standard library
 // would fit as well, found by its type of the options.
@@ -14,20 +9,10 @@
 namespace fl::filesystem {
 namespace {
 
+using namespace test_support;
 using std::filesystem::copy_options;
 using test_support::exists;
 using test_support::failure;
-using test_support::failure_of;
-using test_support::invalid_argument;
-using test_support::not_found;
-using test_support::workspace;
-
-using names = std::vector<std::u16string>;
-
-failure with_both(unsigned int code, std::u16string const &from, std::u16string const &to)
-{
-    return {fsys_excp_system_error, "fl:filesystem:SystemError", from, {to}, code};
-}
 
 TEST(CopyFile, TakesTextsAndPathsInAnyNotation)
 {
@@ -106,7 +91,8 @@ TEST(CopyFile, OntoItselfIsInItsOwnWay)
     work.make_file(work.path(u"a"), "a");
     std::u16string const self = work.path(u"a");
     for (copy_options const options : {copy_options::skip_existing, copy_options::update_existing})
-        EXPECT_EQ(failure_of([&] { copy_file(self, self, options); }), with_both(32, self, self));
+        EXPECT_EQ(failure_of([&] { copy_file(self, self, options); }),
+                  system_error(32, self, self));
 }
 
 TEST(CopyFile, DeclinesQuietlyAndOverwrites)

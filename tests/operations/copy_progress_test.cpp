@@ -5,26 +5,19 @@
 #include <fl/filesystem/exceptions.hpp>
 #include <fl/filesystem/operations.hpp>
 
-#include "support/failure.hpp"
+#include "support/names.hpp"
 #include "support/workspace.hpp"
-
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <stdexcept>
-#include <string>
 #include <type_traits>
-#include <utility>
-#include <vector>
 
 namespace fl::filesystem {
 namespace {
 
+using namespace test_support;
 using std::filesystem::copy_options;
-using test_support::failure_of;
-using test_support::workspace;
 
-using names = std::vector<std::u16string>;
 using pairs = std::vector<std::pair<std::u16string, std::u16string>>;
 
 // Calls without a callback mean what they meant.
@@ -83,7 +76,7 @@ TEST(CopyProgress, FailsAsCopyDoes)
                   fl::filesystem::copy(work.path(u"no"), work.path(u"b"), copy_options::none,
                                        count);
               }),
-              test_support::not_found(work.path(u"no")));
+              not_found(work.path(u"no")));
     EXPECT_THROW(fl::filesystem::copy(work.path(u"no"), work.path(u"b"),
                                       copy_options::copy_symlinks | copy_options::skip_symlinks,
                                       count),

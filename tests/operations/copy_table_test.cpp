@@ -2,31 +2,20 @@
 // what is on the disk afterwards, name by name.
 
 #include "operations/copy_model.hpp"
+#include "support/calls.hpp"
 
 #include <fl/filesystem/operations.hpp>
 
-#include "support/failure.hpp"
-
-#include <simulation/machine.hpp>
-
-#include <gtest/gtest.h>
-
-#include <cstddef>
 #include <iterator>
-#include <optional>
-#include <string>
-#include <vector>
 
 namespace fl::filesystem {
 namespace {
 
+using namespace test_support;
 using copy_model::lines_of;
 using copy_model::link_targets;
 using copy_model::read_disk;
-using simulation::flavour;
-using simulation::simulated_machine;
 using std::filesystem::copy_options;
-using test_support::failure_of;
 
 /// A machine to copy on, which knows where its links lead.
 struct fixture
@@ -262,13 +251,12 @@ std::optional<test_support::failure> report(copy_model::disk const &all,
                                             copy_model::answer const &ended,
                                             std::u16string const &from, std::u16string const &to)
 {
-    using namespace test_support;
     using copy_model::find;
     using copy_model::found;
     if (!ended.has_failed())
         return std::nullopt;
     if (ended.is_generic && ended.number == 21)
-        return about(fsys_excp_file_is_directory, "fl:filesystem:FileIsDirectory", from);
+        return file_is_directory(from);
     found const link = find(all, from, false);
     bool const is_link = link.what && link.what->tag == IO_REPARSE_TAG_SYMLINK;
     bool const is_there = find(all, from, true).code == ERROR_SUCCESS;
@@ -284,10 +272,9 @@ std::optional<test_support::failure> report(copy_model::disk const &all,
     case ERROR_ALREADY_EXISTS:
         return test_support::exists(to);
     case ERROR_DIRECTORY:
-        return about(fsys_excp_not_directory_error, "fl:filesystem:NotDirectoryError", to);
+        return not_directory(to);
     default:
-        return failure{
-            fsys_excp_system_error, "fl:filesystem:SystemError", from, {to}, ended.number};
+        return system_error(ended.number, from, to);
     }
 }
 
@@ -296,14 +283,14 @@ std::optional<test_support::failure> refusal(copy_options options)
 {
     if (copy_model::has(options, copy_options::copy_symlinks) &&
         copy_model::has(options, copy_options::skip_symlinks))
-        return test_support::invalid_argument("Invalid combination selected: copy_symlinks & "
-                                              "skip_symlinks cannot be used together");
+        return invalid_argument("Invalid combination selected: copy_symlinks & "
+                                "skip_symlinks cannot be used together");
     int count = 0;
     for (copy_options const one : {copy_options::skip_existing, copy_options::overwrite_existing,
                                    copy_options::update_existing})
         count += copy_model::has(options, one) ? 1 : 0;
     if (count > 1)
-        return test_support::invalid_argument(
+        return invalid_argument(
             "Invalid combination selected: overwrite_if_exists, skip_existing & "
             "update_existing cannot be used together");
     return std::nullopt;

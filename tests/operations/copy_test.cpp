@@ -1,31 +1,15 @@
 #include <fl/filesystem/operations.hpp>
 
-#include "support/failure.hpp"
+#include "support/names.hpp"
 #include "support/workspace.hpp"
-
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
 
 namespace fl::filesystem {
 namespace {
 
+using namespace test_support;
 using std::filesystem::copy_options;
-using test_support::about;
 using test_support::exists;
 using test_support::failure;
-using test_support::failure_of;
-using test_support::invalid_argument;
-using test_support::not_found;
-using test_support::workspace;
-
-using names = std::vector<std::u16string>;
-
-failure with_both(unsigned int code, std::u16string const &from, std::u16string const &to)
-{
-    return {fsys_excp_system_error, "fl:filesystem:SystemError", from, {to}, code};
-}
 
 void make_tree(workspace &work)
 {
@@ -101,7 +85,7 @@ TEST(Copy, OntoItselfIsCode17)
     work.make_file(work.path(u"a"), "a");
     work.make_directory(work.path(u"d"));
     for (std::u16string const &self : {work.path(u"a"), work.path(u"d")})
-        EXPECT_EQ(failure_of([&] { copy(self, self); }), with_both(17, self, self));
+        EXPECT_EQ(failure_of([&] { copy(self, self); }), system_error(17, self, self));
 }
 
 TEST(Copy, OfADirectoryTakesItsFilesOnly)
@@ -153,10 +137,10 @@ TEST(Copy, OfADirectoryToSymbolicLinks)
 {
     workspace work;
     make_tree(work);
-    EXPECT_EQ(
-        failure_of(
-            [&] { copy(work.path(u"tree"), work.path(u"to"), copy_options::create_symlinks); }),
-        about(fsys_excp_file_is_directory, "fl:filesystem:FileIsDirectory", work.path(u"tree")));
+    EXPECT_EQ(failure_of([&] {
+                  copy(work.path(u"tree"), work.path(u"to"), copy_options::create_symlinks);
+              }),
+              file_is_directory(work.path(u"tree")));
     EXPECT_FALSE(work.exists(work.path(u"to")));
 }
 
@@ -166,7 +150,7 @@ TEST(Copy, OfADirectoryOntoAFileIsCode17)
     make_tree(work);
     work.make_file(work.path(u"to"), "to");
     EXPECT_EQ(failure_of([&] { copy(work.path(u"tree"), work.path(u"to")); }),
-              with_both(17, work.path(u"tree"), work.path(u"to")));
+              system_error(17, work.path(u"tree"), work.path(u"to")));
 }
 
 TEST(Copy, StopsAtTheFirstErrorAndKeepsWhatItCopied)

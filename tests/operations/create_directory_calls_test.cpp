@@ -3,39 +3,14 @@
 
 #include <fl/filesystem.hpp>
 
-#include "support/failure.hpp"
-#include "support/text.hpp"
-
-#include <simulation/machine.hpp>
-
-#include <gtest/gtest.h>
-
-#include <optional>
-#include <string>
-#include <vector>
+#include "support/calls.hpp"
 
 namespace fl::filesystem {
 namespace {
 
-using simulation::simulated_machine;
-using test_support::denied;
+using namespace test_support;
 using test_support::exists;
 using test_support::failure;
-using test_support::failure_of;
-using test_support::invalid_argument;
-using test_support::not_found;
-using test_support::system_error;
-
-/// "function(text)" of each call so far.
-std::vector<std::string> calls(simulated_machine const &machine)
-{
-    std::vector<std::string> lines;
-    for (auto const &entry : machine.journal())
-        lines.push_back(entry.function + "(" + test_support::printable(entry.text) + ")");
-    return lines;
-}
-
-using lines = std::vector<std::string>;
 
 TEST(CreateDirectoryCalls, OneExpansionAndOneCreation)
 {

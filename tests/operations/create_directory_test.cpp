@@ -1,26 +1,17 @@
 #include <fl/filesystem/operations.hpp>
 
-#include "support/failure.hpp"
+#include "support/names.hpp"
 #include "support/workspace.hpp"
 
-#include <gtest/gtest.h>
-
 #include <functional>
-#include <optional>
 #include <thread>
 
 namespace fl::filesystem {
 namespace {
 
-using test_support::denied;
+using namespace test_support;
 using test_support::exists;
 using test_support::failure;
-using test_support::failure_of;
-using test_support::invalid_argument;
-using test_support::not_found;
-using test_support::workspace;
-
-using names = std::vector<std::u16string>;
 
 TEST(CreateDirectory, CreatesTheLastElement)
 {

@@ -3,13 +3,10 @@
 
 #include <fl/filesystem.hpp>
 
-#include "failure/translation.hpp"
-#include "links/calls.hpp"
-#include "support/text.hpp"
+#include "support/calls.hpp"
+#include "support/translation.hpp"
 
 #include <objbase.h>
-
-#include <gtest/gtest.h>
 
 #include <algorithm>
 
@@ -18,8 +15,6 @@ namespace {
 
 using namespace test_support;
 using test_support::failure; // and not the library's
-using simulation::simulated_machine;
-using lines = std::vector<std::string>;
 
 char16_t const *const target = u"C:\\dir";
 char16_t const *const file = u"C:\\a.lnk";
@@ -27,14 +22,6 @@ char16_t const *const file = u"C:\\a.lnk";
 std::optional<failure> making(std::u16string const &to = target, std::u16string const &at = file)
 {
     return failure_of([&] { create_shortcut(to, at); });
-}
-
-void expect_nothing_held(simulated_machine const &machine, std::string const &why)
-{
-    EXPECT_EQ(machine.live_interfaces(), 0) << why;
-    EXPECT_EQ(machine.orphaned_interfaces(), 0) << why;
-    EXPECT_EQ(machine.all_com_apartments(), 0) << why;
-    EXPECT_EQ(machine.open_handles(), 0) << why;
 }
 
 /// The calls from the first one to COM on.
@@ -54,7 +41,7 @@ TEST(CreateShortcutCalls, InOrder)
                      R"(IShellLinkW::SetPath(C:\dir))", "IUnknown::QueryInterface()",
                      R"(IPersistFile::Save(C:\a.lnk) flags 1)", "CoUninitialize()"}));
     EXPECT_EQ(machine.shortcut_target(file), target);
-    expect_nothing_held(machine, "success");
+    expect_nothing_open(machine, "success");
 }
 
 TEST(CreateShortcutCalls, FormTheTargetFirst)
@@ -72,8 +59,7 @@ TEST(CreateShortcutCalls, FormTheTargetFirst)
 TEST(CreateShortcutCalls, NoneToTheShellForPathnamesThatCannotBe)
 {
     simulated_machine machine;
-    auto expected = test_support::invalid_argument(
-        R"(The path type of the given path is not valid: {\\server})");
+    auto expected = invalid_argument(R"(The path type of the given path is not valid: {\\server})");
     expected.path_name = uR"(\\server)";
     EXPECT_EQ(failure_of([] { create_shortcut(uR"(\\server)", uR"(C:\x.lnk)"); }), expected);
     EXPECT_EQ(failure_of([] { create_shortcut(uR"(C:\x)", uR"(\\server)"); }), expected);
@@ -120,7 +106,7 @@ TEST(CreateShortcutCalls, EachStepThatFails)
         if (row.stored != nullptr) {
             EXPECT_EQ(machine.shortcut_target(file), row.stored) << row.why;
         }
-        expect_nothing_held(machine, row.why);
+        expect_nothing_open(machine, row.why);
     }
 }
 
@@ -173,7 +159,7 @@ TEST(CreateShortcutCalls, EveryHresultOfAFailingStep)
             EXPECT_EQ(making(), translated(row.code, file)) << function << ": " << row.why;
             EXPECT_TRUE(fault.fired());
             EXPECT_FALSE(machine.exists(file)) << function << ": " << row.why;
-            expect_nothing_held(machine, row.why);
+            expect_nothing_open(machine, row.why);
         }
     }
 }
@@ -184,7 +170,7 @@ TEST(CreateShortcutCalls, AFailureLeavesAFormerFileAlone)
     machine.add_shortcut(file, u"C:\\former").set_attributes(file, FILE_ATTRIBUTE_READONLY);
     EXPECT_EQ(making(), denied(file));
     EXPECT_EQ(machine.shortcut_target(file), u"C:\\former");
-    expect_nothing_held(machine, "read-only");
+    expect_nothing_open(machine, "read-only");
 }
 
 // A prefix is only on a form that can't do without it: one of more than 259 units.
@@ -218,7 +204,7 @@ TEST(CreateShortcutCalls, ATargetIsNeitherLookedAtNorFollowed)
 {
     simulated_machine machine;
     machine.add_directory(u"C:\\real")
-        .add_symbolic_link(u"C:\\link", u"C:\\real", simulation::flavour::directory);
+        .add_symbolic_link(u"C:\\link", u"C:\\real", flavour::directory);
     EXPECT_EQ(making(u"C:\\link"), std::nullopt);
     EXPECT_EQ(machine.shortcut_target(file), u"C:\\link");
     EXPECT_EQ(machine.calls_of("GetFileAttributesExW"), 0);

@@ -5,21 +5,14 @@
 
 #include "platform/opened.hpp"
 #include "platform/shell_link.hpp"
-#include "support/failure.hpp"
-
-#include <gtest/gtest.h>
+#include "support/names.hpp"
 
 namespace fl::filesystem {
 namespace {
 
+using namespace test_support;
 using contract::in;
 using contract::workspace;
-using test_support::denied;
-using test_support::failure_of;
-using test_support::invalid_argument;
-using test_support::not_found;
-using test_support::units;
-using test_support::wide;
 
 auto const no_shortcut_name = invalid_argument("Shortcut path input must have .lnk file extension");
 
@@ -145,7 +138,7 @@ TEST(CreateShortcut, RefusesOtherNames)
         space.make_directory(space.path(u"dir"));
         auto const make = [&] { create_shortcut(space.path(u"dir"), space.path(name)); };
         auto const failed = failure_of(make);
-        std::string const shown = test_support::printable(name);
+        std::string const shown = printable(name);
         // the system takes a full stop off that ends a name
         if (std::u16string_view(name) == u"x.lnk.") {
             EXPECT_EQ(failed, std::nullopt);

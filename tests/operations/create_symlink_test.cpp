@@ -4,21 +4,15 @@
 #include <fl/filesystem/operations.hpp>
 
 #include "platform/links.hpp"
-#include "support/failure.hpp"
-
-#include <gtest/gtest.h>
+#include "support/names.hpp"
 
 namespace fl::filesystem {
 namespace {
 
+using namespace test_support;
 using contract::in;
 using contract::workspace;
 using test_support::exists;
-using test_support::failure_of;
-using test_support::invalid_argument;
-using test_support::not_found;
-using test_support::of_size;
-using test_support::system_error;
 
 constexpr unsigned int directory = file_status::directory_file;
 constexpr unsigned int file = file_status::regular_file;
@@ -29,12 +23,12 @@ auto const no_link = invalid_argument("The file or directory is not a reparse po
 /// The text that a link shows to people.
 std::u16string text_of(std::u16string const &link)
 {
-    return contract::text_at(contract::reparse_data(test_support::wide(link)), 12, 20);
+    return contract::text_at(contract::reparse_data(wide(link)), 12, 20);
 }
 
 bool is_directory_link(std::u16string const &link)
 {
-    DWORD const attributes = contract::attributes_of(test_support::wide(link));
+    DWORD const attributes = contract::attributes_of(wide(link));
     EXPECT_NE(attributes, INVALID_FILE_ATTRIBUTES);
     EXPECT_NE(attributes & FILE_ATTRIBUTE_REPARSE_POINT, 0U);
     return (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
@@ -93,9 +87,9 @@ TEST_F(MakingSymlinks, Types)
             EXPECT_EQ(is_directory_link(link), row.is_directory) << row.why;
             EXPECT_EQ(text_of(link), row.target) << row.why;
             if (row.is_directory)
-                ::RemoveDirectoryW(test_support::wide(link).c_str());
+                ::RemoveDirectoryW(wide(link).c_str());
             else
-                ::DeleteFileW(test_support::wide(link).c_str());
+                ::DeleteFileW(wide(link).c_str());
         }
     }
 }

@@ -2,33 +2,20 @@
 
 #include <fl/filesystem/operations.hpp>
 
-#include "support/failure.hpp"
-#include "support/text.hpp"
-
-#include <simulation/machine.hpp>
-
-#include <gtest/gtest.h>
+#include "support/calls.hpp"
 
 #include <chrono>
 #include <filesystem>
 #include <latch>
-#include <optional>
 #include <thread>
 
 namespace fl::filesystem {
 namespace {
 
-using simulation::simulated_machine;
-using test_support::denied;
-using test_support::failure_of;
-using test_support::not_found;
-using test_support::of_size;
-using test_support::printable;
-using test_support::system_error;
-using lines = std::vector<std::string>;
+using namespace test_support;
 
 /// "function(texts)" of each call so far.
-lines calls(simulated_machine const &machine)
+lines calls_with_both_texts(simulated_machine const &machine)
 {
     lines made;
     for (auto const &entry : machine.journal()) {
@@ -43,7 +30,7 @@ std::u16string variable(wchar_t const *name)
 {
     wchar_t value[1000] = {};
     DWORD const length = ::GetEnvironmentVariableW(name, value, 1000);
-    return test_support::units(std::wstring_view(value, length));
+    return units(std::wstring_view(value, length));
 }
 
 /// A directory with a pathname of that many units.
@@ -150,7 +137,7 @@ TEST(ChangeCurrentPathCalls, InOrder)
     simulated_machine machine;
     machine.add_directory(u"C:\\dir");
     EXPECT_TRUE(change_current_path(u"C:/dir"));
-    EXPECT_EQ(calls(machine),
+    EXPECT_EQ(calls_with_both_texts(machine),
               (lines{R"(GetFullPathNameW(C:\dir))", R"(SetCurrentDirectoryW(C:\dir))",
                      R"(GetFullPathNameW(C:\dir))", R"(SetEnvironmentVariableW(=C:, C:\dir))"}));
 }
@@ -205,7 +192,7 @@ TEST(ChangeCurrentPathCalls, SetAVariableForADrive)
         bool const is_set = !name.empty();
         EXPECT_EQ(machine.calls_of("SetEnvironmentVariableW"), is_set ? 1 : 0) << row.why;
         if (is_set) {
-            EXPECT_EQ(variable(test_support::wide(name).c_str()), row.value) << row.why;
+            EXPECT_EQ(variable(wide(name).c_str()), row.value) << row.why;
         }
     }
 }
@@ -240,8 +227,7 @@ TEST(ChangeCurrentPathCalls, ADirectoryThatIsTooLongForTheSystemIsRefused)
     simulated_machine machine;
     std::u16string const there = of_size(u"C:\\", 254); // 258 with its prefix
     machine.add_directory(there);
-    test_support::failure const too_large = test_support::too_large(u"");
-    EXPECT_EQ(failure_of([&] { change_current_path(there); }), too_large);
+    EXPECT_EQ(failure_of([&] { change_current_path(there); }), too_large(u""));
     EXPECT_EQ(get_current_path(), u"C:\\");
     EXPECT_EQ(variable(L"=C:"), u"");
 }
@@ -301,12 +287,9 @@ TEST(ChangeCurrentPathCalls, EveryCodeNamesTheCallersPath)
     {
         DWORD code;
         test_support::failure expected;
-    } const cases[] = {{2, not_found(u"dir")},
-                       {3, not_found(u"dir")},
-                       {5, denied(u"dir")},
-                       {206, test_support::too_large(u"")},
-                       {53, system_error(53, u"dir")},
-                       {1920, denied(u"dir")}};
+    } const cases[] = {
+        {2, not_found(u"dir")}, {3, not_found(u"dir")},         {5, denied(u"dir")},
+        {206, too_large(u"")},  {53, system_error(53, u"dir")}, {1920, denied(u"dir")}};
     for (auto const &row : cases) {
         auto const fault = machine.fail_call("SetCurrentDirectoryW", 1, row.code);
         EXPECT_EQ(failure_of([] { change_current_path(u"dir"); }), row.expected) << row.code;

@@ -1,37 +1,25 @@
 #include <fl/filesystem/operations.hpp>
 
-#include "support/failure.hpp"
-#include "support/text.hpp"
+#include "support/names.hpp"
 #include "support/workspace.hpp"
 
 #include <windows.h>
-
-#include <gtest/gtest.h>
 
 #include <algorithm>
 
 namespace fl::filesystem {
 namespace {
 
+using namespace test_support;
 using test_support::failure;
-using test_support::failure_of;
-using test_support::invalid_argument;
-using test_support::not_found;
-using test_support::workspace;
-
-failure not_a_directory(std::u16string const &path)
-{
-    return test_support::about(fsys_excp_not_directory_error, "fl:filesystem:NotDirectoryError",
-                               path);
-}
 
 /// The variable that tells where the drive of `path` stands, as a program sees it.
 std::u16string drive_variable(std::u16string const &path)
 {
-    std::wstring const name = L"=" + test_support::wide(path.substr(0, 2));
+    std::wstring const name = L"=" + wide(path.substr(0, 2));
     std::wstring value(1000, L'\0');
     DWORD const length = ::GetEnvironmentVariableW(name.c_str(), value.data(), 1000);
-    return test_support::units(value.substr(0, length));
+    return units(value.substr(0, length));
 }
 
 TEST(ChangeCurrentPath, ChangesTheDirectoryAndTheVariableOfItsDrive)
@@ -67,8 +55,8 @@ TEST(ChangeCurrentPath, ReachesADirectoryByAnyNotation)
     };
     for (std::u16string const &text : notations) {
         work.change_directory(work.root());
-        EXPECT_TRUE(change_current_path(text)) << test_support::printable(text);
-        EXPECT_EQ(get_current_path(), there) << test_support::printable(text);
+        EXPECT_TRUE(change_current_path(text)) << printable(text);
+        EXPECT_EQ(get_current_path(), there) << printable(text);
     }
 }
 
@@ -95,7 +83,7 @@ TEST(ChangeCurrentPath, FailuresNameTheCallersPathAndChangeNothing)
     } const cases[] = {
         {u"missing", not_found(u"missing"), "nothing there"},
         {u"missing/dir", not_found(uR"(missing\dir)"), "nor the directory above, in native form"},
-        {u"file", not_a_directory(u"file"), "a file"},
+        {u"file", not_directory(u"file"), "a file"},
         {uR"(file\dir)", not_found(uR"(file\dir)"), "below a file"},
         {u"a*b",
          invalid_argument("The filename, directory name, or volume label syntax is incorrect."),
@@ -121,7 +109,7 @@ TEST(ChangeCurrentPath, NamesAnAbsolutePathnameAsItIs)
     EXPECT_EQ(failure_of([&] { change_current_path(work.path(u"none")); }),
               not_found(work.path(u"none")));
     EXPECT_EQ(failure_of([&] { change_current_path(work.path(u"file")); }),
-              not_a_directory(work.path(u"file")));
+              not_directory(work.path(u"file")));
 }
 
 // The full pathname for the variable is made when the process stands in the new directory

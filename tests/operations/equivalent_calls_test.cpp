@@ -3,28 +3,14 @@
 
 #include <fl/filesystem/operations.hpp>
 
-#include "access/walking.hpp"
+#include "support/calls.hpp"
 
 namespace fl::filesystem {
 namespace {
 
-using detail::calls;
-using detail::expect_nothing_open;
-using detail::lines;
-using simulation::flavour;
-using simulation::simulated_machine;
-using test_support::about;
-using test_support::denied;
+using namespace test_support;
 using test_support::exists;
 using test_support::failure;
-using test_support::failure_of;
-using test_support::not_found;
-
-/// A code that names both.
-failure system_error_of_both(DWORD code, std::u16string const &p1, std::u16string const &p2)
-{
-    return {fsys_excp_system_error, "fl:filesystem:SystemError", p1, {p2}, code};
-}
 
 TEST(EquivalentCalls, OpenBothAndCompareTheirIdentifiers)
 {
@@ -99,8 +85,8 @@ TEST(EquivalentRights, PresentMissingAndDenied)
 {
     simulated_machine machine;
     machine.add_file(uR"(C:\d\present)").add_file(uR"(C:\d\denied)").add_file(uR"(C:\d\other)");
-    machine.deny(uR"(C:\d)", simulation::right::list);
-    machine.deny(uR"(C:\d\denied)", simulation::right::read_attributes);
+    machine.deny(uR"(C:\d)", right::list);
+    machine.deny(uR"(C:\d\denied)", right::read_attributes);
     machine.set_current_directory(uR"(C:\d)");
     struct
     {
@@ -138,14 +124,14 @@ TEST(EquivalentCalls, CodesOfOpening)
         {3, not_found(u"b"), "the first is there, so it is the second"},
         {5, denied(u"b"), "the first can be read, so it is the second"},
         {80, exists(u"b"), "a code about the second"},
-        {145, about(fsys_excp_directory_not_empty, "fl:filesystem:DirectoryNotEmpty", u"b"), "too"},
+        {145, not_empty(u"b"), "too"},
         {183, exists(u"b"), "a code about the second"},
-        {206, test_support::too_large(u""), "a code about the second"},
-        {267, about(fsys_excp_not_directory_error, "fl:filesystem:NotDirectoryError", u"b"), "too"},
+        {206, too_large(u""), "a code about the second"},
+        {267, not_directory(u"b"), "too"},
         {1920, denied(u"a"), "one that is about either"},
-        {32, system_error_of_both(32, u"a", u"b"), "a code that says nothing"},
-        {53, system_error_of_both(53, u"a", u"b"), "a code that says nothing"},
-        {1117, system_error_of_both(1117, u"a", u"b"), "a code that says nothing"},
+        {32, system_error(32, u"a", u"b"), "a code that says nothing"},
+        {53, system_error(53, u"a", u"b"), "a code that says nothing"},
+        {1117, system_error(1117, u"a", u"b"), "a code that says nothing"},
     };
     simulated_machine machine;
     machine.add_file(u"C:\\a").add_file(u"C:\\b");
@@ -169,7 +155,7 @@ TEST(EquivalentCalls, Code5OnALinkOrAnUnreadableFirstIsTheFirsts)
         EXPECT_EQ(failure_of([] { equivalent(u"C:\\l", u"C:\\b"); }), denied(u"C:\\l"));
         EXPECT_TRUE(fault.fired());
     }
-    machine.deny(u"C:\\a", simulation::right::read);
+    machine.deny(u"C:\\a", right::read);
     auto const fault = machine.fail_call("CreateFileW", 2, 5);
     EXPECT_EQ(failure_of([] { equivalent(u"C:\\a", u"C:\\b"); }), denied(u"C:\\a"));
     EXPECT_TRUE(fault.fired());
@@ -199,7 +185,7 @@ TEST(EquivalentCalls, AFailureWithoutACodeIsNoLackOfIdentifiers)
     for (int const nth : {1, 2}) {
         auto const fault = machine.fail_call("GetFileInformationByHandleEx", nth, 0);
         EXPECT_EQ(failure_of([] { equivalent(u"C:\\a", u"C:\\b"); }),
-                  system_error_of_both(31, u"C:\\a", u"C:\\b"));
+                  system_error(31, u"C:\\a", u"C:\\b"));
         EXPECT_TRUE(fault.fired());
         EXPECT_EQ(machine.open_handles(), 0);
     }
@@ -212,7 +198,7 @@ TEST(EquivalentCalls, WithoutAnyIdentifierTheCodeIsTheSecondCalls)
     auto const by_class = machine.fail_every_call_on("GetFileInformationByHandleEx", 87);
     auto const fault = machine.fail_every_call_on("GetFileInformationByHandle", 1117);
     EXPECT_EQ(failure_of([] { equivalent(u"C:\\a", u"C:\\b"); }),
-              system_error_of_both(1117, u"C:\\a", u"C:\\b"));
+              system_error(1117, u"C:\\a", u"C:\\b"));
     EXPECT_TRUE(fault.fired());
     EXPECT_EQ(machine.open_handles(), 0);
 }
@@ -260,7 +246,7 @@ TEST(EquivalentCalls, EveryFailingCallReleasesWhatItHolds)
 TEST(Equivalent, NeedsTheWholeIdentityAndTheVolume)
 {
     for (bool const has_long_identities : {true, false}) {
-        simulation::simulated_machine machine;
+        simulated_machine machine;
         std::optional<simulation::fault> fault;
         if (!has_long_identities)
             fault = machine.fail_every_call_on("GetFileInformationByHandleEx", 87);

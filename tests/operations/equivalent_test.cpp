@@ -1,16 +1,12 @@
 #include <fl/filesystem/operations.hpp>
 
-#include "support/failure.hpp"
+#include "support/names.hpp"
 #include "support/workspace.hpp"
-
-#include <gtest/gtest.h>
 
 namespace fl::filesystem {
 namespace {
 
-using test_support::failure_of;
-using test_support::not_found;
-using test_support::workspace;
+using namespace test_support;
 
 /// Both overloads, and both orders, agree.
 bool same(std::u16string const &left, std::u16string const &right)
@@ -31,7 +27,7 @@ TEST(Equivalent, OneFileByManyNames)
     for (std::u16string const &other :
          {file, std::u16string(u"f"), work.path(u"d/./e/../f"), work.path(uR"(D\F)"),
           uR"(\\?\)" + file, file.substr(2), work.root().substr(0, 2) + u"f"})
-        EXPECT_TRUE(same(file, other)) << test_support::printable(other);
+        EXPECT_TRUE(same(file, other)) << printable(other);
     EXPECT_TRUE(same(work.path(u"d"), u"."));
     EXPECT_TRUE(same(work.path(uR"(d\)"), work.path(uR"(d\e\..)")));
     EXPECT_TRUE(same(work.root().substr(0, 3), uR"(\)"));

@@ -2,19 +2,15 @@
 #define FL_FILESYSTEM_TESTS_OPERATIONS_HIDDEN_NAMES_HPP
 // Finding out whose attributes were changed, whatever was asked for.
 
-#include "access/walking.hpp"
-
-#include <initializer_list>
-#include <string_view>
+#include "support/calls.hpp"
 
 namespace test_support {
 
 /// Which names in the directories `roots` are hidden, and no others.
-inline fl::filesystem::detail::lines
-hidden_names(simulation::simulated_machine const &machine,
-             std::initializer_list<std::u16string_view> roots = {u"C:\\"})
+inline lines hidden_names(simulated_machine const &machine,
+                          std::initializer_list<std::u16string_view> roots = {u"C:\\"})
 {
-    fl::filesystem::detail::lines hidden;
+    lines hidden;
     for (std::u16string_view const root : roots)
         for (std::u16string const &name : machine.entries(root)) {
             std::u16string const path = std::u16string(root) + name;

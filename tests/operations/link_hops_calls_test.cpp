@@ -3,24 +3,16 @@
 
 #include <fl/filesystem.hpp>
 
-#include "access/walking.hpp"
 #include "access/wild_disk.hpp"
 #include "operations/shown_hops.hpp"
+#include "support/calls.hpp"
 
 #include <algorithm>
 
 namespace fl::filesystem {
 namespace {
 
-using detail::calls;
-using detail::expect_nothing_open;
-using detail::lines;
-using simulation::flavour;
-using simulation::simulated_machine;
-using test_support::denied;
-using test_support::failure_of;
-using test_support::printable;
-
+using namespace test_support;
 using hops = std::vector<link_hop>;
 
 constexpr auto absolute_link = link_kind::symbolic_link;

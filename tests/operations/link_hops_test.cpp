@@ -1,19 +1,13 @@
 #include <fl/filesystem.hpp>
 
 #include "operations/shown_hops.hpp"
-#include "support/failure.hpp"
+#include "support/names.hpp"
 #include "support/workspace.hpp"
-
-#include <gtest/gtest.h>
 
 namespace fl::filesystem {
 namespace {
 
-using test_support::failure_of;
-using test_support::invalid_argument;
-using test_support::link_to;
-using test_support::workspace;
-
+using namespace test_support;
 using hops = std::vector<link_hop>;
 
 TEST(LinkHops, ThereAreNoneWithoutLinks)
@@ -23,8 +17,8 @@ TEST(LinkHops, ThereAreNoneWithoutLinks)
     work.make_file(work.path(u"plain.lnk.txt"));
     for (char16_t const *name : {uR"(dir\file)", u"dir", uR"(dir\..\dir\.)", u"plain.lnk.txt",
                                  u"no", uR"(no\x)", uR"(dir\file\x)"}) {
-        EXPECT_EQ(link_hops(work.path(name)), hops{}) << test_support::printable(name);
-        EXPECT_EQ(link_hops(upath(work.path(name))), hops{}) << test_support::printable(name);
+        EXPECT_EQ(link_hops(work.path(name)), hops{}) << printable(name);
+        EXPECT_EQ(link_hops(upath(work.path(name))), hops{}) << printable(name);
     }
     EXPECT_EQ(link_hops(u""), hops{});
     EXPECT_EQ(link_hops(upath()), hops{});
@@ -80,7 +74,7 @@ TEST(LinkHops, RefusesWhatHasNoRootToBeginWith)
 {
     for (char16_t const *path : {uR"(\\.\COM1)", uR"(\\.\pipe\x)"}) {
         auto expected = invalid_argument("The path type of the given path is not valid");
-        expected.what += ": {" + test_support::printable(path) + "}";
+        expected.what += ": {" + printable(path) + "}";
         expected.path_name = path;
         EXPECT_EQ(failure_of([&] { link_hops(path); }), expected);
         EXPECT_EQ(failure_of([&] { link_hops(upath(path)); }), expected);

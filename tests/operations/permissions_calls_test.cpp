@@ -2,32 +2,16 @@
 
 #include <fl/filesystem.hpp>
 
-#include "access/walking.hpp"
-#include "links/calls.hpp"
 #include "operations/hidden_names.hpp"
 #include "status/changed_attributes.hpp"
-#include "support/text.hpp"
-#include "support/told.hpp"
+#include "support/calls.hpp"
+#include "support/translation.hpp"
 
 namespace fl::filesystem {
 namespace {
 
-using detail::expect_nothing_open;
-using detail::lines;
-using simulation::right;
-using simulation::simulated_machine;
-using test_support::calls_with_arguments;
-using test_support::changed_attributes;
-using test_support::denied;
-using test_support::failure_of;
-using test_support::hidden_names;
-using test_support::invalid_argument;
-using test_support::last_code;
-using test_support::on_the_link;
-using test_support::told;
+using namespace test_support;
 
-constexpr unsigned int adds = test_support::adds;
-constexpr unsigned int removes = test_support::removes;
 constexpr unsigned int hides = adds | 0x4000;
 
 /// The three calls that read a link.
@@ -115,8 +99,8 @@ TEST(PermissionsOnADisk, EveryCombination)
 {
     simulated_machine machine;
     machine.add_file(u"C:\\f").keep_journal(false);
-    test_support::for_all_attributes([&](std::uint32_t before) {
-        test_support::for_all_words([&](unsigned int perms) {
+    for_all_attributes([&](std::uint32_t before) {
+        for_all_words([&](unsigned int perms) {
             machine.set_attributes(u"C:\\f", before);
             permissions(u"C:\\f", perms);
             EXPECT_EQ(machine.attributes(u"C:\\f") & 0x2027, changed_attributes(before, perms))
@@ -149,7 +133,7 @@ TEST(PermissionsCodes, OfEachCallOnAFile)
     for (char const *call : {"GetFileAttributesExW", "GetFileAttributesW", "SetFileAttributesW"}) {
         for (DWORD code = 0; code <= last_code; ++code) {
             auto const fault = machine.fail_every_call_on(call, code);
-            ASSERT_EQ(failure_of([] { permissions(u"C:\\f", hides); }), told(code, u"C:\\f"))
+            ASSERT_EQ(failure_of([] { permissions(u"C:\\f", hides); }), translated(code, u"C:\\f"))
                 << call << ", code " << code;
             ASSERT_TRUE(fault.fired());
         }
@@ -175,7 +159,7 @@ TEST(PermissionsCodes, OfEachCallOnALinkAndItsTarget)
     for (auto const &row : cases) {
         for (DWORD code = 0; code <= last_code; ++code) {
             auto const fault = machine.fail_call(row.function, row.nth, code);
-            ASSERT_EQ(failure_of([] { permissions(u"C:\\l", hides); }), told(code, row.named))
+            ASSERT_EQ(failure_of([] { permissions(u"C:\\l", hides); }), translated(code, row.named))
                 << row.function << " " << row.nth << ", code " << code;
             ASSERT_TRUE(fault.fired());
         }
@@ -190,7 +174,7 @@ TEST(PermissionsCodes, OfAFailedExpansion)
     machine.add_file(u"C:\\f");
     for (DWORD const code : {2U, 3U, 5U, 123U, 206U}) {
         auto const fault = machine.fail_every_call_on("GetFullPathNameW", code);
-        EXPECT_EQ(failure_of([] { permissions(u"f", hides); }), told(code, u"f")) << code;
+        EXPECT_EQ(failure_of([] { permissions(u"f", hides); }), translated(code, u"f")) << code;
         EXPECT_TRUE(fault.fired());
     }
 }

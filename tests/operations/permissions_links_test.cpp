@@ -2,30 +2,20 @@
 
 #include <fl/filesystem.hpp>
 
+#include "access/walking.hpp"
 #include "operations/hidden_names.hpp"
 #include "status/changed_attributes.hpp"
-#include "support/told.hpp"
+#include "support/calls.hpp"
+#include "support/translation.hpp"
 
 namespace fl::filesystem {
 namespace {
 
-using detail::expect_nothing_open;
-using detail::lines;
-using detail::too_many_links;
-using simulation::flavour;
-using simulation::simulated_machine;
+using namespace test_support;
 using test_support::failure;
-using test_support::failure_of;
-using test_support::hidden_names;
-using test_support::invalid_argument;
-using test_support::not_found;
-using test_support::on_the_link;
-using test_support::printable;
-using test_support::system_error;
-using test_support::told;
 
-constexpr unsigned int hides = test_support::adds | 0x4000;
-constexpr unsigned int shows = test_support::removes | 0x4000;
+constexpr unsigned int hides = adds | 0x4000;
+constexpr unsigned int shows = removes | 0x4000;
 
 struct link_case
 {
@@ -141,7 +131,7 @@ TEST(PermissionsLinks, ThatLeadNowhere)
         {u"C:\\drive", not_found(u""), "the current directory of a drive"},
         {u"C:\\device", invalid_argument("Invalid Path Type"), "a device"},
         {u"C:\\walk", too_many_links(uR"(\\?\C:\loop)"), "a walk that meets a loop"},
-        {u"C:\\bad", told(123, u""), "a name that no disk takes"},
+        {u"C:\\bad", translated(123, u""), "a name that no disk takes"},
         {u"C:\\far", system_error(53, uR"(\\?\UNC\gone\h\f)"), "a server that isn't there"},
     };
     for (failing_case const &row : cases) {

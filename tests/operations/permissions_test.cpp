@@ -4,8 +4,7 @@
 
 #include "status/changed_attributes.hpp"
 #include "support/attributes_for_now.hpp"
-#include "support/failure.hpp"
-#include "support/text.hpp"
+#include "support/names.hpp"
 #include "support/workspace.hpp"
 
 #include <limits>
@@ -13,16 +12,8 @@
 namespace fl::filesystem {
 namespace {
 
-using test_support::attributes_for_now;
-using test_support::changed_attributes;
+using namespace test_support;
 using test_support::failure;
-using test_support::failure_of;
-using test_support::invalid_argument;
-using test_support::not_found;
-using test_support::of_size;
-using test_support::printable;
-using test_support::wide;
-using test_support::workspace;
 
 constexpr unsigned int adds = file_status::perms_add;
 constexpr unsigned int removes = file_status::perms_remove;
@@ -32,8 +23,8 @@ constexpr unsigned int removes = file_status::perms_remove;
 /// for indexing.
 DWORD kept_attributes(bool of_directories = false)
 {
-    if (!test_support::runs_under_wine())
-        return test_support::changeable_attributes;
+    if (!runs_under_wine())
+        return changeable_attributes;
     constexpr DWORD hidden_and_system = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
     return of_directories ? hidden_and_system : hidden_and_system | FILE_ATTRIBUTE_READONLY;
 }
@@ -107,7 +98,7 @@ TEST(Permissions, EveryWordOnADisk)
     std::u16string const path = space.path(u"file");
     space.make_file(path);
     for (DWORD const before : {0x1U, 0x6U, 0x2023U}) {
-        test_support::for_all_words([&](unsigned int perms) {
+        for_all_words([&](unsigned int perms) {
             attributes_for_now const set(path, before);
             permissions(path, perms);
             EXPECT_EQ(attributes_of(path), changed_attributes(before, perms) & kept_attributes())

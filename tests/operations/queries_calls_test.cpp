@@ -4,40 +4,18 @@
 
 #include <fl/filesystem/exceptions.hpp>
 
-#include "links/calls.hpp"
-#include "support/failure.hpp"
-
-#include <simulation/machine.hpp>
+#include "support/calls.hpp"
 
 #include <windows.h>
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <functional>
-#include <string>
-#include <vector>
 
 namespace fl::filesystem {
 namespace {
 
-using simulation::right;
-using simulation::simulated_machine;
-using test_support::calls_with_arguments;
-using test_support::denied;
+using namespace test_support;
 using test_support::failure;
-using test_support::failure_of;
-using test_support::not_found;
-using test_support::system_error;
-
-using lines = std::vector<std::string>;
-
-lines calls_on_disk(simulated_machine const &machine)
-{
-    lines calls = calls_with_arguments(machine);
-    std::erase_if(calls, [](std::string const &line) { return line.starts_with("GetFullPath"); });
-    return calls;
-}
 
 file_time_type some_time()
 {
@@ -192,12 +170,8 @@ TEST(QueriesCalls, AMountPointIsADirectoryAndNoMissingFile)
 {
     simulated_machine machine;
     machine.add_drive(u'D').add_mount_point(uR"(C:\v)", u'D');
-    auto const is_directory_failure = [](char16_t const *path) {
-        return test_support::about(fsys_excp_file_is_directory, "fl:filesystem:FileIsDirectory",
-                                   path);
-    };
-    EXPECT_EQ(failure_of([] { resize_file(uR"(C:\v)", 0); }), is_directory_failure(uR"(C:\v)"));
-    EXPECT_EQ(failure_of([] { resize_file(u"D:\\", 0); }), is_directory_failure(u"D:\\"));
+    EXPECT_EQ(failure_of([] { resize_file(uR"(C:\v)", 0); }), file_is_directory(uR"(C:\v)"));
+    EXPECT_EQ(failure_of([] { resize_file(u"D:\\", 0); }), file_is_directory(u"D:\\"));
 }
 
 TEST(CreateHardLinkCalls, ToAnotherVolumeNamesBoth)
@@ -269,14 +243,12 @@ TEST(TempDirectoryPathCalls, TakesTheFirstVariableThatIsSet)
     EXPECT_EQ(temp_directory_path().native(), uR"(C:\3)") << "relative, and behind an empty one";
     set_variables(nullptr, nullptr, nullptr);
     EXPECT_EQ(failure_of([] { static_cast<void>(temp_directory_path()); }),
-              test_support::about(fsys_excp_temp_env_not_specified,
-                                  "fl:filesystem:TempEnvNotSpecified", u""));
+              about(fsys_excp_temp_env_not_specified, "fl:filesystem:TempEnvNotSpecified", u""));
     set_variables(LR"(C:\no)", LR"(C:\2)", nullptr);
     EXPECT_EQ(failure_of([] { static_cast<void>(temp_directory_path()); }), not_found(uR"(C:\no)"));
     set_variables(LR"(C:\file)", nullptr, nullptr);
     EXPECT_EQ(failure_of([] { static_cast<void>(temp_directory_path()); }),
-              test_support::about(fsys_excp_not_directory_error, "fl:filesystem:NotDirectoryError",
-                                  uR"(C:\file)"));
+              not_directory(uR"(C:\file)"));
 }
 
 } // namespace

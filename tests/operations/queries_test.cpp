@@ -4,40 +4,20 @@
 
 #include <fl/filesystem/exceptions.hpp>
 
-#include "support/failure.hpp"
-#include "support/text.hpp"
+#include "support/names.hpp"
 #include "support/workspace.hpp"
 
 #include <windows.h>
 
 #include <boost/date_time/posix_time/posix_time_types.hpp>
 
-#include <gtest/gtest.h>
-
-#include <optional>
-#include <string>
 #include <type_traits>
 
 namespace fl::filesystem {
 namespace {
 
-using test_support::about;
+using namespace test_support;
 using test_support::failure;
-using test_support::failure_of;
-using test_support::invalid_argument;
-using test_support::link_to;
-using test_support::not_found;
-using test_support::workspace;
-
-failure is_directory_failure(std::u16string const &path)
-{
-    return about(fsys_excp_file_is_directory, "fl:filesystem:FileIsDirectory", path);
-}
-
-failure not_a_directory(std::u16string const &path)
-{
-    return about(fsys_excp_not_directory_error, "fl:filesystem:NotDirectoryError", path);
-}
 
 failure no_empty_path()
 {
@@ -107,7 +87,7 @@ TEST(FileSize, IsInBytesAndOfFilesOnly)
     EXPECT_EQ(file_size(work.path(u"file")), 9U);
     EXPECT_EQ(file_size(upath(u"file")), 9U);
     EXPECT_EQ(failure_of([] { static_cast<void>(file_size(u"directory")); }),
-              is_directory_failure(u"directory"));
+              file_is_directory(u"directory"));
     EXPECT_EQ(failure_of([] { static_cast<void>(file_size(u"./no")); }), not_found(uR"(.\no)"));
     EXPECT_EQ(failure_of([] { static_cast<void>(file_size(u"")); }), no_empty_path());
     if (!work.has_symbolic_links())
@@ -211,7 +191,7 @@ TEST(ResizeFile, CutsAndAddsZeros)
     EXPECT_TRUE(is_empty(file));
     EXPECT_EQ(failure_of([&] { resize_file(work.path(u"no"), 0); }), not_found(work.path(u"no")));
     EXPECT_FALSE(work.exists(work.path(u"no")));
-    EXPECT_EQ(failure_of([&] { resize_file(work.root(), 0); }), is_directory_failure(work.root()));
+    EXPECT_EQ(failure_of([&] { resize_file(work.root(), 0); }), file_is_directory(work.root()));
     EXPECT_EQ(failure_of([&] { resize_file(u"", 0); }), no_empty_path());
 }
 
@@ -235,7 +215,7 @@ TEST(CreateHardLink, GivesAFileOneMoreName)
     EXPECT_EQ(failure_of([&] { create_hard_link(work.path(u"file"), work.path(uR"(no\x)")); }),
               not_found(work.path(uR"(no\x)")));
     EXPECT_EQ(failure_of([&] { create_hard_link(work.path(u"directory"), work.path(u"x")); }),
-              test_support::denied(work.path(u"x")));
+              denied(work.path(u"x")));
     EXPECT_EQ(failure_of([&] { create_hard_link(u"", u"x"); }), no_empty_path());
     EXPECT_EQ(failure_of([&] { create_hard_link(u"x", u""); }), no_empty_path());
 }
@@ -294,8 +274,7 @@ TEST(CreateJunction, LeavesNothingBehindWhereItCant)
     EXPECT_EQ(failure_of([&] { create_junction(u"", work.path(u"x")); }), no_empty_path());
     EXPECT_EQ(failure_of([&] { create_junction(work.root(), u""); }), no_empty_path());
     std::u16string const too_long = u"C:\\" + std::u16string(5000, u'n');
-    EXPECT_EQ(failure_of([&] { create_junction(too_long, work.path(u"x")); }),
-              test_support::too_large(too_long));
+    EXPECT_EQ(failure_of([&] { create_junction(too_long, work.path(u"x")); }), too_large(too_long));
     EXPECT_FALSE(work.exists(work.path(u"x")));
 }
 
@@ -323,7 +302,7 @@ public:
         std::wstring former(1000, L'\0');
         former.resize(::GetEnvironmentVariableW(name, former.data(), 1000));
         former_ = former;
-        ::SetEnvironmentVariableW(name, test_support::wide(value).c_str());
+        ::SetEnvironmentVariableW(name, wide(value).c_str());
     }
     ~changed_variable()
     {
@@ -374,7 +353,7 @@ TEST(CreateDirectoryLikeAnother, TakesOverItsAttributes)
     EXPECT_EQ(work.attributes(work.path(u"plain")), directory);
     work.make_file(work.path(u"file"));
     EXPECT_EQ(failure_of([&] { create_directory(work.path(u"x"), work.path(u"file")); }),
-              not_a_directory(work.path(u"file")));
+              not_directory(work.path(u"file")));
     EXPECT_EQ(failure_of([&] { create_directory(work.path(u"x"), work.path(u"no")); }),
               not_found(work.path(u"no")));
     EXPECT_EQ(failure_of([&] { create_directory(work.path(u"like"), work.path(u"model")); }),

@@ -3,21 +3,16 @@
 
 #include <fl/filesystem.hpp>
 
-#include "links/calls.hpp"
 #include "links/reparse_bytes.hpp"
+#include "support/calls.hpp"
 
 #include <windows.h>
-
-#include <gtest/gtest.h>
 
 namespace fl::filesystem {
 namespace {
 
 using namespace test_support;
 using test_support::failure; // and not the library's
-using simulation::flavour;
-using simulation::simulated_machine;
-using lines = std::vector<std::string>;
 
 /// A junction or a link at `C:\link`, by its names.
 struct text_case

@@ -3,24 +3,13 @@
 
 #include <fl/filesystem/operations.hpp>
 
-#include "access/walking.hpp"
+#include "support/calls.hpp"
 
 namespace fl::filesystem {
 namespace {
 
-using detail::calls;
-using detail::expect_nothing_open;
-using detail::lines;
-using simulation::flavour;
-using simulation::simulated_machine;
-using test_support::about;
-using test_support::denied;
+using namespace test_support;
 using test_support::failure;
-using test_support::failure_of;
-using test_support::invalid_argument;
-using test_support::not_found;
-using test_support::system_error;
-using test_support::too_large;
 
 TEST(RelativeCalls, OpenBothAsTheyStand)
 {
@@ -110,7 +99,7 @@ failure failure_of_code(DWORD code)
     case 161:
         return invalid_argument("The specified path is invalid.");
     case 145:
-        return about(fsys_excp_directory_not_empty, "fl:filesystem:DirectoryNotEmpty", u"e");
+        return not_empty(u"e");
     default:
         return system_error(code, u"e");
     }
@@ -160,8 +149,8 @@ TEST(RelativeCalls, WhatTheCallerMayNotLookAt)
 {
     simulated_machine machine;
     machine.add_directory(uR"(C:\d\e)").add_directory(uR"(C:\x)");
-    machine.deny(uR"(C:\d)", simulation::right::list);
-    machine.deny(uR"(C:\d\e)", simulation::right::read_attributes);
+    machine.deny(uR"(C:\d)", right::list);
+    machine.deny(uR"(C:\d\e)", right::read_attributes);
     EXPECT_EQ(failure_of([] { relative(uR"(C:\d\e)", uR"(C:\x)"); }), denied(uR"(C:\d\e)"));
     EXPECT_EQ(failure_of([] { relative(uR"(C:\x)", uR"(C:\d\e)"); }), denied(uR"(C:\x)"))
         << "the path, although the base is to blame";

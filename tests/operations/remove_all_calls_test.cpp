@@ -3,39 +3,15 @@
 
 #include <fl/filesystem/operations.hpp>
 
-#include "links/calls.hpp"
-#include "support/failure.hpp"
-
-#include <simulation/machine.hpp>
-
-#include <gtest/gtest.h>
+#include "support/calls.hpp"
 
 #include <algorithm>
-#include <optional>
-#include <string>
-#include <vector>
 
 namespace fl::filesystem {
 namespace {
 
-using simulation::flavour;
-using simulation::simulated_machine;
-using test_support::calls_with_arguments;
-using test_support::denied;
+using namespace test_support;
 using test_support::failure;
-using test_support::failure_of;
-using test_support::system_error;
-
-using lines = std::vector<std::string>;
-using names = std::vector<std::u16string>;
-
-/// All calls but those that bring the caller's pathname to its form.
-lines calls_on_disk(simulated_machine const &machine)
-{
-    lines calls = calls_with_arguments(machine);
-    std::erase_if(calls, [](std::string const &line) { return line.starts_with("GetFullPath"); });
-    return calls;
-}
 
 std::string open_line(std::string const &name, char const *access)
 {
@@ -126,7 +102,7 @@ TEST(RemoveAllCalls, OfNothing)
     remove_all(u"");
     remove_all(upath());
     EXPECT_EQ(calls_with_arguments(machine), lines{});
-    EXPECT_EQ(failure_of([] { remove_all(uR"(C:\no)"); }), test_support::not_found(uR"(C:\no)"));
+    EXPECT_EQ(failure_of([] { remove_all(uR"(C:\no)"); }), not_found(uR"(C:\no)"));
     EXPECT_EQ(calls_on_disk(machine), lines{R"(GetFileAttributesExW(C:\no))"});
 }
 

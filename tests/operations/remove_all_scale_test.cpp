@@ -2,26 +2,14 @@
 
 #include <fl/filesystem/operations.hpp>
 
-#include "support/failure.hpp"
+#include "support/calls.hpp"
 #include "support/small_stack.hpp"
-#include "support/text.hpp"
-
-#include <simulation/machine.hpp>
-
-#include <gtest/gtest.h>
-
-#include <optional>
-#include <string>
-#include <string_view>
 
 namespace fl::filesystem {
 namespace {
 
-using simulation::simulated_machine;
+using namespace test_support;
 using test_support::failure;
-using test_support::failure_of;
-using test_support::run_on_stack_of;
-using test_support::too_large;
 
 /// The stack that a program on Windows has by default.
 constexpr std::size_t default_stack = 1024 * 1024;
@@ -43,12 +31,6 @@ std::u16string directory_of(std::size_t size)
     return path;
 }
 
-void expect_all_closed(simulated_machine const &machine)
-{
-    EXPECT_EQ(machine.open_handles(), 0);
-    EXPECT_EQ(machine.find_handles(), 0);
-}
-
 /// Removes a tree whose deepest directory has a pathname of so many units and holds a file.
 void remove_tree_of(std::size_t size)
 {
@@ -57,7 +39,7 @@ void remove_tree_of(std::size_t size)
     machine.add_file(directory_of(size) + u"\\f");
     EXPECT_EQ(failure_of([] { remove_all(uR"(C:\d)"); }), std::nullopt);
     EXPECT_TRUE(machine.entries(u"C:\\").empty());
-    expect_all_closed(machine);
+    expect_nothing_open(machine);
 }
 
 // A frame for each level, with room for reparse data, would be too much at sixty levels.
@@ -83,7 +65,7 @@ std::optional<failure> removal_of(simulated_machine &machine, std::u16string con
     machine.keep_journal(false);
     machine.add_file(file);
     auto const thrown = failure_of([&] { remove_all(path); });
-    expect_all_closed(machine);
+    expect_nothing_open(machine);
     EXPECT_EQ(machine.exists(file), thrown.has_value());
     EXPECT_EQ(machine.exists(path), thrown.has_value());
     return thrown;
@@ -135,7 +117,7 @@ TEST(RemoveAllScale, ADirectoryOfManyFiles)
 {
     simulated_machine machine;
     for (int number = 0; number < many; ++number)
-        machine.add_file(u"C:\\wide\\" + test_support::units(std::to_wstring(number)));
+        machine.add_file(u"C:\\wide\\" + units(std::to_wstring(number)));
     remove_all(uR"(C:\wide)");
     EXPECT_TRUE(machine.entries(u"C:\\").empty());
     EXPECT_EQ(machine.calls_of("DeleteFileW"), many);
@@ -143,7 +125,7 @@ TEST(RemoveAllScale, ADirectoryOfManyFiles)
     EXPECT_EQ(machine.calls_of("CreateFileW"), 1);
     EXPECT_EQ(machine.calls_of("GetFileInformationByHandle"), 1);
     EXPECT_EQ(machine.calls_of("GetFileAttributesExW"), 1);
-    expect_all_closed(machine);
+    expect_nothing_open(machine);
 }
 
 } // namespace

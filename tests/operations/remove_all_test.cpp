@@ -1,21 +1,13 @@
 #include <fl/filesystem/operations.hpp>
 
-#include "support/failure.hpp"
+#include "support/names.hpp"
 #include "support/workspace.hpp"
-
-#include <gtest/gtest.h>
-
-#include <optional>
 
 namespace fl::filesystem {
 namespace {
 
+using namespace test_support;
 using test_support::failure;
-using test_support::failure_of;
-using test_support::not_found;
-using test_support::workspace;
-
-using names = std::vector<std::u16string>;
 
 TEST(RemoveAll, TakesATreeWithAllThatIsInIt)
 {

@@ -1,38 +1,13 @@
 #include <fl/filesystem/operations.hpp>
 
-#include "support/failure.hpp"
+#include "support/names.hpp"
 #include "support/workspace.hpp"
-
-#include <gtest/gtest.h>
-
-#include <optional>
 
 namespace fl::filesystem {
 namespace {
 
-using test_support::about;
+using namespace test_support;
 using test_support::failure;
-using test_support::failure_of;
-using test_support::invalid_argument;
-using test_support::not_found;
-using test_support::workspace;
-
-using names = std::vector<std::u16string>;
-
-failure not_empty(std::u16string const &path)
-{
-    return about(fsys_excp_directory_not_empty, "fl:filesystem:DirectoryNotEmpty", path);
-}
-
-failure is_directory(std::u16string const &path)
-{
-    return about(fsys_excp_file_is_directory, "fl:filesystem:FileIsDirectory", path);
-}
-
-failure is_no_directory(std::u16string const &path)
-{
-    return about(fsys_excp_not_directory_error, "fl:filesystem:NotDirectoryError", path);
-}
 
 TEST(Remove, TakesAFileOrAnEmptyDirectory)
 {
@@ -118,8 +93,8 @@ TEST(RemoveFile, TakesNoDirectory)
     work.change_directory(work.root());
     work.make_directory(work.path(u"empty"));
     work.make_file(work.path(uR"(full\x)"));
-    EXPECT_EQ(failure_of([] { remove_file(u"empty"); }), is_directory(work.path(u"empty")));
-    EXPECT_EQ(failure_of([] { remove_file(u"full/"); }), is_directory(work.path(u"full")));
+    EXPECT_EQ(failure_of([] { remove_file(u"empty"); }), file_is_directory(work.path(u"empty")));
+    EXPECT_EQ(failure_of([] { remove_file(u"full/"); }), file_is_directory(work.path(u"full")));
     EXPECT_EQ(work.entries(work.root()), (names{u"empty", u"full"}));
 }
 
@@ -140,7 +115,7 @@ TEST(RemoveDirectory, TakesNoFileAndNothingThatIsFull)
     work.change_directory(work.root());
     work.make_file(work.path(u"file"));
     work.make_file(work.path(uR"(full\x)"));
-    EXPECT_EQ(failure_of([] { remove_directory(u"file"); }), is_no_directory(work.path(u"file")));
+    EXPECT_EQ(failure_of([] { remove_directory(u"file"); }), not_directory(work.path(u"file")));
     EXPECT_EQ(failure_of([] { remove_directory(u"full"); }), not_empty(work.path(u"full")));
     EXPECT_EQ(work.entries(work.root()), (names{u"file", u"full"}));
 }

@@ -2,24 +2,13 @@
 
 #include <fl/filesystem/operations.hpp>
 
-#include "support/failure.hpp"
-
-#include <simulation/machine.hpp>
-
-#include <gtest/gtest.h>
-
-#include <optional>
-#include <string>
+#include "support/calls.hpp"
 
 namespace fl::filesystem {
 namespace {
 
-using simulation::flavour;
-using simulation::right;
-using simulation::simulated_machine;
-using test_support::about;
+using namespace test_support;
 using test_support::failure;
-using test_support::failure_of;
 
 constexpr DWORD strange_tag = 0x42; // nobody's, so it begins with sixteen bytes
 
@@ -76,13 +65,13 @@ std::optional<failure> expected_failure(outcome what, std::u16string const &path
     case denied_pattern:
         return test_support::denied(path + u"\\*");
     case is_directory:
-        return about(fsys_excp_file_is_directory, "fl:filesystem:FileIsDirectory", path);
+        return file_is_directory(path);
     case is_file:
-        return about(fsys_excp_not_directory_error, "fl:filesystem:NotDirectoryError", path);
+        return not_directory(path);
     case not_empty:
-        return about(fsys_excp_directory_not_empty, "fl:filesystem:DirectoryNotEmpty", path);
+        return test_support::not_empty(path);
     case missing:
-        return test_support::not_found(path);
+        return not_found(path);
     default:
         return std::nullopt;
     }
@@ -137,8 +126,8 @@ void expect_outcome(operation call, operation_on_path on_path, char const *funct
         build(machine);
         std::size_t const count = machine.entries(uR"(C:\t)").size();
         auto const thrown = failure_of([&] { is_text ? call(path) : on_path(upath(path)); });
-        std::string const row = std::string(function) + " " + test_support::printable(name) +
-                                (is_text ? "" : " (path)");
+        std::string const row =
+            std::string(function) + " " + printable(name) + (is_text ? "" : " (path)");
         EXPECT_EQ(thrown, expected_failure(what, path)) << row;
         EXPECT_EQ(machine.exists(path), what != gone && what != missing) << row;
         EXPECT_EQ(machine.entries(uR"(C:\t)").size(), what == gone ? count - 1 : count) << row;

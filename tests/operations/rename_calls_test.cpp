@@ -3,22 +3,15 @@
 
 #include <fl/filesystem/operations.hpp>
 
-#include "failure/translation.hpp"
-#include "links/calls.hpp"
-#include "support/text.hpp"
+#include "support/calls.hpp"
+#include "support/translation.hpp"
 
 #include <windows.h>
-
-#include <gtest/gtest.h>
 
 namespace fl::filesystem {
 namespace {
 
 using namespace test_support;
-using simulation::flavour;
-using simulation::right;
-using simulation::simulated_machine;
-using lines = std::vector<std::string>;
 
 char16_t const *const from = u"C:\\from";
 char16_t const *const to = u"C:\\to";

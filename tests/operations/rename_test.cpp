@@ -3,25 +3,17 @@
 #include <fl/filesystem/operations.hpp>
 
 #include "platform/opened.hpp"
-#include "support/failure.hpp"
-
-#include <gtest/gtest.h>
+#include "support/names.hpp"
 
 namespace fl::filesystem {
 namespace {
 
+using namespace test_support;
 using contract::content_of;
 using contract::in;
 using contract::opened;
 using contract::workspace;
-using test_support::denied;
 using test_support::failure;
-using test_support::failure_of;
-using test_support::invalid_argument;
-using test_support::not_found;
-using test_support::of_size;
-
-using names = std::vector<std::u16string>;
 
 /// A folder with `file`, `other`, the read-only `locked`, the empty directory `empty`,
 /// and `dir` with `dir\inner` and `dir\sub`.
@@ -135,9 +127,7 @@ TEST(Rename, IntoAFile)
     std::u16string const from = space.path(u"file");
     std::u16string const to = space.path(uR"(other\new)");
     failure const expected =
-        contract::runs_under_wine()
-            ? not_found(to)
-            : failure{fsys_excp_system_error, "fl:filesystem:SystemError", from, {to}, 87};
+        contract::runs_under_wine() ? not_found(to) : system_error(87, from, to);
     EXPECT_EQ(failure_of([&] { rename(from, to); }), expected);
     EXPECT_EQ(space.entries(space.root()), all_names);
     EXPECT_EQ(content_of(in(space, L"other")), "former");
@@ -252,8 +242,7 @@ TEST(Rename, AFileInUseKeepsBothPathnames)
     opened const held(in(space, L"file"), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE);
     std::u16string const from = space.path(u"file");
     std::u16string const to = space.path(u"new");
-    EXPECT_EQ(failure_of([&] { rename(from, to); }),
-              (failure{fsys_excp_system_error, "fl:filesystem:SystemError", from, {to}, 32}));
+    EXPECT_EQ(failure_of([&] { rename(from, to); }), system_error(32, from, to));
     EXPECT_EQ(space.entries(space.root()), all_names);
     unlock(space);
 }
@@ -268,7 +257,7 @@ TEST(Rename, BeyondEveryLengthLimit)
     for (std::size_t const size : {246U, 247U, 248U, 249U, 259U, 260U, 261U, 300U}) {
         std::u16string const to = of_size((directory + u"\\").c_str(), size);
         rename(from, to);
-        EXPECT_EQ(content_of(test_support::wide(uR"(\\?\)" + to)), "content") << size;
+        EXPECT_EQ(content_of(wide(uR"(\\?\)" + to)), "content") << size;
         EXPECT_FALSE(space.exists(from)) << size;
         EXPECT_EQ(failure_of([&] { rename(from, to); }), not_found(from)) << size;
         from = to;
@@ -292,10 +281,10 @@ TEST(Rename, ToAnotherVolume)
         EXPECT_FALSE(space.exists(to));
     }
     rename(space.path(u"file"), to);
-    EXPECT_EQ(content_of(test_support::wide(to)), "content");
+    EXPECT_EQ(content_of(wide(to)), "content");
     EXPECT_FALSE(space.exists(space.path(u"file")));
     rename(space.path(u"other"), to);
-    EXPECT_EQ(content_of(test_support::wide(to)), "former") << "over what is there";
+    EXPECT_EQ(content_of(wide(to)), "former") << "over what is there";
     rename(to, space.path(u"back"));
     EXPECT_EQ(content_of(in(space, L"back")), "former");
     EXPECT_FALSE(space.exists(to));

@@ -2,28 +2,12 @@
 
 #include <fl/filesystem/operations.hpp>
 
-#include "links/calls.hpp"
-#include "support/failure.hpp"
-#include "support/text.hpp"
-
-#include <simulation/machine.hpp>
-
-#include <gtest/gtest.h>
-
-#include <optional>
-#include <ostream>
+#include "support/calls.hpp"
 
 namespace fl::filesystem {
 namespace {
 
-using simulation::flavour;
-using simulation::simulated_machine;
-using test_support::calls_with_arguments;
-using test_support::denied;
-using test_support::failure_of;
-using test_support::not_found;
-using test_support::system_error;
-using lines = std::vector<std::string>;
+using namespace test_support;
 
 /// C: has 1000 bytes, D: 2000, the share 3000.
 void set_spaces(simulated_machine &machine)
@@ -127,7 +111,7 @@ TEST(SpaceCalls, OfALongPathname)
     set_spaces(machine);
     std::u16string const directory = uR"(D:\)" + std::u16string(200, u'd');
     for (std::size_t const size : {247U, 248U, 300U}) {
-        std::u16string const file = test_support::of_size((directory + u'\\').c_str(), size);
+        std::u16string const file = of_size((directory + u'\\').c_str(), size);
         machine.add_file(file);
         expect_space(file, 2000, 700, 600, "a file");
     }
@@ -148,9 +132,9 @@ TEST(SpaceCalls, AFailingQueryIsAboutTheCallersPath)
         {5, denied(named)},
         {21, system_error(21, named)},
         {53, system_error(53, named)},
-        {206, test_support::too_large(u"")},
+        {206, too_large(u"")},
         {1920, denied(named)},
-        {4390, test_support::invalid_argument("The file or directory is not a reparse point.")},
+        {4390, invalid_argument("The file or directory is not a reparse point.")},
     };
     for (code_case const &row : cases) {
         simulated_machine machine;
@@ -191,9 +175,7 @@ TEST(SpaceCalls, AVolumeThatIsNoDirectoryEitherIsNotLookedForAgain)
     simulated_machine machine;
     machine.add_file(u"C:\\file");
     auto const fault = machine.fail_every_call_on("GetDiskFreeSpaceExW", 267);
-    EXPECT_EQ(failure_of([] { space(upath(u"file")); }),
-              test_support::about(fsys_excp_not_directory_error, "fl:filesystem:NotDirectoryError",
-                                  u"file"));
+    EXPECT_EQ(failure_of([] { space(upath(u"file")); }), not_directory(u"file"));
     EXPECT_EQ(machine.calls_of("GetDiskFreeSpaceExW"), 2);
     EXPECT_TRUE(fault.fired());
 }
@@ -201,8 +183,7 @@ TEST(SpaceCalls, AVolumeThatIsNoDirectoryEitherIsNotLookedForAgain)
 TEST(SpaceCalls, NoneForTheEmptyPath)
 {
     simulated_machine machine;
-    EXPECT_EQ(failure_of([] { space(upath()); }),
-              test_support::invalid_argument("Empty Path not permitted"));
+    EXPECT_EQ(failure_of([] { space(upath()); }), invalid_argument("Empty Path not permitted"));
     EXPECT_EQ(machine.journal().size(), 0U);
 }
 

@@ -1,22 +1,16 @@
 #include <fl/filesystem/operations.hpp>
 
-#include "support/failure.hpp"
-#include "support/text.hpp"
+#include "support/names.hpp"
 #include "support/workspace.hpp"
 
 #include <windows.h>
-
-#include <gtest/gtest.h>
 
 #include <type_traits>
 
 namespace fl::filesystem {
 namespace {
 
-using test_support::failure_of;
-using test_support::invalid_argument;
-using test_support::not_found;
-using test_support::workspace;
+using namespace test_support;
 
 static_assert(std::is_same_v<space_info, std::filesystem::space_info>);
 
@@ -28,8 +22,7 @@ TEST(Space, IsThatOfTheVolumeForADirectoryAndForAFile)
     ULARGE_INTEGER available{};
     ULARGE_INTEGER capacity{};
     ULARGE_INTEGER free{};
-    ASSERT_TRUE(::GetDiskFreeSpaceExW(test_support::wide(work.root()).c_str(), &available,
-                                      &capacity, &free));
+    ASSERT_TRUE(::GetDiskFreeSpaceExW(wide(work.root()).c_str(), &available, &capacity, &free));
     std::u16string const drive = work.root().substr(0, 3);
     for (upath const &path : {upath(work.root()), upath(work.path(u"file")), upath(u"file"),
                               upath(u"."), upath(drive), upath(uR"(\\?\)" + work.root())}) {

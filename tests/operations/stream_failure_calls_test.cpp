@@ -2,22 +2,12 @@
 
 #include <fl/filesystem/standard.hpp>
 
-#include "support/failure.hpp"
-
-#include <simulation/machine.hpp>
-
-#include <gtest/gtest.h>
-
-#include <cstddef>
-#include <vector>
+#include "support/calls.hpp"
 
 namespace fl::filesystem {
 namespace {
 
-using simulation::simulated_machine;
-using test_support::denied;
-using test_support::failure_of;
-using test_support::system_error;
+using namespace test_support;
 
 auto failure_at(char16_t const *path, unsigned int needs)
 {

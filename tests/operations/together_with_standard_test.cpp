@@ -4,29 +4,18 @@
 
 #include <fl/filesystem/operations.hpp>
 
-#include "support/failure.hpp"
-#include "support/text.hpp"
+#include "support/names.hpp"
 #include "support/workspace.hpp"
-
-#include <gtest/gtest.h>
 
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <string>
 #include <type_traits>
-#include <vector>
 
 namespace fl::filesystem {
 namespace {
 
-using test_support::denied;
-using test_support::failure_of;
-using test_support::invalid_argument;
-using test_support::not_found;
-using test_support::of_size;
-using test_support::system_error;
-using test_support::workspace;
+using namespace test_support;
 
 /// The text of the standard's path, unit for unit.
 std::u16string units(std::filesystem::path const &path)
@@ -149,7 +138,7 @@ TEST(StreamFailure, OfWhatTheCallerMayNotRead)
         GTEST_SKIP() << "rights can't be denied here";
     std::u16string const path = space.path(u"file");
     space.make_file(path);
-    space.deny(path, test_support::access_right::read);
+    space.deny(path, access_right::read);
     EXPECT_EQ(failure_of([&] { detail::throw_stream_failure(upath(path), detail::stream_reads); }),
               denied(path));
 }

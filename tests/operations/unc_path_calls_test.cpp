@@ -2,24 +2,14 @@
 
 #include <fl/filesystem/operations.hpp>
 
-#include "support/failure.hpp"
-#include "support/text.hpp"
-
-#include <simulation/machine.hpp>
-
-#include <gtest/gtest.h>
+#include "support/calls.hpp"
 
 #include <cerrno>
-#include <optional>
 
 namespace fl::filesystem {
 namespace {
 
-using simulation::simulated_machine;
-using test_support::denied;
-using test_support::failure_of;
-using test_support::not_found;
-using test_support::system_error;
+using namespace test_support;
 using sizes = std::vector<std::uint64_t>;
 
 void map_a_drive(simulated_machine &machine)
@@ -101,7 +91,7 @@ TEST(GetUncPathCalls, NoneBehindALongPrefix)
     map_a_drive(machine);
     std::u16string const name(200, u'n');
     for (std::size_t const size : {259U, 260U}) {
-        std::u16string const text = test_support::of_size((u"X:\\" + name + u'\\').c_str(), size);
+        std::u16string const text = of_size((u"X:\\" + name + u'\\').c_str(), size);
         std::u16string const expected =
             size < 260 ? uR"(\\server\share)" + text.substr(2) : uR"(\\?\)" + text;
         EXPECT_EQ(get_unc_path(text, true), expected) << size;

@@ -1,18 +1,13 @@
 #include <fl/filesystem/operations.hpp>
 #include <fl/filesystem/windows.hpp>
 
-#include "support/failure.hpp"
+#include "support/names.hpp"
 #include "support/workspace.hpp"
-
-#include <gtest/gtest.h>
 
 namespace fl::filesystem {
 namespace {
 
-using test_support::failure_of;
-using test_support::printable;
-using test_support::system_error;
-using test_support::workspace;
+using namespace test_support;
 
 TEST(GetUncPath, OfALocalPathnameIsTheStringForTheSystemWhereThatIsTolerated)
 {

@@ -7,43 +7,23 @@
 #include <fl/filesystem/pathname.hpp>
 #include <fl/filesystem/windows.hpp>
 
-#include "support/failure.hpp"
-#include "support/text.hpp"
-
-#include <simulation/machine.hpp>
-
-#include <gtest/gtest.h>
+#include "support/calls.hpp"
 
 #include <algorithm>
 #include <filesystem>
 #include <functional>
-#include <optional>
-#include <string>
-#include <vector>
 
 namespace fl::filesystem {
 namespace {
 
-using simulation::flavour;
-using simulation::simulated_machine;
+using namespace test_support;
 using std::filesystem::copy_options;
 using test_support::failure;
-using test_support::failure_of;
-using test_support::not_found;
-using test_support::printable;
-using test_support::system_error;
-
-using lines = std::vector<std::string>;
 
 /// What is told of a failure without a code: ERROR_GEN_FAILURE.
-failure unexplained(std::u16string const &path)
+failure unexplained(std::u16string const &path, std::u16string const &second = {})
 {
-    return system_error(31, path);
-}
-
-failure unexplained(std::u16string const &from, std::u16string const &to)
-{
-    return {fsys_excp_system_error, "fl:filesystem:SystemError", from, {to}, 31};
+    return system_error(31, path, second);
 }
 
 void add_lines(simulated_machine const &machine, std::u16string const &path, lines &all)
@@ -67,7 +47,7 @@ lines state_of(simulated_machine const &machine)
     wchar_t value[1000] = {};
     ::GetEnvironmentVariableW(L"=C:", value, 1000);
     all.push_back("in " + printable(machine.current_directory()) + ", =C: is " +
-                  printable(test_support::units(value)));
+                  printable(units(value)));
     std::sort(all.begin(), all.end());
     return all;
 }

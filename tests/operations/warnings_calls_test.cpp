@@ -4,28 +4,16 @@
 #include <fl/filesystem/operations.hpp>
 #include <fl/filesystem/windows.hpp>
 
-#include "support/failure.hpp"
-#include "support/text.hpp"
-
-#include <simulation/machine.hpp>
+#include "support/calls.hpp"
 
 #include <objbase.h>
 
-#include <gtest/gtest.h>
-
 #include <functional>
-#include <string>
-#include <vector>
 
 namespace fl::filesystem {
 namespace {
 
-using simulation::simulated_machine;
-using test_support::denied;
-using test_support::failure_of;
-using test_support::system_error;
-using test_support::too_large;
-using test_support::wide;
+using namespace test_support;
 
 struct apartment_case
 {
@@ -55,7 +43,7 @@ TEST(Warnings, EachShortcutTakesOneInitialisationFromAMultiThreadedApartment)
         machine.add_directory(uR"(C:\dir)");
         machine.add_shortcut(uR"(C:\a.lnk)", uR"(C:\dir)");
         machine.add_shortcut(uR"(C:\b.lnk)", uR"(C:\a.lnk)");
-        machine.add_symbolic_link(uR"(C:\l)", uR"(C:\a.lnk\..)", simulation::flavour::directory);
+        machine.add_symbolic_link(uR"(C:\l)", uR"(C:\a.lnk\..)", flavour::directory);
         for (int held = 0; held <= row.taken; ++held)
             ASSERT_GE(::CoInitializeEx(nullptr, COINIT_MULTITHREADED), 0);
         row.call();

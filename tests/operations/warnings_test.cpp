@@ -3,26 +3,17 @@
 
 #include <fl/filesystem/operations.hpp>
 
-#include "support/failure.hpp"
+#include "support/names.hpp"
 #include "support/workspace.hpp"
 
 #include <windows.h>
 
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
-
 namespace fl::filesystem {
 namespace {
 
+using namespace test_support;
 using std::filesystem::copy_options;
 using test_support::exists;
-using test_support::failure_of;
-using test_support::printable;
-using test_support::workspace;
-
-using names = std::vector<std::u16string>;
 
 // Full stops, blanks and NULs
 
@@ -136,8 +127,7 @@ TEST(Warnings, OverwritingATreeWritesWhereItsLinksLead)
     work.make_file(work.path(uR"(from\d\g)"), "new");
     work.make_file(work.path(uR"(outside\f)"), "former");
     work.make_symbolic_link(work.path(uR"(to\f)"), uR"(..\outside\f)");
-    work.make_symbolic_link(work.path(uR"(to\d)"), uR"(..\outside)",
-                            test_support::link_to::directory);
+    work.make_symbolic_link(work.path(uR"(to\d)"), uR"(..\outside)", link_to::directory);
     copy(work.path(u"from"), work.path(u"to"),
          copy_options::recursive | copy_options::overwrite_existing);
     EXPECT_EQ(work.entries(work.path(u"outside")), (names{u"f", u"g"}));

@@ -4,22 +4,14 @@
 #include <fl/filesystem/operations.hpp>
 
 #include "access/walking.hpp"
+#include "support/calls.hpp"
 
 #include <map>
 
 namespace fl::filesystem {
 namespace {
 
-using detail::calls;
-using detail::expect_nothing_open;
-using detail::lines;
-using simulation::flavour;
-using simulation::simulated_machine;
-using test_support::denied;
-using test_support::failure_of;
-using test_support::invalid_argument;
-using test_support::not_found;
-using test_support::system_error;
+using namespace test_support;
 
 TEST(WeaklyCanonicalCalls, NoneForTheEmptyPath)
 {
@@ -110,8 +102,8 @@ TEST(WeaklyCanonicalCalls, ARefusedFirstQuestionNamesThePath)
 {
     simulated_machine machine;
     machine.add_file(uR"(C:\d\f)").set_current_directory(u"C:\\d");
-    machine.deny(uR"(C:\d)", simulation::right::list);
-    machine.deny(uR"(C:\d\f)", simulation::right::read_attributes);
+    machine.deny(uR"(C:\d)", right::list);
+    machine.deny(uR"(C:\d\f)", right::read_attributes);
     EXPECT_EQ(failure_of([] { weakly_canonical(uR"(C:\d\f)"); }), denied(uR"(C:\d\f)"));
     EXPECT_EQ(failure_of([] { weakly_canonical(u"f"); }), denied(u"f"));
     auto const fault = machine.fail_call("GetFileAttributesExW", 1, 1117);
@@ -266,7 +258,7 @@ TEST(WeaklyCanonicalCalls, EveryFailingCallReleasesWhatItHolds)
     for (auto const &[answer, count] : answers)
         EXPECT_TRUE(answer == uR"(C:\d\x)" || answer == uR"(C:\d\no)" || answer == uR"(C:\l\x)" ||
                     answer == uR"(C:\x)" || answer == uR"(C:\d.lnk\no)")
-            << test_support::printable(answer);
+            << printable(answer);
     EXPECT_GT(answers[uR"(C:\d\x)"], 1);
     EXPECT_GT(answers[uR"(C:\d\no)"], 1);
 }

@@ -2,26 +2,22 @@
 
 #include <fl/filesystem/operations.hpp>
 
+#include "support/calls.hpp"
 #include "support/memory_for_text.hpp"
-
-#include <simulation/machine.hpp>
-
-#include <gtest/gtest.h>
 
 #include <new>
 
 namespace fl::filesystem {
 namespace {
 
-using simulation::simulated_machine;
+using namespace test_support;
 
 TEST(WeaklyCanonicalMemory, EndsTheWalkWhereItRunsOut)
 {
     simulated_machine machine;
-    machine.add_directory(u"C:\\d").add_symbolic_link(u"C:\\l", u"d",
-                                                      simulation::flavour::directory);
+    machine.add_directory(u"C:\\d").add_symbolic_link(u"C:\\l", u"d", flavour::directory);
     // the whole is asked about first, then the drive and its root: then comes the link
-    test_support::memory_for_text const none(machine, 4);
+    memory_for_text const none(machine, 4);
     EXPECT_EQ(weakly_canonical(uR"(C:\l\no)"), uR"(C:\l\no)") << "the root was reached";
     EXPECT_TRUE(none.ran_out());
 }
@@ -31,7 +27,7 @@ TEST(WeaklyCanonicalMemory, IsMissedAheadOfTheWalkAndBehindIt)
     for (int const nth : {1, 6}) {
         simulated_machine machine;
         machine.add_directory(u"C:\\d");
-        test_support::memory_for_text const none(machine, nth);
+        memory_for_text const none(machine, nth);
         EXPECT_THROW(weakly_canonical(uR"(C:\d\no)"), std::bad_alloc) << nth;
         EXPECT_TRUE(none.ran_out());
     }

@@ -1,16 +1,12 @@
 #include <fl/filesystem/operations.hpp>
 
-#include "support/failure.hpp"
+#include "support/names.hpp"
 #include "support/workspace.hpp"
-
-#include <gtest/gtest.h>
 
 namespace fl::filesystem {
 namespace {
 
-using test_support::failure_of;
-using test_support::invalid_argument;
-using test_support::workspace;
+using namespace test_support;
 
 TEST(WeaklyCanonical, OfTheEmptyPathIsTheEmptyPath)
 {
@@ -36,7 +32,7 @@ TEST(WeaklyCanonical, OfWhatIsThereIsCanonical)
          {work.path(uR"(d\f)"), work.path(uR"(d\e\)"), work.path(u"d/./e/../f"),
           work.path(uR"(no\..\d)"), std::u16string(uR"(d\f)"), std::u16string(u"."),
           uR"(\\?\)" + work.path(u"d"), work.root().substr(0, 3), work.root().substr(2)}) {
-        EXPECT_EQ(weakly_canonical(text), canonical(text)) << test_support::printable(text);
+        EXPECT_EQ(weakly_canonical(text), canonical(text)) << printable(text);
         EXPECT_EQ(weakly_canonical(upath(text)), canonical(upath(text)));
         EXPECT_TRUE(weakly_canonical(upath(text, false)).form_flag());
     }

@@ -5,20 +5,14 @@
 #include "pathname/native_form.hpp"
 #include "pathname/path_type.hpp"
 #include "support/allocations.hpp"
-#include "support/failure.hpp"
-#include "support/text.hpp"
-
-#include <gtest/gtest.h>
+#include "support/names.hpp"
 
 #include <new>
-#include <utility>
 
 namespace fl::filesystem::detail {
 namespace {
 
-using test_support::allocations_of;
-using test_support::printable;
-using test_support::wide;
+using namespace test_support;
 
 // Longer than what a string holds without allocating.
 std::u16string const tail(64, u'n');
@@ -106,7 +100,7 @@ std::size_t fail_each_allocation(Call call, Check check)
     for (std::size_t nth = 1; nth < 100; ++nth) {
         bool failed = false;
         {
-            test_support::failing_allocation const fault(nth);
+            failing_allocation const fault(nth);
             try {
                 call();
             } catch (std::bad_alloc const &) {
@@ -137,7 +131,7 @@ TEST(LackOfMemory, LeavesAPathnameWithItsOldExtension)
 {
     std::u16string pathname = tail + u".txt";
     {
-        test_support::failing_allocation const fault(1);
+        failing_allocation const fault(1);
         EXPECT_THROW(replace_extension(pathname, tail), std::bad_alloc);
     }
     EXPECT_EQ(pathname, tail + u".txt");

@@ -1,14 +1,12 @@
 #include "pathname/characters.hpp"
 
-#include "support/text.hpp"
-
-#include <gtest/gtest.h>
+#include "support/names.hpp"
 
 namespace fl::filesystem::detail {
 namespace {
 
+using namespace test_support;
 using foundation::ustring::CtypeInvalidCharacter;
-using test_support::wide;
 
 TEST(Characters, LettersAreTheFiftyTwoOfAscii)
 {

@@ -1,17 +1,11 @@
 #include <fl/filesystem/pathname.hpp>
 
-#include "support/failure.hpp"
-#include "support/text.hpp"
-
-#include <gtest/gtest.h>
+#include "support/names.hpp"
 
 namespace fl::filesystem::detail {
 namespace {
 
-using test_support::for_all_texts;
-using test_support::printable;
-using test_support::shape_alphabet;
-using test_support::wide;
+using namespace test_support;
 
 struct decomposition_case
 {

@@ -1,20 +1,13 @@
 #include <fl/filesystem/pathname.hpp>
 
-#include "support/failure.hpp"
-#include "support/text.hpp"
-
-#include <gtest/gtest.h>
+#include "support/names.hpp"
 
 #include <algorithm>
-#include <vector>
 
 namespace fl::filesystem::detail {
 namespace {
 
-using test_support::for_all_texts;
-using test_support::printable;
-using test_support::shape_alphabet;
-
+using namespace test_support;
 using elements = std::vector<std::u16string>;
 
 /// What a walk from the front visits. Ends after as many steps as there could be

@@ -1,15 +1,12 @@
 #include <fl/filesystem/pathname.hpp>
 
-#include "support/failure.hpp"
+#include "support/names.hpp"
 #include "support/workspace.hpp"
-
-#include <gtest/gtest.h>
 
 namespace fl::filesystem::detail {
 namespace {
 
-using test_support::printable;
-using test_support::workspace;
+using namespace test_support;
 
 TEST(MakeExpandedPath, ReturnsWhatDependsOnNothingUnchanged)
 {
@@ -27,7 +24,7 @@ TEST(MakeExpandedPath, TakesTheCurrentDirectoryOfADrive)
     work.change_directory(work.root());
     std::u16string const drive = work.root().substr(0, 2);
     // Wine ends the directory in a backslash, Windows doesn't
-    std::u16string const ending = test_support::runs_under_wine() ? u"\\" : u"";
+    std::u16string const ending = runs_under_wine() ? u"\\" : u"";
     EXPECT_EQ(make_expanded_path(drive, true), work.root() + ending);
     EXPECT_EQ(make_expanded_path(drive + u"foo", true), work.path(u"foo"));
     EXPECT_EQ(make_expanded_path(drive + uR"(..\foo)", false), work.path(uR"(..\foo)"))

@@ -1,18 +1,11 @@
 #include "pathname/long_prefix.hpp"
 
-#include "support/failure.hpp"
-#include "support/text.hpp"
-
-#include <gtest/gtest.h>
+#include "support/names.hpp"
 
 namespace fl::filesystem::detail {
 namespace {
 
-using test_support::failure_of;
-using test_support::invalid_argument;
-using test_support::of_size;
-using test_support::printable;
-using test_support::wide;
+using namespace test_support;
 
 struct prefix_case
 {

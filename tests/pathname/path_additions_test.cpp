@@ -2,25 +2,15 @@
 
 #include <fl/filesystem/path.hpp>
 
-#include "support/failure.hpp"
-#include "support/text.hpp"
+#include "support/names.hpp"
 
-#include <gtest/gtest.h>
-
-#include <string>
-#include <string_view>
 #include <type_traits>
-#include <utility>
 
 namespace fl::filesystem {
 namespace {
 
+using namespace test_support;
 using namespace fl::filesystem::literals;
-using test_support::failure_of;
-using test_support::for_all_texts;
-using test_support::invalid_argument;
-using test_support::printable;
-using test_support::shape_alphabet;
 
 TEST(UpathAdditions, IsMadeOfTextsOfOtherTypes)
 {

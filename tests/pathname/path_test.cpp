@@ -1,23 +1,18 @@
 #include <fl/filesystem/path.hpp>
 
-#include "support/failure.hpp"
-
-#include <gtest/gtest.h>
+#include "support/names.hpp"
 
 #include <algorithm>
 #include <array>
-#include <cstddef>
 #include <map>
 #include <new>
 #include <type_traits>
 #include <unordered_set>
-#include <vector>
 
 namespace fl::filesystem {
 namespace {
 
-using test_support::failure_of;
-using test_support::invalid_argument;
+using namespace test_support;
 
 std::vector<std::u16string> elements_of(upath const &path)
 {

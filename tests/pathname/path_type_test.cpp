@@ -1,19 +1,13 @@
 #include "pathname/path_type.hpp"
 
-#include "support/failure.hpp"
-#include "support/text.hpp"
-
-#include <gtest/gtest.h>
+#include "support/names.hpp"
 
 namespace fl::filesystem::detail {
 namespace {
 
+using namespace test_support;
 using namespace windows;
 using foundation::ustring::CtypeInvalidCharacter;
-using test_support::for_all_texts;
-using test_support::printable;
-using test_support::shape_alphabet;
-using test_support::wide;
 
 struct root_case
 {

@@ -1,17 +1,13 @@
 #include <fl/filesystem/pathname_traits.hpp>
 
-#include "support/text.hpp"
-
-#include <gtest/gtest.h>
+#include "support/names.hpp"
 
 #include <type_traits>
-#include <utility>
 
 namespace fl::filesystem {
 namespace {
 
-using test_support::wide;
-
+using namespace test_support;
 using narrow_traits = pathname_traits<char16_t>;
 using wide_traits = pathname_traits<wchar_t>;
 

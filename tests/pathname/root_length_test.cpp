@@ -1,17 +1,11 @@
 #include "pathname/root_length.hpp"
 
-#include "support/failure.hpp"
-#include "support/text.hpp"
-
-#include <gtest/gtest.h>
+#include "support/names.hpp"
 
 namespace fl::filesystem::detail {
 namespace {
 
-using test_support::failure_of;
-using test_support::invalid_argument;
-using test_support::printable;
-using test_support::wide;
+using namespace test_support;
 
 struct unc_case
 {

@@ -1,26 +1,19 @@
 #include <fl/filesystem/path.hpp>
 
-#include "support/failure.hpp"
-#include "support/text.hpp"
-
 #include <fl/filesystem/exceptions.hpp>
 
-#include <boost/exception_ptr.hpp>
-#include <gtest/gtest.h>
+#include "support/names.hpp"
 
-#include <cstddef>
-#include <string>
-#include <string_view>
+#include <boost/exception_ptr.hpp>
+
 #include <type_traits>
 
 namespace fl::filesystem {
 namespace {
 
+using namespace test_support;
 using namespace std::string_view_literals;
 using test_support::failure;
-using test_support::failure_of;
-using test_support::for_all_texts;
-using test_support::printable;
 
 failure conversion_failure()
 {

@@ -5,17 +5,14 @@
 #include "platform/owned_handle.hpp"
 #include "platform/shell_link_object.hpp"
 
-#include <simulation/machine.hpp>
-
-#include <gtest/gtest.h>
+#include "support/calls.hpp"
 
 #include <type_traits>
-#include <utility>
 
 namespace fl::filesystem::detail {
 namespace {
 
-using simulation::simulated_machine;
+using namespace test_support;
 
 class FileHandle : public testing::Test
 {

@@ -1,16 +1,12 @@
 #include "standard/filesystem.hpp"
 
-#include "support/text.hpp"
+#include "support/names.hpp"
 #include "support/workspace.hpp"
-
-#include <gtest/gtest.h>
 
 namespace fl::filesystem::detail {
 namespace {
 
-using test_support::units;
-using test_support::wide;
-using test_support::workspace;
+using namespace test_support;
 
 std::error_code const stale(77, std::generic_category());
 

@@ -3,10 +3,7 @@
 
 #include "standard/filesystem.hpp"
 
-#include "support/failure.hpp"
-#include "support/text.hpp"
-
-#include <gtest/gtest.h>
+#include "support/names.hpp"
 
 #include <algorithm>
 #include <filesystem>
@@ -15,10 +12,7 @@
 namespace fl::filesystem::detail {
 namespace {
 
-using test_support::for_all_texts;
-using test_support::printable;
-using test_support::units;
-using test_support::wide;
+using namespace test_support;
 
 constexpr std::u16string_view alphabet = u"\\/.:aC?";
 

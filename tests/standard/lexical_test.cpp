@@ -5,22 +5,16 @@
 #include "standard/lexical.hpp"
 #include "standard/roots.hpp"
 
-#include "support/failure.hpp"
-#include "support/text.hpp"
-
-#include <gtest/gtest.h>
+#include "support/names.hpp"
 
 #include <algorithm>
 
 namespace fl::filesystem::detail {
 namespace {
 
+using namespace test_support;
 using standard::lexically_normal;
 using standard::lexically_relative;
-using test_support::for_all_texts;
-using test_support::printable;
-using test_support::units;
-using test_support::wide;
 
 struct normal_case
 {

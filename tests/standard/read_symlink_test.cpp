@@ -4,16 +4,12 @@
 
 #include "links/reparse_bytes.hpp"
 #include "support/allocations.hpp"
-
-#include <simulation/machine.hpp>
-
-#include <gtest/gtest.h>
+#include "support/calls.hpp"
 
 namespace fl::filesystem::detail {
 namespace {
 
-using simulation::flavour;
-using simulation::simulated_machine;
+using namespace test_support;
 
 std::error_code const stale(77, std::generic_category());
 
@@ -53,7 +49,7 @@ TEST(StandardReadSymlink, GivesTheSystemItsWholeBuffer)
 {
     constexpr std::size_t most = 16384; // that a disk keeps, tag and length included
     simulated_machine machine;
-    machine.add_reparse_point(u"C:\\a", test_support::dedup_tag, std::string(most - 8, 'x'));
+    machine.add_reparse_point(u"C:\\a", dedup_tag, std::string(most - 8, 'x'));
     std::error_code ec;
     standard::read_symlink(L"C:\\a", ec);
     EXPECT_EQ(ec, system_code(4393));
@@ -66,7 +62,7 @@ TEST(StandardReadSymlink, WithoutMemoryForTheDataIsCode8)
     simulated_machine machine;
     machine.add_symbolic_link(u"C:\\link", u"x");
     std::error_code ec = stale;
-    test_support::failing_size const shortage(16386);
+    failing_size const shortage(16386);
     EXPECT_EQ(standard::read_symlink(L"C:\\link", ec), L"");
     EXPECT_TRUE(shortage.fired());
     EXPECT_EQ(ec, system_code(8));
@@ -82,7 +78,7 @@ TEST(StandardReadSymlink, NamesEndWithTheBuffer)
     std::string body = simulation::symbolic_link_data(u"s", u"p", 0);
     body[6] = body[7] = static_cast<char>(0xFF);
     machine.add_symbolic_link(u"C:\\link", u"x");
-    machine.add_reparse_point(u"C:\\link", test_support::symlink_tag, body);
+    machine.add_reparse_point(u"C:\\link", symlink_tag, body);
     std::error_code ec = stale;
     std::wstring const text = standard::read_symlink(L"C:\\link", ec);
     EXPECT_EQ(ec, std::error_code());

@@ -3,19 +3,14 @@
 
 #include "standard/filesystem.hpp"
 
-#include <simulation/machine.hpp>
-
-#include <gtest/gtest.h>
+#include "support/calls.hpp"
 
 #include <filesystem>
-#include <string>
-#include <vector>
 
 namespace fl::filesystem::detail {
 namespace {
 
-using simulation::flavour;
-using simulation::simulated_machine;
+using namespace test_support;
 using std::filesystem::file_type;
 using std::filesystem::perms;
 

@@ -4,26 +4,15 @@
 #include "standard/filesystem.hpp"
 
 #include "support/allocations.hpp"
-#include "support/failure.hpp"
-#include "support/text.hpp"
+#include "support/calls.hpp"
 
 #include <fl/filesystem/operations.hpp>
-
-#include <simulation/machine.hpp>
-
-#include <gtest/gtest.h>
 
 namespace fl::filesystem::detail {
 namespace {
 
-using simulation::flavour;
-using simulation::right;
-using simulation::simulated_machine;
+using namespace test_support;
 using std::filesystem::file_type;
-using test_support::failing_allocation;
-using test_support::failing_size;
-using test_support::failure_of;
-using test_support::system_error;
 
 constexpr std::size_t reparse_room = 16386;
 
@@ -168,14 +157,14 @@ TEST(StandardCreateSymlink, CleanedTextsHaveNoSlashAndNoRunBehindTheRoot)
 {
     simulated_machine machine;
     auto const fault = machine.fail_every_call_on("CreateSymbolicLinkW", 5);
-    test_support::for_all_texts(test_support::shape_alphabet, 5, [&](std::u16string const &text) {
+    for_all_texts(shape_alphabet, 5, [&](std::u16string const &text) {
         std::error_code ec;
         machine.clear_journal();
-        standard::create_symlink(test_support::wide(text), L"C:\\link", ec);
+        standard::create_symlink(wide(text), L"C:\\link", ec);
         std::u16string const cleaned = machine.journal().front().second_text;
-        EXPECT_EQ(cleaned.find(u'/'), std::u16string::npos) << test_support::printable(text);
-        EXPECT_EQ(cleaned.find(u"\\\\", 1), std::u16string::npos) << test_support::printable(text);
-        EXPECT_EQ(cleaned.empty(), text.empty()) << test_support::printable(text);
+        EXPECT_EQ(cleaned.find(u'/'), std::u16string::npos) << printable(text);
+        EXPECT_EQ(cleaned.find(u"\\\\", 1), std::u16string::npos) << printable(text);
+        EXPECT_EQ(cleaned.empty(), text.empty()) << printable(text);
     });
 }
 
@@ -245,8 +234,7 @@ TEST(StandardCopySymlink, WithoutMemoryForTheDataIsCode8)
     EXPECT_EQ(machine.calls_of("CreateSymbolicLinkW"), 0);
     EXPECT_EQ(machine.open_handles(), 0);
     EXPECT_EQ(failure_of([] { copy_symlink(u"C:\\link", u"C:\\copy"); }), system_error(8, u""));
-    EXPECT_EQ(failure_of([] { copy_symlink(u"C:\\no", u"C:\\copy"); }),
-              test_support::not_found(u""))
+    EXPECT_EQ(failure_of([] { copy_symlink(u"C:\\no", u"C:\\copy"); }), not_found(u""))
         << "a missing link needs none";
 }
 

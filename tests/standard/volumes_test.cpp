@@ -3,17 +3,12 @@
 
 #include "standard/filesystem.hpp"
 
-#include <simulation/machine.hpp>
-
-#include <gtest/gtest.h>
-
-#include <cstdint>
-#include <string>
+#include "support/calls.hpp"
 
 namespace fl::filesystem::detail {
 namespace {
 
-using simulation::simulated_machine;
+using namespace test_support;
 
 std::error_code const stale(77, std::generic_category());
 

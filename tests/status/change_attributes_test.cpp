@@ -2,18 +2,12 @@
 
 #include "status/changed_attributes.hpp"
 #include "status/permission_word.hpp"
-
-#include <gtest/gtest.h>
+#include "support/names.hpp"
 
 namespace fl::filesystem::detail {
 namespace {
 
-using test_support::adds;
-using test_support::changed_attributes;
-using test_support::for_all_attributes;
-using test_support::for_all_words;
-using test_support::on_the_link;
-using test_support::removes;
+using namespace test_support;
 
 constexpr std::uint32_t read_only = 0x1;
 constexpr std::uint32_t hidden = 0x2;
@@ -82,7 +76,7 @@ TEST(ChangeAttributes, EveryCombination)
 TEST(ChangeAttributes, AttributesWithoutAFlagStay)
 {
     for (std::uint32_t other = 1; other != 0; other <<= 1) {
-        if ((other & test_support::changeable_attributes) != 0)
+        if ((other & changeable_attributes) != 0)
             continue;
         for_all_words([&](unsigned int perms) {
             EXPECT_EQ(change_attributes(0x25 | other, perms),
@@ -91,7 +85,7 @@ TEST(ChangeAttributes, AttributesWithoutAFlagStay)
             EXPECT_EQ(change_attributes(0x2002, perms), changed_attributes(0x2002, perms));
         });
     }
-    constexpr std::uint32_t others = ~test_support::changeable_attributes;
+    constexpr std::uint32_t others = ~changeable_attributes;
     for_all_words([&](unsigned int perms) {
         EXPECT_EQ(change_attributes(others, perms), others | changed_attributes(0, perms));
     });

@@ -2,22 +2,19 @@
 
 #include <fl/filesystem/file_time.hpp>
 
-#include "support/failure.hpp"
+#include "support/names.hpp"
 
 #include <boost/date_time/posix_time/posix_time_types.hpp>
 
-#include <gtest/gtest.h>
-
-#include <cstdint>
 #include <type_traits>
 
 namespace fl::filesystem {
 namespace {
 
+using namespace test_support;
 using boost::gregorian::date;
 using boost::posix_time::microseconds;
 using boost::posix_time::ptime;
-using test_support::failure_of;
 
 static_assert(std::is_same_v<file_time_type::clock, std::chrono::system_clock>);
 
@@ -60,7 +57,7 @@ TEST(FileTime, OfTimesThatAreNoInstants)
     EXPECT_EQ(to_file_time(ptime(boost::posix_time::pos_infin)), file_time_type::max());
     EXPECT_EQ(to_file_time(ptime(boost::posix_time::neg_infin)), file_time_type::min());
     EXPECT_EQ(failure_of([] { static_cast<void>(to_file_time(ptime())); }),
-              test_support::invalid_argument("Time not valid"));
+              invalid_argument("Time not valid"));
 }
 
 TEST(FileTime, BeyondWhatASystemKeeps)

@@ -4,13 +4,9 @@
 
 #include <fl/filesystem/file_status.hpp>
 
-#include "support/failure.hpp"
+#include "support/names.hpp"
 
 #include <boost/date_time/posix_time/posix_time_duration.hpp>
-
-#include <cstdint>
-#include <optional>
-#include <ostream>
 
 namespace test_support {
 

@@ -2,18 +2,14 @@
 
 #include "status/permission_word.hpp"
 
-#include "support/failure.hpp"
-#include "support/text.hpp"
-
-#include <gtest/gtest.h>
+#include "support/names.hpp"
 
 #include <limits>
 
 namespace fl::filesystem::detail {
 namespace {
 
-using test_support::printable;
-using test_support::units;
+using namespace test_support;
 
 constexpr std::uint32_t read_only = 0x1;
 constexpr std::uint32_t hidden = 0x2;

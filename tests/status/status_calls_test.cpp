@@ -4,39 +4,19 @@
 
 #include <fl/filesystem/windows.hpp>
 
-#include "access/walking.hpp"
-#include "links/calls.hpp"
 #include "status/outcomes.hpp"
-#include "support/text.hpp"
-#include "support/told.hpp"
+#include "support/calls.hpp"
+#include "support/translation.hpp"
 
 #include <functional>
 
 namespace fl::filesystem {
 namespace {
 
-using detail::lines;
+using namespace test_support;
 using detail::windows::target_status_bridge;
-using simulation::simulated_machine;
-using test_support::answers;
-using test_support::calls_with_arguments;
-using test_support::denied;
-using test_support::fails;
 using test_support::failure;
-using test_support::failure_of;
-using test_support::invalid_argument;
-using test_support::last_code;
-using test_support::missing;
-using test_support::missing_light;
-using test_support::not_found;
-using test_support::of_size;
 using test_support::outcome;
-using test_support::outcome_of;
-using test_support::shortened;
-using test_support::system_error;
-using test_support::told;
-using test_support::too_large;
-using test_support::wide;
 
 bool says_missing(DWORD code)
 {
@@ -44,7 +24,7 @@ bool says_missing(DWORD code)
 }
 
 /// What all zeros say: a file from the start of 1601.
-test_support::record zeros()
+record zeros()
 {
     return {0x8000, 0666, 0, 0, 0, 0};
 }
@@ -55,7 +35,7 @@ TEST(StatusCodes, OfAFailedQuery)
     machine.add_file(u"C:\\f", "1").keep_journal(false);
     for (DWORD code = 0; code <= last_code; ++code) {
         auto const fault = machine.fail_every_call_on("GetFileAttributesExW", code);
-        outcome const expected = says_missing(code) ? missing() : fails(told(code, u"C:\\f"));
+        outcome const expected = says_missing(code) ? missing() : fails(translated(code, u"C:\\f"));
         ASSERT_EQ(outcome_of([] { return status(u"C:\\f"); }), expected) << code;
         ASSERT_EQ(outcome_of([] { return symlink_status(u"C:\\f"); }), expected) << code;
         ASSERT_TRUE(fault.fired()) << code;
@@ -68,7 +48,8 @@ TEST(StatusCodes, OfAFailedExpressQuery)
     machine.add_file(u"C:\\f", "1").keep_journal(false);
     for (DWORD code = 1; code <= last_code; ++code) {
         auto const fault = machine.fail_every_call_on("GetFileAttributesExW", code);
-        outcome const expected = says_missing(code) ? missing_light() : fails(told(code, u"C:\\f"));
+        outcome const expected =
+            says_missing(code) ? missing_light() : fails(translated(code, u"C:\\f"));
         ASSERT_EQ(outcome_of([] { return status_express_light(u"C:\\f"); }), expected) << code;
         ASSERT_TRUE(fault.fired()) << code;
     }
@@ -82,7 +63,7 @@ TEST(StatusCodes, OfAFailedQueryOfATarget)
     for (DWORD code = 1; code <= last_code; ++code) {
         auto const fault = machine.fail_every_call_on_name("GetFileAttributesExW", u"C:\\t", code);
         bool const is_missing = says_missing(code);
-        outcome const expected = is_missing ? missing() : fails(told(code, target));
+        outcome const expected = is_missing ? missing() : fails(translated(code, target));
         ASSERT_EQ(outcome_of([] { return status(u"C:\\l"); }), expected) << code;
         ASSERT_EQ(outcome_of([] { return target_status_bridge(L"C:\\l"); }), expected) << code;
         ASSERT_EQ(outcome_of([] { return status_express_light(u"C:\\l"); }),
@@ -104,7 +85,8 @@ TEST(StatusCodes, OfAFailedQueryFurtherOn)
     machine.add_symbolic_link(u"C:\\n", u"t").add_file(u"C:\\t", "1");
     for (DWORD const code : decisive_codes) {
         auto const fault = machine.fail_every_call_on_name("GetFileAttributesExW", u"C:\\n", code);
-        outcome const expected = says_missing(code) ? missing() : fails(told(code, uR"(\\?\C:\n)"));
+        outcome const expected =
+            says_missing(code) ? missing() : fails(translated(code, uR"(\\?\C:\n)"));
         ASSERT_EQ(outcome_of([] { return target_status_bridge(L"C:\\l"); }), expected) << code;
         ASSERT_EQ(outcome_of([] { return status(u"C:\\l"); }), expected) << code;
         ASSERT_TRUE(fault.fired()) << code;
@@ -122,7 +104,7 @@ TEST(StatusCodes, OfAFailedQueryOfATargetOnAMappedDrive)
     for (DWORD code = 1; code <= last_code; ++code) {
         auto const fault = machine.fail_every_call_on_name("GetFileAttributesExW", u"X:\\t", code);
         ASSERT_EQ(outcome_of([] { return target_status_bridge(L"X:\\l"); }),
-                  says_missing(code) ? own : fails(told(code, uR"(\\?\X:\t)")))
+                  says_missing(code) ? own : fails(translated(code, uR"(\\?\X:\t)")))
             << code;
         ASSERT_TRUE(fault.fired()) << code;
     }
@@ -136,7 +118,7 @@ TEST(StatusCodes, OfAFailedQueryOfTheLinkOnAMappedDrive)
     for (DWORD const code : {0U, 2U, 3U, 5U, 123U, 32U}) {
         auto const fault = machine.fail_every_call_on_name("GetFileAttributesExW", u"X:\\l", code);
         EXPECT_EQ(outcome_of([] { return target_status_bridge(L"X:\\l"); }),
-                  fails(told(code, u"X:\\l")))
+                  fails(translated(code, u"X:\\l")))
             << code;
         EXPECT_TRUE(fault.fired());
     }
@@ -157,7 +139,7 @@ TEST(StatusCodes, OfALinkThatCannotBeRead)
                       answers(shortened(*own.answer)))
                 << code;
             ASSERT_EQ(outcome_of([] { return target_status_bridge(L"C:\\l"); }),
-                      fails(told(code, u"C:\\l")))
+                      fails(translated(code, u"C:\\l")))
                 << code;
             ASSERT_TRUE(fault.fired());
         }
@@ -173,7 +155,7 @@ TEST(StatusCodes, OfAFailedQueryOfALinkOnAShare)
     for (DWORD code = 0; code <= last_code; ++code) {
         auto const fault = machine.fail_every_call_on("GetFileAttributesExW", code);
         ASSERT_EQ(outcome_of([] { return target_status_bridge(LR"(\\s\h\l)"); }),
-                  fails(told(code, uR"(\\s\h\l)")))
+                  fails(translated(code, uR"(\\s\h\l)")))
             << code;
         ASSERT_TRUE(fault.fired());
     }
@@ -428,9 +410,9 @@ TEST(StatusJournal, ExpressTakesTheTextAsItStands)
     for (std::u16string const path : {u"f", u"C:/d/f", u"C:\\d\\.\\f", u"C:\\d\\\\f", u"..\\d\\f",
                                       u"C:f", u"\\d\\f", uR"(\\?\C:\d\f)", uR"(\\.\C:\d\f)"}) {
         machine.clear_journal();
-        EXPECT_EQ(status_express_light(path).get_size(), 2U) << test_support::printable(path);
+        EXPECT_EQ(status_express_light(path).get_size(), 2U) << printable(path);
         EXPECT_EQ(calls_with_arguments(machine),
-                  lines{"GetFileAttributesExW(" + test_support::printable(path) + ")"});
+                  lines{"GetFileAttributesExW(" + printable(path) + ")"});
     }
 }
 
@@ -441,7 +423,7 @@ TEST(StatusCalls, ExpressRefusesLongTextsWithoutARoot)
     for (char16_t const *head : {u"f", u"\\f", u"C:f", u"\\\\.\\f", u"\\\\s"}) {
         std::u16string const text = of_size(head, 260);
         EXPECT_EQ(outcome_of([&] { return status_express_light(text); }), fails(expected))
-            << test_support::printable(head);
+            << printable(head);
     }
     EXPECT_EQ(calls_with_arguments(machine), lines{});
     EXPECT_EQ(outcome_of([] { return status_express_light(of_size(u"f", 255)); }), missing_light());
@@ -464,7 +446,7 @@ TEST(StatusCalls, AnExpansionThatFails)
     machine.add_file(u"C:\\f").keep_journal(false);
     for (DWORD code = 1; code <= last_code; ++code) {
         auto const fault = machine.fail_every_call_on("GetFullPathNameW", code);
-        outcome const expected = says_missing(code) ? missing() : fails(told(code, u"C:\\f"));
+        outcome const expected = says_missing(code) ? missing() : fails(translated(code, u"C:\\f"));
         ASSERT_EQ(outcome_of([] { return status(u"C:\\f"); }), expected) << code;
         ASSERT_EQ(outcome_of([] { return symlink_status(u"C:\\f"); }), expected) << code;
         ASSERT_TRUE(fault.fired());
@@ -501,7 +483,7 @@ void expect_each_failing_call(query_case const &row)
         auto const fault = machine.fail_call(nth, 1117);
         EXPECT_EQ(row.run(), expected) << row.name << ", failing call " << nth;
         EXPECT_TRUE(fault.fired()) << row.name << ", failing call " << nth;
-        detail::expect_nothing_open(machine, row.name + std::to_string(nth));
+        expect_nothing_open(machine, row.name + std::to_string(nth));
         ++nth;
     }
     simulated_machine machine;
@@ -513,9 +495,9 @@ void expect_each_failing_call(query_case const &row)
 
 TEST(StatusCalls, EachCallThatFails)
 {
-    test_support::record const end{0x8000, 0x1000 | 0666, 2, 3, 1, 2};
-    test_support::record const link{0x8000, 0x4000 | 0666, 5, 6, 4, 0};
-    test_support::record self = link;
+    record const end{0x8000, 0x1000 | 0666, 2, 3, 1, 2};
+    record const link{0x8000, 0x4000 | 0666, 5, 6, 4, 0};
+    record self = link;
     self.type = file_status::symlink_file;
     outcome const told_link = fails(system_error(1117, u"C:\\l"));
     outcome const told_end = fails(system_error(1117, uR"(\\?\C:\t)"));
@@ -553,7 +535,7 @@ TEST(StatusCalls, ALinkThatVanishes)
             auto const gone = machine.before_call(function, 1, [&] { machine.remove(u"C:\\l"); });
             seen = outcome_of([] { return status(u"C:\\l"); });
             EXPECT_TRUE(gone.fired());
-            detail::expect_nothing_open(machine, function);
+            expect_nothing_open(machine, function);
         }
         if (is_read) // an open handle goes on reading what was there
             EXPECT_EQ(seen.answer->size, 2U);
@@ -629,7 +611,7 @@ TEST(ExistsCodes, OfAFailedQuery)
     for (DWORD code = 1; code <= last_code; ++code) {
         auto const fault = machine.fail_every_call_on("GetFileAttributesExW", code);
         auto const search = machine.fail_every_call_on("FindFirstFileW", 5); // asked for code 32
-        auto const expected = says_no(code) ? std::nullopt : std::optional(told(code, u"f"));
+        auto const expected = says_no(code) ? std::nullopt : std::optional(translated(code, u"f"));
         bool found = false, found_object = false;
         ASSERT_EQ(failure_of([&] { found = exists(u"f"); }), expected) << code;
         ASSERT_EQ(failure_of([&] { found_object = exists(upath(u"f")); }), expected) << code;
@@ -647,7 +629,7 @@ TEST(ExistsCodes, BehindALink)
         for (DWORD code = 1; code <= last_code; ++code) {
             auto const fault = machine.fail_every_call_on(function, code);
             auto const expected =
-                says_no(code) ? std::nullopt : std::optional(told(code, u"C:\\l"));
+                says_no(code) ? std::nullopt : std::optional(translated(code, u"C:\\l"));
             bool found = false;
             ASSERT_EQ(failure_of([&] { found = exists(u"C:\\l"); }), expected) << code;
             ASSERT_FALSE(found) << code;
@@ -662,7 +644,7 @@ TEST(ExistsCodes, AFailureWithoutACodeIsOneAllTheSame)
     simulated_machine machine;
     machine.add_file(u"C:\\f");
     auto const fault = machine.fail_every_call_on("GetFileAttributesExW", 0);
-    EXPECT_EQ(failure_of([] { exists(u"C:\\f"); }), told(ERROR_GEN_FAILURE, u"C:\\f"));
+    EXPECT_EQ(failure_of([] { exists(u"C:\\f"); }), translated(ERROR_GEN_FAILURE, u"C:\\f"));
     EXPECT_TRUE(fault.fired());
 }
 
@@ -674,10 +656,10 @@ TEST(ExistsCodes, AFileThatRefusesEveryOpeningIsThere)
     auto const attributes = machine.fail_every_call_on("GetFileAttributesExW", 32);
     auto const opening = machine.fail_every_call_on("CreateFileW", 32);
     EXPECT_TRUE(exists(uR"(C:\d\pagefile.sys)"));
-    EXPECT_EQ(failure_of([] { exists(uR"(C:\d\missing)"); }), told(32, uR"(C:\d\missing)"))
+    EXPECT_EQ(failure_of([] { exists(uR"(C:\d\missing)"); }), translated(32, uR"(C:\d\missing)"))
         << "its directory knows no such file";
     EXPECT_EQ(outcome_of([] { return status(uR"(C:\d\pagefile.sys)"); }),
-              fails(told(32, uR"(C:\d\pagefile.sys)")))
+              fails(translated(32, uR"(C:\d\pagefile.sys)")))
         << "the record has times that nobody tells";
 }
 

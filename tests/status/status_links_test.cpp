@@ -7,34 +7,15 @@
 #include "access/walking.hpp"
 #include "links/reparse_bytes.hpp"
 #include "status/outcomes.hpp"
-#include "support/text.hpp"
+#include "support/calls.hpp"
 
 namespace fl::filesystem {
 namespace {
 
-using detail::too_many_links;
+using namespace test_support;
 using detail::windows::target_status_bridge;
-using simulation::flavour;
-using simulation::simulated_machine;
-using test_support::answers;
-using test_support::bare;
-using test_support::denied;
-using test_support::dfs_tag;
-using test_support::fails;
 using test_support::failure;
-using test_support::failure_of;
-using test_support::invalid_argument;
-using test_support::invalid_character;
-using test_support::missing;
-using test_support::missing_light;
-using test_support::not_found;
 using test_support::outcome;
-using test_support::outcome_of;
-using test_support::record;
-using test_support::shortened;
-using test_support::symlink_tag;
-using test_support::system_error;
-using test_support::wide;
 
 constexpr std::uint32_t unknown_tag = 0x80000123; // Microsoft's by its number, and nobody's
 constexpr char const *unknown_data = "0123456789abcdef0123";
@@ -258,7 +239,7 @@ TEST(StatusTable, EachQueryOfEachObject)
         EXPECT_EQ(outcome_of([&] { return target_status_bridge(wide(path)); }),
                   expected(row.target_status, of, row))
             << row.why;
-        detail::expect_nothing_open(machine, row.why);
+        expect_nothing_open(machine, row.why);
     }
 }
 
@@ -284,7 +265,7 @@ TEST(StatusTable, ExistsAsTheSystemFollows)
         EXPECT_EQ(failure_of([&] { found_object = exists(upath(path)); }), refusal) << row.why;
         EXPECT_EQ(found, row.exists == existence::yes) << row.why;
         EXPECT_EQ(found_object, found) << row.why;
-        detail::expect_nothing_open(machine, row.why);
+        expect_nothing_open(machine, row.why);
     }
 }
 
@@ -326,7 +307,7 @@ TEST(StatusLinks, AMountPointAtADirectoryOfTheVolumeIsAJunction)
 // A link without any text, which isn't a volume either.
 TEST(StatusLinks, WithoutATextAnswerForThemselves)
 {
-    for (std::uint32_t const tag : {symlink_tag, test_support::mount_point_tag}) {
+    for (std::uint32_t const tag : {symlink_tag, mount_point_tag}) {
         simulated_machine machine;
         machine.add_reparse_point(u"C:\\l", tag,
                                   tag == symlink_tag ? simulation::symbolic_link_data(u"", u"", 1)
@@ -389,8 +370,8 @@ void add_chain(simulated_machine &machine, int links, bool are_junctions = false
                flavour is = flavour::file)
 {
     for (int i = 1; i <= links; ++i) {
-        std::u16string const number = test_support::units(std::to_wstring(i));
-        std::u16string const next = test_support::units(std::to_wstring(i + 1));
+        std::u16string const number = units(std::to_wstring(i));
+        std::u16string const next = units(std::to_wstring(i + 1));
         std::u16string const target = i == links ? u"C:\\end" : u"C:\\l" + next;
         if (are_junctions)
             machine.add_junction(u"C:\\l" + number, target);
@@ -641,7 +622,7 @@ TEST(StatusLinks, WhatTheCallerMayNotRead)
 {
     simulated_machine machine;
     machine.add_symbolic_link(u"C:\\l", u"t").add_file(u"C:\\t", "12");
-    machine.deny(u"C:\\l", simulation::right::read_extended_attributes);
+    machine.deny(u"C:\\l", right::read_extended_attributes);
     record const own = stamp(machine, u"C:\\l", 1, 2, regular);
     EXPECT_EQ(outcome_of([] { return status(u"C:\\l"); }), answers(own));
     EXPECT_EQ(outcome_of([] { return symlink_status(u"C:\\l"); }), answers(own));

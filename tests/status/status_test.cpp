@@ -4,32 +4,16 @@
 
 #include "status/outcomes.hpp"
 #include "support/attributes_for_now.hpp"
-#include "support/text.hpp"
+#include "support/names.hpp"
 #include "support/workspace.hpp"
 
 #include <windows.h>
 
-#include <gtest/gtest.h>
-
 namespace fl::filesystem {
 namespace {
 
-using test_support::answers;
-using test_support::attributes_for_now;
-using test_support::fails;
-using test_support::instant;
-using test_support::invalid_argument;
-using test_support::invalid_character;
-using test_support::missing;
-using test_support::missing_light;
-using test_support::of_size;
+using namespace test_support;
 using test_support::outcome;
-using test_support::outcome_of;
-using test_support::printable;
-using test_support::record;
-using test_support::shortened;
-using test_support::wide;
-using test_support::workspace;
 
 instant instant_of(FILETIME const &time)
 {
@@ -164,7 +148,7 @@ TEST(Status, OfAttributes)
     for (attribute_case const &row : cases) {
         attributes_for_now const set(path, row.attributes);
         unsigned int expected = row.perms;
-        if (test_support::runs_under_wine()) // which may add this one by itself
+        if (runs_under_wine()) // which may add this one by itself
             expected |= (::GetFileAttributesW(wide(path).c_str()) & 0x20) != 0 ? 0x1000U : 0U;
         expect_present(path, record_by_the_system(path, regular, expected), "attributes");
     }

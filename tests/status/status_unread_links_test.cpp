@@ -5,23 +5,14 @@
 #include <fl/filesystem/windows.hpp>
 
 #include "status/outcomes.hpp"
-
-#include <simulation/machine.hpp>
-
-#include <gtest/gtest.h>
-
-#include <string>
+#include "support/calls.hpp"
 
 namespace fl::filesystem {
 namespace {
 
+using namespace test_support;
 using detail::windows::target_status_bridge;
-using simulation::simulated_machine;
-using test_support::answers;
 using test_support::outcome;
-using test_support::outcome_of;
-using test_support::record;
-using test_support::shortened;
 
 /// C:\l leads to C:\m, that to C:\n, and that to the file C:\t.
 void add_links(simulated_machine &machine)
@@ -66,7 +57,7 @@ TEST(StatusOfUnreadLinks, WhoseDataTheCallerMayNotSee)
     for (std::u16string const unread : {u"C:\\m", u"C:\\n"}) {
         simulated_machine machine;
         add_links(machine);
-        machine.deny(unread, simulation::right::read_extended_attributes);
+        machine.deny(unread, right::read_extended_attributes);
         expect_record_of(unread);
     }
 }
@@ -81,7 +72,7 @@ TEST(StatusOfUnreadLinks, TheFirstFailsWithoutACode)
         record const own = plain_record_of(u"C:\\l");
         EXPECT_EQ(outcome_of([] { return status(u"C:\\l"); }), answers(own)) << function;
         EXPECT_EQ(outcome_of([] { return target_status_bridge(L"C:\\l"); }),
-                  answers(test_support::bare(file_status::file_not_found)))
+                  answers(bare(file_status::file_not_found)))
             << function;
         EXPECT_TRUE(fault.fired()) << function;
     }

@@ -92,6 +92,24 @@ inline failure exists(std::u16string const &path)
                  path);
 }
 
+inline failure not_directory(std::u16string const &path)
+{
+    return about(fl::filesystem::fsys_excp_not_directory_error, "fl:filesystem:NotDirectoryError",
+                 path);
+}
+
+inline failure not_empty(std::u16string const &path)
+{
+    return about(fl::filesystem::fsys_excp_directory_not_empty, "fl:filesystem:DirectoryNotEmpty",
+                 path);
+}
+
+inline failure file_is_directory(std::u16string const &path)
+{
+    return about(fl::filesystem::fsys_excp_file_is_directory, "fl:filesystem:FileIsDirectory",
+                 path);
+}
+
 inline failure not_found(std::u16string const &path)
 {
     return about(fl::filesystem::fsys_excp_path_not_found, "fl:filesystem:PathNotFound", path);
@@ -108,10 +126,12 @@ inline failure too_large(std::u16string const &path)
                  path);
 }
 
-/// As the translation of a code with one pathname makes it.
-inline failure system_error(unsigned int code, std::u16string const &path)
+/// As the translation of a code makes it that names nobody to blame, for one pathname or two.
+inline failure system_error(unsigned int code, std::u16string const &path,
+                            std::u16string const &second = {})
 {
-    return {fl::filesystem::fsys_excp_system_error, "fl:filesystem:SystemError", path, {u""}, code};
+    return {
+        fl::filesystem::fsys_excp_system_error, "fl:filesystem:SystemError", path, {second}, code};
 }
 
 /// An `InvalidArgument` as the library raises most of them: without a pathname.

@@ -2,14 +2,12 @@
 
 #include <fl/filesystem/text.hpp>
 
-#include <simulation/machine.hpp>
-
-#include <gtest/gtest.h>
+#include "support/calls.hpp"
 
 namespace fl::filesystem {
 namespace {
 
-using simulation::simulated_machine;
+using namespace test_support;
 
 TEST(SystemMessageCalls, AreThoseOfTheSystem)
 {

@@ -4,24 +4,20 @@
 
 #include <fl/filesystem/operations.hpp>
 
-#include "support/text.hpp"
+#include "support/names.hpp"
 #include "support/workspace.hpp"
-
-#include <gtest/gtest.h>
 
 #include <filesystem>
 #include <ios>
 #include <new>
 #include <stdexcept>
-#include <string>
-#include <string_view>
 #include <system_error>
 
 namespace fl::filesystem {
 namespace {
 
+using namespace test_support;
 using namespace std::string_view_literals;
-using test_support::workspace;
 
 /// The part of a description ahead of the code, as the system's words differ.
 std::string ahead_of_code(std::string const &line)

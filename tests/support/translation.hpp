@@ -1,22 +1,13 @@
-#ifndef FL_FILESYSTEM_TESTS_FAILURE_TRANSLATION_HPP
-#define FL_FILESYSTEM_TESTS_FAILURE_TRANSLATION_HPP
+#ifndef FL_FILESYSTEM_TESTS_SUPPORT_TRANSLATION_HPP
+#define FL_FILESYSTEM_TESTS_SUPPORT_TRANSLATION_HPP
 // What the translation of a Win32 code makes of it, told once more.
 
 #include "support/failure.hpp"
 
 namespace test_support {
 
-inline failure not_directory(std::u16string const &path)
-{
-    return about(fl::filesystem::fsys_excp_not_directory_error, "fl:filesystem:NotDirectoryError",
-                 path);
-}
-
-inline failure not_empty(std::u16string const &path)
-{
-    return about(fl::filesystem::fsys_excp_directory_not_empty, "fl:filesystem:DirectoryNotEmpty",
-                 path);
-}
+/// Beyond the last code that has a meaning of its own.
+inline constexpr unsigned int last_code = 4400;
 
 inline failure translated(unsigned int code, std::u16string const &first,
                           std::u16string const &second = {})
@@ -50,9 +41,7 @@ inline failure translated(unsigned int code, std::u16string const &first,
     case 4390:
         return invalid_argument("The file or directory is not a reparse point.");
     default:
-        failure other = system_error(code, first);
-        other.additional_path_names = {second};
-        return other;
+        return system_error(code, first, second);
     }
 }
 

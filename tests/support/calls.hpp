@@ -1,0 +1,143 @@
+#ifndef FL_FILESYSTEM_TESTS_SUPPORT_CALLS_HPP
+#define FL_FILESYSTEM_TESTS_SUPPORT_CALLS_HPP
+// For tests on the simulated machine: the calls that it was asked for, and operations under
+// which each of them fails in turn.
+
+#include "support/names.hpp"
+
+#include <simulation/machine.hpp>
+
+#include <cstdio>
+#include <initializer_list>
+
+namespace test_support {
+
+using simulation::flavour;
+using simulation::right;
+using simulation::simulated_machine;
+
+/// "function(text)" of each call so far.
+inline lines calls(simulated_machine const &machine)
+{
+    lines all;
+    for (auto const &entry : machine.journal())
+        all.push_back(entry.function + "(" + printable(entry.text) + ")");
+    return all;
+}
+
+/// One line for each call: its name, its text and then, where there are any, its
+/// numbers: `CreateFileW(C:\a) access 8 share 7 disposition 3 flags 2200000`, in
+/// hexadecimal.
+inline lines calls_with_arguments(simulated_machine const &machine)
+{
+    auto const number = [](char const *name, DWORD value) {
+        char text[40] = {};
+        std::snprintf(text, sizeof text, " %s %X", name, static_cast<unsigned int>(value));
+        return std::string(text);
+    };
+    lines all;
+    for (auto const &entry : machine.journal()) {
+        std::string line = entry.function + "(" + printable(entry.text) + ")";
+        if (entry.function == "CreateFileW")
+            line += number("access", entry.access) + number("share", entry.share) +
+                    number("disposition", entry.disposition);
+        if (entry.flags != 0)
+            line += number("flags", entry.flags);
+        all.push_back(line);
+    }
+    return all;
+}
+
+/// The same but for calls that bring the caller's pathname to its form.
+inline lines calls_on_disk(simulated_machine const &machine)
+{
+    lines all = calls_with_arguments(machine);
+    std::erase_if(all, [](std::string const &line) { return line.starts_with("GetFullPath"); });
+    return all;
+}
+
+/// The lines of `all` about one function.
+inline lines calls_of(std::string const &function, lines all)
+{
+    std::erase_if(all, [&](std::string const &line) { return !line.starts_with(function + '('); });
+    return all;
+}
+
+/// No handle, interface or apartment outlives an operation, however it ends.
+inline void expect_nothing_open(simulated_machine const &machine, std::string const &where = {})
+{
+    EXPECT_EQ(machine.open_handles(), 0) << where;
+    EXPECT_EQ(machine.find_handles(), 0) << where;
+    EXPECT_EQ(machine.live_interfaces(), 0) << where;
+    EXPECT_EQ(machine.orphaned_interfaces(), 0) << where;
+    EXPECT_EQ(machine.all_com_apartments(), 0) << where;
+}
+
+/// Calls `round` with 1, 2 and so on until it answers that nothing was broken any more, and
+/// returns how many rounds broke something: none is a failure of the test, and so is no end.
+template <typename Round>
+int for_each_nth(Round round)
+{
+    for (int nth = 1; nth <= 1000; ++nth) {
+        SCOPED_TRACE("number " + std::to_string(nth) + " is broken");
+        if (round(nth))
+            continue;
+        EXPECT_GT(nth, 1) << "nothing was broken";
+        return nth - 1;
+    }
+    ADD_FAILURE() << "it never ends";
+    return 0;
+}
+
+/// A run of an operation in which one call fails.
+struct failing_run
+{
+    simulated_machine &machine;
+    int nth; ///< which call it is
+    DWORD code;
+    simulation::fault const &fault;
+
+    /// False in the last run, in which there is no such call any more.
+    bool is_broken() const { return fault.fired(); }
+    /// What failed.
+    std::string function() const
+    {
+        return machine.journal().at(static_cast<std::size_t>(nth) - 1).function;
+    }
+};
+
+/// Runs `act` with a `failing_run` for each call that it makes and each of the codes, each time
+/// on a machine that is new and as `build` makes it, and at last for each code with no call
+/// failing. Nothing may stay open. Returns how many calls failed.
+template <typename Build, typename Act>
+int sweep(Build build, Act act, std::initializer_list<DWORD> codes = {ERROR_IO_DEVICE})
+{
+    int failed = 0;
+    for (DWORD const code : codes) {
+        SCOPED_TRACE("code " + std::to_string(code));
+        failed += for_each_nth([&](int nth) {
+            simulated_machine machine;
+            build(machine);
+            machine.clear_journal();
+            auto const fault = machine.fail_call(nth, code);
+            act(failing_run{machine, nth, code, fault});
+            expect_nothing_open(machine);
+            return fault.fired();
+        });
+    }
+    return failed;
+}
+
+/// What `act` returns under `sweep` for each call that fails in turn; the last is that of a run
+/// without a failure.
+template <typename Build, typename Act>
+auto outcomes_of_failing_calls(Build build, Act act, DWORD code = ERROR_IO_DEVICE)
+{
+    std::vector<decltype(act())> outcomes;
+    sweep(build, [&](failing_run const &) { outcomes.push_back(act()); }, {code});
+    return outcomes;
+}
+
+} // namespace test_support
+
+#endif

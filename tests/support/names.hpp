@@ -1,0 +1,29 @@
+#ifndef FL_FILESYSTEM_TESTS_SUPPORT_NAMES_HPP
+#define FL_FILESYSTEM_TESTS_SUPPORT_NAMES_HPP
+// What nearly every test includes. Tests stand in the library's namespaces, where all that
+// they share goes by its short name. What the library has a name like, too, means the
+// library's there: `exists`, `describe`, `failure` and `outcome` of the tests need a
+// using-declaration.
+
+#include "support/failure.hpp"
+#include "support/text.hpp"
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <ostream>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace test_support {
+
+using lines = std::vector<std::string>;
+using names = std::vector<std::u16string>;
+
+} // namespace test_support
+
+#endif
