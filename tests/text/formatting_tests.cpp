@@ -8,6 +8,7 @@
 #include <fmt/xchar.h>
 #endif
 
+#include <fl/filesystem/directory.hpp>
 #include <fl/filesystem/text.hpp>
 
 #include <boost/date_time/posix_time/posix_time_duration.hpp>
@@ -64,6 +65,14 @@ TEST(TextOutput, OfAPath)
     EXPECT_EQ(out.str(), "abc..|0");
 }
 
+TEST(TextOutput, OfAnEntry)
+{
+    directory_entry const entry(u"no/caf\u00E9");
+    EXPECT_EQ(narrow(entry), "no\\caf\xC3\xA9");
+    EXPECT_EQ(wide(entry), L"no\\caf\u00E9");
+    EXPECT_EQ(narrow(directory_entry()), "");
+}
+
 template <typename Value>
 concept streamable = requires(std::ostream &out, Value const &value)
 {
@@ -72,7 +81,7 @@ concept streamable = requires(std::ostream &out, Value const &value)
 
 TEST(TextOutput, TakesNoTextForAPath)
 {
-    static_assert(streamable<upath>);
+    static_assert(streamable<upath> && streamable<directory_entry>);
     static_assert(!streamable<std::u16string>, "would be written in native form");
     static_assert(!streamable<std::wstring>);
 }
@@ -176,6 +185,7 @@ TEST(TextOutput, ByFmt)
     EXPECT_EQ(fmt::format("{}", path), "C:\\caf\xC3\xA9");
     EXPECT_EQ(fmt::format("{:>6}|{:.2}", upath(u"abc"), upath(u"C:\\x")), "   abc|C:");
     EXPECT_EQ(fmt::format(L"{}", path), path.wstring());
+    EXPECT_EQ(fmt::format("{:>5}", directory_entry(u"no")), "   no");
     EXPECT_EQ(fmt::format("{}", record(file_status::directory_file, 0666, evening, 0)),
               "directory, 0666, 0 bytes, 2026-11-21 22:09:23 UTC");
     EXPECT_EQ(fmt::format("{}", file_status_light()), "not found");
@@ -197,6 +207,7 @@ TEST(TextOutput, ByStandardFormat)
     EXPECT_EQ(std::format("{}", path), "C:\\caf\xC3\xA9");
     EXPECT_EQ(std::format("{:>6}|{:.2}", upath(u"abc"), upath(u"C:\\x")), "   abc|C:");
     EXPECT_EQ(std::format(L"{}", path), path.wstring());
+    EXPECT_EQ(std::format("{:>5}", directory_entry(u"no")), "   no");
     EXPECT_EQ(std::format("{}", record(file_status::directory_file, 0666, evening, 0)),
               "directory, 0666, 0 bytes, 2026-11-21 22:09:23 UTC");
     EXPECT_EQ(std::format("{}", file_status_light()), "not found");

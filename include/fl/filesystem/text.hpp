@@ -28,6 +28,8 @@
 
 namespace fl::filesystem {
 
+class directory_entry; // in directory.hpp, which who has one has included
+
 /// Returns the system's own words for a code, in its language and without a line break, as
 /// `FormatMessageW` tells them; nothing if it has none.
 ///
@@ -349,6 +351,15 @@ std::string text_of(basic_path<Native, Portable, Traits> const &path)
     return path.string();
 }
 
+template <typename Type>
+using if_entry = std::enable_if_t<std::is_same_v<Type, directory_entry>, int>;
+
+template <typename Entry, if_entry<Entry> = 0>
+std::string text_of(Entry const &entry)
+{
+    return entry.path().string();
+}
+
 inline std::string text_of(file_status const &status)
 {
     std::string line = type_in_words(status.get_type());
@@ -398,6 +409,13 @@ std::basic_ostream<Char> &operator<<(std::basic_ostream<Char> &out,
                                      basic_path<Native, Portable, Traits> const &path)
 {
     return out << detail::text_in<Char>(path);
+}
+
+/// Writes the text of an entry's pathname, as that of a path.
+template <typename Char, typename Entry, detail::if_entry<Entry> = 0>
+std::basic_ostream<Char> &operator<<(std::basic_ostream<Char> &out, Entry const &entry)
+{
+    return out << detail::text_in<Char>(entry);
 }
 
 /// Writes type, permissions and attributes, size, and time of the last write.
@@ -453,6 +471,11 @@ struct std::formatter<fl::filesystem::upath, Char>
 {
 };
 template <typename Char>
+struct std::formatter<fl::filesystem::directory_entry, Char>
+    : fl::filesystem::detail::standard_formatter<fl::filesystem::directory_entry, Char>
+{
+};
+template <typename Char>
 struct std::formatter<fl::filesystem::file_status, Char>
     : fl::filesystem::detail::standard_formatter<fl::filesystem::file_status, Char>
 {
@@ -505,6 +528,7 @@ struct fmt_formatter : fmt::formatter<fmt::basic_string_view<Char>, Char>
     };
 
 FL_FILESYSTEM_FMT_FORMATTER(upath, upath)
+FL_FILESYSTEM_FMT_FORMATTER(directory_entry, directory_entry)
 FL_FILESYSTEM_FMT_FORMATTER(file_status, file_status)
 FL_FILESYSTEM_FMT_FORMATTER(file_status_light, file_status_light)
 FL_FILESYSTEM_FMT_FORMATTER(FsysExceptionBase, FsysExceptionBase)
