@@ -8,6 +8,9 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
+#include <cstdint>
+#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
@@ -29,6 +32,7 @@ namespace fs = fl::filesystem;
 using namespace fl::filesystem;
 using namespace fl::filesystem::literals;
 using options = std::filesystem::copy_options;
+using std::chrono::system_clock;
 
 // What the rows speak of.
 upath p, q;
@@ -43,6 +47,16 @@ wchar_t *argv[] = {nullptr, nullptr};
 std::ostream &out = std::cout;
 std::wostream &wide_out = std::wcout;
 file_status record;
+directory_entry found;
+bool goes_on(copy_progress const &)
+{
+    return true;
+}
+bool shows(removal_progress const &now)
+{
+    return now.removed < 100;
+}
+void says_nothing(copy_progress const &) {}
 
 template <typename Value>
 void use(Value const &)
@@ -55,9 +69,15 @@ struct idiom
     void (*compiled)();
 };
 
-// An expression, and statements. The formatter doesn't know that a row is code.
+// An expression, one with the type of its result, and statements. The formatter doesn't know that a
+// row is code.
 // clang-format off
 #define GIVES(...) {#__VA_ARGS__, [] { static_cast<void>(__VA_ARGS__); }}
+#define YIELDS(type, ...)                                                                          \
+    {#__VA_ARGS__, [] {                                                                            \
+         static_assert(std::is_same_v<decltype(__VA_ARGS__), type>);                               \
+         static_cast<void>(__VA_ARGS__);                                                           \
+     }}
 #define DOES(...) {#__VA_ARGS__, [] { __VA_ARGS__; }}
 
 constexpr idiom accepted[] = {
@@ -206,6 +226,36 @@ constexpr idiom accepted[] = {
     GIVES(space(u"C:/").free),
     GIVES(read_symlink(p) / u"name"),
 
+    YIELDS(bool, is_directory(p)),
+    YIELDS(bool, is_directory(u"C:/dir")),
+    YIELDS(bool, is_regular_file(p / u"name")),
+    YIELDS(bool, is_regular_file(text)),
+    YIELDS(bool, is_symlink(p) || is_junction(p)),
+    YIELDS(bool, is_other(p)),
+    YIELDS(bool, is_empty(p)),
+    YIELDS(bool, exists(p) && !is_empty(p)),
+    YIELDS(std::uint64_t, file_size(p)),
+    YIELDS(std::uint64_t, file_size(u"C:/dir/name")),
+    YIELDS(std::uint64_t, hard_link_count(p)),
+    YIELDS(upath, read_shortcut(p)),
+    YIELDS(std::u16string, read_shortcut(u"name.lnk")),
+    YIELDS(upath, temp_directory_path()),
+    YIELDS(upath, temp_directory_path() / u"name"),
+
+    // times
+    YIELDS(file_time_type, last_write_time(p)),
+    YIELDS(bool, last_write_time(p) > last_write_time(q)),
+    YIELDS(bool, last_write_time(p) < system_clock::now() - std::chrono::hours(24)),
+    YIELDS(std::time_t, system_clock::to_time_t(last_write_time(p))),
+    DOES(last_write_time(p, last_write_time(q))),
+    DOES(last_write_time(p, system_clock::now())),
+    DOES(last_write_time(p, file_time_type::clock::now())),
+    DOES(last_write_time(u"C:/dir/name", system_clock::now() - std::chrono::seconds(1))),
+    DOES(last_write_time(p, system_clock::from_time_t(0))),
+    DOES(last_write_time(p, last_write_time(p) + std::chrono::hours(1))),
+    YIELDS(file_time_type, to_file_time(status(p).get_mtime())),
+    YIELDS(boost::posix_time::ptime, to_ptime(last_write_time(p))),
+
     // made one of another
     GIVES(absolute(p)),
     GIVES(absolute(p, q)),
@@ -245,6 +295,37 @@ constexpr idiom accepted[] = {
     GIVES(std::count_if(directory_iterator(p), directory_iterator(),
                         [](directory_entry const &entry) { return entry.is_symlink(); })),
 
+    YIELDS(directory_entry const &, *directory_iterator(p)),
+    DOES(std::ranges::for_each(directory_iterator(p), [](directory_entry const &) {})),
+    YIELDS(std::ptrdiff_t, std::ranges::count_if(directory_iterator(p),
+                                                 &directory_entry::is_symlink)),
+    DOES(recursive_directory_iterator walk(p); if (walk.depth() > 2) walk.pop()),
+
+    // an entry
+    YIELDS(directory_entry, directory_entry(p)),
+    YIELDS(upath const &, found.path()),
+    YIELDS(std::u16string, found.filename()),
+    YIELDS(upath, found.path() / u"name"),
+    YIELDS(bool, found.path().extension() == u"txt"),
+    YIELDS(bool, found.exists() && (found.is_directory() || found.is_regular_file())),
+    YIELDS(bool, found.is_symlink() || found.is_junction() || found.is_other()),
+    YIELDS(std::uint64_t, found.file_size()),
+    YIELDS(file_time_type, found.last_write_time()),
+    YIELDS(file_status, found.status()),
+    YIELDS(file_status, found.symlink_status()),
+    YIELDS(std::uint32_t, found.attributes()),
+    DOES(found.refresh()),
+    DOES(upath path = found; use(path)),
+    YIELDS(bool, exists(found)),
+    YIELDS(bool, is_empty(found)),
+    YIELDS(std::uint64_t, hard_link_count(found)),
+    YIELDS(upath, relative(found, p)),
+    YIELDS(bool, found == directory_entry(p) || found < directory_entry(q)),
+    YIELDS(std::ostream &, out << found << '\n'),
+    YIELDS(std::wostream &, wide_out << found),
+    GIVES(std::ifstream(to_standard(found))),
+    DOES(std::set<directory_entry> entries; entries.insert(found)),
+
     // made, changed, removed
     DOES(create_directory(p)),
     DOES(create_directories(p / u"a/b")),
@@ -272,6 +353,29 @@ constexpr idiom accepted[] = {
     DOES(create_shortcut(p, u"name.lnk")),
     DOES(permissions(p, file_status::perms_add | file_status::owner_write)),
 
+    DOES(create_directory(p, q)),
+    DOES(create_directory(p, u"C:/like")),
+    YIELDS(bool, ensure_directories(p)),
+    YIELDS(bool, ensure_directories(p.parent())),
+    DOES(resize_file(p, 0)),
+    DOES(create_hard_link(p, q)),
+    DOES(create_hard_link(p, u"name")),
+    DOES(create_directory_symlink(p, q)),
+    DOES(create_directory_symlink(u"target", p)),
+    DOES(create_junction(p, q)),
+    DOES(create_junction(u"C:/dir", p)),
+    YIELDS(removal_report, remove_all(p, removal_options())),
+    YIELDS(std::uint64_t, remove_all(p, removal_options()).removed()),
+    YIELDS(bool, remove_all(u"C:/dir", removal_options().clear_read_only()).is_complete()),
+    YIELDS(removal_report, remove_all(p, removal_options().on_progress(shows))),
+    DOES(removal_report const report = remove_all(p, removal_options().keep_going());
+         for (failure const &left : report.failures()) out << left.describe() << '\n'),
+    YIELDS(bool, copy(p, q, options::recursive, goes_on)),
+    YIELDS(bool, copy(p, u"C:/backup", options::none, goes_on)),
+    YIELDS(bool, copy(u"from", u"to", options::recursive, goes_on)),
+    DOES(if (!copy(p, q, options::recursive,
+                   [](copy_progress const &now) { return now.names < 100; })) remove_all(q)),
+
     // together with the standard library
     GIVES(std::ifstream(to_standard(p))),
     DOES(std::ofstream file(to_standard(p), std::ios::binary); file << utf8),
@@ -287,6 +391,19 @@ constexpr idiom accepted[] = {
     DOES(try { remove(p); } catch (FsysExceptionBase const &e) { out << e.get_path_name().size(); }),
     DOES(try { remove(p); } catch (FsysExceptionBase const &e) { out << e; }),
     DOES(try { remove(p); } catch (std::exception const &e) { out << describe(e) << '\n'; }),
+    DOES(outcome<std::uint64_t> size = attempt([] { return file_size(p); }); use(size.value_or(0))),
+    DOES(if (auto const size = attempt([] { return file_size(p); })) use(*size)),
+    DOES(if (auto const moved = attempt([] { rename(p, q); }); !moved)
+             out << moved.error().describe() << '\n'),
+    DOES(auto const made = attempt([] { create_directory(p); });
+         if (!made && made.error().id() != fsys_excp_file_exists_error) made.value()),
+    DOES(use(attempt([] { return status(p); })->get_size())),
+    DOES(upath path = *attempt([] { return absolute(p); }) / u"name"; use(path)),
+    DOES(std::vector<failure> failures; failures.push_back(attempt([] { remove(p); }).error())),
+    DOES(throw_last_error(5, p)),
+    DOES(throw_last_error(5, u"C:/dir")),
+    DOES(throw_last_error(17, p, q)),
+    DOES(throw_last_error(17, p, u"C:/dir")),
 };
 // clang-format on
 
@@ -323,6 +440,10 @@ constexpr bool can_be_written(Row)
                                               std::istream in) { __VA_ARGS__; } {}),               \
             why                                                                                    \
     }
+
+/// An entry, of a type that depends on the row's own.
+template <typename Path>
+using entry_of = std::conditional_t<std::is_void_v<Path>, void, directory_entry>;
 
 constexpr refusal refused[] = {
     REFUSED("upath path = u\"C:/dir\"",
@@ -378,7 +499,43 @@ constexpr refusal refused[] = {
             other = p),
     REFUSED("exists(p, error_code)", "failures are exceptions, with the pathname in them",
             fs::exists(p, std::declval<std::error_code &>())),
+    REFUSED("file_size(p, error_code)", "attempt([&] { return file_size(p); })",
+            file_size(p, std::declval<std::error_code &>())),
+    REFUSED("directory_iterator(p, error_code)", "attempt, or skip_permission_denied",
+            directory_iterator(p, std::declval<std::error_code &>())),
     REFUSED("rename(p, nullptr)", "no text", fs::rename(p, nullptr)),
+    REFUSED("if (create_directory(p))",
+            "one that is there is a FileExistsError; ensure_directories(p)",
+            bool(fs::create_directory(p))),
+    REFUSED("if (create_directories(p))",
+            "one that is there is a FileExistsError; ensure_directories(p)",
+            bool(fs::create_directories(p))),
+    REFUSED("if (remove(p))", "what isn't there is a PathNotFound; attempt", bool(fs::remove(p))),
+    REFUSED("count = remove_all(p)", "remove_all(p, removal_options()).removed()",
+            std::uint64_t(fs::remove_all(p))),
+    REFUSED("remove_all(p, callback)", "remove_all(p, removal_options().on_progress(callback))",
+            fs::remove_all(p, shows)),
+    REFUSED("copy(p, q, options, [](copy_progress const &) {})", "is it to go on?",
+            fs::copy(p, q, options::none, says_nothing)),
+    REFUSED("last_write_time(p, std::filesystem::last_write_time(other))",
+            "another clock, which begins elsewhere on each system; last_write_time(upath(other))",
+            fs::last_write_time(p, std::filesystem::last_write_time(other))),
+    REFUSED("is_block_file(p)", "nothing here is one; is_other(p)", is_block_file(p)),
+    REFUSED("proximate(p, q)", "relative(p, q) throws, or tells the absolute pathname",
+            proximate(p, q)),
+    REFUSED("std::string text = attempt(...)", "there may be none; *attempt(...), value_or",
+            requires std::is_convertible_v<outcome<bytes>, bytes>),
+    REFUSED("entry.replace_filename(u\"name\")",
+            "an entry is what was found; rename, directory_entry",
+            entry_of<upath>().replace_filename(text)),
+    REFUSED("entry.assign(p)", "entry = directory_entry(p)", entry_of<upath>().assign(p)),
+    REFUSED("directory_entry entry = p", "asks the disk; directory_entry(p)",
+            requires std::is_convertible_v<upath, directory_entry>),
+    REFUSED("entry.path() = p", "as before", entry_of<upath>().path() = p),
+    REFUSED("entry.hard_link_count()", "no listing tells it; hard_link_count(entry)",
+            entry_of<upath>().hard_link_count()),
+    REFUSED("std::u16string text = entry", "entry.path().native(), entry.filename()",
+            requires std::is_convertible_v<entry_of<upath>, units>),
 };
 
 TEST(Idioms, RefusedOnesDoNotCompile)
@@ -399,6 +556,18 @@ constexpr refusal written_otherwise[] = {
     REFUSED("", "", std::filesystem::exists(to_standard(p))),
     REFUSED("", "", other = to_standard(p)),
     REFUSED("", "", requires std::is_convertible_v<units, upath>),
+    REFUSED("", "", bool(fs::ensure_directories(p))),
+    REFUSED("", "", std::uint64_t(fs::remove_all(p, removal_options()).removed())),
+    REFUSED("", "", fs::remove_all(p, removal_options().on_progress(shows))),
+    REFUSED("", "", fs::copy(p, q, options::none, goes_on)),
+    REFUSED("", "", fs::last_write_time(p, last_write_time(upath(other)))),
+    REFUSED("", "", is_other(p)),
+    REFUSED("", "", relative(p, q)),
+    REFUSED("", "", file_size(p)),
+    REFUSED("", "", directory_iterator(p, directory_options::none)),
+    REFUSED("", "", entry_of<upath>() = directory_entry(p)),
+    REFUSED("", "", hard_link_count(entry_of<upath>())),
+    REFUSED("", "", units(entry_of<upath>().filename())),
 };
 
 TEST(Idioms, WrittenOtherwiseDoCompile)
@@ -408,6 +577,7 @@ TEST(Idioms, WrittenOtherwiseDoCompile)
 }
 
 #undef GIVES
+#undef YIELDS
 #undef DOES
 #undef REFUSED
 

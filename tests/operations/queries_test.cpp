@@ -153,6 +153,9 @@ TEST(LastWriteTime, IsReadAndSet)
     EXPECT_EQ(to_ptime(past), boost::posix_time::ptime(boost::gregorian::date(2000, 1, 1)));
     last_write_time(upath(file), to_file_time(to_ptime(past) + boost::posix_time::seconds(2)));
     EXPECT_EQ(last_write_time(file), past + std::chrono::seconds(2));
+    last_write_time(file, std::chrono::time_point_cast<std::chrono::nanoseconds>(past) +
+                              std::chrono::nanoseconds(199));
+    EXPECT_EQ(last_write_time(file), past + file_time_type::duration(1)) << "cut";
     last_write_time(work.root(), past);
     EXPECT_EQ(last_write_time(work.root()), past) << "a directory has one, too";
     EXPECT_EQ(failure_of([&] { last_write_time(work.path(u"no"), past); }),

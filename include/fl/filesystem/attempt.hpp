@@ -9,6 +9,7 @@
 
 #include <fl/filesystem/config.hpp>
 #include <fl/filesystem/exceptions.hpp>
+#include <fl/filesystem/mixed_arguments.hpp>
 #include <fl/filesystem/path.hpp>
 #include <fl/filesystem/text.hpp>
 
@@ -217,6 +218,13 @@ auto attempt(Call &&call) -> outcome<std::decay_t<std::invoke_result_t<Call>>>
                                                      upath const &second);
 [[noreturn]] FL_FILESYSTEM_API void
 throw_last_error(unsigned int error_code, std::u16string const &p, std::u16string const &second);
+
+// With a path and a literal: see mixed_arguments.hpp.
+template <typename First, typename Second, detail::if_mixed<First, Second> = 0>
+[[noreturn]] void throw_last_error(unsigned int error_code, First const &p, Second const &second)
+{
+    throw_last_error(error_code, detail::as_path(p), detail::as_path(second));
+}
 
 } // namespace fl::filesystem
 

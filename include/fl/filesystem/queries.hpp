@@ -12,8 +12,10 @@
 #include <fl/filesystem/operations.hpp>
 #include <fl/filesystem/path.hpp>
 
+#include <chrono>
 #include <cstdint>
 #include <string>
+#include <type_traits>
 
 namespace fl::filesystem {
 
@@ -110,6 +112,32 @@ namespace fl::filesystem {
 /// year 30828. Otherwise as `file_size`, but not about directories.
 FL_FILESYSTEM_API void last_write_time(upath const &p, file_time_type time);
 FL_FILESYSTEM_API void last_write_time(std::u16string const &p, file_time_type time);
+
+namespace detail {
+
+/// A time that has more digits than those of files.
+template <typename Duration>
+using if_finer = std::enable_if_t<
+    !std::is_convertible_v<std::chrono::time_point<std::chrono::system_clock, Duration>,
+                           file_time_type>,
+    int>;
+
+} // namespace detail
+
+/// The same with a time that counts in less than 100 nanoseconds, as
+/// `std::chrono::system_clock::now()` does with GCC: cut to those, so that no time moves forward.
+template <typename Duration, detail::if_finer<Duration> = 0>
+void last_write_time(upath const &p,
+                     std::chrono::time_point<std::chrono::system_clock, Duration> time)
+{
+    last_write_time(p, std::chrono::floor<file_time_type::duration>(time));
+}
+template <typename Duration, detail::if_finer<Duration> = 0>
+void last_write_time(std::u16string const &p,
+                     std::chrono::time_point<std::chrono::system_clock, Duration> time)
+{
+    last_write_time(p, std::chrono::floor<file_time_type::duration>(time));
+}
 
 /// Makes the file that `p` leads to `size` bytes long: cuts it, or adds zeros. Throws as
 /// `file_size`; a read-only file, or no right to write, is `AccessDenied`, and no room on the
