@@ -1,6 +1,4 @@
-#include "flfs/permission_words.hpp"
-#include "flfs/system.hpp"
-#include "flfs/text.hpp"
+#include "flfs/status_text.hpp"
 #include "support/workspace.hpp"
 #include "tools/run_flfs.hpp"
 
@@ -61,7 +59,7 @@ TEST(FlfsChmod, ReadOnlyAndBack)
 {
     workspace work;
     std::u16string const file = work.path(u"a.txt");
-    std::string const name = flfs::utf8_from_units(file);
+    std::string const name = fl::filesystem::to_utf8(file);
     work.make_file(file);
     for (char const *word : {"-w", "+w", "=", "=rw"}) {
         flfs_result const result = run_flfs_on_disk({"chmod", word, name});
@@ -77,8 +75,8 @@ TEST(FlfsChmod, ReadOnlyAndBack)
 TEST(FlfsChmod, AFailureDoesNotStopIt)
 {
     workspace work;
-    std::string const missing = flfs::utf8_from_units(work.path(u"no"));
-    std::string const file = flfs::utf8_from_units(work.path(u"a.txt"));
+    std::string const missing = fl::filesystem::to_utf8(work.path(u"no"));
+    std::string const file = fl::filesystem::to_utf8(work.path(u"a.txt"));
     work.make_file(work.path(u"a.txt"));
     flfs_result const result = run_flfs_on_disk({"chmod", "+w", missing, "", file});
     EXPECT_EQ(result.exit_code, 1);

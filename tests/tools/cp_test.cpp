@@ -1,4 +1,3 @@
-#include "flfs/system.hpp"
 #include "flfs/tour/disk.hpp"
 #include "support/workspace.hpp"
 #include "tools/run_flfs.hpp"

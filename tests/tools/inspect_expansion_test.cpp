@@ -1,8 +1,6 @@
 // The current directories that `inspect` goes by. Only a simulated machine lets us
 // choose them and break the call that asks for them.
 
-#include "flfs/system.hpp"
-
 #if FLFS_SYSTEM_IS_SIMULATED
 
 #include "tools/run_flfs.hpp"

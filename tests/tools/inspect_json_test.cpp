@@ -1,4 +1,3 @@
-#include "flfs/system.hpp"
 #include "tools/run_flfs.hpp"
 
 #include <gtest/gtest.h>

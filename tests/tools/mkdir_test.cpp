@@ -1,5 +1,3 @@
-#include "flfs/system.hpp"
-#include "flfs/text.hpp"
 #include "tools/run_flfs.hpp"
 
 #include <gtest/gtest.h>
@@ -56,7 +54,7 @@ protected:
     /// A pathname in the folder, as an argument.
     std::string path(std::u16string const &relative) const
     {
-        return flfs::utf8_from_units(root_ + u'\\' + relative);
+        return fl::filesystem::to_utf8(root_ + u'\\' + relative);
     }
 
     bool is_directory(std::u16string const &relative) const

@@ -1,4 +1,3 @@
-#include "flfs/system.hpp"
 #include "support/workspace.hpp"
 #include "tools/run_flfs.hpp"
 

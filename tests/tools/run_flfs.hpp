@@ -4,7 +4,8 @@
 
 #include "flfs/commands.hpp"
 #include "flfs/run.hpp"
-#include "flfs/text.hpp"
+
+#include <fl/filesystem/utf8.hpp>
 
 #include <nlohmann/json.hpp>
 
@@ -43,7 +44,7 @@ inline flfs_result run_flfs_on_disk(std::vector<std::string> const &arguments)
 /// A text as a user writes it.
 inline std::string utf8(std::u16string const &text)
 {
-    return flfs::utf8_from_units(text);
+    return fl::filesystem::to_utf8(text);
 }
 
 /// The same for a command that reports on pathnames.

@@ -1,5 +1,7 @@
 #include "flfs/text.hpp"
 
+#include <fl/filesystem/utf8.hpp>
+
 #include <gtest/gtest.h>
 
 #include <string>
@@ -38,7 +40,7 @@ TEST(FlfsText, Utf8AndUnits)
 {
     for (utf8_case const &row : utf8_cases) {
         EXPECT_EQ(flfs::units_from_utf8(row.utf8), row.units) << row.why;
-        EXPECT_EQ(flfs::utf8_from_units(row.units), row.utf8) << row.why;
+        EXPECT_EQ(fl::filesystem::to_utf8(row.units), row.utf8) << row.why;
     }
 }
 

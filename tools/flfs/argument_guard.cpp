@@ -14,16 +14,6 @@ bool is_notation(std::string const &word)
     return !word.empty() && (word.front() == '[' || word == "++" || word.front() == guard);
 }
 
-bool is_option(std::string const &word)
-{
-    return !word.empty() && word.front() == '-';
-}
-
-bool is_long_option(std::string const &word)
-{
-    return word.compare(0, 2, "--") == 0;
-}
-
 /// `--base=[dir]` with the guard ahead of the value.
 std::string with_guarded_value(std::string const &option)
 {
@@ -45,15 +35,14 @@ std::vector<std::string> protect(std::vector<std::string> const &arguments)
             options_ended = true;
             continue;
         }
-        bool const is_signed = expects_sign && is_option(argument) && !is_long_option(argument);
-        bool const needs_guard =
-            is_notation(argument) || is_signed || (options_ended && is_option(argument));
-        if (&argument != &arguments.front() && !is_long_option(argument))
+        bool const is_long = argument.starts_with("--");
+        bool const is_signed = expects_sign && argument.starts_with('-') && !is_long;
+        if (&argument != &arguments.front() && !is_long)
             expects_sign = false; // that was the word
-        if (needs_guard)
+        if (is_notation(argument) || is_signed || (options_ended && argument.starts_with('-')))
             words.push_back(guard + argument);
         else
-            words.push_back(is_long_option(argument) ? with_guarded_value(argument) : argument);
+            words.push_back(is_long ? with_guarded_value(argument) : argument);
     }
     std::reverse(words.begin(), words.end());
     return words;

@@ -2,7 +2,6 @@
 
 #include <fl/filesystem/operations.hpp>
 
-#include "flfs/argument_guard.hpp"
 #include "flfs/command.hpp"
 
 #include <array>
@@ -15,21 +14,21 @@ namespace fs = fl::filesystem;
 
 namespace {
 
+/// "yes  " and the name, or "no   ".
+answer yes_or_no(bool value, char const *key, std::u16string const &pathname)
+{
+    return {
+        (value ? "yes  " : "no   ") + shown_native(pathname) + '\n', {{key, value}}, !value, {}};
+}
+
 /// 0 for what is no letter of a mode.
 unsigned int mode_of(char letter)
 {
-    switch (letter) {
-    case 'e':
-        return fs::access_exists;
-    case 'r':
-        return fs::access_read;
-    case 'w':
-        return fs::access_write;
-    case 'x':
-        return fs::access_execute;
-    default:
-        return 0;
-    }
+    constexpr std::string_view letters = "erwx";
+    constexpr unsigned int modes[] = {fs::access_exists, fs::access_read, fs::access_write,
+                                      fs::access_execute};
+    std::size_t const at = letters.find(letter);
+    return at == letters.npos ? 0 : modes[at];
 }
 
 /// The message about `letters` that are no MODES, or none.
@@ -37,7 +36,7 @@ std::string complaint_about_modes(std::string const &letters)
 {
     for (char const letter : letters)
         if (mode_of(letter) == 0)
-            return unprotected(letters) + " is made of other letters than e, r, w and x";
+            return letters + " is made of other letters than e, r, w and x";
     return letters.empty() ? "A letter is needed: e, r, w or x" : "";
 }
 

@@ -24,9 +24,9 @@ std::string_view last_element(std::string_view word)
     return word.substr(word.find_last_of("\\/:") + 1);
 }
 
-std::u16string units_of(std::string const &word)
+std::u16string units_of(std::string_view word)
 {
-    return units_from_utf8(without_guard(word)).value();
+    return units_from_utf8(word).value(); // all arguments are UTF-8, or none is looked at
 }
 
 } // namespace
@@ -50,7 +50,7 @@ std::vector<std::u16string> option::pathnames() const
 {
     std::vector<std::u16string> pathnames;
     for (std::string const &word : raw_->results())
-        pathnames.push_back(units_of(word));
+        pathnames.push_back(units_of(without_guard(word)));
     return pathnames;
 }
 
@@ -89,7 +89,7 @@ subject together(std::vector<option> const &words)
 
 std::string complaint_about_stops(std::string const &word)
 {
-    std::string_view const name = last_element(without_guard(word));
+    std::string_view const name = last_element(word);
     if (name.empty() || name == "." || name == ".." || name.find_first_not_of(". ") != name.npos)
         return "";
     std::string meaning = "nothing";
@@ -126,7 +126,9 @@ option command::word(char const *name, char const *description, complaint about)
     option const one = optional_word(name, description);
     one.raw().required();
     if (about != nullptr)
-        one.raw().check(about, "");
+        one.raw().check(
+            [about](std::string const &word) { return about(std::string(without_guard(word))); },
+            "");
     return one;
 }
 
@@ -166,10 +168,12 @@ void command::answers(subject const &about, question asked, char const *json_hel
     });
 }
 
-void command::changes(subject const &about, change what)
+void command::changes(subject const &about, std::function<std::string(arguments const &)> make,
+                      adviser advise, bool stops_at_failure)
 {
-    on_disk(disk_use::change, [this_session = session_, about, what = std::move(what)] {
-        return make_changes(*this_session, about.rounds(), what);
+    question asked = change(std::move(make), std::move(advise), stops_at_failure);
+    on_disk(disk_use::change, [this_session = session_, about, asked = std::move(asked)] {
+        return report(*this_session, about.rounds(), output::text, asked);
     });
 }
 

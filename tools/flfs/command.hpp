@@ -3,7 +3,6 @@
 // What commands are made of: words and options, whose library takes seconds to compile and
 // is included by few of them, and what they do. Every command that answers takes `--json`.
 
-#include "flfs/changes.hpp"
 #include "flfs/report.hpp"
 
 #include <functional>
@@ -78,7 +77,9 @@ public:
     /// Asks about `about`, and describes `--json` by `json_help`.
     void answers(subject const &about, question asked,
                  char const *json_help = "Print one JSON array with an object for each PATH");
-    void changes(subject const &about, change what);
+    /// Changes the disk: see `change`.
+    void changes(subject const &about, std::function<std::string(arguments const &)> make,
+                 adviser advise = nullptr, bool stops_at_failure = false);
     /// Has it run `action`, whose result becomes the exit code, where there is a disk.
     /// Elsewhere the command is refused.
     void on_disk(disk_use use, std::function<int()> action);

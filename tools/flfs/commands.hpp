@@ -2,8 +2,6 @@
 #define FL_FLFS_COMMANDS_HPP
 // The commands. The source file of each adds it to the command line and does its work.
 
-#include "flfs/system.hpp"
-
 #include <iosfwd>
 
 namespace CLI {
@@ -11,6 +9,11 @@ class App;
 }
 
 namespace flfs {
+
+/// Elsewhere than on Windows the library runs over a Windows machine in memory. It answers
+/// questions, but nobody would find again what a command changed there: the commands on disks are
+/// refused, but for tests.
+inline constexpr bool system_is_simulated = FLFS_SYSTEM_IS_SIMULATED != 0;
 
 inline constexpr int exit_success = 0;
 inline constexpr int exit_failure = 1; ///< the library reported a failure
@@ -31,29 +34,16 @@ enum class disk_use
     change
 };
 
-// `session` must outlive `app`.
-void add_absolute_command(CLI::App &app, session &session);
-void add_access_command(CLI::App &app, session &session);
-void add_canonical_command(CLI::App &app, session &session);
-void add_cd_command(CLI::App &app, session &session);
-void add_chmod_command(CLI::App &app, session &session);
-void add_cp_command(CLI::App &app, session &session);
-void add_df_command(CLI::App &app, session &session);
-void add_exists_command(CLI::App &app, session &session);
-void add_forms_command(CLI::App &app, session &session);
-void add_inspect_command(CLI::App &app, session &session);
-void add_ln_command(CLI::App &app, session &session);
-void add_mkdir_command(CLI::App &app, session &session);
-void add_mv_command(CLI::App &app, session &session);
-void add_readlink_command(CLI::App &app, session &session);
-void add_relative_command(CLI::App &app, session &session);
-void add_resolve_command(CLI::App &app, session &session);
-void add_rm_command(CLI::App &app, session &session);
-void add_same_command(CLI::App &app, session &session);
-void add_stat_command(CLI::App &app, session &session);
-void add_tour_command(CLI::App &app, session &session);
-void add_unc_command(CLI::App &app, session &session);
-void add_where_command(CLI::App &app, session &session);
+/// Adds one command. `session` must outlive `app`.
+using add_command = void(CLI::App &app, session &session);
+
+add_command add_absolute_command, add_canonical_command, add_forms_command, add_inspect_command,
+    add_relative_command, add_unc_command;
+add_command add_access_command, add_df_command, add_exists_command, add_same_command,
+    add_stat_command;
+add_command add_chmod_command, add_cp_command, add_mkdir_command, add_mv_command, add_rm_command;
+add_command add_ln_command, add_readlink_command, add_resolve_command;
+add_command add_cd_command, add_tour_command, add_where_command;
 
 } // namespace flfs
 

@@ -105,7 +105,7 @@ void add_cp_command(CLI::App &app, session &session)
         copy_one(names, kind.word(), options());
         return may_pass_over(options()) ? "copied as far as asked for" : "copied";
     };
-    cp.changes(together({from, to}), {make, advise_on_copies});
+    cp.changes(together({from, to}), make, advise_on_copies);
 }
 
 } // namespace flfs

@@ -1,6 +1,7 @@
 #include "flfs/drawing.hpp"
 
 #include <fl/filesystem/pathname.hpp>
+#include <fl/filesystem/utf8.hpp>
 
 #include "flfs/text.hpp"
 
@@ -10,6 +11,8 @@
 
 namespace flfs {
 
+namespace detail = fl::filesystem::detail;
+
 namespace {
 
 constexpr std::size_t widest_piece = 64;
@@ -17,33 +20,25 @@ constexpr std::size_t widest_line = 100;
 constexpr std::size_t gap = 3; // between marks and label
 constexpr std::size_t label_width = 11;
 
-/// A part of the pathname, by its units.
+/// A part of the pathname, by its units, or a run of units that fits into a line.
 struct span
 {
-    std::string_view label;
     std::size_t begin;
     std::size_t end;
-};
-
-/// A run of units that fits into a line.
-struct piece
-{
-    std::size_t begin;
-    std::size_t end;
+    std::string_view label = {};
 };
 
 /// Root and parent lead the text, filename and extension end it, and the stem leads
 /// the filename. The sizes are all that is needed, and every part is in the text.
 std::vector<span> spans_of(std::u16string const &native)
 {
-    namespace detail = fl::filesystem::detail;
     std::size_t const size = native.size();
     std::size_t const filename = size - detail::extract_filename(native).size();
     std::vector<span> spans = {
-        {"root", 0, detail::extract_root_path(native).size()},
-        {"parent", 0, detail::extract_parent_path(native).size()},
-        {"stem", filename, filename + detail::extract_stem(native).size()},
-        {"extension", size - detail::extract_extension(native).size(), size}};
+        {0, detail::extract_root_path(native).size(), "root"},
+        {0, detail::extract_parent_path(native).size(), "parent"},
+        {filename, filename + detail::extract_stem(native).size(), "stem"},
+        {size - detail::extract_extension(native).size(), size, "extension"}};
     std::erase_if(spans, [](span const &one) { return one.begin == one.end; });
     return spans;
 }
@@ -77,54 +72,48 @@ bool is_among(range const (&ranges)[Count], char32_t value)
     });
 }
 
-/// How many columns `character` takes in a terminal; those of its escape, if it is
-/// shown as one.
-std::size_t width_of(character const &one)
+/// How many columns a character takes in a terminal; those of its escape, if it is shown as
+/// one.
+std::size_t width_of(char32_t point)
 {
-    std::string const bytes = displayed(one);
-    bool const is_escape = one.value != U'\\' && bytes.front() == '\\';
+    std::string const bytes = displayed(point);
+    bool const is_escape = point != U'\\' && bytes.front() == '\\';
     if (is_escape)
         return bytes.size();
-    if (is_among(combining_characters, one.value))
+    if (is_among(combining_characters, point))
         return 0;
-    return is_among(wide_characters, one.value) ? 2 : 1;
+    return is_among(wide_characters, point) ? 2 : 1;
 }
 
 /// The columns that the units from `begin` to `end` take.
 std::size_t width_of(std::u16string_view text, std::size_t begin, std::size_t end)
 {
     std::size_t width = 0;
-    while (begin < end) {
-        character const one = character_at(text, begin);
-        width += width_of(one);
-        begin += one.units;
-    }
+    for (text = text.substr(begin, end - begin); !text.empty();)
+        width += width_of(detail::take_code_point(text));
     return width;
 }
 
-std::vector<piece> pieces_of(std::u16string_view text)
+std::vector<span> pieces_of(std::u16string_view text)
 {
-    std::vector<piece> pieces;
-    std::size_t begin = 0;
+    std::vector<span> pieces = {{0, 0}};
     std::size_t width = 0;
-    for (std::size_t at = 0; at < text.size();) {
-        character const one = character_at(text, at);
-        if (width + width_of(one) > widest_piece) {
-            pieces.push_back({begin, at});
-            begin = at;
-            width = 0;
+    for (std::u16string_view rest = text; !rest.empty();) {
+        std::size_t const at = text.size() - rest.size();
+        std::size_t const columns = width_of(detail::take_code_point(rest));
+        width += columns;
+        if (width > widest_piece) {
+            pieces.push_back({at, at});
+            width = columns;
         }
-        width += width_of(one);
-        at += one.units;
+        pieces.back().end = text.size() - rest.size();
     }
-    if (begin < text.size())
-        pieces.push_back({begin, text.size()});
     return pieces;
 }
 
 /// The marks of `part` under one piece, its label at `label_column`, and its value
 /// if the line has room for it.
-std::string mark_line(std::u16string_view text, piece const &where, span const &part,
+std::string mark_line(std::u16string_view text, span const &where, span const &part,
                       std::size_t label_column)
 {
     std::size_t const begin = std::max(where.begin, part.begin);
@@ -145,15 +134,16 @@ std::string mark_line(std::u16string_view text, piece const &where, span const &
 
 std::vector<std::string> draw(std::u16string const &native)
 {
-    std::vector<piece> const pieces = pieces_of(native);
+    if (native.empty())
+        return {};
+    std::vector<span> const pieces = pieces_of(native);
     std::size_t widest = 0;
-    for (piece const &one : pieces)
+    for (span const &one : pieces)
         widest = std::max(widest, width_of(native, one.begin, one.end));
 
     std::vector<std::string> lines;
-    for (piece const &one : pieces) {
-        std::u16string_view const units = native;
-        lines.push_back(displayed(units.substr(one.begin, one.end - one.begin)));
+    for (span const &one : pieces) {
+        lines.push_back(displayed(native.substr(one.begin, one.end - one.begin)));
         for (span const &part : spans_of(native))
             if (part.begin < one.end && part.end > one.begin)
                 lines.push_back(mark_line(native, one, part, widest + gap));

@@ -14,24 +14,16 @@ namespace {
 constexpr std::string_view after_identifier = ": ";
 constexpr std::string_view before_pathname = ": {";
 
-/// The identifier alone. `what()` of an `InvalidArgument` adds to it.
-std::string identifier_of(std::string_view what)
-{
-    return std::string(what.substr(0, what.find(after_identifier)));
-}
-
-/// The message of an `InvalidArgument`, which only its `what()` tells.
+/// The message of an `InvalidArgument`, which only its `what()` tells: between the identifier
+/// and the pathname.
 std::string message_of(std::string_view what)
 {
     std::size_t const end_of_identifier = what.find(after_identifier);
     if (end_of_identifier == what.npos)
         return "The system takes no such pathname.";
-    std::string_view message = what.substr(end_of_identifier + after_identifier.size());
-    message = message.substr(0, message.find(before_pathname));
-    std::string sentence(message);
-    if (!sentence.empty() && sentence.back() != '.')
-        sentence += '.';
-    return sentence;
+    what.remove_prefix(end_of_identifier + after_identifier.size());
+    std::string sentence(what.substr(0, what.find(before_pathname)));
+    return sentence.empty() || sentence.back() == '.' ? sentence : sentence + '.';
 }
 
 std::string sentence_of(fs::FsysExceptionBase const &exception)
@@ -73,9 +65,13 @@ std::string sentence_of(fs::FsysExceptionBase const &exception)
 
 failure describe(fs::FsysExceptionBase const &exception)
 {
-    return {identifier_of(exception.what()), exception.get_excp_id(),
-            exception.get_path_name(),       exception.get_additional_path_names(),
-            exception.get_error_code(),      sentence_of(exception)};
+    std::string_view const what = exception.what(); // of an `InvalidArgument` with more behind it
+    return {std::string(what.substr(0, what.find(after_identifier))),
+            exception.get_excp_id(),
+            exception.get_path_name(),
+            exception.get_additional_path_names(),
+            exception.get_error_code(),
+            sentence_of(exception)};
 }
 
 std::optional<failure> failure_of(std::function<void()> const &action)
@@ -93,6 +89,20 @@ std::optional<failure> failure_of(std::function<void()> const &action)
                        "An extension of three characters must be ASCII here. Rename the file."};
     }
     return std::nullopt;
+}
+
+void advise(failure &what_failed, fs::fsys_excp_id id, char const *sentence)
+{
+    if (what_failed.id == id)
+        what_failed.sentence = sentence;
+}
+
+void advise_on_links(failure &what_failed)
+{
+    constexpr unsigned int privilege_not_held = 1314; // ERROR_PRIVILEGE_NOT_HELD
+    if (what_failed.code == privilege_not_held)
+        what_failed.sentence = "You have no right to make symbolic links. Turn on Windows' "
+                               "developer mode, or be an administrator.";
 }
 
 void print_failure(std::ostream &err, failure const &what_failed,

@@ -31,6 +31,12 @@ failure describe(fl::filesystem::FsysExceptionBase const &exception);
 /// that can be compared.
 std::optional<failure> failure_of(std::function<void()> const &action);
 
+/// Replaces the sentence of a failure of this class.
+void advise(failure &what_failed, fl::filesystem::fsys_excp_id id, char const *sentence);
+
+/// Replaces that of the missing right to make symbolic links.
+void advise_on_links(failure &what_failed);
+
 /// Prints `what_failed` to `err`. `arguments` are what the user wrote, which any of them could
 /// be about: they are shown where the library names no pathname.
 void print_failure(std::ostream &err, failure const &what_failed,

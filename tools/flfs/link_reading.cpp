@@ -47,39 +47,29 @@ std::uint32_t tag_of(windows::reparse_data_context const &data)
     return tag;
 }
 
-struct kind_row
+struct reparse_kind
 {
-    link_kind kind;
     windows::attrib_link_type type; ///< as the library tells it
-    bool leads_somewhere;
-    char const *description;
-    char const *identifier;
+    term kind;
+    bool leads_somewhere = true;
 };
 
-constexpr kind_row kind_rows[] = {
-    {link_kind::symbolic_link_relative, windows::link_type_symlink_relative, true,
-     "symbolic link, relative", "symbolic_link_relative"},
-    {link_kind::symbolic_link_absolute, windows::link_type_symlink_absolute, true,
-     "symbolic link, absolute", "symbolic_link_absolute"},
-    {link_kind::junction, windows::link_type_mount_point, true, "junction", "junction"},
-    {link_kind::volume_mount_point, windows::link_type_volume_mount, true, "volume mount point",
-     "volume_mount_point"},
-    {link_kind::deduplicated_file, windows::link_type_dedup_file, false,
-     "deduplicated file, no link", "deduplicated_file"},
-    {link_kind::dfs_directory, windows::link_type_dfs_directory, false, "DFS directory, no link",
-     "dfs_directory"},
-    {link_kind::other_reparse_point, windows::link_type_none, false,
-     "reparse point of another kind", "other_reparse_point"},
-    {link_kind::shortcut, windows::link_type_none, true, "shortcut",
-     "shortcut"}, // no reparse point
+constexpr reparse_kind reparse_kinds[] = {
+    {windows::link_type_symlink_relative, {"symbolic link, relative", "symbolic_link_relative"}},
+    {windows::link_type_symlink_absolute, {"symbolic link, absolute", "symbolic_link_absolute"}},
+    {windows::link_type_mount_point, {"junction", "junction"}},
+    {windows::link_type_volume_mount, {"volume mount point", "volume_mount_point"}},
+    {windows::link_type_dedup_file, {"deduplicated file, no link", "deduplicated_file"}, false},
+    {windows::link_type_dfs_directory, {"DFS directory, no link", "dfs_directory"}, false},
+    {windows::link_type_none, {"reparse point of another kind", "other_reparse_point"}, false},
 };
 
-/// The first row with this value.
-template <typename Value>
-kind_row const &row_with(Value kind_row::*member, Value value)
+constexpr term shortcut = {"shortcut", "shortcut"}; // no reparse point
+
+reparse_kind const &kind_of(windows::attrib_link_type type)
 {
-    return *std::find_if(std::begin(kind_rows), std::end(kind_rows),
-                         [=](kind_row const &row) { return row.*member == value; });
+    return *std::find_if(std::begin(reparse_kinds), std::end(reparse_kinds),
+                         [type](reparse_kind const &row) { return row.type == type; });
 }
 
 bool is_shortcut_name(std::u16string_view pathname)
@@ -96,8 +86,7 @@ link read_shortcut(std::u16string const &native, std::u16string const &absolute)
     if (FAILED(result))
         throw fs::SystemError(fs::detail::hresult_to_win32(result), native, {});
     buffer[std::size(buffer) - 1] = L'\0';
-    std::u16string const target = fs::detail::from_filesystem(buffer);
-    return {native, link_kind::shortcut, target, {}, target};
+    return {native, shortcut, fs::detail::from_filesystem(buffer), {}};
 }
 
 /// Throws what the library makes of a name that is no link.
@@ -109,14 +98,19 @@ link read_shortcut(std::u16string const &native, std::u16string const &absolute)
 
 } // namespace
 
-char const *description(link_kind kind)
+term kind_of(fs::link_hop const &hop)
 {
-    return row_with(&kind_row::kind, kind).description;
-}
-
-char const *identifier(link_kind kind)
-{
-    return row_with(&kind_row::kind, kind).identifier;
+    switch (hop.kind) {
+    case fs::link_kind::relative_symbolic_link:
+        return kind_of(windows::link_type_symlink_relative).kind;
+    case fs::link_kind::junction:
+        return kind_of(windows::link_type_mount_point).kind;
+    case fs::link_kind::shortcut:
+        return shortcut;
+    case fs::link_kind::symbolic_link:
+        break;
+    }
+    return kind_of(windows::link_type_symlink_absolute).kind;
 }
 
 link read_link(std::u16string const &pathname)
@@ -133,11 +127,11 @@ link read_link(std::u16string const &pathname)
         refuse(native, code);
     windows::attrib_link_type link_type{};
     std::wstring const target = windows::get_target_path_bridge(link_type, data);
-    kind_row const &row = row_with(&kind_row::type, link_type);
-    link found{native, row.kind, {}, tag_of(data), fs::detail::from_filesystem(target)};
-    if (row.leads_somewhere)
-        found.text = fs::read_symlink(native);
-    return found;
+    reparse_kind const &found = kind_of(link_type);
+    link one{native, found.kind, {}, tag_of(data), fs::detail::from_filesystem(target)};
+    if (found.leads_somewhere)
+        one.text = fs::read_symlink(native);
+    return one;
 }
 
 } // namespace flfs

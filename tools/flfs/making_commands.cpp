@@ -3,8 +3,11 @@
 #include <fl/filesystem/operations.hpp>
 
 #include "flfs/command.hpp"
+#include "flfs/status_text.hpp"
 
-// The commands that make, move and remove names.
+#include <CLI/CLI.hpp>
+
+// The commands that make, move, remove and change names.
 
 namespace flfs {
 
@@ -45,6 +48,14 @@ std::string remove_one(std::u16string const &pathname, bool is_tree, std::string
     return pathname.empty() ? "passed over" : "removed"; // as the library does
 }
 
+/// The message about a `word` that is none, or none.
+std::string complaint_about(std::string const &word)
+{
+    if (permission_word(word))
+        return "";
+    return (word.empty() ? "(empty)" : word) + " is no sign +, - or = with letters out of rwxashi";
+}
+
 } // namespace
 
 void add_mkdir_command(CLI::App &app, session &session)
@@ -63,7 +74,7 @@ void add_mkdir_command(CLI::App &app, session &session)
     auto const advise = [parents](failure &what_failed, arguments &) {
         advise_on_making(what_failed, parents.is_given());
     };
-    mkdir.changes(each(paths), {make, advise, true}); // what follows may be meant to stand in it
+    mkdir.changes(each(paths), make, advise, true); // what follows may be meant to stand in it
 }
 
 void add_mv_command(CLI::App &app, session &session)
@@ -78,7 +89,7 @@ void add_mv_command(CLI::App &app, session &session)
         fs::rename(names.at(0), names.at(1));
         return "moved";
     };
-    mv.changes(together({from, to}), {make, [](failure &, arguments &) {}});
+    mv.changes(together({from, to}), make);
 }
 
 void add_rm_command(CLI::App &app, session &session)
@@ -99,7 +110,37 @@ void add_rm_command(CLI::App &app, session &session)
     auto const advise = [tree, kind](failure &what_failed, arguments &) {
         advise_on_removal(what_failed, tree.is_given() || kind.word() == "file");
     };
-    rm.changes(each(paths), {make, advise});
+    rm.changes(each(paths), make, advise);
+}
+
+void add_chmod_command(CLI::App &app, session &session)
+{
+    command chmod(
+        app, session, "chmod", "Change whether names are read-only, hidden and so on",
+        "WORD is a sign, + to set, - to take away, = to set and take away all others,\n"
+        "and letters. On Windows they are attributes:\n"
+        "  w  not read-only, for everybody: there are no owner, group and others\n"
+        "  a  archive: changed since the last backup\n"
+        "  s  system\n"
+        "  h  hidden\n"
+        "  i  not indexed: its content is left out of searches\n"
+        "  r  nothing: there is no such attribute\n"
+        "  x  nothing: the name tells what can be run\n"
+        "= alone makes it read-only and takes all four others away. A link is followed by\n"
+        "one hop.");
+    chmod.raw().set_help_flag("--help", "Print this help and exit"); // `-h` is a word
+    option const word = chmod.word("WORD", "what to change: +w, -w, =rw, +h, ...", complaint_about);
+    option const paths = chmod.words("PATH", "file or directory to change");
+    option const links = chmod.flag("--links", "Change PATH itself if it is a link");
+    auto const make = [word, links](arguments const &names) {
+        unsigned int const whose = links.is_given() ? fs::file_status::perms_symlink : 0;
+        fs::permissions(names.front(), permission_word(word.word()).value() | whose);
+        return "changed";
+    };
+    chmod.changes(each(paths), make, [](failure &what_failed, arguments &) {
+        advise(what_failed, fs::fsys_excp_access_denied,
+               "You have no right to change its attributes. Ask who owns it.");
+    });
 }
 
 } // namespace flfs

@@ -1,6 +1,6 @@
 #include "flfs/process.hpp"
 
-#include "flfs/text.hpp"
+#include <fl/filesystem/utf8.hpp>
 
 #include <windows.h>
 
@@ -35,7 +35,7 @@ std::vector<std::string> process_arguments(int, char **)
     std::vector<std::string> arguments;
     for (int at = 1; at < count; ++at) {
         std::wstring_view const word = words.get()[at];
-        arguments.push_back(utf8_from_units(std::u16string(word.begin(), word.end())));
+        arguments.push_back(fl::filesystem::to_utf8(std::u16string(word.begin(), word.end())));
     }
     return arguments;
 }

@@ -1,24 +1,15 @@
 #include "flfs/report.hpp"
 
 #include <fl/filesystem/path.hpp>
+#include <fl/filesystem/text.hpp>
 
 #include "flfs/text.hpp"
 
-#include <array>
-#include <cstdio>
 #include <ostream>
 
 namespace flfs {
 
 namespace {
-
-answer ask(question const &asked, arguments const &about)
-{
-    answer one;
-    if (auto what_failed = failure_of([&] { one = asked.ask(about); }))
-        one.what_failed = std::move(what_failed);
-    return one;
-}
 
 json object_of(question const &asked, arguments const &about, answer const &one)
 {
@@ -34,23 +25,47 @@ json object_of(question const &asked, arguments const &about, answer const &one)
     return object;
 }
 
+std::string shown(arguments const &names)
+{
+    std::vector<std::string> all;
+    for (std::u16string const &name : names)
+        all.push_back(shown_native(name));
+    return joined(all, " -> ");
+}
+
 } // namespace
+
+question change(std::function<std::string(arguments const &)> make, adviser advise,
+                bool stops_at_failure)
+{
+    auto ask = [make = std::move(make)](arguments const &names) {
+        std::string const happened = make(names);
+        return answer{happened + ' ' + shown(names) + '\n'};
+    };
+    return {{}, std::move(ask), std::move(advise), stops_at_failure};
+}
 
 int report(session &session, std::vector<arguments> const &rounds, output as, question const &asked)
 {
     int exit_code = exit_success;
     json array = json::array();
     for (arguments const &about : rounds) {
-        answer const one = ask(asked, about);
+        answer one;
+        if (auto what_failed = failure_of([&] { one = asked.ask(about); }))
+            one.what_failed = std::move(what_failed);
+        arguments blamed = about;
+        if (one.what_failed && asked.advise)
+            asked.advise(*one.what_failed, blamed);
         if (one.what_failed || one.is_no)
             exit_code = exit_failure;
-        if (as != output::text) {
+        if (as == output::text)
+            session.out << one.text;
+        else
             array.push_back(object_of(asked, about, one));
-            continue;
-        }
-        session.out << one.text;
-        if (one.what_failed)
-            print_failure(session.err, *one.what_failed, about);
+        if (as == output::text && one.what_failed)
+            print_failure(session.err, *one.what_failed, blamed);
+        if (one.what_failed && asked.stops_at_failure)
+            break;
     }
     if (as != output::text)
         print_json(session.out, as == output::json_array ? array : array.front());
@@ -84,11 +99,11 @@ json to_json(failure const &what_failed)
             {"sentence", what_failed.sentence}};
 }
 
-std::string hexadecimal(std::uint32_t value, int digits)
+std::string hexadecimal(std::uint32_t value, std::size_t digits)
 {
-    std::array<char, 16> buffer{};
-    std::snprintf(buffer.data(), buffer.size(), "0x%0*X", digits, static_cast<unsigned int>(value));
-    return buffer.data();
+    std::string text = "0x";
+    fl::filesystem::detail::append_number(text, value, 16, digits);
+    return text;
 }
 
 facts &facts::add(std::string_view label, std::string_view shown)
@@ -104,15 +119,26 @@ facts &facts::add(std::string_view label, std::u16string const &value)
     return add(label, displayed_value(value));
 }
 
+facts &facts::add(json const &values, std::initializer_list<told_value> rows)
+{
+    for (told_value const &row : rows)
+        if (values.contains(row.key))
+            add(row.label, shown(values.at(row.key)));
+    return *this;
+}
+
+std::string shown(json const &value)
+{
+    if (value.is_string())
+        return displayed_value(fl::filesystem::from_utf8(value.get_ref<std::string const &>()));
+    if (value.is_boolean())
+        return value.get<bool>() ? "yes" : "no";
+    return value.is_null() ? "-" : value.dump();
+}
+
 std::string shown_native(std::u16string const &pathname)
 {
     return displayed_value(fl::filesystem::upath(pathname).native());
-}
-
-answer yes_or_no(bool value, char const *key, std::u16string const &pathname)
-{
-    return {
-        (value ? "yes  " : "no   ") + shown_native(pathname) + '\n', {{key, value}}, !value, {}};
 }
 
 } // namespace flfs

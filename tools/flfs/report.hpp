@@ -1,7 +1,7 @@
 #ifndef FL_FLFS_REPORT_HPP
 #define FL_FLFS_REPORT_HPP
-// What commands answer, for people and for programs. For people it is text, and failures
-// stand apart from it; for programs it is JSON, with the failures in it.
+// What commands answer and what they change, for people and for programs. For people it is text,
+// and failures stand apart from it; for programs it is JSON, with the failures in it.
 
 #include "flfs/commands.hpp"
 #include "flfs/failure_report.hpp"
@@ -31,13 +31,24 @@ struct answer
     std::optional<failure> what_failed = std::nullopt; ///< told behind `text`
 };
 
+/// Replaces the sentence where the command knows more than the class of the failure, and the
+/// arguments that are shown where the library names no pathname.
+using adviser = std::function<void(failure &, arguments &blamed)>;
+
 struct question
 {
     /// Every key is always there; where there is no answer, its value is null.
     std::vector<char const *> keys;
     /// A failure may also end it by the library's exception.
     std::function<answer(arguments const &)> ask;
+    adviser advise = nullptr;
+    bool stops_at_failure = false;
 };
+
+/// The question whose answer is a change of the disk: `make` makes it and returns what has
+/// happened to its names, "removed". Two names are told with an arrow between them.
+question change(std::function<std::string(arguments const &)> make, adviser advise = nullptr,
+                bool stops_at_failure = false);
 
 enum class output
 {
@@ -46,8 +57,8 @@ enum class output
     json_array   ///< of an object for each round
 };
 
-/// Puts the question to each of `rounds`. A failure doesn't stop it; returns the exit code,
-/// which is 1 after a failure or a no.
+/// Puts the question to each of `rounds`. A failure doesn't stop it, unless the question says so;
+/// returns the exit code, which is 1 after a failure or a no.
 int report(session &session, std::vector<arguments> const &rounds, output as,
            question const &asked);
 
@@ -60,7 +71,7 @@ json to_json(std::vector<std::u16string> const &texts);
 json to_json(failure const &what_failed);
 
 /// "0x0400", with that many digits at least.
-std::string hexadecimal(std::uint32_t value, int digits);
+std::string hexadecimal(std::uint32_t value, std::size_t digits);
 
 /// Lines under a heading, with all values in one column.
 class facts
@@ -70,6 +81,13 @@ public:
 
     facts &add(std::string_view label, std::string_view shown);
     facts &add(std::string_view label, std::u16string const &value);
+    /// What is told to programs, told to people: those values that are there.
+    struct told_value
+    {
+        char const *label;
+        char const *key;
+    };
+    facts &add(json const &values, std::initializer_list<told_value> rows);
     std::string const &text() const { return text_; }
 
 private:
@@ -77,11 +95,11 @@ private:
     std::string text_;
 };
 
+/// A value of JSON as a line shows it: yes or no, and - for null.
+std::string shown(json const &value);
+
 /// `pathname` in native form, as a line shows it.
 std::string shown_native(std::u16string const &pathname);
-
-/// "yes  " and the name, or "no   ".
-answer yes_or_no(bool value, char const *key, std::u16string const &pathname);
 
 } // namespace flfs
 

@@ -58,7 +58,7 @@ std::string usage_message(CLI::App const *app, CLI::Error const &error)
 struct group
 {
     char const *name;
-    std::vector<void (*)(CLI::App &, session &)> commands;
+    std::vector<add_command *> commands;
 };
 
 /// In the order in which the help shows them.
@@ -83,7 +83,7 @@ std::vector<group> const &groups()
 void add_commands(CLI::App &app, session &session)
 {
     for (group const &one : groups()) {
-        for (auto const add : one.commands) {
+        for (add_command *const add : one.commands) {
             add(app, session);
             app.get_subcommands({}).back()->group(one.name);
         }
@@ -103,15 +103,6 @@ void set_up(CLI::App &app, session &session)
     app.set_version_flag("--version", version(), "Print the version and exit");
     add_commands(app, session);
     app.footer(footer); // last, so that the commands don't inherit it
-}
-
-/// The number of the first argument that is not UTF-8, or 0.
-std::size_t first_that_is_not_utf8(std::vector<std::string> const &arguments)
-{
-    for (std::size_t at = 0; at < arguments.size(); ++at)
-        if (!units_from_utf8(arguments[at]))
-            return at + 1;
-    return 0;
 }
 
 int run_command(std::vector<std::string> const &arguments, session &session)
@@ -137,7 +128,11 @@ int run(std::vector<std::string> const &utf8_arguments, std::ostream &out, std::
 
 int run(std::vector<std::string> const &utf8_arguments, session &session)
 {
-    if (std::size_t const number = first_that_is_not_utf8(utf8_arguments)) {
+    std::size_t number = 0;
+    for (std::string const &argument : utf8_arguments) {
+        ++number;
+        if (units_from_utf8(argument))
+            continue;
         session.err << "flfs: Argument " << number << " is not UTF-8\nTry \"flfs --help\".\n";
         return exit_usage;
     }

@@ -5,6 +5,7 @@
 
 #include "flfs/command.hpp"
 #include "flfs/status_text.hpp"
+#include "flfs/text.hpp"
 
 namespace flfs {
 
@@ -28,22 +29,14 @@ file_status express_status(std::u16string const &pathname)
                        light.get_size());
 }
 
-/// The attribute flags in `perms`, each by one of its names.
-std::vector<std::string> flags_in(unsigned int perms, char const *attribute_flag::*name)
+/// The attribute flags in `perms`, each by one of its words.
+std::vector<std::string> flags_in(unsigned int perms, char const *term::*word)
 {
     std::vector<std::string> names;
-    for (attribute_flag const &flag : attribute_flags())
+    for (attribute_flag const &flag : attribute_flags)
         if ((perms & flag.bit) != 0)
-            names.push_back(flag.*name);
+            names.push_back(flag.name.*word);
     return names;
-}
-
-std::string joined_flags(unsigned int perms)
-{
-    std::string line;
-    for (std::string const &name : flags_in(perms, &attribute_flag::description))
-        line += (line.empty() ? "" : ", ") + name;
-    return line.empty() ? "(none)" : line;
 }
 
 std::string shown_time(boost::posix_time::ptime const &time)
@@ -61,7 +54,7 @@ json time_or_null(boost::posix_time::ptime const &time)
 
 json values_of(file_status const &record, bool is_short)
 {
-    json values = {{"type", type_identifier(record)}};
+    json values = {{"type", type_of(record).identifier}};
     if (!file_status::exists(record))
         return values;
     values["written"] = time_or_null(record.get_mtime());
@@ -72,7 +65,7 @@ json values_of(file_status const &record, bool is_short)
     values["permission_word"] = hexadecimal(perms, 4);
     values["octal"] = octal_permissions(perms);
     values["letters"] = permission_letters(perms);
-    values["attributes"] = flags_in(perms, &attribute_flag::identifier);
+    values["attributes"] = flags_in(perms, &term::identifier);
     values["created"] = time_or_null(record.get_ctime());
     values["accessed"] = time_or_null(record.get_atime());
     return values;
@@ -81,14 +74,16 @@ json values_of(file_status const &record, bool is_short)
 std::string text_of(file_status const &record, bool is_short)
 {
     facts lines(13);
-    lines.add("type", type_description(record));
+    lines.add("type", type_of(record).description);
     if (!file_status::exists(record))
         return lines.text();
     unsigned int const perms = record.get_perms();
-    if (!is_short)
+    if (!is_short) {
+        std::string const attributes = joined(flags_in(perms, &term::description), ", ");
         lines.add("permissions", octal_permissions(perms) + ' ' + permission_letters(perms))
-            .add("attributes", joined_flags(perms))
+            .add("attributes", attributes.empty() ? "(none)" : attributes)
             .add("created", shown_time(record.get_ctime()));
+    }
     lines.add("written", shown_time(record.get_mtime()));
     if (!is_short)
         lines.add("accessed", shown_time(record.get_atime()));

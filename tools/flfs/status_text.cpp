@@ -1,11 +1,10 @@
 #include "flfs/status_text.hpp"
 
+#include <fl/filesystem/text.hpp>
+
 #include <boost/date_time/gregorian/gregorian_types.hpp>
 #include <boost/date_time/posix_time/posix_time_types.hpp>
 #include <boost/date_time/posix_time/time_formatters.hpp>
-
-#include <array>
-#include <cstdio>
 
 namespace flfs {
 
@@ -13,48 +12,49 @@ using fl::filesystem::file_status;
 
 namespace {
 
-struct type_name
+/// 0 for what is no letter. Owner, group and others are one here: Windows has no three
+/// sets of permissions.
+unsigned int bits_of(char letter)
 {
-    unsigned int type;
-    char const *description;
-    char const *identifier;
-};
-
-// what status queries answer
-constexpr type_name type_names[] = {
-    {file_status::regular_file, "file", "regular_file"},
-    {file_status::directory_file, "directory", "directory_file"},
-    {file_status::symlink_file, "symbolic link", "symlink_file"},
-    {file_status::reparse_file, "junction or volume mount point", "reparse_file"},
-    {file_status::file_not_found, "not found", "file_not_found"},
-};
-
-type_name name_of(file_status const &status)
-{
-    for (type_name const &row : type_names)
-        if (row.type == status.get_type())
-            return row;
-    return {status.get_type(), "unknown", "file_type_unknown"};
+    if (letter == 'r')
+        return file_status::owner_read | file_status::group_read | file_status::others_read;
+    if (letter == 'w')
+        return file_status::owner_write | file_status::group_write | file_status::others_write;
+    if (letter == 'x')
+        return file_status::owner_exec | file_status::group_exec | file_status::others_exec;
+    for (attribute_flag const &flag : attribute_flags)
+        if (flag.letter == letter)
+            return flag.bit;
+    return 0;
 }
 
 } // namespace
 
-char const *type_description(file_status const &status)
+// what status queries answer
+term type_of(file_status const &status)
 {
-    return name_of(status).description;
-}
-
-char const *type_identifier(file_status const &status)
-{
-    return name_of(status).identifier;
+    switch (status.get_type()) {
+    case file_status::regular_file:
+        return {"file", "regular_file"};
+    case file_status::directory_file:
+        return {"directory", "directory_file"};
+    case file_status::symlink_file:
+        return {"symbolic link", "symlink_file"};
+    case file_status::reparse_file:
+        return {"junction or volume mount point", "reparse_file"};
+    case file_status::file_not_found:
+        return {"not found", "file_not_found"};
+    default:
+        return {"unknown", "file_type_unknown"};
+    }
 }
 
 std::string octal_permissions(unsigned int perms)
 {
     constexpr unsigned int permission_bits = 07777; // the flags stand above them
-    std::array<char, 8> buffer{};
-    std::snprintf(buffer.data(), buffer.size(), "%04o", perms & permission_bits);
-    return buffer.data();
+    std::string digits;
+    fl::filesystem::detail::append_number(digits, perms & permission_bits, 8, 4);
+    return digits;
 }
 
 std::string permission_letters(unsigned int perms)
@@ -69,15 +69,22 @@ std::string permission_letters(unsigned int perms)
     return letters;
 }
 
-std::vector<attribute_flag> const &attribute_flags()
+std::optional<unsigned int> permission_word(std::string_view text)
 {
-    static std::vector<attribute_flag> const flags = {
-        {file_status::archive_file, 'a', "archive", "archive_file"},
-        {file_status::system_file, 's', "system", "system_file"},
-        {file_status::hidden_file, 'h', "hidden", "hidden_file"},
-        {file_status::non_indexed_file, 'i', "not indexed", "non_indexed_file"},
-    };
-    return flags;
+    if (text.empty() || (text != "=" && text.size() == 1))
+        return std::nullopt;
+    unsigned int word = text.front() == '+' ? file_status::perms_add : 0;
+    if (text.front() == '-')
+        word = file_status::perms_remove;
+    else if (text.front() != '+' && text.front() != '=')
+        return std::nullopt;
+    for (char const letter : text.substr(1)) {
+        unsigned int const bits = bits_of(letter);
+        if (bits == 0)
+            return std::nullopt;
+        word |= bits;
+    }
+    return word;
 }
 
 std::optional<std::string> iso_time(boost::posix_time::ptime const &time)

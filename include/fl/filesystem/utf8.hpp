@@ -112,6 +112,16 @@ constexpr char32_t take_utf8_sequence(std::basic_string_view<Char> &bytes) noexc
     return point < least[tail] ? none : point;
 }
 
+inline void append_utf16(std::u16string &text, char32_t point)
+{
+    if (point < 0x10000) {
+        text.push_back(static_cast<char16_t>(point));
+        return;
+    }
+    text.push_back(static_cast<char16_t>(0xD800 + ((point - 0x10000) >> 10)));
+    text.push_back(static_cast<char16_t>(0xDC00 + (point & 0x3FF)));
+}
+
 template <typename Char>
 std::u16string utf16_of(std::basic_string_view<Char> bytes)
 {
@@ -124,12 +134,7 @@ std::u16string utf16_of(std::basic_string_view<Char> bytes)
             is_low_surrogate(point) && !text.empty() && is_high_surrogate(text.back());
         if (point > 0x10FFFF || second_half)
             throw_file_name_conversion_failure();
-        if (point < 0x10000) {
-            text.push_back(static_cast<char16_t>(point));
-        } else {
-            text.push_back(static_cast<char16_t>(0xD800 + ((point - 0x10000) >> 10)));
-            text.push_back(static_cast<char16_t>(0xDC00 + (point & 0x3FF)));
-        }
+        append_utf16(text, point);
     }
     return text;
 }

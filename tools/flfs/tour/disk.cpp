@@ -1,17 +1,18 @@
 #include "flfs/tour/disk.hpp"
 
+#include "flfs/library_inside.hpp"
 #include "flfs/text.hpp"
-
-#include <windows.h>
 
 #include <algorithm>
 #include <stdexcept>
-#include <utility>
 #include <vector>
 
 namespace flfs::tour {
 
 namespace {
+
+using fl::filesystem::detail::file_handle;
+using fl::filesystem::detail::find_handle;
 
 constexpr DWORD content_room = 1024; // more than the tour ever writes
 
@@ -26,31 +27,20 @@ std::wstring wide(std::u16string const &text)
     throw std::runtime_error(std::string(function) + " failed with " + std::to_string(code));
 }
 
-class open_file
+file_handle open_file(std::u16string const &pathname, DWORD access, DWORD disposition)
 {
-public:
-    open_file(std::u16string const &pathname, DWORD access, DWORD disposition)
-        : handle_(::CreateFileW(wide(pathname).c_str(), access, FILE_SHARE_READ, nullptr,
-                                disposition, FILE_ATTRIBUTE_NORMAL, nullptr))
-    {
-        if (handle_ == INVALID_HANDLE_VALUE)
-            fail("CreateFileW");
-    }
-    open_file(open_file const &) = delete;
-    open_file &operator=(open_file const &) = delete;
-    ~open_file() { ::CloseHandle(handle_); }
-
-    HANDLE get() const noexcept { return handle_; }
-
-private:
-    HANDLE handle_;
-};
+    file_handle file(::CreateFileW(wide(pathname).c_str(), access, FILE_SHARE_READ, nullptr,
+                                   disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!file)
+        fail("CreateFileW");
+    return file;
+}
 
 } // namespace
 
 void write_file(std::u16string const &pathname, std::string const &content)
 {
-    open_file const file(pathname, GENERIC_WRITE, CREATE_ALWAYS);
+    file_handle const file = open_file(pathname, GENERIC_WRITE, CREATE_ALWAYS);
     DWORD written = 0;
     if (!::WriteFile(file.get(), content.data(), static_cast<DWORD>(content.size()), &written,
                      nullptr))
@@ -59,7 +49,7 @@ void write_file(std::u16string const &pathname, std::string const &content)
 
 std::string content_of(std::u16string const &pathname)
 {
-    open_file const file(pathname, GENERIC_READ, OPEN_EXISTING);
+    file_handle const file = open_file(pathname, GENERIC_READ, OPEN_EXISTING);
     std::string content(content_room, '\0');
     DWORD read = 0;
     if (!::ReadFile(file.get(), content.data(), content_room, &read, nullptr))
@@ -76,21 +66,17 @@ bool is_there(std::u16string const &pathname)
 std::string names_in(std::u16string const &directory)
 {
     WIN32_FIND_DATAW found;
-    HANDLE const search = ::FindFirstFileW(wide(directory + u"\\*").c_str(), &found);
-    if (search == INVALID_HANDLE_VALUE)
+    find_handle const search(::FindFirstFileW(wide(directory + u"\\*").c_str(), &found));
+    if (!search)
         fail("FindFirstFileW");
     std::vector<std::string> names;
     do {
         std::wstring const name = found.cFileName;
         if (name != L"." && name != L"..")
             names.push_back(displayed(std::u16string(name.begin(), name.end())));
-    } while (::FindNextFileW(search, &found));
-    ::FindClose(search);
+    } while (::FindNextFileW(search.get(), &found));
     std::sort(names.begin(), names.end());
-    std::string list;
-    for (std::string const &name : names)
-        list += (list.empty() ? "" : ", ") + name;
-    return list.empty() ? "(nothing)" : list;
+    return names.empty() ? "(nothing)" : joined(names, ", ");
 }
 
 std::uint64_t capacity_here()
@@ -117,7 +103,7 @@ std::u16string program_pathname()
     }
 }
 
-link_trial try_symbolic_link(std::u16string const &name)
+std::string outcome_of_symbolic_link(std::u16string const &name)
 {
     // without it only administrators may; older systems know no such flag
     constexpr DWORD unprivileged = SYMBOLIC_LINK_FLAG_ALLOW_UNPRIVILEGED_CREATE;
@@ -125,13 +111,16 @@ link_trial try_symbolic_link(std::u16string const &name)
     BOOLEAN made = ::CreateSymbolicLinkW(link.c_str(), L"target", unprivileged);
     if (!made && ::GetLastError() == ERROR_INVALID_PARAMETER)
         made = ::CreateSymbolicLinkW(link.c_str(), L"target", 0);
-    if (!made)
-        return {link_support::refused, ::GetLastError()};
+    if (!made) {
+        DWORD const code = ::GetLastError();
+        return code == ERROR_ACCESS_DENIED ? "AccessDenied"
+                                           : "SystemError, code " + std::to_string(code);
+    }
     if (!is_there(name))
-        return {link_support::ignored, 0};
+        return "nothing is there";
     if (!::DeleteFileW(link.c_str()))
         fail("DeleteFileW");
-    return {link_support::made, 0};
+    return "made";
 }
 
 } // namespace flfs::tour

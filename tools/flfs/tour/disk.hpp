@@ -29,21 +29,9 @@ std::uint64_t capacity_here();
 /// The pathname of the program.
 std::u16string program_pathname();
 
-enum class link_support
-{
-    made,    ///< symbolic links can be made
-    refused, ///< the system says that it can't
-    ignored  ///< it says that it has, and has not
-};
-
-struct link_trial
-{
-    link_support support;
-    unsigned int code; ///< with which it was refused
-};
-
-/// Makes a symbolic link `name` and removes it again.
-link_trial try_symbolic_link(std::u16string const &name);
+/// Makes a symbolic link `name` and removes it again. Returns what a step tells that makes one:
+/// "made", "nothing is there" where the system only says that it has, or the failure.
+std::string outcome_of_symbolic_link(std::u16string const &name);
 
 } // namespace flfs::tour
 

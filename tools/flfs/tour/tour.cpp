@@ -1,56 +1,100 @@
-#include "flfs/tour/tour.hpp"
+#include "flfs/commands.hpp"
 
 #include <fl/filesystem/operations.hpp>
 
-#include "flfs/failure_report.hpp"
-#include "flfs/text.hpp"
+#include "flfs/command.hpp"
+#include "flfs/process_state.hpp"
+#include "flfs/tour/step.hpp"
 
 #include <chrono>
 #include <exception>
 #include <ostream>
 #include <thread>
 
-namespace flfs::tour {
+// One narrated run through all that the library does, which checks itself.
+
+namespace flfs {
 
 namespace fs = fl::filesystem;
+
+namespace tour {
+
+std::string told(std::u16string text, std::u16string const &folder)
+{
+    // no name holds a `<`, so that it can't be taken for one
+    constexpr char16_t const *stand_in = u"<folder>";
+    for (std::size_t at = 0; (at = text.find(folder, at)) != text.npos;)
+        text.replace(at, folder.size(), stand_in);
+    return displayed_value(text);
+}
 
 namespace {
 
 /// "AccessDenied naming reports\may.txt, code 5".
-std::string told(failure const &what_failed, place const &where)
+std::string told_failure(failure const &what_failed, std::u16string const &folder)
 {
     std::string line = what_failed.identifier.substr(what_failed.identifier.rfind(':') + 1);
     if (!what_failed.pathname.empty())
-        line += " naming " + told(what_failed.pathname, where);
+        line += " naming " + told(what_failed.pathname, folder);
     if (what_failed.code != 0)
         line += ", code " + std::to_string(what_failed.code);
     return line;
 }
 
-/// Each chapter is put together when it is its turn: it may look at the disk for it.
-int run_chapters(session &session, place const &where)
+std::string outcome_of(step const &one, std::u16string const &folder)
 {
-    guide guide(session, where);
-    guide.run(pathnames());
-    guide.run(directories(where));
-    guide.run(files());
-    guide.run(copies());
-    guide.run(shortcuts(where));
-    guide.run(symbolic_links());
-    guide.run(process(where));
-    guide.run(removal());
-    return guide.close();
+    std::string outcome;
+    try {
+        if (auto const what_failed = failure_of([&] { outcome = one.run(folder); }))
+            return told_failure(*what_failed, folder);
+    } catch (std::exception const &exception) { // of the tour's own looking around
+        return exception.what();
+    }
+    return outcome;
 }
 
-/// Runs the chapters with `where` as current directory, and returns from there.
-int run_inside(session &session, place const &where)
+/// Tells and checks a step; returns whether it came out as expected.
+bool run_step(std::ostream &out, step const &one, std::string const &number,
+              std::u16string const &folder)
+{
+    out << (number.size() < 2 ? " " : "") << number << ". " << one.sentence << "\n        "
+        << one.call << '\n';
+    std::string const outcome = outcome_of(one, folder);
+    out << "        = " << outcome << '\n';
+    if (outcome != one.expected)
+        out << "        OTHERWISE THAN EXPECTED: " << one.expected << '\n';
+    return outcome == one.expected;
+}
+
+int run_chapters(std::ostream &out, std::u16string const &folder)
+{
+    int steps = 0;
+    std::string unexpected;
+    for (auto const chapter_in_turn : chapters()) {
+        chapter const one = chapter_in_turn();
+        out << '\n' << one.title << '\n' << std::string(one.title.size(), '-') << "\n\n";
+        for (step const &next : one.steps) {
+            std::string const number = std::to_string(++steps);
+            if (!run_step(out, next, number, folder))
+                unexpected += ' ' + number;
+        }
+    }
+    out << '\n'
+        << steps
+        << (unexpected.empty() ? " steps, all as expected" : " steps, otherwise than expected:")
+        << unexpected << '\n';
+    return unexpected.empty() ? exit_success : exit_failure;
+}
+
+/// Runs the chapters with `folder` as current directory, and returns from there.
+int run_inside(std::ostream &out, std::u16string const &folder)
 {
     std::u16string const former = fs::get_current_path();
     int exit_code = exit_failure;
     std::exception_ptr ended_by;
-    fs::change_current_path(where.folder);
+    fs::change_current_path(folder);
     try {
-        exit_code = run_chapters(session, where);
+        exit_code = run_chapters(out, folder);
     } catch (...) { // the directory can't be removed while we stand in it
         ended_by = std::current_exception();
     }
@@ -77,77 +121,70 @@ void remove_folder(std::u16string const &folder)
     }
 }
 
-int run_in_fresh_folder(session &session, std::u16string const &folder, bool keeps)
+int run_in_fresh_folder(std::ostream &out, std::u16string const &wanted, bool keeps)
 {
-    fs::create_directories(folder);
-    place const where{fs::canonical(folder)};
-    session.out << "A tour of fl::filesystem in " << displayed_value(where.folder)
-                << ",\nwhich is <folder> from here on, and the current directory. It is "
-                << (keeps ? "kept" : "removed") << " at the end.\n";
-    int const exit_code = run_inside(session, where);
+    fs::create_directories(wanted);
+    std::u16string const folder = fs::canonical(wanted);
+    out << "A tour of fl::filesystem in " << displayed_value(folder)
+        << ",\nwhich is <folder> from here on, and the current directory. It is "
+        << (keeps ? "kept" : "removed") << " at the end.\n";
+    int const exit_code = run_inside(out, folder);
     if (!keeps)
-        remove_folder(where.folder);
+        remove_folder(folder);
     return exit_code;
+}
+
+/// A folder for temporary files that isn't there yet, or nothing if nobody says where to.
+std::optional<std::u16string> fresh_folder()
+{
+    std::optional<std::u16string> temporary = environment_variable(u"TEMP");
+    if (!temporary)
+        temporary = environment_variable(u"TMP");
+    if (!temporary)
+        return std::nullopt;
+    auto const now = std::chrono::system_clock::now().time_since_epoch();
+    std::string const number = std::to_string(now / std::chrono::microseconds(1));
+    std::u16string const name = u"flfs-tour-" + std::u16string(number.begin(), number.end());
+    return (fs::upath(*temporary) / fs::upath(name)).native();
+}
+
+/// Returns the exit code: 1 if a step came out otherwise than expected, or if there is no way to
+/// begin or to clean up.
+int run(session &session, std::optional<std::u16string> const &folder, bool keeps)
+{
+    if (!folder) {
+        session.err << "flfs: No temporary folder is known. Set the environment variable TEMP, or "
+                       "say FOLDER.\n";
+        return exit_failure;
+    }
+    int exit_code = exit_failure;
+    auto const what_failed =
+        failure_of([&] { exit_code = run_in_fresh_folder(session.out, *folder, keeps); });
+    if (!what_failed)
+        return exit_code;
+    print_failure(session.err, *what_failed, {*folder});
+    return exit_failure;
 }
 
 } // namespace
 
-void guide::run(chapter const &one)
+} // namespace tour
+
+void add_tour_command(CLI::App &app, session &session)
 {
-    session_.out << '\n' << one.title << '\n' << std::string(one.title.size(), '-') << "\n\n";
-    for (step const &next : one.steps)
-        run(next);
+    command tour(
+        app, session, "tour",
+        "Run through all that the library does, on real files, telling and checking",
+        "Each step says what it does, calls the library, shows what comes out, and compares\n"
+        "it with what must. Exits 0 if all is as expected, else 1, and tells the steps. The\n"
+        "tour makes its folder and removes it at the end.");
+    option const folder =
+        tour.optional_word("FOLDER", "a name that isn't there yet; if left out, a temporary one");
+    option const keeps = tour.flag("--keep", "Leave the folder behind");
+    tour.on_disk(disk_use::change, [&session, folder, keeps] {
+        return tour::run(session, folder.is_given() ? folder.pathname() : tour::fresh_folder(),
+                         keeps.is_given());
+    });
 }
 
-void guide::run(step const &one)
-{
-    std::string const number = std::to_string(++steps_);
-    session_.out << std::string(number.size() < 2 ? 1 : 0, ' ') << number << ". " << one.sentence
-                 << '\n'
-                 << "        " << one.call << '\n';
-    std::string const outcome = outcome_of(one);
-    session_.out << "        = " << outcome << '\n';
-    if (outcome == one.expected)
-        return;
-    session_.out << "        OTHERWISE THAN EXPECTED: " << one.expected << '\n';
-    unexpected_.push_back(steps_);
-}
-
-std::string guide::outcome_of(step const &one) const
-{
-    std::string outcome;
-    try {
-        if (auto const what_failed = failure_of([&] { outcome = one.run(where_); }))
-            return told(*what_failed, where_);
-    } catch (std::exception const &exception) { // of the tour's own looking around
-        return exception.what();
-    }
-    return outcome;
-}
-
-int guide::close()
-{
-    session_.out << '\n';
-    if (unexpected_.empty()) {
-        session_.out << steps_ << " steps, all as expected\n";
-        return exit_success;
-    }
-    session_.out << steps_ << " steps, otherwise than expected:";
-    for (int const number : unexpected_)
-        session_.out << ' ' << number;
-    session_.out << '\n';
-    return exit_failure;
-}
-
-int run_tour(session &session, std::u16string const &folder, bool keeps)
-{
-    int exit_code = exit_failure;
-    auto const what_failed =
-        failure_of([&] { exit_code = run_in_fresh_folder(session, folder, keeps); });
-    if (!what_failed)
-        return exit_code;
-    print_failure(session.err, *what_failed, {folder});
-    return exit_failure;
-}
-
-} // namespace flfs::tour
+} // namespace flfs
