@@ -21,8 +21,12 @@ install(EXPORT fl_filesystem-targets NAMESPACE fl:: FILE fl_filesystem-targets.c
 write_basic_package_version_file("${PROJECT_BINARY_DIR}/fl_filesystem-config-version.cmake"
                                  COMPATIBILITY SameMinorVersion)
 install(FILES cmake/fl_filesystem-config.cmake cmake/HeaderLibraries.cmake
+              debuggers/fl_filesystem.natvis
               "${PROJECT_BINARY_DIR}/fl_filesystem-config-version.cmake"
         DESTINATION "${package_folder}" COMPONENT development)
+
+install(FILES debuggers/fl_filesystem_gdb.py
+        DESTINATION "${CMAKE_INSTALL_DATADIR}/fl_filesystem" COMPONENT development)
 
 # The companion with all that it needs to run. A program's own installer brings the
 # compiler's runtime that the whole program is built with.

@@ -11,5 +11,10 @@ if(TARGET fl_boost_headers)
   # where both configurations are installed, only Debug is compiled for Debug
   set_target_properties(fl::filesystem PROPERTIES
     MAP_IMPORTED_CONFIG_RELWITHDEBINFO "RelWithDebInfo;Release;"
-    MAP_IMPORTED_CONFIG_MINSIZEREL "MinSizeRel;Release;")
+    MAP_IMPORTED_CONFIG_MINSIZEREL "MinSizeRel;Release;"
+    INTERFACE_SOURCES "${CMAKE_CURRENT_LIST_DIR}/fl_filesystem.natvis")
+  if(MSVC AND NOT CMAKE_GENERATOR MATCHES "^Visual Studio") # whose projects go by the sources
+    set_target_properties(fl::filesystem PROPERTIES
+      INTERFACE_LINK_OPTIONS "/NATVIS:${CMAKE_CURRENT_LIST_DIR}/fl_filesystem.natvis")
+  endif()
 endif()
