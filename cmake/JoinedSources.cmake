@@ -22,7 +22,7 @@ if(CMAKE_SCRIPT_MODE_FILE)
   return()
 endif()
 
-set(FL_TEST_FILES_AT_A_TIME 8 CACHE STRING "How many test files are compiled as one")
+set(FL_TEST_FILES_AT_A_TIME 16 CACHE STRING "How many test files are compiled as one")
 set(FL_JOIN_SCRIPT "${CMAKE_CURRENT_LIST_FILE}")
 
 function(fl_join_sources variable name)

@@ -106,14 +106,14 @@ void advise_on_links(failure &what_failed)
 }
 
 void print_failure(std::ostream &err, failure const &what_failed,
-                   std::vector<std::u16string> const &arguments)
+                   std::vector<std::u16string> const &written)
 {
     err << "flfs: " << what_failed.identifier << '\n';
     char const *label = "  argument: ";
     if (!what_failed.pathname.empty()) {
         err << "  pathname: " << displayed_value(what_failed.pathname) << '\n';
     } else {
-        for (std::u16string const &argument : arguments) {
+        for (std::u16string const &argument : written) {
             err << label << displayed_value(argument) << '\n';
             label = "  and:      ";
         }

@@ -37,10 +37,10 @@ void advise(failure &what_failed, fl::filesystem::fsys_excp_id id, char const *s
 /// Replaces that of the missing right to make symbolic links.
 void advise_on_links(failure &what_failed);
 
-/// Prints `what_failed` to `err`. `arguments` are what the user wrote, which any of them could
+/// Prints `what_failed` to `err`. `written` is what the user wrote, any word of which could
 /// be about: they are shown where the library names no pathname.
 void print_failure(std::ostream &err, failure const &what_failed,
-                   std::vector<std::u16string> const &arguments);
+                   std::vector<std::u16string> const &written);
 
 } // namespace flfs
 
