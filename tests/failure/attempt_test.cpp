@@ -124,6 +124,7 @@ TEST(ThrowLastError, SpeaksTheWordsOfTheOperations)
     auto const expected = system_error(32, p, u"D:\\y");
     EXPECT_EQ(failure_of([&] { throw_last_error(32, p, u"D:\\y"); }), expected);
     EXPECT_EQ(failure_of([&] { throw_last_error(32, upath(p), upath(u"D:\\y")); }), expected);
+    EXPECT_EQ(failure_of([&] { throw_last_error(32, upath(p), u"D:\\y"); }), expected) << "mixed";
     EXPECT_EQ(failure_of([&] { throw_last_error(5, p, u"D:\\y"); }), denied(p));
     EXPECT_EQ(failure_of([&] { throw_last_error(5, u"C:/x "); }), denied(u"C:/x "))
         << "a text as it is";
