@@ -11,6 +11,7 @@
 #include "platform/code_units.hpp"
 
 #include <algorithm>
+#include <optional>
 
 namespace fl::filesystem::detail {
 
@@ -69,22 +70,21 @@ long_form clean_rooted(std::wstring const &path)
     }
 }
 
-/// What a relative pathname stands on, ready for another element. `type` is that of
-/// `anchor`, and `path` is the one that a rejection names.
-long_form clean_anchor(std::wstring const &anchor, path_type_enum type, std::wstring const &path)
+/// What needs no other pathname to stand on; nothing if `text` does.
+std::optional<long_form> clean_by_itself(std::wstring const &text, path_type_enum type)
 {
     switch (type) {
     case windows::PATH_TYPE_LONG_DRIVE_ABSOLUTE:
     case windows::PATH_TYPE_LONG_UNC:
-        return {anchor, type};
+        return long_form{text, type};
     case windows::PATH_TYPE_DRIVE_ABSOLUTE:
-        return with_drive_prefix(anchor);
+        return with_drive_prefix(text);
     case windows::PATH_TYPE_UNC:
-        return with_server_prefix(anchor);
+        return with_server_prefix(text);
     case windows::PATH_TYPE_DRIVE_RELATIVE:
-        return with_drive_prefix(checked(expand_drive_relative(anchor)));
+        return with_drive_prefix(checked(expand_drive_relative(text)));
     default:
-        reject(path);
+        return std::nullopt;
     }
 }
 
@@ -93,26 +93,21 @@ long_form clean_relative(std::wstring const &path, path_type_enum &type, std::ws
 {
     std::wstring const anchor = base.empty() ? current_path_wide() : base;
     type = classify_path_type<wchar_t>(anchor);
-    long_form joined = clean_anchor(anchor, type, path);
-    joined.text.reserve(joined.text.size() + 1 + path.size());
-    if (!ends_in_backslash<wchar_t>(joined.text))
-        joined.text += pathname_traits<wchar_t>::PATHNAME_SEPARATOR_CHARACTER;
-    joined.text += path;
-    return joined;
+    std::optional<long_form> joined = clean_by_itself(anchor, type);
+    if (!joined)
+        reject(path);
+    joined->text.reserve(joined->text.size() + 1 + path.size());
+    if (!ends_in_backslash<wchar_t>(joined->text))
+        joined->text += pathname_traits<wchar_t>::PATHNAME_SEPARATOR_CHARACTER;
+    joined->text += path;
+    return *std::move(joined);
 }
 
 long_form clean_by_type(std::wstring const &path, path_type_enum &type, std::wstring const &base)
 {
+    if (std::optional<long_form> cleaned = clean_by_itself(path, type))
+        return *std::move(cleaned);
     switch (type) {
-    case windows::PATH_TYPE_LONG_DRIVE_ABSOLUTE:
-    case windows::PATH_TYPE_LONG_UNC:
-        return {path, type};
-    case windows::PATH_TYPE_DRIVE_ABSOLUTE:
-        return with_drive_prefix(path);
-    case windows::PATH_TYPE_UNC:
-        return with_server_prefix(path);
-    case windows::PATH_TYPE_DRIVE_RELATIVE:
-        return with_drive_prefix(checked(expand_drive_relative(path)));
     case windows::PATH_TYPE_ROOTED:
         return clean_rooted(path);
     case windows::PATH_TYPE_RELATIVE:

@@ -87,6 +87,17 @@ constexpr bool begins_with_long_unc_prefix(std::basic_string_view<Char> text)
            compare_ignoring_case(text.substr(0, prefix.size()), prefix) == 0;
 }
 
+/// The root of a text that has a drive at `at`, and the one or the other type by the separator
+/// behind it.
+template <typename Char>
+constexpr analysed_root analyse_drive_root(std::basic_string_view<Char> text, std::size_t at,
+                                           windows::path_type_enum absolute,
+                                           windows::path_type_enum relative)
+{
+    std::size_t const length = drive_root_length(text, at);
+    return {length == at + drive_root_size ? absolute : relative, length};
+}
+
 /// The root of `text`. Throws `foundation::ustring::CtypeInvalidCharacter` on a text such
 /// as `\\?\` followed by a letter outside ASCII.
 template <typename Char>
@@ -94,12 +105,9 @@ constexpr analysed_root analyse_path_root(std::basic_string_view<Char> text)
 {
     using traits = pathname_traits<Char>;
     // C:\ or C:
-    if (is_drive_at(text, 0)) {
-        std::size_t const length = drive_root_length(text, 0);
-        return {length == drive_root_size ? windows::PATH_TYPE_DRIVE_ABSOLUTE
-                                          : windows::PATH_TYPE_DRIVE_RELATIVE,
-                length};
-    }
+    if (is_drive_at(text, 0))
+        return analyse_drive_root(text, 0, windows::PATH_TYPE_DRIVE_ABSOLUTE,
+                                  windows::PATH_TYPE_DRIVE_RELATIVE);
     // foo
     if (!is_backslash(unit_at(text, 0)))
         return {windows::PATH_TYPE_RELATIVE, 0};
@@ -114,13 +122,9 @@ constexpr analysed_root analyse_path_root(std::basic_string_view<Char> text)
     if (mark != static_cast<Char>('?') && mark != traits::DOT_CHARACTER)
         return analyse_unc_root(text, server_prefix_size);
     // \\?\C:\foo
-    if (text.starts_with(traits::LONG_PATHNAME_PREFIX) && is_drive_at(text, long_prefix_size)) {
-        std::size_t const length = drive_root_length(text, long_prefix_size);
-        return {length == long_prefix_size + drive_root_size
-                    ? windows::PATH_TYPE_LONG_DRIVE_ABSOLUTE
-                    : windows::PATH_TYPE_LONG_DRIVE_RELATIVE,
-                length};
-    }
+    if (text.starts_with(traits::LONG_PATHNAME_PREFIX) && is_drive_at(text, long_prefix_size))
+        return analyse_drive_root(text, long_prefix_size, windows::PATH_TYPE_LONG_DRIVE_ABSOLUTE,
+                                  windows::PATH_TYPE_LONG_DRIVE_RELATIVE);
     // \\?\UNC\server\share
     if (begins_with_long_unc_prefix(text))
         return analyse_unc_root(text, long_unc_prefix_size);

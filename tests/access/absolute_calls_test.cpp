@@ -1,4 +1,4 @@
-// Whom a failing expansion names.
+// The calls that make a pathname absolute, and whom a failing one names.
 
 #include <fl/filesystem/operations.hpp>
 
@@ -9,16 +9,71 @@ namespace {
 
 using namespace test_support;
 
+TEST(AbsoluteCalls, OneCallForAShortResultAndMoreForALongOne)
+{
+    for (std::size_t const size : {4U, 258U, 259U, 260U, 261U}) {
+        simulated_machine machine;
+        std::u16string const text = uR"(C:\)" + std::u16string(size - 3, u'a');
+        EXPECT_EQ(absolute(text), text);
+        EXPECT_EQ(machine.calls_of("GetFullPathNameW"), size < 260 ? 1 : 2) << size;
+    }
+}
+
+TEST(AbsoluteCalls, RepeatUntilTheResultFits)
+{
+    simulated_machine machine;
+    std::vector<DWORD> rooms;
+    auto const hook = machine.on_full_path_name([&](DWORD room, wchar_t *) -> std::optional<DWORD> {
+        rooms.push_back(room);
+        if (rooms.size() < 4)
+            return room + 10; // another thread changes the directory to a longer one
+        return std::nullopt;
+    });
+    EXPECT_EQ(absolute(u"x"), uR"(C:\x)");
+    EXPECT_EQ(rooms, (std::vector<DWORD>{260, 270, 280, 290}));
+}
+
+TEST(AbsoluteCalls, AFailureNamesThePathAndNotTheJoinedText)
+{
+    simulated_machine machine;
+    auto const fault = machine.fail_every_call_on("GetFullPathNameW", 5);
+    EXPECT_FAILURE(absolute(u"x", uR"(C:\base)"), denied(u"x"));
+    EXPECT_FAILURE(absolute(u"", uR"(C:\base)"), denied(u""));
+    EXPECT_FAILURE(create_directory(u"x"), denied(u"x"));
+}
+
+TEST(AbsoluteCalls, ExamplesOfTheHeader)
+{
+    simulated_machine machine;
+    machine.add_directory(u"C:\\work").set_current_directory(u"C:\\work");
+    EXPECT_EQ(absolute(u"foo"), uR"(C:\work\foo)");
+    EXPECT_EQ(absolute(uR"(\foo)", uR"(C:\dir)"), uR"(C:\foo)");
+}
+
+TEST(AbsoluteCalls, NoneForNothing)
+{
+    simulated_machine machine;
+    EXPECT_EQ(absolute(u""), u"");
+    EXPECT_EQ(absolute(upath(), upath()).native(), u"");
+    EXPECT_EQ(calls(machine), lines{});
+}
+
+TEST(AbsoluteCalls, ATextOfBlanksIsANameThatTheSystemRefuses)
+{
+    simulated_machine machine;
+    EXPECT_FAILURE(absolute(u"   "), bad_name());
+}
+
 TEST(AbsoluteCalls, AFailedExpansionNamesWhatWasGivenAndNotWhatIsJoined)
 {
     simulated_machine machine;
     auto fault = machine.fail_every_call_on("GetFullPathNameW", 5);
-    EXPECT_EQ(failure_of([] { absolute(u"f", u"C:\\d"); }), denied(u"f"));
+    EXPECT_FAILURE(absolute(u"f", u"C:\\d"), denied(u"f"));
     fault = machine.fail_every_call_on("GetFullPathNameW", 2);
-    EXPECT_EQ(failure_of([] { absolute(u"f", u"C:\\d"); }), not_found(u"f"));
+    EXPECT_FAILURE(absolute(u"f", u"C:\\d"), not_found(u"f"));
     fault = machine.fail_every_call_on("GetFullPathNameW", 1117);
-    EXPECT_EQ(failure_of([] { absolute(u"f", u"C:\\d"); }), system_error(1117, u"f"));
-    EXPECT_EQ(failure_of([] { absolute(u"", u"C:\\d"); }), system_error(1117, u""));
+    EXPECT_FAILURE(absolute(u"f", u"C:\\d"), system_error(1117, u"f"));
+    EXPECT_FAILURE(absolute(u"", u"C:\\d"), system_error(1117, u""));
     EXPECT_TRUE(fault.fired());
 }
 

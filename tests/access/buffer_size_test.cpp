@@ -34,7 +34,7 @@ TEST(RoundUpTo512, RefusesMore)
         fsys_excp_system_error, "fl:filesystem:SystemError", {}, {}, 1462};
     for (std::size_t const size :
          {std::size_t{0x80000000}, std::size_t{0xFFFFFFFF}, std::size_t{0x100000000}, SIZE_MAX})
-        EXPECT_EQ(failure_of([&] { round_up_to_512(size); }), refusal) << size;
+        EXPECT_FAILURE(round_up_to_512(size), refusal) << size;
 }
 
 } // namespace

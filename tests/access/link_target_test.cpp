@@ -144,14 +144,7 @@ TEST(NormaliseLinkTarget, AllShortTexts)
         });
 }
 
-struct trailing_case
-{
-    wchar_t const *text;
-    wchar_t const *expected;
-    char const *why;
-};
-
-constexpr trailing_case trailing_cases[] = {
+constexpr text_row<wchar_t> trailing_cases[] = {
     {LR"(C:\a\)", LR"(C:\a)", "behind a name"},
     {LR"(C:\a\\)", LR"(C:\a\)", "one only"},
     {LR"(C:\a)", LR"(C:\a)", "there is none"},

@@ -14,15 +14,6 @@ using namespace test_support;
 using test_support::failure;
 using windows::path_type_enum;
 
-failure bad_type(std::u16string const &path)
-{
-    failure expected = invalid_argument("The path type of the given path is not valid");
-    if (!path.empty())
-        expected.what += ": {" + printable(path) + "}";
-    expected.path_name = path;
-    return expected;
-}
-
 constexpr auto relative = windows::PATH_TYPE_RELATIVE;
 constexpr auto rooted = windows::PATH_TYPE_ROOTED;
 constexpr auto long_drive = windows::PATH_TYPE_LONG_DRIVE_ABSOLUTE;
@@ -109,7 +100,7 @@ TEST(CleanPathname, Table)
         if (row.expected != nullptr)
             EXPECT_EQ(thrown, std::nullopt) << shown;
         else
-            EXPECT_EQ(thrown, bad_type(units(row.path))) << shown;
+            EXPECT_EQ(thrown, bad_path_type(units(row.path))) << shown;
         EXPECT_EQ(cleaned, row.expected == nullptr ? L"" : row.expected) << shown;
     }
 }
@@ -158,7 +149,7 @@ TEST(CleanPathname, AllShortTexts)
             auto const expected = by_type(text, LR"(\\?\C:\b)");
             ASSERT_EQ(thrown.has_value(), !expected) << printable(units(text));
             if (!expected) {
-                ASSERT_EQ(*thrown, bad_type(units(text)));
+                ASSERT_EQ(*thrown, bad_path_type(units(text)));
                 return;
             }
             ASSERT_EQ(cleaned, *expected) << printable(units(text));
@@ -188,8 +179,7 @@ TEST(CleanPathname, BelowTheCurrentDirectory)
 TEST(CleanPathname, BelowACurrentDirectoryOnAShare)
 {
     workspace work;
-    if (!work.has_share())
-        GTEST_SKIP() << "this system has no share";
+    NEEDS(work.has_share(), "this system has no share");
     work.change_directory(work.share_root());
     path_type_enum type{};
     EXPECT_EQ(clean_pathname(L"foo", type, {}),
@@ -234,8 +224,7 @@ TEST(CleanPathname, OfARootedPathname)
 TEST(CleanPathname, OfARootedPathnameOnAShare)
 {
     workspace work;
-    if (!work.has_share())
-        GTEST_SKIP() << "this system has no share";
+    NEEDS(work.has_share(), "this system has no share");
     work.change_directory(work.share_root());
     path_type_enum type{};
     EXPECT_EQ(clean_pathname(LR"(\foo)", type, {}), LR"(\\?\UNC\fl-server\share\foo)");
@@ -266,14 +255,7 @@ bool searched_parent_component(std::wstring const &text, std::size_t length)
     return false;
 }
 
-struct parent_case
-{
-    wchar_t const *text;
-    bool expected;
-    char const *why;
-};
-
-constexpr parent_case parent_cases[] = {
+constexpr answer_row<wchar_t> parent_cases[] = {
     {LR"(a\..\b)", true, "between separators"},
     {L"..", true, "all there is"},
     {LR"(..\a)", true, "at the beginning"},
@@ -497,9 +479,8 @@ TEST(RemoveDotComponents, OfAServerWithoutAShare)
     auto const refusal = invalid_argument("UNC root path length can not be zero");
     for (wchar_t const *text :
          {LR"(\\?\UNC\s)", LR"(\\?\UNC\s\)", LR"(\\?\UNC\..\h)", LR"(\\?\UNC\s\.\a)"})
-        EXPECT_EQ(failure_of([&] { remove_dot_components(text, long_unc); }), refusal)
-            << printable(units(text));
-    EXPECT_EQ(failure_of([] { remove_dot_components(LR"(\\?\C:\foo)", rooted); }), refusal)
+        EXPECT_FAILURE(remove_dot_components(text, long_unc), refusal) << printable(units(text));
+    EXPECT_FAILURE(remove_dot_components(LR"(\\?\C:\foo)", rooted), refusal)
         << "any type but the one for drives means a server";
 }
 

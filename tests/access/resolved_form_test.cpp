@@ -36,14 +36,7 @@ simulation::fault keeping(simulated_machine &machine, std::wstring text)
     });
 }
 
-struct resolved_case
-{
-    wchar_t const *full;
-    wchar_t const *expected;
-    char const *why;
-};
-
-constexpr resolved_case resolved_cases[] = {
+constexpr text_row<wchar_t> resolved_cases[] = {
     {LR"(C:\link\..\x)", LR"(\\?\D:\p\x)", "up from where the link leads"},
     {LR"(\\?\C:\link\..\x)", LR"(\\?\D:\p\x)", "up from where the link leads"},
     {LR"(C:\d\..\link)", LR"(\\?\C:\link)", "a link at the end isn't followed"},
@@ -73,11 +66,11 @@ TEST(ResolvedAccessForm, ResolvesAllButTheLastElement)
     machine.add_directory(uR"(D:\p\q\x)").add_directory(uR"(C:\d\e)");
     machine.add_symbolic_link(u"C:\\link", uR"(D:\p\q)", flavour::directory);
     for (auto const &row : resolved_cases) {
-        auto const hook = keeping(machine, row.full);
+        auto const hook = keeping(machine, row.text);
         std::wstring form;
         EXPECT_EQ(failure_of([&] { form = make_resolved_access_form(u"C:\\any"); }), std::nullopt)
             << row.why;
-        EXPECT_EQ(form, row.expected) << printable(units(row.full)) << ": " << row.why;
+        EXPECT_EQ(form, row.expected) << printable(units(row.text)) << ": " << row.why;
     }
     expect_nothing_open(machine, "forms");
 }
@@ -97,7 +90,7 @@ TEST(ResolvedAccessForm, TellsWhatTheWalkTells)
     };
     for (auto const &row : cases) {
         auto const hook = keeping(machine, row.full);
-        EXPECT_EQ(failure_of([] { make_resolved_access_form(u"C:\\any"); }), row.expected);
+        EXPECT_FAILURE(make_resolved_access_form(u"C:\\any"), row.expected);
     }
 }
 

@@ -93,15 +93,13 @@ TEST(BuildTargetPathCalls, AWalkTellsWhatItFails)
 {
     simulated_machine machine;
     machine.add_file(u"C:\\f");
-    EXPECT_EQ(
-        failure_of([] { build_target_path_bridge(LR"(C:\d\l)", LR"(C:\.\no)", absolute_link); }),
-        not_found(uR"(\\?\C:\no)"));
-    EXPECT_EQ(
-        failure_of([] { build_target_path_bridge(LR"(C:\d\l)", LR"(C:\f\..\x)", absolute_link); }),
-        nowhere());
+    EXPECT_FAILURE(build_target_path_bridge(LR"(C:\d\l)", LR"(C:\.\no)", absolute_link),
+                   not_found(uR"(\\?\C:\no)"));
+    EXPECT_FAILURE(build_target_path_bridge(LR"(C:\d\l)", LR"(C:\f\..\x)", absolute_link),
+                   nowhere());
     machine.add_symbolic_link(u"C:\\loop", u"loop");
-    EXPECT_EQ(failure_of([] { build_target_path_bridge(LR"(C:\l)", LR"(.\loop)", relative_link); }),
-              too_many_links(uR"(\\?\C:\loop)"));
+    EXPECT_FAILURE(build_target_path_bridge(LR"(C:\l)", LR"(.\loop)", relative_link),
+                   too_many_links(uR"(\\?\C:\loop)"));
 }
 
 TEST(BuildTargetPathCalls, ADriveRelativeLinkOnTheWayComesOutWithoutALongPrefix)
@@ -111,8 +109,8 @@ TEST(BuildTargetPathCalls, ADriveRelativeLinkOnTheWayComesOutWithoutALongPrefix)
     machine.add_symbolic_link(u"C:\\m", uR"(\\?\C:x)", flavour::directory);
     EXPECT_EQ(build_target_path_bridge(LR"(C:\l)", LR"(C:\m\.)", absolute_link), LR"(C:\work\x)");
     auto const broken = machine.fail_every_call_on("GetFullPathNameW", ERROR_IO_DEVICE);
-    EXPECT_EQ(failure_of([] { build_target_path_bridge(LR"(C:\l)", LR"(C:\m\.)", absolute_link); }),
-              system_error(ERROR_IO_DEVICE, u"C:"));
+    EXPECT_FAILURE(build_target_path_bridge(LR"(C:\l)", LR"(C:\m\.)", absolute_link),
+                   system_error(ERROR_IO_DEVICE, u"C:"));
 }
 
 TEST(BuildTargetPathCalls, AShortcutAtTheEndThatCannotBeReadTellsItsCode)
@@ -130,10 +128,8 @@ TEST(BuildTargetPathCalls, AShortcutAtTheEndThatCannotBeReadTellsItsCode)
     };
     for (auto const &row : cases) {
         auto const broken = machine.fail_every_call_on("CoCreateInstance", row.result);
-        EXPECT_EQ(failure_of([] {
-                      build_target_path_bridge(LR"(C:\l)", LR"(C:\.\k.lnk)", absolute_link);
-                  }),
-                  row.expected);
+        EXPECT_FAILURE(build_target_path_bridge(LR"(C:\l)", LR"(C:\.\k.lnk)", absolute_link),
+                       row.expected);
     }
 }
 

@@ -107,10 +107,8 @@ TEST(BuildTargetPath, RefusesWhatLinksCantSay)
         {LR"(\\?\UNC\server)", no_type, "no share"},
     };
     for (auto const &row : cases)
-        EXPECT_EQ(failure_of([&] {
-                      build_target_path_bridge(LR"(C:\d\l)", row.text, link_type_symlink_absolute);
-                  }),
-                  row.expected)
+        EXPECT_FAILURE(build_target_path_bridge(LR"(C:\d\l)", row.text, link_type_symlink_absolute),
+                       row.expected)
             << printable(units(row.text)) << ": " << row.why;
 }
 
@@ -119,20 +117,14 @@ TEST(BuildTargetPath, UncleanTextsNeedARootToWalkFrom)
     failure const nowhere = not_found(u"");
     failure const no_type = invalid_argument("Invalid Path Type");
     constexpr auto absolute_link = link_type_symlink_absolute;
-    EXPECT_EQ(failure_of([] { build_target_path_bridge({}, LR"(..\x)", absolute_link); }), no_type);
-    EXPECT_EQ(failure_of([] { build_target_path_bridge({}, LR"(\..\x)", absolute_link); }),
-              nowhere);
-    EXPECT_EQ(failure_of([] { build_target_path_bridge(L"l", LR"(..\x)", relative_link); }),
-              no_type);
-    EXPECT_EQ(failure_of([] { build_target_path_bridge(LR"(\l)", LR"(..\x)", relative_link); }),
-              nowhere);
-    EXPECT_EQ(failure_of([] { build_target_path_bridge(L"C:l", LR"(..\x)", relative_link); }),
-              nowhere);
-    EXPECT_EQ(failure_of([] { build_target_path_bridge(LR"(\\s\h)", LR"(..\x)", relative_link); }),
-              nowhere)
+    EXPECT_FAILURE(build_target_path_bridge({}, LR"(..\x)", absolute_link), no_type);
+    EXPECT_FAILURE(build_target_path_bridge({}, LR"(\..\x)", absolute_link), nowhere);
+    EXPECT_FAILURE(build_target_path_bridge(L"l", LR"(..\x)", relative_link), no_type);
+    EXPECT_FAILURE(build_target_path_bridge(LR"(\l)", LR"(..\x)", relative_link), nowhere);
+    EXPECT_FAILURE(build_target_path_bridge(L"C:l", LR"(..\x)", relative_link), nowhere);
+    EXPECT_FAILURE(build_target_path_bridge(LR"(\\s\h)", LR"(..\x)", relative_link), nowhere)
         << "by the type of the link's pathname";
-    EXPECT_EQ(failure_of([] { build_target_path_bridge(LR"(\\.\l)", LR"(..\x)", relative_link); }),
-              no_type);
+    EXPECT_FAILURE(build_target_path_bridge(LR"(\\.\l)", LR"(..\x)", relative_link), no_type);
 }
 
 } // namespace

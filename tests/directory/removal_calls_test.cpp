@@ -49,27 +49,19 @@ TEST(RemovalCalls, EachNameIsOpenedAndMarked)
 
 TEST(RemovalCalls, EveryFailingCallReleasesItsHandlesAndLosesNothingOutside)
 {
-    for (bool const keeps_going : {false, true}) {
-        for (int nth = 1;; ++nth) {
-            ASSERT_LT(nth, 1000) << "the removal never ends";
-            simulated_machine machine;
-            build_small_tree(machine);
-            auto const fault = machine.fail_call(nth, ERROR_IO_DEVICE);
+    for (bool const keeps_going : {false, true})
+        sweep(build_small_tree, [&](failing_run const &run) {
             bool is_complete = false;
             auto const thrown = failure_of([&] {
                 is_complete =
                     remove_all(uR"(C:\t)", removal_options().keep_going(keeps_going)).is_complete();
             });
-            expect_nothing_open(machine);
-            EXPECT_TRUE(is_away_untouched(machine)) << "failing call " << nth;
-            EXPECT_EQ(machine.exists(uR"(C:\t)"), !is_complete) << "failing call " << nth;
+            EXPECT_TRUE(is_away_untouched(run.machine));
+            EXPECT_EQ(run.machine.exists(uR"(C:\t)"), !is_complete);
             if (thrown) {
-                EXPECT_EQ(thrown->error_code, DWORD{ERROR_IO_DEVICE}) << "failing call " << nth;
+                EXPECT_EQ(thrown->error_code, run.code);
             }
-            if (!fault.fired())
-                break;
-        }
-    }
+        });
 }
 
 /// A directory of the tree is swapped for a link to another ahead of each call in turn: by a
@@ -87,8 +79,7 @@ TEST(RemovalCalls, NothingOutsideIsLostWhateverBecomesALinkMeanwhile)
              {"CreateFileW", "GetFinalPathNameByHandleW", "GetFileInformationByHandleEx",
               "FindFirstFileExW", "FindNextFileW", "SetFileInformationByHandle", "CloseHandle",
               "FindClose", "GetFileAttributesExW"}) {
-            for (int nth = 1;; ++nth) {
-                ASSERT_LT(nth, 1000);
+            for_each_nth([&](int nth) {
                 simulated_machine machine;
                 build_small_tree(machine);
                 machine.add_file(uR"(C:\away\x)").add_file(uR"(C:\away\c\x)");
@@ -103,13 +94,12 @@ TEST(RemovalCalls, NothingOutsideIsLostWhateverBecomesALinkMeanwhile)
                 });
                 static_cast<void>(
                     failure_of([] { remove_all(uR"(C:\t)", removal_options().keep_going()); }));
-                EXPECT_TRUE(is_away_untouched(machine)) << function << " " << nth;
-                EXPECT_TRUE(machine.exists(uR"(C:\away\x)")) << function << " " << nth;
-                EXPECT_TRUE(machine.exists(uR"(C:\away\c\x)")) << function << " " << nth;
+                EXPECT_TRUE(is_away_untouched(machine)) << function;
+                EXPECT_TRUE(machine.exists(uR"(C:\away\x)")) << function;
+                EXPECT_TRUE(machine.exists(uR"(C:\away\c\x)")) << function;
                 expect_nothing_open(machine);
-                if (!swap.fired())
-                    break;
-            }
+                return swap.fired();
+            });
         }
     }
 }
@@ -158,13 +148,12 @@ TEST(RemovalCalls, OldFileSystemsRemoveToo)
         simulated_machine machine;
         machine.add_file(uR"(C:\t\x)");
         machine.set_attributes(uR"(C:\t\x)", FILE_ATTRIBUTE_READONLY);
-        auto const fault =
+        sure_fault const fault =
             machine.fail_call("SetFileInformationByHandle", 1, ERROR_INVALID_PARAMETER);
         auto const thrown =
             failure_of([&] { remove_all(uR"(C:\t)", removal_options().clear_read_only(clears)); });
         EXPECT_EQ(thrown.has_value(), !clears);
         EXPECT_EQ(machine.exists(uR"(C:\t\x)"), !clears);
-        EXPECT_TRUE(fault.fired());
     }
 }
 

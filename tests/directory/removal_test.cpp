@@ -63,8 +63,7 @@ TEST(RemoveAllWithOptions, CountsWhatItRemoves)
     EXPECT_EQ(work.entries(work.root()), names{u"kept"});
     EXPECT_EQ(remove_all(upath(work.path(u"kept")), removal_options()).removed(), 1U);
     EXPECT_EQ(remove_all(u"", removal_options()).removed(), 0U);
-    EXPECT_EQ(failure_of([&] { remove_all(work.path(u"no"), removal_options()); }),
-              not_found(work.path(u"no")));
+    EXPECT_FAILURE(remove_all(work.path(u"no"), removal_options()), not_found(work.path(u"no")));
 }
 
 TEST(RemoveAllWithOptions, TakesNamesOfAnyLengthAndEnding)
@@ -104,7 +103,7 @@ TEST(RemoveAllWithOptions, ReadOnlyFilesFailUnlessTheyAreToBeCleared)
     std::u16string const file = work.path(uR"(t\file)");
     work.make_file(file);
     work.set_attributes(file, read_only);
-    EXPECT_EQ(failure_of([&] { remove_all(work.path(u"t"), removal_options()); }), denied(file));
+    EXPECT_FAILURE(remove_all(work.path(u"t"), removal_options()), denied(file));
     EXPECT_TRUE(work.exists(file));
     EXPECT_EQ(remove_all(work.path(u"t"), removal_options().clear_read_only()).removed(), 2U);
     EXPECT_FALSE(work.exists(work.path(u"t")));
@@ -186,12 +185,10 @@ TEST(RemovalOptions, AreValues)
     removal_options const plain;
     removal_options clearing = plain;
     clearing.clear_read_only();
-    EXPECT_EQ(failure_of([&] { remove_all(work.path(u"file"), plain); }),
-              denied(work.path(u"file")));
+    EXPECT_FAILURE(remove_all(work.path(u"file"), plain), denied(work.path(u"file")));
     removal_options taken_back = clearing;
     taken_back.clear_read_only(false).keep_going().keep_going(false);
-    EXPECT_EQ(failure_of([&] { remove_all(work.path(u"file"), taken_back); }),
-              denied(work.path(u"file")));
+    EXPECT_FAILURE(remove_all(work.path(u"file"), taken_back), denied(work.path(u"file")));
     EXPECT_EQ(remove_all(work.path(u"file"), clearing).removed(), 1U);
 }
 

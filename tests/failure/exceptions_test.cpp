@@ -289,8 +289,8 @@ TEST(Exceptions, WhatIsReachedThroughTheStandardRoot)
 
 TEST(Exceptions, ThrowInvalidOperation)
 {
-    EXPECT_EQ(failure_of([] { detail::throw_invalid_operation_exception(); }),
-              (failure{id(2), "fl:filesystem:InvalidOperation", {}, {}}));
+    EXPECT_FAILURE(detail::throw_invalid_operation_exception(),
+                   (failure{id(2), "fl:filesystem:InvalidOperation", {}, {}}));
     EXPECT_THROW(detail::throw_invalid_operation_exception(), InvalidOperation);
 }
 

@@ -7,13 +7,7 @@ namespace {
 
 using namespace test_support;
 
-struct root_case
-{
-    wchar_t const *text, *expected;
-    char const *why;
-};
-
-constexpr root_case root_cases[] = {
+constexpr text_row<wchar_t> root_cases[] = {
     // examples of the header
     {LR"(C:\a\bin\win64\x)", LR"(C:\a)", "the usual form"},
     {LR"(C:\a\bin\win64\bin\win64\x)", LR"(C:\a\bin\win64)", "the deepest pair counts"},
@@ -67,7 +61,7 @@ constexpr root_case root_cases[] = {
 
 TEST(FindInstallRoot, Table)
 {
-    for (root_case const &row : root_cases)
+    for (auto const &row : root_cases)
         EXPECT_EQ(find_install_root(row.text), row.expected) << row.why;
 }
 

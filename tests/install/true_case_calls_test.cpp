@@ -3,6 +3,7 @@
 #include "install/true_case.hpp"
 
 #include "support/calls.hpp"
+#include "support/translation.hpp"
 
 namespace fl::filesystem::detail {
 namespace {
@@ -40,14 +41,8 @@ TEST(RestoreTrueCaseCalls, NoneForARoot)
     EXPECT_EQ(machine.journal().size(), 0U) << "not even whether there is such a drive";
 }
 
-struct text_case
-{
-    wchar_t const *text, *expected;
-    char const *why;
-};
-
 // The share of a server is a level that is searched like any other, and no disk lists it.
-constexpr text_case text_cases[] = {
+constexpr text_row<wchar_t> text_cases[] = {
     {LR"(\\Server\Share\dir\sub)", LR"(\\?\UNC\Server\share\Dir\Sub)", "a share in lower case"},
     {LR"(\\?\UNC\Server\SHARE\dir)", LR"(\\?\UNC\Server\share\Dir)", "with a long prefix"},
     {LR"(\\?\unc\server\share\dir)", LR"(\\?\Unc\server\share\Dir)",
@@ -58,7 +53,7 @@ constexpr text_case text_cases[] = {
 
 TEST(RestoreTrueCaseCalls, Texts)
 {
-    for (text_case const &row : text_cases) {
+    for (auto const &row : text_cases) {
         simulated_machine machine;
         machine.add_directory(uR"(C:\Dir\Sub)");
         machine.add_share(u"server", u"share").add_directory(uR"(\\server\share\Dir\Sub)");
@@ -79,8 +74,8 @@ TEST(RestoreTrueCaseCalls, AShareAloneIsSearchedAsTheLastLevel)
     }
     simulated_machine machine;
     auto const fault = machine.fail_call("FindFirstFileExW", 1, 53);
-    EXPECT_EQ(failure_of([] { restore_true_case(LR"(\\Server\SHARE)"); }),
-              system_error(53, uR"(\\?\UNC\Server\SHARE)"));
+    EXPECT_FAILURE(restore_true_case(LR"(\\Server\SHARE)"),
+                   system_error(53, uR"(\\?\UNC\Server\SHARE)"));
 }
 
 TEST(RestoreTrueCaseCalls, AnEarlierLevelThatCantBeListedIsInLowerCaseWhateverTheCode)
@@ -88,38 +83,26 @@ TEST(RestoreTrueCaseCalls, AnEarlierLevelThatCantBeListedIsInLowerCaseWhateverTh
     for (DWORD const code : {2U, 3U, 5U, 18U, 53U, 123U, 1117U}) {
         simulated_machine machine;
         machine.add_directory(uR"(C:\Apps\Tool\Sub)");
-        auto const fault = machine.fail_call("FindFirstFileExW", 2, code);
+        sure_fault const fault = machine.fail_call("FindFirstFileExW", 2, code);
         EXPECT_EQ(restore_true_case(LR"(C:\APPS\TOOL\SUB)"), LR"(\\?\C:\Apps\tool\Sub)") << code;
-        EXPECT_TRUE(fault.fired());
         EXPECT_EQ(machine.find_handles(), 0) << code;
     }
 }
 
 TEST(RestoreTrueCaseCalls, TheLastLevelIsInLowerCaseOnlyForTwoCodes)
 {
-    struct
-    {
-        DWORD code;
-        std::optional<test_support::failure> expected;
-    } const cases[] = {
-        {3, std::nullopt},
-        {5, std::nullopt},
-        {2, not_found(uR"(\\?\C:\APPS\TOOL)")},
-        {18, system_error(18, uR"(\\?\C:\APPS\TOOL)")},
-        {1920, denied(uR"(\\?\C:\APPS\TOOL)")},
-        {206, too_large(u"")},
-        {1117, system_error(1117, uR"(\\?\C:\APPS\TOOL)")},
-    };
-    for (auto const &row : cases) {
+    for (DWORD const code : {3U, 5U, 2U, 18U, 206U, 1117U, 1920U}) {
         simulated_machine machine;
         machine.add_directory(uR"(C:\Apps\Tool)");
-        auto const fault = machine.fail_call("FindFirstFileExW", 2, row.code);
+        sure_fault const fault = machine.fail_call("FindFirstFileExW", 2, code);
         std::wstring result;
-        EXPECT_EQ(failure_of([&] { result = restore_true_case(LR"(C:\APPS\TOOL)"); }), row.expected)
-            << row.code;
-        EXPECT_EQ(result, row.expected ? L"" : LR"(\\?\C:\Apps\tool)") << row.code;
-        EXPECT_TRUE(fault.fired());
-        EXPECT_EQ(machine.find_handles(), 0) << row.code;
+        bool const is_lowered = code == 3 || code == 5;
+        EXPECT_EQ(failure_of([&] { result = restore_true_case(LR"(C:\APPS\TOOL)"); }),
+                  is_lowered ? std::nullopt
+                             : std::optional(translated(code, uR"(\\?\C:\APPS\TOOL)")))
+            << code;
+        EXPECT_EQ(result, is_lowered ? LR"(\\?\C:\Apps\tool)" : L"") << code;
+        EXPECT_EQ(machine.find_handles(), 0) << code;
     }
 }
 
@@ -169,19 +152,12 @@ TEST(RestoreTrueCaseCalls, AResultMayBeLongerThanTheText)
 
 TEST(RestoreTrueCaseCalls, ASearchThatCantBeClosedNamesNothing)
 {
-    struct
-    {
-        DWORD code;
-        test_support::failure expected;
-    } const cases[] = {{6, system_error(6, u"")}, {5, denied(u"")}, {2, not_found(u"")}};
-    for (auto const &row : cases) {
+    for (DWORD const code : {2U, 5U, 6U}) {
         for (int const nth : {1, 2, 3}) {
             simulated_machine machine;
             machine.add_directory(uR"(C:\Apps\Tool\Sub)");
-            auto const fault = machine.fail_call("FindClose", nth, row.code);
-            EXPECT_EQ(failure_of([] { restore_true_case(LR"(C:\apps\tool\sub)"); }), row.expected)
-                << nth;
-            EXPECT_TRUE(fault.fired()) << nth;
+            sure_fault const fault = machine.fail_call("FindClose", nth, code);
+            EXPECT_FAILURE(restore_true_case(LR"(C:\apps\tool\sub)"), translated(code, u"")) << nth;
             EXPECT_EQ(machine.find_handles(), 0) << nth;
         }
     }
@@ -189,16 +165,9 @@ TEST(RestoreTrueCaseCalls, ASearchThatCantBeClosedNamesNothing)
 
 TEST(RestoreTrueCaseCalls, EveryFailingCallReleasesItsSearches)
 {
-    for (int nth = 1;; ++nth) {
-        ASSERT_LT(nth, 100) << "the operation never ends";
-        simulated_machine machine;
-        machine.add_directory(uR"(C:\Apps\Tool\Sub)");
-        auto const fault = machine.fail_call(nth, 1117);
-        failure_of([] { restore_true_case(LR"(C:\apps\tool\sub)"); });
-        EXPECT_EQ(machine.find_handles(), 0) << "failing call " << nth;
-        if (!fault.fired())
-            break;
-    }
+    sweep(
+        [](simulated_machine &machine) { machine.add_directory(uR"(C:\Apps\Tool\Sub)"); },
+        [](failing_run const &) { failure_of([] { restore_true_case(LR"(C:\apps\tool\sub)"); }); });
 }
 
 } // namespace

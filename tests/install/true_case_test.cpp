@@ -44,15 +44,14 @@ TEST(RestoreTrueCase, RefusesWhatHasNoRoot)
     auto const refusal = invalid_argument("Long UNC path without root not permitted");
     for (wchar_t const *text : {L"", L"a", LR"(a\b)", LR"(\a)", L"C:", L"C:a", LR"(\\server)",
                                 LR"(\\.\COM1)", LR"(\\?\)", LR"(\\?\C:)", LR"(\\?\UNC\server)"})
-        EXPECT_EQ(failure_of([&] { restore_true_case(text); }), refusal) << printable(units(text));
+        EXPECT_FAILURE(restore_true_case(text), refusal) << printable(units(text));
 }
 
 TEST(RestoreTrueCase, OfAMissingNameFailsWithTheLongForm)
 {
     workspace work;
     std::wstring const text = wide(work.path(u"Missing"));
-    EXPECT_EQ(failure_of([&] { restore_true_case(text); }),
-              not_found(uR"(\\?\)" + work.path(u"Missing")));
+    EXPECT_FAILURE(restore_true_case(text), not_found(uR"(\\?\)" + work.path(u"Missing")));
 }
 
 } // namespace

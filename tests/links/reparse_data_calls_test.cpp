@@ -61,34 +61,27 @@ TEST(ReadReparseData, AnOpeningThatFailsWithoutACode)
 {
     simulated_machine machine;
     machine.add_symbolic_link(u"C:\\link", u"x");
-    auto const fault = machine.fail_every_call_on("CreateFileW", 0);
+    sure_fault const fault = machine.fail_every_call_on("CreateFileW", 0);
     windows::reparse_data_context data;
     EXPECT_EQ(read_reparse_data(data, L"C:\\link"), 0U);
     EXPECT_EQ(reparse_tag(data), 0U);
     EXPECT_EQ(machine.journal().size(), 1U);
-    EXPECT_TRUE(fault.fired());
+}
+
+void add_junction(simulated_machine &machine)
+{
+    machine.add_junction(u"C:\\link", u"C:\\x");
 }
 
 TEST(ReadReparseData, EachCallThatFails)
 {
-    unsigned int const expected[] = {1117, 1117, 0}; // opening, reading, closing
-    int nth = 1;
-    for (unsigned int const code : expected) {
-        simulated_machine machine;
-        machine.add_junction(u"C:\\link", u"C:\\x");
-        auto const fault = machine.fail_call(nth, 1117);
-        windows::reparse_data_context data;
-        EXPECT_EQ(read_reparse_data(data, L"C:\\link"), code) << "failing call " << nth;
-        EXPECT_EQ(machine.open_handles(), 0) << "failing call " << nth;
-        EXPECT_TRUE(fault.fired()) << "failing call " << nth;
-        ++nth;
-    }
-    simulated_machine machine;
-    machine.add_junction(u"C:\\link", u"C:\\x");
-    auto const fault = machine.fail_call(nth, 1117);
-    windows::reparse_data_context data;
-    EXPECT_EQ(read_reparse_data(data, L"C:\\link"), 0U);
-    EXPECT_FALSE(fault.fired()) << "there is no further call";
+    EXPECT_EQ(outcomes_of_each_call(add_junction,
+                                    [] {
+                                        windows::reparse_data_context data;
+                                        return read_reparse_data(data, L"C:\\link");
+                                    }),
+              (std::vector<unsigned int>{1117, 1117, 0}))
+        << "opening, reading, closing";
 }
 
 /// A name on a disk, and what reading it as a link gives.
@@ -192,55 +185,39 @@ TEST(ReadLinkText, OpensNothingThatIsNoReparsePoint)
 
 TEST(ReadLinkText, EachCallThatFails)
 {
-    // attributes, opening, reading, closing
-    struct
-    {
-        unsigned int error;
-        wchar_t const *text;
-    } const expected[] = {{1117, L""}, {untouched, L""}, {untouched, L""}, {untouched, L"C:\\x"}};
-    int nth = 1;
-    for (auto const &row : expected) {
-        simulated_machine machine;
-        machine.add_junction(u"C:\\link", u"C:\\x");
-        auto const fault = machine.fail_call(nth, 1117);
-        unsigned int error = untouched;
-        auto link_type = windows::link_type_none;
-        EXPECT_EQ(read_link_text(L"C:\\link", link_type, error), row.text)
-            << "failing call " << nth;
-        EXPECT_EQ(error, row.error) << "failing call " << nth;
-        EXPECT_EQ(machine.open_handles(), 0) << "failing call " << nth;
-        EXPECT_TRUE(fault.fired()) << "failing call " << nth;
-        ++nth;
-    }
+    using read = std::pair<unsigned int, std::wstring>; // the code and the text
+    EXPECT_EQ(
+        outcomes_of_each_call(add_junction,
+                              [] {
+                                  unsigned int error = untouched;
+                                  auto link_type = windows::link_type_none;
+                                  auto text = read_link_text(L"C:\\link", link_type, error);
+                                  return read(error, text);
+                              }),
+        (std::vector<read>{{1117, L""}, {untouched, L""}, {untouched, L""}, {untouched, L"C:\\x"}}))
+        << "attributes, opening, reading, closing";
 }
 
 TEST(ReadLinkTarget, EachCallThatFails)
 {
-    for (int nth = 1; nth <= 4; ++nth) {
-        simulated_machine machine;
-        machine.add_junction(u"C:\\link", u"C:\\x");
-        auto const fault = machine.fail_call(nth, 1117);
+    int const failed = sweep(add_junction, [](failing_run const &run) {
         auto link_type = windows::link_type_none;
         std::wstring text;
         auto const thrown = failure_of([&] { text = read_link_target(L"C:\\link", link_type); });
-        EXPECT_EQ(thrown.has_value(), nth == 1) << "failing call " << nth;
-        if (thrown) {
-            EXPECT_EQ(*thrown, system_error(1117, u"C:\\link"));
-        }
-        bool const is_read = nth == 4;
-        EXPECT_EQ(text, is_read ? L"C:\\x" : L"") << "failing call " << nth;
+        EXPECT_EQ(thrown,
+                  run.nth == 1 ? std::optional(system_error(1117, u"C:\\link")) : std::nullopt);
+        bool const is_read = run.nth >= 4; // the fourth is the closing
+        EXPECT_EQ(text, is_read ? L"C:\\x" : L"");
         EXPECT_EQ(link_type, is_read ? windows::link_type_mount_point : windows::link_type_none);
-        EXPECT_EQ(machine.open_handles(), 0) << "failing call " << nth;
-        EXPECT_TRUE(fault.fired()) << "failing call " << nth;
-    }
+    });
+    EXPECT_EQ(failed, 4);
 }
 
 TEST(ReadLinkTarget, OfAMissingNameNamesTheStringOfTheCall)
 {
     simulated_machine machine;
     auto link_type = windows::link_type_none;
-    EXPECT_EQ(failure_of([&] { read_link_target(LR"(\\?\C:\no)", link_type); }),
-              not_found(uR"(\\?\C:\no)"));
+    EXPECT_FAILURE(read_link_target(LR"(\\?\C:\no)", link_type), not_found(uR"(\\?\C:\no)"));
 }
 
 TEST(ReadLinkTarget, ANameBeyondAsciiLeavesNoHandleOpen)

@@ -14,14 +14,7 @@ namespace {
 
 using namespace test_support;
 
-struct name_case
-{
-    char16_t const *name;
-    bool runs;
-    char const *why;
-};
-
-constexpr name_case name_cases[] = {
+constexpr answer_row<char16_t> name_cases[] = {
     {u"tool.exe", true, "a program"},
     {u"tool2.EXE", true, "in upper case"},
     {u"tool.bat", true, "a batch file"},
@@ -48,21 +41,21 @@ constexpr name_case name_cases[] = {
 TEST(Access, OfFilesInEachMode)
 {
     workspace space;
-    for (name_case const &row : name_cases) {
-        std::u16string const path = space.path(row.name);
+    for (auto const &row : name_cases) {
+        std::u16string const path = space.path(row.text);
         space.make_file(path, "1");
-        EXPECT_EQ(access_signs(path), row.runs ? can_all : cannot_run) << row.why;
+        EXPECT_EQ(access_signs(path), row.expected ? can_all : cannot_run) << row.why;
     }
 }
 
 TEST(Access, OfReadOnlyFilesInEachMode)
 {
     workspace space;
-    for (name_case const &row : name_cases) {
-        std::u16string const path = space.path(row.name);
+    for (auto const &row : name_cases) {
+        std::u16string const path = space.path(row.text);
         space.make_file(path, "1");
         attributes_for_now const read_only(path, FILE_ATTRIBUTE_READONLY);
-        EXPECT_EQ(access_signs(path), row.runs ? cannot_write : cannot_write_or_run) << row.why;
+        EXPECT_EQ(access_signs(path), row.expected ? cannot_write : cannot_write_or_run) << row.why;
     }
 }
 
@@ -101,17 +94,17 @@ TEST(Access, OfNamesThatAreNotThere)
     EXPECT_EQ(access_signs(space.path(u"a<b")), is_missing) << "code 123";
     EXPECT_EQ(access_signs(u"Q:\\no"), is_missing) << "no such drive";
     EXPECT_EQ(access_signs(space.path(u"no.b\u00E9x")), is_missing) << "before its extension";
-    EXPECT_EQ(space.entries(space.root()), std::vector<std::u16string>{u"file"});
+    EXPECT_EQ(space.entries(space.root()), names{u"file"});
 }
 
 TEST(Access, RefusesTheEmptyPathAheadOfTheMode)
 {
-    auto const refusal = invalid_argument("Empty Path not permitted");
+    auto const refusal = empty_path();
     for (unsigned int const mode : {0U, 1U, 8U, 15U, 16U, 0xFFFFFFFFU}) {
-        EXPECT_EQ(failure_of([&] { access(u"", mode); }), refusal) << mode;
-        EXPECT_EQ(failure_of([&] { access(upath(), mode); }), refusal) << mode;
+        EXPECT_FAILURE(access(u"", mode), refusal) << mode;
+        EXPECT_FAILURE(access(upath(), mode), refusal) << mode;
     }
-    EXPECT_EQ(failure_of([] { access(uR"(\\?\)", 1); }), refusal) << "nothing but a prefix";
+    EXPECT_FAILURE(access(uR"(\\?\)", 1), refusal) << "nothing but a prefix";
 }
 
 TEST(Access, RefusesOtherModes)
@@ -124,11 +117,10 @@ TEST(Access, RefusesOtherModes)
     for (unsigned int const mode : modes) {
         for (char16_t const *name : {u"tool.exe", u"no", u"no\\no", u"a<b"}) {
             std::u16string const path = space.path(name);
-            EXPECT_EQ(failure_of([&] { access(path, mode); }), refusal) << mode;
-            EXPECT_EQ(failure_of([&] { access(upath(path), mode); }), refusal) << mode;
+            EXPECT_FAILURE(access(path, mode), refusal) << mode;
+            EXPECT_FAILURE(access(upath(path), mode), refusal) << mode;
         }
-        EXPECT_EQ(failure_of([&] { access(u"\\\\server", mode); }), refusal)
-            << "ahead of what the pathname is";
+        EXPECT_FAILURE(access(u"\\\\server", mode), refusal) << "ahead of what the pathname is";
     }
 }
 
@@ -180,28 +172,15 @@ TEST(Access, OfPathnamesAboutTheLimits)
 
 TEST(Access, OfPathnamesThatCannotBe)
 {
-    struct
-    {
-        char16_t const *path;
-        char const *shown;
-    } const cases[] = {
-        {u"\\\\server", R"(\\server)"},
-        {u"\\\\.\\COM1", R"(\\.\COM1)"},
-    };
-    for (auto const &row : cases) {
-        auto expected = invalid_argument("The path type of the given path is not valid: {" +
-                                         std::string(row.shown) + "}");
-        expected.path_name = row.path;
+    for (char16_t const *path : {u"\\\\server", u"\\\\.\\COM1"})
         for (unsigned int const mode : {1U, 2U, 8U, 15U})
-            EXPECT_EQ(failure_of([&] { access(row.path, mode); }), expected) << row.shown;
-    }
+            EXPECT_FAILURE(access(path, mode), bad_path_type(path)) << mode;
 }
 
 TEST(Access, OnAShare)
 {
     workspace space;
-    if (!space.has_share())
-        GTEST_SKIP() << "this system offers the tests no network share";
+    NEEDS(space.has_share(), "this system offers the tests no network share");
     std::u16string const tool = space.share_root() + u"\\tool.exe";
     space.make_file(tool);
     EXPECT_EQ(access_signs(tool), can_all);

@@ -81,7 +81,7 @@ TEST(Canonical, ARelativePathGoesBelowTheBase)
     EXPECT_EQ(canonical(uR"(..\f)", base), work.path(u"f"));
     EXPECT_EQ(canonical(upath(u"d"), upath(base)).native(), work.path(uR"(base\d)"));
     EXPECT_EQ(canonical(u"f", u""), work.path(u"f")) << "without one, below the current directory";
-    EXPECT_EQ(failure_of([&] { canonical(u"f", base); }), not_found(u"")) << "and nowhere else";
+    EXPECT_FAILURE(canonical(u"f", base), not_found(u"")) << "and nowhere else";
 }
 
 TEST(Canonical, NeedsNoBaseForAnAbsolutePath)
@@ -98,10 +98,10 @@ TEST(Canonical, ANeededBaseHasToBeAbsolute)
     work.make_file(work.path(uR"(d\f)"));
     work.change_directory(work.root());
     auto const refused = invalid_argument("Invalid path type for base path");
-    EXPECT_EQ(failure_of([] { canonical(u"f", u"d"); }), refused);
-    EXPECT_EQ(failure_of([] { canonical(u"f", u"C:d"); }), refused);
-    EXPECT_EQ(failure_of([] { canonical(u"f", uR"(\d)"); }), refused);
-    EXPECT_EQ(failure_of([] { canonical(upath(u"f"), upath(u"d")); }), refused);
+    EXPECT_FAILURE(canonical(u"f", u"d"), refused);
+    EXPECT_FAILURE(canonical(u"f", u"C:d"), refused);
+    EXPECT_FAILURE(canonical(u"f", uR"(\d)"), refused);
+    EXPECT_FAILURE(canonical(upath(u"f"), upath(u"d")), refused);
 }
 
 // A text that has its own root but isn't absolute can't be joined to a base.
@@ -135,10 +135,10 @@ TEST(Canonical, WhatIsntThereIsNotFoundWithoutAPathname)
         {uR"(\\?\)" + work.path(u"no"), "with a prefix"},
     };
     for (auto const &row : cases) {
-        EXPECT_EQ(failure_of([&] { canonical(row.text); }), not_found(u"")) << row.why;
-        EXPECT_EQ(failure_of([&] { canonical(upath(row.text)); }), not_found(u"")) << row.why;
+        EXPECT_FAILURE(canonical(row.text), not_found(u"")) << row.why;
+        EXPECT_FAILURE(canonical(upath(row.text)), not_found(u"")) << row.why;
     }
-    EXPECT_EQ(work.entries(work.root()), std::vector<std::u16string>{u"f"});
+    EXPECT_EQ(work.entries(work.root()), names{u"f"});
 }
 
 TEST(Canonical, HasNoPrefixHoweverLong)
@@ -149,44 +149,32 @@ TEST(Canonical, HasNoPrefixHoweverLong)
         ASSERT_EQ(path.size(), size);
         EXPECT_EQ(canonical(path), path) << size;
         EXPECT_EQ(canonical(uR"(\\?\)" + path), path) << size;
-        EXPECT_EQ(failure_of([&] { canonical(path + u'x'); }), not_found(u"")) << size;
+        EXPECT_FAILURE(canonical(path + u'x'), not_found(u"")) << size;
     }
 }
 
 TEST(Canonical, OnAShare)
 {
     workspace work;
-    if (!work.has_share())
-        GTEST_SKIP() << "there is no share";
+    NEEDS(work.has_share(), "there is no share");
     std::u16string const root = work.share_root();
     work.make_file(root + uR"(\d\f)");
     EXPECT_EQ(canonical(root + uR"(\d\f)"), root + uR"(\d\f)");
     EXPECT_EQ(canonical(root + uR"(\d\..\d\)"), root + uR"(\d)");
     EXPECT_EQ(canonical(uR"(\\?\UNC)" + root.substr(1) + uR"(\d\f)"), root + uR"(\d\f)");
-    EXPECT_EQ(failure_of([&] { canonical(root + uR"(\no)"); }), not_found(u""));
+    EXPECT_FAILURE(canonical(root + uR"(\no)"), not_found(u""));
 }
-
-struct refused_case
-{
-    char16_t const *text;
-    char16_t const *named;
-    char const *why;
-};
 
 // What is no pathname of a file, by its shape.
 TEST(Canonical, RefusesServersAndDevices)
 {
-    constexpr refused_case cases[] = {
+    constexpr text_row<char16_t> cases[] = {
         {uR"(\\server)", uR"(\\server)", "a server alone"},
         {uR"(\\.\COM1)", uR"(\\.\COM1)", "a device"},
         {u"COM1", uR"(\\.\COM1)", "what the system takes for one"},
     };
-    for (refused_case const &row : cases) {
-        auto expected = invalid_argument("The path type of the given path is not valid");
-        expected.path_name = row.named;
-        expected.what += ": {" + printable(row.named) + "}";
-        EXPECT_EQ(failure_of([&] { canonical(row.text); }), expected) << row.why;
-    }
+    for (auto const &row : cases)
+        EXPECT_FAILURE(canonical(row.text), bad_path_type(row.expected)) << row.why;
 }
 
 } // namespace

@@ -59,7 +59,7 @@ TEST(CopyCalls, OfWhatIsMissingDontLookAtTheTarget)
 {
     simulated_machine machine;
     machine.add_file(uR"(C:\b)");
-    EXPECT_EQ(failure_of([] { copy(u"no", u"b"); }), not_found(u"no"));
+    EXPECT_FAILURE(copy(u"no", u"b"), not_found(u"no"));
     lines const made = calls(machine);
     EXPECT_FALSE(made.empty());
     for (std::string const &call : made)
@@ -83,9 +83,8 @@ TEST(CopyDirectoryCalls, WhatCantBeLookedAtIsAboutItAlone)
     simulated_machine machine;
     machine.add_directory(uR"(C:\a)");
     for (DWORD const code : {59U, 1117U}) {
-        auto const fault = machine.fail_call("GetFileAttributesExW", 1, code);
-        EXPECT_EQ(failure_of([] { copy_directory(u"a", u"b"); }), system_error(code, u"a"));
-        EXPECT_TRUE(fault.fired());
+        sure_fault const fault = machine.fail_call("GetFileAttributesExW", 1, code);
+        EXPECT_FAILURE(copy_directory(u"a", u"b"), system_error(code, u"a"));
     }
     EXPECT_FALSE(machine.exists(uR"(C:\b)"));
 }
@@ -97,9 +96,9 @@ TEST(CopyDirectoryCalls, FollowALink)
     machine.add_symbolic_link(uR"(C:\broken)", u"no", flavour::directory);
     copy_directory(u"l", u"b");
     EXPECT_EQ(machine.reparse_tag(uR"(C:\b)"), 0U);
-    EXPECT_EQ(failure_of([] { copy_directory(u"broken", u"c"); }), not_found(u"broken"));
+    EXPECT_FAILURE(copy_directory(u"broken", u"c"), not_found(u"broken"));
     auto const fault = machine.fail_every_call_on("CreateDirectoryW", 112);
-    EXPECT_EQ(failure_of([] { copy_directory(u"l", u"c"); }), system_error(112, u"l", u"c"));
+    EXPECT_FAILURE(copy_directory(u"l", u"c"), system_error(112, u"l", u"c"));
 }
 
 TEST(CopyFileCalls, ContentAttributesAndTimeOfWriting)
@@ -156,34 +155,32 @@ TEST(CopyFileCalls, ATargetThatIsntThereIsOlderThanAnything)
 
 TEST(CopyFileCalls, AnyFailureOnTheWayLeavesTheTargetAsItWas)
 {
+    constexpr auto newer = copy_options::update_existing;
     for (std::uint64_t const written : {100U, 900U}) { // older, then newer
+        auto const build = [&](simulated_machine &machine) {
+            machine.add_file(uR"(C:\a)", "from").add_file(uR"(C:\b)", "to");
+            machine.set_times(uR"(C:\a)", {500, 500, 500});
+            machine.set_times(uR"(C:\b)", {written, written, written});
+        };
         for (DWORD const code : {0U, 2U, 5U, 1117U}) {
-            int failures = 0;
-            for (int nth = 4;; ++nth) { // behind two expansions and the copying that is refused
-                simulated_machine machine;
-                machine.add_file(uR"(C:\a)", "from").add_file(uR"(C:\b)", "to");
-                machine.set_times(uR"(C:\a)", {500, 500, 500});
-                machine.set_times(uR"(C:\b)", {written, written, written});
-                auto const fault = machine.fail_call(nth, code);
-                auto const told = failure_of(
-                    [] { fl::filesystem::copy_file(u"a", u"b", copy_options::update_existing); });
-                std::string const where = std::to_string(written) + ", call " +
-                                          std::to_string(nth) + ", code " + std::to_string(code);
-                if (!fault.fired())
-                    break;
+            int reported = 0;
+            auto const copying = [&](failing_run const &run) {
+                auto const told = failure_of([] { fl::filesystem::copy_file(u"a", u"b", newer); });
+                // two expansions and the copying that is refused come ahead
+                if (run.nth < 4 || !run.is_broken())
+                    return;
                 // a handle that doesn't close keeps nobody, and FAT has no long identifiers
-                auto const broken = machine.journal().at(static_cast<std::size_t>(nth) - 1);
+                auto const broken = run.call();
                 bool const matters = broken.function != "CloseHandle" &&
                                      (broken.flags != DWORD{FileIdInfo} || code == 0);
-                EXPECT_EQ(told.has_value(), matters) << where;
-                EXPECT_EQ(machine.content(uR"(C:\b)"), told || written > 500 ? "to" : "from")
-                    << where;
-                EXPECT_EQ(machine.open_handles(), 0) << where;
-                failures += told ? 1 : 0;
-            }
+                EXPECT_EQ(told.has_value(), matters);
+                EXPECT_EQ(run.machine.content(uR"(C:\b)"), told || written > 500 ? "to" : "from");
+                reported += told ? 1 : 0;
+            };
+            sweep(build, copying, {code});
             // four openings, times and identifiers, and the copying
             int const identifiers = code == 0 ? 2 : 0;
-            EXPECT_EQ(failures, 6 + identifiers + (written == 100 ? 1 : 0))
+            EXPECT_EQ(reported, 6 + identifiers + (written == 100 ? 1 : 0))
                 << written << ' ' << code;
         }
     }
@@ -195,9 +192,9 @@ TEST(CopyFileCalls, BlameForADenial)
     machine.add_file(uR"(C:\a)").add_file(uR"(C:\closed)").add_directory(uR"(C:\d)");
     machine.add_symbolic_link(uR"(C:\l)", u"a").deny(uR"(C:\closed)", right::read);
     machine.deny_creation(uR"(C:\d)");
-    EXPECT_EQ(failure_of([] { copy_file(u"closed", u"b"); }), denied(u"closed"));
-    EXPECT_EQ(failure_of([] { copy_file(u"a", uR"(d\b)"); }), denied(uR"(d\b)"));
-    EXPECT_EQ(failure_of([] { copy_file(u"l", uR"(d\b)"); }), denied(u"l"))
+    EXPECT_FAILURE(copy_file(u"closed", u"b"), denied(u"closed"));
+    EXPECT_FAILURE(copy_file(u"a", uR"(d\b)"), denied(uR"(d\b)"));
+    EXPECT_FAILURE(copy_file(u"l", uR"(d\b)"), denied(u"l"))
         << "a link is blamed whatever it leads to";
 }
 
@@ -232,16 +229,16 @@ TEST(CopyCalls, AnEnumerationThatFailsEndsIt)
         machine.add_file(uR"(C:\t\a)").add_file(uR"(C:\t\b)");
         auto const search = machine.fail_every_call_on("FindFirstFileExW", code);
         failure const expected = code == 5 ? denied(u"to") : system_error(code, u"t", u"to");
-        EXPECT_EQ(failure_of([] { copy(u"t", u"to"); }), expected) << code;
-        EXPECT_EQ(machine.entries(uR"(C:\to)"), std::vector<std::u16string>()) << code;
+        EXPECT_FAILURE(copy(u"t", u"to"), expected) << code;
+        EXPECT_EQ(machine.entries(uR"(C:\to)"), names()) << code;
     }
     for (DWORD const code : {5U, 32U, 1117U}) {
         simulated_machine machine;
         machine.add_file(uR"(C:\t\a)").add_file(uR"(C:\t\b)");
         auto const next = machine.fail_call("FindNextFileW", 3, code); // behind the dots and `a`
         failure const expected = code == 5 ? denied(u"to") : system_error(code, u"t", u"to");
-        EXPECT_EQ(failure_of([] { copy(u"t", u"to"); }), expected) << code;
-        EXPECT_EQ(machine.entries(uR"(C:\to)"), std::vector<std::u16string>{u"a"}) << code;
+        EXPECT_FAILURE(copy(u"t", u"to"), expected) << code;
+        EXPECT_EQ(machine.entries(uR"(C:\to)"), names{u"a"}) << code;
     }
 }
 
@@ -252,11 +249,11 @@ TEST(CopyCalls, DevicesBeyondTheLimitHaveNoForm)
     std::u16string const device = of_size(uR"(\\.\)", 248);
     auto const expected = invalid_argument("Long UNC path without root not permitted");
     for (auto const &[from, to] : {std::pair(device, std::u16string(u"f")), {u"f", device}}) {
-        EXPECT_EQ(failure_of([&] { copy(from, to); }), expected);
-        EXPECT_EQ(failure_of([&] { copy_file(from, to); }), expected);
+        EXPECT_FAILURE(copy(from, to), expected);
+        EXPECT_FAILURE(copy_file(from, to), expected);
     }
-    EXPECT_EQ(failure_of([&] { copy_directory(device, u"f"); }), expected);
-    EXPECT_EQ(failure_of([&] { copy_directory(u"C:\\", device); }), expected);
+    EXPECT_FAILURE(copy_directory(device, u"f"), expected);
+    EXPECT_FAILURE(copy_directory(u"C:\\", device), expected);
 }
 
 TEST(CopyFileCalls, OptionsAboutOtherThingsDontCount)
@@ -290,24 +287,24 @@ TEST(CopyCalls, JunctionByteForByte)
 TEST(CopyCalls, JunctionThatCantBeMadeLeavesNothing)
 {
     for (char const *function : {"DeviceIoControl", "CreateFileW"}) {
-        for (int nth = 1;; ++nth) {
+        int const failed = for_each_nth([&](int nth) {
             simulated_machine machine;
             machine.add_directory(uR"(C:\d)").add_junction(uR"(C:\j)", uR"(C:\d)");
             auto const fault = machine.fail_call(function, nth, 1117);
             auto const thrown = failure_of([] { fl::filesystem::copy(u"j", u"b", as_links); });
-            if (!fault.fired()) {
-                EXPECT_GT(nth, 2) << function;
-                break;
+            if (fault.fired()) {
+                EXPECT_EQ(thrown, system_error(1117, u"j", u"b")) << function;
+                EXPECT_FALSE(machine.exists(uR"(C:\b)")) << function;
             }
-            EXPECT_EQ(thrown, system_error(1117, u"j", u"b")) << function << nth;
-            EXPECT_FALSE(machine.exists(uR"(C:\b)")) << function << nth;
-            EXPECT_EQ(machine.open_handles(), 0) << function << nth;
-        }
+            expect_nothing_open(machine, function);
+            return fault.fired();
+        });
+        EXPECT_GE(failed, 2) << function;
     }
     simulated_machine machine;
     machine.add_directory(uR"(C:\d)").add_junction(uR"(C:\j)", uR"(C:\d)");
     auto const fault = machine.fail_every_call_on("CreateDirectoryW", 5);
-    EXPECT_EQ(failure_of([] { fl::filesystem::copy(u"j", u"b", as_links); }), denied(u"b"));
+    EXPECT_FAILURE(fl::filesystem::copy(u"j", u"b", as_links), denied(u"b"));
     EXPECT_FALSE(machine.exists(uR"(C:\b)"));
 }
 
@@ -316,31 +313,25 @@ TEST(CopyCalls, JunctionThatCantBeMadeLeavesNothingAlsoIfNoCodeTellsWhy)
     for (char const *function : {"DeviceIoControl", "CreateFileW"}) {
         simulated_machine machine;
         machine.add_directory(uR"(C:\d)").add_junction(uR"(C:\j)", uR"(C:\d)");
-        auto const fault = machine.fail_every_call_on_name(function, uR"(C:\b)", 0);
-        EXPECT_EQ(failure_of([] { fl::filesystem::copy(u"j", u"b", as_links); }),
-                  system_error(ERROR_GEN_FAILURE, u"j", u"b"));
-        EXPECT_TRUE(fault.fired()) << function;
+        sure_fault const fault = machine.fail_every_call_on_name(function, uR"(C:\b)", 0);
+        EXPECT_FAILURE(fl::filesystem::copy(u"j", u"b", as_links),
+                       system_error(ERROR_GEN_FAILURE, u"j", u"b"));
         EXPECT_FALSE(machine.exists(uR"(C:\b)")) << function;
     }
 }
 
 TEST(CopyCalls, EveryFailingCallReleasesItsHandles)
 {
-    for (copy_options const links : {copy_options::none, as_links}) {
-        for (int nth = 1;; ++nth) {
-            ASSERT_LT(nth, 1000) << "the operation never ends";
-            simulated_machine machine;
-            machine.add_file(uR"(C:\t\d\f)").add_symbolic_link(uR"(C:\t\l)", u"d\\f");
-            machine.add_file(uR"(C:\t\f)").add_file(uR"(C:\to\f)");
-            machine.add_junction(uR"(C:\t\j)", uR"(C:\t\d)");
-            auto const fault = machine.fail_call(nth, ERROR_IO_DEVICE);
-            constexpr auto options = copy_options::recursive | copy_options::update_existing;
+    auto const build = [](simulated_machine &machine) {
+        machine.add_file(uR"(C:\t\d\f)").add_symbolic_link(uR"(C:\t\l)", u"d\\f");
+        machine.add_file(uR"(C:\t\f)").add_file(uR"(C:\to\f)");
+        machine.add_junction(uR"(C:\t\j)", uR"(C:\t\d)");
+    };
+    constexpr auto options = copy_options::recursive | copy_options::update_existing;
+    for (copy_options const links : {copy_options::none, as_links})
+        sweep(build, [&](failing_run const &) {
             failure_of([&] { fl::filesystem::copy(u"t", u"to", options | links); });
-            EXPECT_EQ(machine.open_handles() + machine.find_handles(), 0) << nth;
-            if (!fault.fired())
-                break;
-        }
-    }
+        });
 }
 
 TEST(CopyCalls, OfATreeDeeperThanAStack)
@@ -361,8 +352,7 @@ TEST(CopyCalls, IntoItselfEndsWithAnException)
     simulated_machine machine;
     machine.keep_journal(false);
     machine.add_directory(uR"(C:\a)");
-    EXPECT_EQ(failure_of([] { fl::filesystem::copy(u"a", uR"(a\b)", copy_options::recursive); }),
-              too_large(u""));
+    EXPECT_FAILURE(fl::filesystem::copy(u"a", uR"(a\b)", copy_options::recursive), too_large(u""));
     EXPECT_TRUE(machine.is_directory(uR"(C:\a\b\b\b)")) << "what was copied stays";
     EXPECT_EQ(machine.find_handles(), 0);
 }
@@ -464,7 +454,7 @@ TEST(CopyCalls, APathnameThatHasItsPrefixGetsNoOther)
     std::u16string const from = of_size(uR"(C:\f)", 248);
     machine.add_file(from + u"\\a.", "content").add_file(from + u"\\b");
     copy(from, uR"(C:\to)");
-    EXPECT_EQ(machine.entries(uR"(C:\to)"), (std::vector<std::u16string>{u"a.", u"b"}));
+    EXPECT_EQ(machine.entries(uR"(C:\to)"), (names{u"a.", u"b"}));
     EXPECT_EQ(machine.content(uR"(C:\to\a.)"), "content");
 }
 
@@ -482,12 +472,10 @@ TEST(CopyCalls, AReservedNameInATreeEndsItWithCode17)
     for (char16_t const *held : {uR"(C:\t\nul)", uR"(C:\t\nul\x)"}) {
         simulated_machine machine;
         machine.add_file(uR"(C:\t\a)").add_file(held, "held").add_file(uR"(C:\t\z)");
-        EXPECT_EQ(failure_of([] {
-                      fl::filesystem::copy(uR"(C:\t)", uR"(C:\to)", copy_options::recursive);
-                  }),
-                  system_error(17, uR"(C:\t)", uR"(C:\to)"))
+        EXPECT_FAILURE(fl::filesystem::copy(uR"(C:\t)", uR"(C:\to)", copy_options::recursive),
+                       system_error(17, uR"(C:\t)", uR"(C:\to)"))
             << "the device is in either place";
-        EXPECT_EQ(machine.entries(uR"(C:\to)"), std::vector<std::u16string>{u"a"});
+        EXPECT_EQ(machine.entries(uR"(C:\to)"), names{u"a"});
     }
 }
 
@@ -496,7 +484,7 @@ TEST(CopyCalls, OfAnEmptyRootMakesAnEmptyDirectory)
     simulated_machine machine;
     machine.add_drive(u'D');
     fl::filesystem::copy(u"D:\\", u"to", copy_options::recursive);
-    EXPECT_EQ(machine.entries(uR"(C:\to)"), std::vector<std::u16string>());
+    EXPECT_EQ(machine.entries(uR"(C:\to)"), names());
     EXPECT_TRUE(machine.is_directory(uR"(C:\to)"));
     EXPECT_EQ(machine.find_handles(), 0);
 }
@@ -508,10 +496,9 @@ TEST(CopyCalls, HardLinksAreNamesOfTheSameFile)
     constexpr auto links = copy_options::create_hard_links;
     fl::filesystem::copy(u"t", u"b", links);
     EXPECT_TRUE(machine.is_same(uR"(C:\t\f)", uR"(C:\b\f)"));
-    EXPECT_EQ(failure_of([] { fl::filesystem::copy(uR"(t\f)", u"there", links); }),
-              exists(u"there"));
-    EXPECT_EQ(failure_of([] { fl::filesystem::copy(uR"(t\f)", uR"(D:\f)", links); }),
-              system_error(17, uR"(t\f)", uR"(D:\f)"))
+    EXPECT_FAILURE(fl::filesystem::copy(uR"(t\f)", u"there", links), exists(u"there"));
+    EXPECT_FAILURE(fl::filesystem::copy(uR"(t\f)", uR"(D:\f)", links),
+                   system_error(17, uR"(t\f)", uR"(D:\f)"))
         << "the system's own 17: another volume";
 }
 

@@ -33,23 +33,22 @@ TEST(CopyDirectory, LeavesADirectoryThatIsThere)
 
 TEST(CopyDirectory, RefusesTheEmptyPath)
 {
-    auto const refusal = invalid_argument("Empty Path not permitted");
-    EXPECT_EQ(failure_of([] { copy_directory(u"", u""); }), refusal);
-    EXPECT_EQ(failure_of([] { copy_directory(u"", uR"(C:\no)"); }), refusal);
-    EXPECT_EQ(failure_of([] { copy_directory(uR"(C:\no)", u""); }), refusal)
+    auto const refusal = empty_path();
+    EXPECT_FAILURE(copy_directory(u"", u""), refusal);
+    EXPECT_FAILURE(copy_directory(u"", uR"(C:\no)"), refusal);
+    EXPECT_FAILURE(copy_directory(uR"(C:\no)", u""), refusal)
         << "before it is seen that `from` is missing";
-    EXPECT_EQ(failure_of([] { copy_directory(upath(u"no"), upath()); }), refusal);
-    EXPECT_EQ(failure_of([] { copy_directory(upath(), upath(u"no")); }), refusal);
-    EXPECT_EQ(failure_of([] { copy_directory(uR"(\\?\)", u"no"); }), refusal)
-        << "nothing but a prefix";
+    EXPECT_FAILURE(copy_directory(upath(u"no"), upath()), refusal);
+    EXPECT_FAILURE(copy_directory(upath(), upath(u"no")), refusal);
+    EXPECT_FAILURE(copy_directory(uR"(\\?\)", u"no"), refusal) << "nothing but a prefix";
 }
 
 TEST(CopyDirectory, OfAFileNamesIt)
 {
     workspace work;
     work.make_file(work.path(u"f"));
-    EXPECT_EQ(failure_of([&] { copy_directory(work.path(u"f"), work.path(u"to")); }),
-              not_directory(work.path(u"f")));
+    EXPECT_FAILURE(copy_directory(work.path(u"f"), work.path(u"to")),
+                   not_directory(work.path(u"f")));
     EXPECT_FALSE(work.exists(work.path(u"to")));
 }
 
@@ -58,9 +57,9 @@ TEST(CopyDirectory, NamesTheOneThatIsMissing)
     workspace work;
     work.make_directory(work.path(u"a"));
     work.change_directory(work.root());
-    EXPECT_EQ(failure_of([] { copy_directory(u"no", u"to"); }), not_found(u"no"));
-    EXPECT_EQ(failure_of([] { copy_directory(u"no/no", u"no/to"); }), not_found(uR"(no\no)"));
-    EXPECT_EQ(failure_of([] { copy_directory(u"a", u"no/to"); }), not_found(uR"(no\to)"));
+    EXPECT_FAILURE(copy_directory(u"no", u"to"), not_found(u"no"));
+    EXPECT_FAILURE(copy_directory(u"no/no", u"no/to"), not_found(uR"(no\no)"));
+    EXPECT_FAILURE(copy_directory(u"a", u"no/to"), not_found(uR"(no\to)"));
     EXPECT_EQ(work.entries(work.root()), names{u"a"});
 }
 
@@ -69,8 +68,7 @@ TEST(CopyDirectory, FindsAFileInItsPlace)
     workspace work;
     work.make_directory(work.path(u"a"));
     work.make_file(work.path(u"f"));
-    EXPECT_EQ(failure_of([&] { copy_directory(work.path(u"a"), work.path(u"f")); }),
-              exists(work.path(u"f")));
+    EXPECT_FAILURE(copy_directory(work.path(u"a"), work.path(u"f")), exists(work.path(u"f")));
     EXPECT_TRUE(work.is_file(work.path(u"f")));
 }
 

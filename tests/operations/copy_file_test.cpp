@@ -37,9 +37,8 @@ TEST(CopyFile, RefusesTwoWaysWithAnExistingTargetAheadOfAllElse)
     constexpr auto update = copy_options::update_existing;
     for (copy_options const options :
          {skip | overwrite, skip | update, overwrite | update, skip | overwrite | update}) {
-        EXPECT_EQ(failure_of([&] { copy_file(work.path(u"no"), work.path(u"to"), options); }),
-                  refusal);
-        EXPECT_EQ(failure_of([&] { copy_file(upath(), upath(), options); }), refusal);
+        EXPECT_FAILURE(copy_file(work.path(u"no"), work.path(u"to"), options), refusal);
+        EXPECT_FAILURE(copy_file(upath(), upath(), options), refusal);
     }
     EXPECT_EQ(work.entries(work.root()), names{});
 }
@@ -49,13 +48,11 @@ TEST(CopyFile, RefusesTwoWaysWithLinksFirst)
     auto const refusal = invalid_argument("Invalid combination selected: copy_symlinks & "
                                           "skip_symlinks cannot be used together");
     constexpr auto options = copy_options::copy_symlinks | copy_options::skip_symlinks;
-    EXPECT_EQ(failure_of([] { fl::filesystem::copy_file(u"", u"", options); }), refusal);
-    EXPECT_EQ(failure_of([] {
-                  fl::filesystem::copy_file(u"", u"",
-                                            options | copy_options::skip_existing |
-                                                copy_options::overwrite_existing);
-              }),
-              refusal);
+    EXPECT_FAILURE(fl::filesystem::copy_file(u"", u"", options), refusal);
+    EXPECT_FAILURE(fl::filesystem::copy_file(u"", u"",
+                                             options | copy_options::skip_existing |
+                                                 copy_options::overwrite_existing),
+                   refusal);
 }
 
 TEST(CopyFile, NamesTheOneThatIsMissing)
@@ -63,9 +60,9 @@ TEST(CopyFile, NamesTheOneThatIsMissing)
     workspace work;
     work.make_file(work.path(u"a"));
     work.change_directory(work.root());
-    EXPECT_EQ(failure_of([] { copy_file(u"no", u"to"); }), not_found(u"no"));
-    EXPECT_EQ(failure_of([] { copy_file(upath(u"no/no"), upath(u"to")); }), not_found(uR"(no\no)"));
-    EXPECT_EQ(failure_of([] { copy_file(u"a", u"no/to"); }), not_found(uR"(no\to)"));
+    EXPECT_FAILURE(copy_file(u"no", u"to"), not_found(u"no"));
+    EXPECT_FAILURE(copy_file(upath(u"no/no"), upath(u"to")), not_found(uR"(no\no)"));
+    EXPECT_FAILURE(copy_file(u"a", u"no/to"), not_found(uR"(no\to)"));
     EXPECT_EQ(work.entries(work.root()), names{u"a"});
 }
 
@@ -74,14 +71,11 @@ TEST(CopyFile, FindsATargetThatIsThere)
     workspace work;
     work.make_file(work.path(u"a"), "a");
     work.make_file(work.path(u"b"), "b");
-    EXPECT_EQ(failure_of([&] { copy_file(work.path(u"a"), work.path(u"b")); }),
-              exists(work.path(u"b")));
-    EXPECT_EQ(failure_of([&] { copy_file(work.path(u"a"), work.path(u"a")); }),
-              exists(work.path(u"a")))
+    EXPECT_FAILURE(copy_file(work.path(u"a"), work.path(u"b")), exists(work.path(u"b")));
+    EXPECT_FAILURE(copy_file(work.path(u"a"), work.path(u"a")), exists(work.path(u"a")))
         << "onto itself";
-    EXPECT_EQ(
-        failure_of([&] { copy_file(work.path(u"a"), work.path(u"b"), copy_options::recursive); }),
-        exists(work.path(u"b")))
+    EXPECT_FAILURE(copy_file(work.path(u"a"), work.path(u"b"), copy_options::recursive),
+                   exists(work.path(u"b")))
         << "other options don't count";
 }
 
@@ -91,8 +85,7 @@ TEST(CopyFile, OntoItselfIsInItsOwnWay)
     work.make_file(work.path(u"a"), "a");
     std::u16string const self = work.path(u"a");
     for (copy_options const options : {copy_options::skip_existing, copy_options::update_existing})
-        EXPECT_EQ(failure_of([&] { copy_file(self, self, options); }),
-                  system_error(32, self, self));
+        EXPECT_FAILURE(copy_file(self, self, options), system_error(32, self, self));
 }
 
 TEST(CopyFile, DeclinesQuietlyAndOverwrites)

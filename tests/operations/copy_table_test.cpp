@@ -311,7 +311,7 @@ void check(kind const &source, kind const &target, std::u16string const &to, cop
         auto const ended = copy_model::copying(expected_disk, options).copy(from, to);
         expected = report(expected_disk, ended, from, to);
     }
-    EXPECT_EQ(failure_of([&] { copy(from, to, options); }), expected) << title;
+    EXPECT_FAILURE(copy(from, to, options), expected) << title;
     EXPECT_EQ(lines_of(read_disk(made.machine, made.targets)), lines_of(expected_disk)) << title;
     EXPECT_EQ(made.machine.open_handles() + made.machine.find_handles(), 0) << title;
 }

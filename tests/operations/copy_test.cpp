@@ -44,11 +44,9 @@ TEST(Copy, RefusesOptionsThatExcludeEachOtherAheadOfAllElse)
         {both_links | skip | overwrite, links, "links come first"},
     };
     for (auto const &row : cases) {
-        EXPECT_EQ(failure_of([&] { copy(work.path(u"no"), work.path(u"to"), row.options); }),
-                  row.expected)
+        EXPECT_FAILURE(copy(work.path(u"no"), work.path(u"to"), row.options), row.expected)
             << row.why;
-        EXPECT_EQ(failure_of([&] { copy(upath(), upath(), row.options); }), row.expected)
-            << row.why;
+        EXPECT_FAILURE(copy(upath(), upath(), row.options), row.expected) << row.why;
     }
     EXPECT_EQ(work.entries(work.root()), names{});
 }
@@ -64,7 +62,7 @@ TEST(Copy, OfAFile)
     copy(u"a", u"d");
     EXPECT_EQ(work.entries(work.root()), (names{u"a", u"d", u"path", u"text"}));
     EXPECT_EQ(work.entries(work.path(u"d")), names{u"a"}) << "into the directory";
-    EXPECT_EQ(failure_of([] { copy(u"a", u"d"); }), exists(u"d"))
+    EXPECT_FAILURE(copy(u"a", u"d"), exists(u"d"))
         << "named as it was given, though it is the file in it that is in the way";
 }
 
@@ -73,9 +71,9 @@ TEST(Copy, NamesTheOneThatIsMissing)
     workspace work;
     work.make_file(work.path(u"a"));
     work.change_directory(work.root());
-    EXPECT_EQ(failure_of([] { copy(u"no", u"to"); }), not_found(u"no"));
-    EXPECT_EQ(failure_of([] { copy(u"no/no", u"to"); }), not_found(uR"(no\no)"));
-    EXPECT_EQ(failure_of([] { copy(upath(u"a"), upath(u"no/to")); }), not_found(uR"(no\to)"));
+    EXPECT_FAILURE(copy(u"no", u"to"), not_found(u"no"));
+    EXPECT_FAILURE(copy(u"no/no", u"to"), not_found(uR"(no\no)"));
+    EXPECT_FAILURE(copy(upath(u"a"), upath(u"no/to")), not_found(uR"(no\to)"));
     EXPECT_EQ(work.entries(work.root()), names{u"a"});
 }
 
@@ -85,7 +83,7 @@ TEST(Copy, OntoItselfIsCode17)
     work.make_file(work.path(u"a"), "a");
     work.make_directory(work.path(u"d"));
     for (std::u16string const &self : {work.path(u"a"), work.path(u"d")})
-        EXPECT_EQ(failure_of([&] { copy(self, self); }), system_error(17, self, self));
+        EXPECT_FAILURE(copy(self, self), system_error(17, self, self));
 }
 
 TEST(Copy, OfADirectoryTakesItsFilesOnly)
@@ -137,10 +135,8 @@ TEST(Copy, OfADirectoryToSymbolicLinks)
 {
     workspace work;
     make_tree(work);
-    EXPECT_EQ(failure_of([&] {
-                  copy(work.path(u"tree"), work.path(u"to"), copy_options::create_symlinks);
-              }),
-              file_is_directory(work.path(u"tree")));
+    EXPECT_FAILURE(copy(work.path(u"tree"), work.path(u"to"), copy_options::create_symlinks),
+                   file_is_directory(work.path(u"tree")));
     EXPECT_FALSE(work.exists(work.path(u"to")));
 }
 
@@ -149,8 +145,8 @@ TEST(Copy, OfADirectoryOntoAFileIsCode17)
     workspace work;
     make_tree(work);
     work.make_file(work.path(u"to"), "to");
-    EXPECT_EQ(failure_of([&] { copy(work.path(u"tree"), work.path(u"to")); }),
-              system_error(17, work.path(u"tree"), work.path(u"to")));
+    EXPECT_FAILURE(copy(work.path(u"tree"), work.path(u"to")),
+                   system_error(17, work.path(u"tree"), work.path(u"to")));
 }
 
 TEST(Copy, StopsAtTheFirstErrorAndKeepsWhatItCopied)
@@ -160,8 +156,7 @@ TEST(Copy, StopsAtTheFirstErrorAndKeepsWhatItCopied)
     work.make_file(work.path(uR"(tree\b)"), "b");
     work.make_file(work.path(uR"(tree\c)"), "c");
     work.make_file(work.path(uR"(to\b)"), "in the way");
-    EXPECT_EQ(failure_of([&] { copy(work.path(u"tree"), work.path(u"to")); }),
-              exists(work.path(u"to")));
+    EXPECT_FAILURE(copy(work.path(u"tree"), work.path(u"to")), exists(work.path(u"to")));
     EXPECT_EQ(work.entries(work.path(u"to")), (names{u"a", u"b"}));
     copy(work.path(u"tree"), work.path(u"to"), copy_options::skip_existing);
     EXPECT_EQ(work.entries(work.path(u"to")), (names{u"a", u"b", u"c"}));

@@ -35,13 +35,7 @@ std::u16string above_target_of(workspace const &space, std::wstring const &file)
                                           link_type_symlink_relative));
 }
 
-struct target_case
-{
-    char16_t const *target, *stored;
-    char const *why;
-};
-
-constexpr target_case target_cases[] = {
+constexpr text_row<char16_t> target_cases[] = {
     {uR"(dir\file)", uR"(dir\file)", "a file"},
     {uR"(dir\sub)", uR"(dir\sub)", "a directory"},
     {uR"(dir\missing)", uR"(dir\missing)", "a missing target"},
@@ -53,22 +47,21 @@ constexpr target_case target_cases[] = {
 
 TEST(CreateShortcut, StoresTheTargetAbsoluteAndCleaned)
 {
-    for (target_case const &row : target_cases) {
+    for (auto const &row : target_cases) {
         for (bool const is_relative : {false, true}) {
             workspace space;
             space.make_file(space.path(uR"(dir\file)"));
             space.make_directory(space.path(uR"(dir\sub)"));
             space.change_directory(space.root());
-            std::u16string const target = is_relative ? row.target : space.path(row.target);
+            std::u16string const target = is_relative ? row.text : space.path(row.text);
             std::u16string const file = space.path(u"a.lnk");
             create_shortcut(target, file);
             EXPECT_TRUE(space.is_file(file)) << row.why;
-            EXPECT_EQ(stored_in(file), space.path(row.stored)) << row.why;
+            EXPECT_EQ(stored_in(file), space.path(row.expected)) << row.why;
             ::DeleteFileW(wide(file).c_str());
             create_shortcut(upath(target), upath(file));
-            EXPECT_EQ(stored_in(file), space.path(row.stored)) << row.why;
-            EXPECT_EQ(space.entries(space.root()), (std::vector<std::u16string>{u"a.lnk", u"dir"}))
-                << row.why;
+            EXPECT_EQ(stored_in(file), space.path(row.expected)) << row.why;
+            EXPECT_EQ(space.entries(space.root()), (names{u"a.lnk", u"dir"})) << row.why;
         }
     }
 }
@@ -91,7 +84,7 @@ TEST(CreateShortcut, ByARelativeName)
     space.make_directory(space.path(u"dir"));
     space.change_directory(space.path(u"dir"));
     create_shortcut(u"target", u"a.lnk");
-    EXPECT_EQ(space.entries(space.path(u"dir")), std::vector<std::u16string>{u"a.lnk"});
+    EXPECT_EQ(space.entries(space.path(u"dir")), names{u"a.lnk"});
     EXPECT_EQ(stored_in(space.path(uR"(dir\a.lnk)")), space.path(uR"(dir\target)"));
 }
 
@@ -145,7 +138,7 @@ TEST(CreateShortcut, RefusesOtherNames)
             continue;
         }
         EXPECT_EQ(failed, no_shortcut_name) << shown;
-        EXPECT_EQ(space.entries(space.root()), std::vector<std::u16string>{u"dir"}) << shown;
+        EXPECT_EQ(space.entries(space.root()), names{u"dir"}) << shown;
     }
 }
 
@@ -153,12 +146,11 @@ TEST(CreateShortcut, AnEmptyNameIsTheCurrentDirectory)
 {
     workspace space;
     space.change_directory(space.root());
-    EXPECT_EQ(failure_of([&] { create_shortcut(space.root(), std::u16string()); }),
-              no_shortcut_name);
-    EXPECT_EQ(failure_of([] { create_shortcut(upath(), upath()); }), no_shortcut_name);
+    EXPECT_FAILURE(create_shortcut(space.root(), std::u16string()), no_shortcut_name);
+    EXPECT_FAILURE(create_shortcut(upath(), upath()), no_shortcut_name);
     space.make_directory(space.path(u"x.lnk"));
     space.change_directory(space.path(u"x.lnk"));
-    EXPECT_EQ(failure_of([] { create_shortcut(upath(), upath()); }), denied(space.path(u"x.lnk")))
+    EXPECT_FAILURE(create_shortcut(upath(), upath()), denied(space.path(u"x.lnk")))
         << "a directory may be called so, but is no file";
 }
 
@@ -167,12 +159,10 @@ TEST(CreateShortcut, FailuresNameTheShortcut)
     workspace space;
     space.change_directory(space.root());
     space.make_directory(space.path(u"dir.lnk"));
-    EXPECT_EQ(failure_of([] { create_shortcut(u"x", u"no/a.lnk"); }),
-              not_found(space.path(uR"(no\a.lnk)")))
+    EXPECT_FAILURE(create_shortcut(u"x", u"no/a.lnk"), not_found(space.path(uR"(no\a.lnk)")))
         << "as it went to the shell";
-    EXPECT_EQ(failure_of([] { create_shortcut(u"x", u"dir.lnk"); }),
-              denied(space.path(u"dir.lnk")));
-    EXPECT_EQ(space.entries(space.root()), std::vector<std::u16string>{u"dir.lnk"});
+    EXPECT_FAILURE(create_shortcut(u"x", u"dir.lnk"), denied(space.path(u"dir.lnk")));
+    EXPECT_EQ(space.entries(space.root()), names{u"dir.lnk"});
 }
 
 } // namespace

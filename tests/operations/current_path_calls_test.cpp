@@ -3,6 +3,7 @@
 #include <fl/filesystem/operations.hpp>
 
 #include "support/calls.hpp"
+#include "support/translation.hpp"
 
 #include <chrono>
 #include <filesystem>
@@ -88,15 +89,9 @@ TEST(GetCurrentPathCalls, KeepALongPrefix)
 TEST(GetCurrentPathCalls, AFailureNamesNothing)
 {
     simulated_machine machine;
-    struct
-    {
-        DWORD code;
-        test_support::failure expected;
-    } const cases[] = {{5, denied(u"")}, {2, not_found(u"")}, {8, system_error(8, u"")}};
-    for (auto const &row : cases) {
-        auto const fault = machine.fail_call("GetCurrentDirectoryW", 1, row.code);
-        EXPECT_EQ(failure_of([] { get_current_path(); }), row.expected) << row.code;
-        EXPECT_TRUE(fault.fired());
+    for (DWORD const code : {2U, 5U, 8U}) {
+        sure_fault const fault = machine.fail_call("GetCurrentDirectoryW", 1, code);
+        EXPECT_FAILURE(get_current_path(), translated(code, u"")) << code;
     }
 }
 
@@ -104,7 +99,7 @@ TEST(GetCurrentPathCalls, AFailureThatTellsNoCodeIsOne)
 {
     simulated_machine machine;
     auto const fault = machine.fail_call("GetCurrentDirectoryW", 1, ERROR_SUCCESS);
-    EXPECT_EQ(failure_of([] { get_current_path(); }), system_error(0, u""));
+    EXPECT_FAILURE(get_current_path(), system_error(0, u""));
 }
 
 TEST(ChangeCurrentPathCalls, AFullPathnameThatFailsWithoutACodeSetsNoVariable)
@@ -127,7 +122,7 @@ TEST(ChangeCurrentPathCalls, ADirectoryThatIsRefusedWithoutACodeIsReported)
     simulated_machine machine;
     machine.add_directory(u"C:\\dir");
     auto const fault = machine.fail_call("SetCurrentDirectoryW", 1, ERROR_SUCCESS);
-    EXPECT_EQ(failure_of([] { change_current_path(u"dir"); }), system_error(31, u"dir"));
+    EXPECT_FAILURE(change_current_path(u"dir"), system_error(31, u"dir"));
     EXPECT_EQ(machine.current_directory(), u"C:\\");
     EXPECT_EQ(variable(L"=C:"), u"");
 }
@@ -227,7 +222,7 @@ TEST(ChangeCurrentPathCalls, ADirectoryThatIsTooLongForTheSystemIsRefused)
     simulated_machine machine;
     std::u16string const there = of_size(u"C:\\", 254); // 258 with its prefix
     machine.add_directory(there);
-    EXPECT_EQ(failure_of([&] { change_current_path(there); }), too_large(u""));
+    EXPECT_FAILURE(change_current_path(there), too_large(u""));
     EXPECT_EQ(get_current_path(), u"C:\\");
     EXPECT_EQ(variable(L"=C:"), u"");
 }
@@ -258,24 +253,17 @@ TEST(ChangeCurrentPathCalls, AVariableThatCantBeSetIsReportedAfterTheChange)
 {
     simulated_machine machine;
     machine.add_directory(u"C:\\dir");
-    struct
-    {
-        DWORD code;
-        test_support::failure expected;
-    } const cases[] = {{8, system_error(8, uR"(C:\dir)")},
-                       {5, denied(uR"(C:\dir)")},
-                       {87, system_error(87, uR"(C:\dir)")}};
-    for (auto const &row : cases) {
+    for (DWORD const code : {5U, 8U, 87U}) {
         machine.set_current_directory(u"C:\\");
-        auto const fault = machine.fail_call("SetEnvironmentVariableW", 1, row.code);
-        EXPECT_EQ(failure_of([] { change_current_path(u"C:/dir"); }), row.expected) << row.code;
+        auto const fault = machine.fail_call("SetEnvironmentVariableW", 1, code);
+        EXPECT_FAILURE(change_current_path(u"C:/dir"), translated(code, uR"(C:\dir)")) << code;
         EXPECT_TRUE(fault.fired());
         EXPECT_EQ(machine.current_directory(), u"C:\\dir");
         EXPECT_EQ(variable(L"=C:"), u"");
     }
     auto const fault = machine.fail_call("SetEnvironmentVariableW", 1, 8);
     machine.set_current_directory(u"C:\\");
-    EXPECT_EQ(failure_of([] { change_current_path(u"dir"); }), system_error(8, u"dir"))
+    EXPECT_FAILURE(change_current_path(u"dir"), system_error(8, u"dir"))
         << "the caller's text, not the full pathname";
 }
 
@@ -283,22 +271,14 @@ TEST(ChangeCurrentPathCalls, EveryCodeNamesTheCallersPath)
 {
     simulated_machine machine;
     machine.add_directory(u"C:\\dir");
-    struct
-    {
-        DWORD code;
-        test_support::failure expected;
-    } const cases[] = {
-        {2, not_found(u"dir")}, {3, not_found(u"dir")},         {5, denied(u"dir")},
-        {206, too_large(u"")},  {53, system_error(53, u"dir")}, {1920, denied(u"dir")}};
-    for (auto const &row : cases) {
-        auto const fault = machine.fail_call("SetCurrentDirectoryW", 1, row.code);
-        EXPECT_EQ(failure_of([] { change_current_path(u"dir"); }), row.expected) << row.code;
-        EXPECT_TRUE(fault.fired());
+    for (DWORD const code : {2U, 3U, 5U, 53U, 206U, 1920U}) {
+        sure_fault const fault = machine.fail_call("SetCurrentDirectoryW", 1, code);
+        EXPECT_FAILURE(change_current_path(u"dir"), translated(code, u"dir")) << code;
         EXPECT_EQ(machine.calls_of("SetEnvironmentVariableW"), 0);
         EXPECT_EQ(machine.current_directory(), u"C:\\");
     }
     auto const fault = machine.fail_call("GetFullPathNameW", 1, 5);
-    EXPECT_EQ(failure_of([] { change_current_path(u"dir"); }), denied(u"dir"));
+    EXPECT_FAILURE(change_current_path(u"dir"), denied(u"dir"));
     EXPECT_EQ(machine.current_directory(), u"C:\\") << "ahead of the change";
 }
 

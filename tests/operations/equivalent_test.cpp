@@ -60,11 +60,10 @@ TEST(Equivalent, TwoMissingNameTheFirst)
     workspace work;
     work.make_file(work.path(u"f"));
     work.change_directory(work.root());
-    EXPECT_EQ(failure_of([] { equivalent(u"no", u"none"); }), not_found(u"no"));
-    EXPECT_EQ(failure_of([] { equivalent(u"none", u"no"); }), not_found(u"none"));
-    EXPECT_EQ(failure_of([] { equivalent(u"no", u"no"); }), not_found(u"no")) << "one name twice";
-    EXPECT_EQ(failure_of([] { equivalent(upath(uR"(no\x)"), upath(uR"(f\x)")); }),
-              not_found(uR"(no\x)"));
+    EXPECT_FAILURE(equivalent(u"no", u"none"), not_found(u"no"));
+    EXPECT_FAILURE(equivalent(u"none", u"no"), not_found(u"none"));
+    EXPECT_FAILURE(equivalent(u"no", u"no"), not_found(u"no")) << "one name twice";
+    EXPECT_FAILURE(equivalent(upath(uR"(no\x)"), upath(uR"(f\x)")), not_found(uR"(no\x)"));
 }
 
 TEST(Equivalent, BeyondTheLimitOfAPlainPathname)
@@ -77,8 +76,8 @@ TEST(Equivalent, BeyondTheLimitOfAPlainPathname)
     EXPECT_TRUE(same(directory + uR"(\a)", directory + uR"(\A)"));
     EXPECT_FALSE(same(directory + uR"(\a)", directory + uR"(\b)"));
     EXPECT_FALSE(same(directory + uR"(\a)", directory + uR"(\no)"));
-    EXPECT_EQ(failure_of([&] { equivalent(directory + uR"(\no)", directory + uR"(\none)"); }),
-              not_found(directory + uR"(\no)"))
+    EXPECT_FAILURE(equivalent(directory + uR"(\no)", directory + uR"(\none)"),
+                   not_found(directory + uR"(\no)"))
         << "as it was given";
 }
 

@@ -52,71 +52,69 @@ struct way
     char const *why;
 };
 
+way const ways[] = {
+    {uR"(C:\relative\e\f)",
+     {{uR"(C:\relative)", relative_link, u"d", uR"(C:\d\e\f)", false}},
+     "one in the middle"},
+    {uR"(C:\relative)", {{uR"(C:\relative)", relative_link, u"d", uR"(C:\d)", false}}, "the end"},
+    {uR"(C:\rooted\f)",
+     {{uR"(C:\rooted)", relative_link, uR"(\d\e)", uR"(C:\d\e\f)", false}},
+     "the system marks a text on the drive as relative"},
+    {uR"(C:\d\up\f)",
+     {{uR"(C:\d\up)", relative_link, uR"(..\relative\.\e)", uR"(C:\d\..\relative\.\e\f)", false},
+      {uR"(C:\relative)", relative_link, u"d", uR"(C:\d\.\e\f)", false}},
+     "dots are to come, and what they name is a link again"},
+    {uR"(C:\back)",
+     {{uR"(C:\back)", relative_link, uR"(absolute\..\f)", uR"(C:\absolute\..\f)", false},
+      {uR"(C:\absolute)", absolute_link, uR"(D:\d\e)", uR"(D:\d\e\..\f)", false}},
+     "a .. climbs from where the link ahead of it leads"},
+    {uR"(C:\drive)", {{uR"(C:\drive)", absolute_link, uR"(D:\)", uR"(D:\)", false}}, "a root"},
+    {uR"(C:\drive\d)",
+     {{uR"(C:\drive)", absolute_link, uR"(D:\)", uR"(D:\d)", false}},
+     "below a root"},
+    {uR"(C:\share\e)",
+     {{uR"(C:\share)", absolute_link, uR"(\\s\h\d)", uR"(\\s\h\d\e)", false}},
+     "a share, without its prefix"},
+    {uR"(C:\junction\e)",
+     {{uR"(C:\junction)", junction, uR"(C:\d\)", uR"(C:\d\e)", false}},
+     "what it shows people"},
+    {uR"(C:\nameless\e)",
+     {{uR"(C:\nameless)", junction, uR"(D:\d)", uR"(D:\d\e)", false}},
+     "the system's name without its prefix"},
+    {uR"(C:\k.lnk\e)",
+     {{uR"(C:\k.lnk)", shortcut, uR"(C:\relative)", uR"(C:\relative\e)", false},
+      {uR"(C:\relative)", relative_link, u"d", uR"(C:\d\e)", false}},
+     "a shortcut, to a link"},
+    {uR"(C:\volume\d)", {}, "another volume is no link"},
+    {uR"(C:\dedup)", {}, "nor is a file that is kept elsewhere"},
+    {uR"(C:\plain)", {}, "nor a shortcut by another name"},
+    {uR"(\\s\h\drive\e)",
+     {{uR"(\\s\h\drive)", absolute_link, uR"(C:\d)", std::nullopt, true}},
+     "a drive of the server"},
+    {uR"(X:\drive)",
+     {{uR"(X:\drive)", absolute_link, uR"(C:\d)", std::nullopt, true}},
+     "on a mapped drive, too"},
+    {uR"(\\s\h\k.lnk)",
+     {{uR"(\\s\h\k.lnk)", shortcut, uR"(C:\absolute)", uR"(C:\absolute)", false},
+      {uR"(C:\absolute)", absolute_link, uR"(D:\d\e)", std::nullopt, true}},
+     "a shortcut means our drive; a link behind it is read as the server's"},
+    {uR"(C:\no share\e)",
+     {{uR"(C:\no share)", absolute_link, uR"(\\s)", std::nullopt, false}},
+     "a text that can't be followed ends the way"},
+    {uR"(C:\dead\e)",
+     {{uR"(C:\dead)", relative_link, u"no", uR"(C:\no\e)", false}},
+     "a target that is missing ends the way"},
+    {uR"(C:\k.lnk\no\relative)",
+     {{uR"(C:\k.lnk)", shortcut, uR"(C:\relative)", uR"(C:\relative\no\relative)", false},
+      {uR"(C:\relative)", relative_link, u"d", uR"(C:\d\no\relative)", false}},
+     "what is missing ends it"},
+    {uR"(C:\file\..\relative)",
+     {{uR"(C:\relative)", relative_link, u"d", uR"(C:\d)", false}},
+     "dots of the pathname go by text"},
+};
+
 TEST(LinkHopsCalls, Table)
 {
-    way const ways[] = {
-        {uR"(C:\relative\e\f)",
-         {{uR"(C:\relative)", relative_link, u"d", uR"(C:\d\e\f)", false}},
-         "one in the middle"},
-        {uR"(C:\relative)",
-         {{uR"(C:\relative)", relative_link, u"d", uR"(C:\d)", false}},
-         "the end"},
-        {uR"(C:\rooted\f)",
-         {{uR"(C:\rooted)", relative_link, uR"(\d\e)", uR"(C:\d\e\f)", false}},
-         "the system marks a text on the drive as relative"},
-        {uR"(C:\d\up\f)",
-         {{uR"(C:\d\up)", relative_link, uR"(..\relative\.\e)", uR"(C:\d\..\relative\.\e\f)",
-           false},
-          {uR"(C:\relative)", relative_link, u"d", uR"(C:\d\.\e\f)", false}},
-         "dots are to come, and what they name is a link again"},
-        {uR"(C:\back)",
-         {{uR"(C:\back)", relative_link, uR"(absolute\..\f)", uR"(C:\absolute\..\f)", false},
-          {uR"(C:\absolute)", absolute_link, uR"(D:\d\e)", uR"(D:\d\e\..\f)", false}},
-         "a .. climbs from where the link ahead of it leads"},
-        {uR"(C:\drive)", {{uR"(C:\drive)", absolute_link, uR"(D:\)", uR"(D:\)", false}}, "a root"},
-        {uR"(C:\drive\d)",
-         {{uR"(C:\drive)", absolute_link, uR"(D:\)", uR"(D:\d)", false}},
-         "below a root"},
-        {uR"(C:\share\e)",
-         {{uR"(C:\share)", absolute_link, uR"(\\s\h\d)", uR"(\\s\h\d\e)", false}},
-         "a share, without its prefix"},
-        {uR"(C:\junction\e)",
-         {{uR"(C:\junction)", junction, uR"(C:\d\)", uR"(C:\d\e)", false}},
-         "what it shows people"},
-        {uR"(C:\nameless\e)",
-         {{uR"(C:\nameless)", junction, uR"(D:\d)", uR"(D:\d\e)", false}},
-         "the system's name without its prefix"},
-        {uR"(C:\k.lnk\e)",
-         {{uR"(C:\k.lnk)", shortcut, uR"(C:\relative)", uR"(C:\relative\e)", false},
-          {uR"(C:\relative)", relative_link, u"d", uR"(C:\d\e)", false}},
-         "a shortcut, to a link"},
-        {uR"(C:\volume\d)", {}, "another volume is no link"},
-        {uR"(C:\dedup)", {}, "nor is a file that is kept elsewhere"},
-        {uR"(C:\plain)", {}, "nor a shortcut by another name"},
-        {uR"(\\s\h\drive\e)",
-         {{uR"(\\s\h\drive)", absolute_link, uR"(C:\d)", std::nullopt, true}},
-         "a drive of the server"},
-        {uR"(X:\drive)",
-         {{uR"(X:\drive)", absolute_link, uR"(C:\d)", std::nullopt, true}},
-         "on a mapped drive, too"},
-        {uR"(\\s\h\k.lnk)",
-         {{uR"(\\s\h\k.lnk)", shortcut, uR"(C:\absolute)", uR"(C:\absolute)", false},
-          {uR"(C:\absolute)", absolute_link, uR"(D:\d\e)", std::nullopt, true}},
-         "a shortcut means our drive; a link behind it is read as the server's"},
-        {uR"(C:\no share\e)",
-         {{uR"(C:\no share)", absolute_link, uR"(\\s)", std::nullopt, false}},
-         "a text that can't be followed ends the way"},
-        {uR"(C:\dead\e)",
-         {{uR"(C:\dead)", relative_link, u"no", uR"(C:\no\e)", false}},
-         "a target that is missing ends the way"},
-        {uR"(C:\k.lnk\no\relative)",
-         {{uR"(C:\k.lnk)", shortcut, uR"(C:\relative)", uR"(C:\relative\no\relative)", false},
-          {uR"(C:\relative)", relative_link, u"d", uR"(C:\d\no\relative)", false}},
-         "what is missing ends it"},
-        {uR"(C:\file\..\relative)",
-         {{uR"(C:\relative)", relative_link, u"d", uR"(C:\d)", false}},
-         "dots of the pathname go by text"},
-    };
     simulated_machine machine;
     add_links(machine);
     for (way const &row : ways) {
@@ -169,10 +167,9 @@ TEST(LinkHopsCalls, AFailingFullPathIsThrown)
 {
     simulated_machine machine;
     add_links(machine);
-    auto const fault = machine.fail_every_call_on("GetFullPathNameW", 5);
-    EXPECT_EQ(failure_of([] { link_hops(uR"(C:\relative)"); }), denied(uR"(C:\relative)"));
-    EXPECT_EQ(failure_of([] { link_hops(upath(u"relative")); }), denied(u"relative"));
-    EXPECT_TRUE(fault.fired());
+    sure_fault const fault = machine.fail_every_call_on("GetFullPathNameW", 5);
+    EXPECT_FAILURE(link_hops(uR"(C:\relative)"), denied(uR"(C:\relative)"));
+    EXPECT_FAILURE(link_hops(upath(u"relative")), denied(u"relative"));
 }
 
 TEST(LinkHopsCalls, AMountPointThatCantBeComparedEndsTheWay)
@@ -210,19 +207,13 @@ TEST(LinkHopsCalls, WhateverFailsLeavesLinksOutAndReleasesAll)
     }
     ASSERT_EQ(all.size(), 4U);
     int shorter = 0;
-    for (int nth = 2;; ++nth) { // the first is that of `absolute`
-        ASSERT_LT(nth, 1000) << "the operation never ends";
-        simulated_machine machine;
-        add_links(machine);
-        auto const fault = machine.fail_call(nth, 1117);
+    sweep(add_links, [&](failing_run const &run) {
         hops found;
-        EXPECT_EQ(failure_of([&] { found = link_hops(path); }), std::nullopt) << nth;
-        EXPECT_TRUE(says_part_of(all, found)) << nth;
-        expect_nothing_open(machine, std::to_string(nth));
-        shorter += found.size() < all.size();
-        if (!fault.fired())
-            break; // every call has failed once
-    }
+        auto const told = failure_of([&] { found = link_hops(path); });
+        EXPECT_EQ(told.has_value(), run.nth == 1) << "the first is that of `absolute`";
+        EXPECT_TRUE(says_part_of(all, found));
+        shorter += run.nth > 1 && found.size() < all.size();
+    });
     EXPECT_GT(shorter, 10);
 }
 

@@ -17,13 +17,7 @@ using test_support::failure;
 constexpr unsigned int hides = adds | 0x4000;
 constexpr unsigned int shows = removes | 0x4000;
 
-struct link_case
-{
-    char16_t const *path, *changed;
-    char const *why;
-};
-
-constexpr link_case link_cases[] = {
+constexpr text_row<char16_t> link_cases[] = {
     {u"C:\\file-link", u"C:\\t", "a symbolic link"},
     {u"C:\\full-link", u"C:\\t", "with a full pathname"},
     {u"C:\\dots", u"C:\\t", "a text that is walked"},
@@ -70,9 +64,9 @@ void build(simulated_machine &machine)
         .add_symbolic_link(u"\\\\s\\h\\second", u"link");
     machine.add_symbolic_link(u"\\\\s\\h\\local", u"C:\\t");
     machine.add_junction(u"\\\\s\\h\\junction", u"C:\\d");
-    for (link_case const &row : link_cases)
-        if (row.path[0] != u'X')
-            machine.set_attributes(row.path, machine.attributes(row.path) & 0x200);
+    for (auto const &row : link_cases)
+        if (row.text[0] != u'X')
+            machine.set_attributes(row.text, machine.attributes(row.text) & 0x200);
 }
 
 /// On all disks of the table.
@@ -83,12 +77,12 @@ lines all_hidden_names(simulated_machine const &machine)
 
 TEST(PermissionsLinks, EachOfThem)
 {
-    for (link_case const &row : link_cases) {
+    for (auto const &row : link_cases) {
         simulated_machine machine;
         build(machine);
-        permissions(row.path, hides);
-        EXPECT_EQ(all_hidden_names(machine), lines{printable(row.changed)}) << row.why;
-        permissions(upath(row.path), shows);
+        permissions(row.text, hides);
+        EXPECT_EQ(all_hidden_names(machine), lines{printable(row.expected)}) << row.why;
+        permissions(upath(row.text), shows);
         EXPECT_EQ(all_hidden_names(machine), lines{}) << row.why;
         expect_nothing_open(machine, row.why);
     }
@@ -96,15 +90,15 @@ TEST(PermissionsLinks, EachOfThem)
 
 TEST(PermissionsLinks, EachOfThemItself)
 {
-    for (link_case const &row : link_cases) {
+    for (auto const &row : link_cases) {
         simulated_machine machine;
         build(machine);
-        permissions(row.path, hides | on_the_link);
-        std::u16string path = row.path;
+        permissions(row.text, hides | on_the_link);
+        std::u16string path = row.text;
         if (path.starts_with(u"X:"))
             path.replace(0, 2, u"\\\\s\\h");
         EXPECT_EQ(all_hidden_names(machine), lines{printable(path)}) << row.why;
-        permissions(row.path, on_the_link);
+        permissions(row.text, on_the_link);
         EXPECT_EQ(machine.attributes(path) & 0x2027, 1U) << "replaced by no bits: " << row.why;
         EXPECT_EQ(all_hidden_names(machine), lines{}) << row.why;
     }
@@ -135,9 +129,8 @@ TEST(PermissionsLinks, ThatLeadNowhere)
         {u"C:\\far", system_error(53, uR"(\\?\UNC\gone\h\f)"), "a server that isn't there"},
     };
     for (failing_case const &row : cases) {
-        EXPECT_EQ(failure_of([&] { permissions(row.path, hides); }), row.expected) << row.why;
-        EXPECT_EQ(failure_of([&] { permissions(upath(row.path), hides); }), row.expected)
-            << row.why;
+        EXPECT_FAILURE(permissions(row.path, hides), row.expected) << row.why;
+        EXPECT_FAILURE(permissions(upath(row.path), hides), row.expected) << row.why;
         EXPECT_EQ(hidden_names(machine), lines{}) << row.why;
         expect_nothing_open(machine, row.why);
     }
@@ -154,8 +147,7 @@ TEST(PermissionsLinks, WithoutAText)
     simulated_machine machine;
     machine.add_symbolic_link(u"C:\\l", u"", u"", 1).add_junction(u"C:\\j", uR"(\??\)", u"");
     for (std::u16string const path : {u"C:\\l", u"C:\\j"}) {
-        EXPECT_EQ(failure_of([&] { permissions(path, hides); }),
-                  no_text(simulation::stale_last_error, path));
+        EXPECT_FAILURE(permissions(path, hides), no_text(simulation::stale_last_error, path));
         EXPECT_EQ(hidden_names(machine), lines{});
         permissions(path, hides | on_the_link);
         EXPECT_EQ(hidden_names(machine), lines{printable(path)}) << "itself it can be changed";
@@ -169,9 +161,8 @@ TEST(PermissionsLinks, ThatCannotBeReadASecondTime)
     for (DWORD const code : {0U, 2U, 3U, 5U, 32U, 4390U}) {
         simulated_machine machine;
         machine.add_file(u"C:\\t").add_symbolic_link(u"C:\\l", u"t");
-        auto const fault = machine.fail_call("CreateFileW", 2, code);
-        EXPECT_EQ(failure_of([] { permissions(u"C:\\l", hides); }), no_text(code, u"C:\\l"));
-        EXPECT_TRUE(fault.fired());
+        sure_fault const fault = machine.fail_call("CreateFileW", 2, code);
+        EXPECT_FAILURE(permissions(u"C:\\l", hides), no_text(code, u"C:\\l"));
         EXPECT_EQ(hidden_names(machine), lines{});
     }
 }

@@ -125,12 +125,12 @@ TEST(Permissions, SayWhatTheStatusSays)
 
 TEST(Permissions, RefuseTheEmptyPathAheadOfTheWord)
 {
-    auto const refusal = invalid_argument("Empty Path not permitted");
+    auto const refusal = empty_path();
     for (unsigned int const perms : {0U, 0200U, adds | removes, 0xFFFFU}) {
-        EXPECT_EQ(failure_of([&] { permissions(u"", perms); }), refusal);
-        EXPECT_EQ(failure_of([&] { permissions(upath(), perms); }), refusal);
+        EXPECT_FAILURE(permissions(u"", perms), refusal);
+        EXPECT_FAILURE(permissions(upath(), perms), refusal);
     }
-    EXPECT_EQ(failure_of([] { permissions(uR"(\\?\)", 0200); }), refusal) << "only a prefix";
+    EXPECT_FAILURE(permissions(uR"(\\?\)", 0200), refusal) << "only a prefix";
 }
 
 TEST(Permissions, RefuseWordsWithoutAMeaning)
@@ -152,11 +152,10 @@ TEST(Permissions, RefuseWordsWithoutAMeaning)
                                       0xFFF00000U | adds | removes,
                                       std::numeric_limits<unsigned int>::max()};
     for (unsigned int const perms : words) {
-        EXPECT_EQ(failure_of([&] { permissions(path, perms); }), refusal) << perms;
-        EXPECT_EQ(failure_of([&] { permissions(upath(path), perms); }), refusal) << perms;
-        EXPECT_EQ(failure_of([&] { permissions(space.path(u"no"), perms); }), refusal)
-            << "before anybody looks";
-        EXPECT_EQ(failure_of([&] { permissions(u"\\\\server", perms); }), refusal)
+        EXPECT_FAILURE(permissions(path, perms), refusal) << perms;
+        EXPECT_FAILURE(permissions(upath(path), perms), refusal) << perms;
+        EXPECT_FAILURE(permissions(space.path(u"no"), perms), refusal) << "before anybody looks";
+        EXPECT_FAILURE(permissions(u"\\\\server", perms), refusal)
             << "ahead of what the pathname is";
         EXPECT_EQ(attributes_of(path), 0x2U) << perms;
     }
@@ -169,30 +168,22 @@ TEST(Permissions, OfNamesThatAreNotThere)
     workspace space;
     space.make_directory(space.path(u"dir"));
     for (unsigned int const perms : {0200U, adds | 0200U, 0x40000U}) {
-        EXPECT_EQ(failure_of([&] { permissions(space.path(u"no"), perms); }),
-                  not_found(space.path(u"no")));
-        EXPECT_EQ(failure_of([&] { permissions(space.path(u"no\\no"), perms); }),
-                  not_found(space.path(u"no\\no")));
-        EXPECT_EQ(
-            failure_of([&] { permissions(space.path(u"a<b"), perms); }),
-            invalid_argument("The filename, directory name, or volume label syntax is incorrect."));
+        EXPECT_FAILURE(permissions(space.path(u"no"), perms), not_found(space.path(u"no")));
+        EXPECT_FAILURE(permissions(space.path(u"no\\no"), perms), not_found(space.path(u"no\\no")));
+        EXPECT_FAILURE(permissions(space.path(u"a<b"), perms), bad_name());
     }
     space.change_directory(space.path(u"dir"));
-    EXPECT_EQ(failure_of([] { permissions(u"./no", 0200); }), not_found(space.path(u"dir\\no")))
+    EXPECT_FAILURE(permissions(u"./no", 0200), not_found(space.path(u"dir\\no")))
         << "the form that went to the system";
     std::u16string const longer = of_size(space.path(u"dir\\").c_str(), 260);
-    EXPECT_EQ(failure_of([&] { permissions(longer, 0200); }), not_found(uR"(\\?\)" + longer));
-    EXPECT_EQ(space.entries(space.root()), std::vector<std::u16string>{u"dir"});
+    EXPECT_FAILURE(permissions(longer, 0200), not_found(uR"(\\?\)" + longer));
+    EXPECT_EQ(space.entries(space.root()), names{u"dir"});
 }
 
 TEST(Permissions, OfPathnamesThatCannotBe)
 {
-    for (std::u16string const path : {u"\\\\server", u"\\\\.\\COM1"}) {
-        failure expected = invalid_argument("The path type of the given path is not valid: {" +
-                                            printable(path) + "}");
-        expected.path_name = path;
-        EXPECT_EQ(failure_of([&] { permissions(path, 0200); }), expected);
-    }
+    for (std::u16string const path : {u"\\\\server", u"\\\\.\\COM1"})
+        EXPECT_FAILURE(permissions(path, 0200), bad_path_type(path));
 }
 
 TEST(Permissions, BringTextsToNativeForm)
@@ -238,8 +229,8 @@ TEST(Permissions, OfAnExtensionBeyondAscii)
     space.make_directory(space.path(u"d.\u00E9xe"));
     permissions(space.path(u"d.\u00E9xe"), 0x4080);
     EXPECT_EQ(attributes_of(space.path(u"d.\u00E9xe")), 0x2U) << "a directory isn't asked";
-    EXPECT_EQ(failure_of([&] { permissions(space.path(u"no.\u00E9xe"), 0200); }),
-              not_found(space.path(u"no.\u00E9xe")));
+    EXPECT_FAILURE(permissions(space.path(u"no.\u00E9xe"), 0200),
+                   not_found(space.path(u"no.\u00E9xe")));
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 
 #include "links/reparse_bytes.hpp"
 #include "support/calls.hpp"
+#include "support/translation.hpp"
 
 #include <windows.h>
 
@@ -113,40 +114,21 @@ TEST(ReadSymlinkCalls, CarryAPrefixBeyondTheLimit)
     EXPECT_EQ(read_symlink(name), u"x");
     EXPECT_EQ(machine.journal().at(1).text, uR"(\\?\)" + name);
     machine.remove(name).clear_journal();
-    EXPECT_EQ(failure_of([&] { read_symlink(name); }), not_found(name)) << "without the prefix";
+    EXPECT_FAILURE(read_symlink(name), not_found(name)) << "without the prefix";
 }
-
-/// What each code of the opening or the reading is reported as.
-struct code_case
-{
-    DWORD code;
-    failure expected;
-};
 
 TEST(ReadSymlinkCalls, AnyCodeNamesTheCallersPath)
 {
     std::u16string const given = u"link";
-    code_case const cases[] = {
-        {2, not_found(given)},
-        {3, not_found(given)},
-        {5, denied(given)},
-        {1920, denied(given)},
-        {32, system_error(32, given)},
-        {234, system_error(234, given)},
-        {123, invalid_argument("The filename, directory name, or volume label syntax is "
-                               "incorrect.")},
-        {4390, invalid_argument("The file or directory is not a reparse point.")},
-    };
     for (char const *const function : {"CreateFileW", "DeviceIoControl"}) {
-        for (code_case const &row : cases) {
+        for (DWORD const code : {2U, 3U, 5U, 32U, 123U, 234U, 1920U, 4390U}) {
             simulated_machine machine;
             machine.add_symbolic_link(u"C:\\link", u"x");
-            auto const fault = machine.fail_every_call_on(function, row.code);
-            EXPECT_EQ(failure_of([&] { read_symlink(given); }), row.expected)
-                << function << ' ' << row.code;
-            EXPECT_EQ(failure_of([&] { read_symlink(upath(given)); }), row.expected);
-            EXPECT_TRUE(fault.fired());
-            EXPECT_EQ(machine.open_handles(), 0) << function << ' ' << row.code;
+            sure_fault const fault = machine.fail_every_call_on(function, code);
+            failure const expected = translated(code, given);
+            EXPECT_FAILURE(read_symlink(given), expected) << function << code;
+            EXPECT_FAILURE(read_symlink(upath(given)), expected) << function;
+            EXPECT_EQ(machine.open_handles(), 0) << function << ' ' << code;
         }
     }
 }
@@ -156,7 +138,7 @@ TEST(ReadSymlinkCalls, OtherTagsAreInvalid)
     for (std::uint32_t const tag : {dedup_tag, dfs_tag, std::uint32_t{0x80000123}}) {
         simulated_machine machine;
         machine.add_reparse_point(u"C:\\a", tag, "0123456789abcdef0123", flavour::directory);
-        EXPECT_EQ(failure_of([] { read_symlink(u"C:\\a"); }), system_error(4393, u"C:\\a")) << tag;
+        EXPECT_FAILURE(read_symlink(u"C:\\a"), system_error(4393, u"C:\\a")) << tag;
         EXPECT_EQ(machine.open_handles(), 0);
     }
 }
@@ -165,30 +147,19 @@ TEST(ReadSymlinkCalls, AShortcutIsNoLink)
 {
     simulated_machine machine;
     machine.add_shortcut(u"C:\\a.lnk", u"C:\\x");
-    EXPECT_EQ(failure_of([] { read_symlink(u"C:\\a.lnk"); }),
-              invalid_argument("The file or directory is not a reparse point."));
+    EXPECT_FAILURE(read_symlink(u"C:\\a.lnk"),
+                   invalid_argument("The file or directory is not a reparse point."));
 }
 
 TEST(ReadSymlinkCalls, EachCallThatFails)
 {
     // expansion, opening, reading, closing
     std::optional<failure> const reported = system_error(1117, u"C:\\link");
-    std::optional<failure> const expected[] = {reported, reported, reported, std::nullopt};
-    int nth = 1;
-    for (auto const &outcome : expected) {
-        simulated_machine machine;
+    auto const build = [](simulated_machine &machine) {
         machine.add_symbolic_link(u"C:\\link", u"x");
-        auto const fault = machine.fail_call(nth, 1117);
-        EXPECT_EQ(failure_of([] { read_symlink(u"C:\\link"); }), outcome) << "failing call " << nth;
-        EXPECT_EQ(machine.open_handles(), 0) << "failing call " << nth;
-        EXPECT_TRUE(fault.fired()) << "failing call " << nth;
-        ++nth;
-    }
-    simulated_machine machine;
-    machine.add_symbolic_link(u"C:\\link", u"x");
-    auto const fault = machine.fail_call(nth, 1117);
-    read_symlink(u"C:\\link");
-    EXPECT_FALSE(fault.fired()) << "there is no further call";
+    };
+    EXPECT_EQ(failures_of_each_call(build, [] { read_symlink(u"C:\\link"); }),
+              (failures{reported, reported, reported, {}}));
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include <fl/filesystem/operations.hpp>
 
 #include "support/calls.hpp"
+#include "support/translation.hpp"
 
 namespace fl::filesystem {
 namespace {
@@ -88,23 +89,6 @@ TEST(RelativeCalls, LinksAreFollowedInBoth)
     expect_nothing_open(machine, "all of them");
 }
 
-failure failure_of_code(DWORD code)
-{
-    switch (code) {
-    case 5:
-    case 1920:
-        return denied(u"e");
-    case 206:
-        return too_large(u"");
-    case 161:
-        return invalid_argument("The specified path is invalid.");
-    case 145:
-        return not_empty(u"e");
-    default:
-        return system_error(code, u"e");
-    }
-}
-
 TEST(RelativeCalls, ACodeOfEitherNamesThePath)
 {
     simulated_machine machine;
@@ -112,13 +96,12 @@ TEST(RelativeCalls, ACodeOfEitherNamesThePath)
     for (char const *function : {"CreateFileW", "GetFinalPathNameByHandleW"})
         for (int const nth : {1, 2})
             for (DWORD const code : {5U, 32U, 145U, 161U, 206U, 1117U, 1920U, 1921U}) {
-                auto const fault = machine.fail_call(function, nth, code);
-                EXPECT_EQ(failure_of([] { relative(u"e", uR"(C:\d)"); }), failure_of_code(code))
+                sure_fault const fault = machine.fail_call(function, nth, code);
+                EXPECT_FAILURE(relative(u"e", uR"(C:\d)"), translated(code, u"e"))
                     << function << ' ' << nth << ' ' << code;
                 EXPECT_EQ(failure_of([] { relative(upath(u"e"), upath(uR"(C:\d)")); }),
                           std::nullopt)
                     << "once it is over";
-                EXPECT_TRUE(fault.fired());
                 EXPECT_EQ(machine.open_handles(), 0);
             }
 }
@@ -127,10 +110,9 @@ TEST(RelativeCalls, TheBaseIsntOpenedOnceThePathFailed)
 {
     simulated_machine machine;
     machine.add_directory(u"C:\\d").add_directory(u"C:\\e");
-    auto const fault = machine.fail_call("CreateFileW", 1, 5);
-    EXPECT_EQ(failure_of([] { relative(u"C:\\d", u"C:\\e"); }), denied(u"C:\\d"));
+    sure_fault const fault = machine.fail_call("CreateFileW", 1, 5);
+    EXPECT_FAILURE(relative(u"C:\\d", u"C:\\e"), denied(u"C:\\d"));
     EXPECT_EQ(calls(machine), lines{R"(CreateFileW(C:\d))"});
-    EXPECT_TRUE(fault.fired());
 }
 
 TEST(RelativeCalls, CodesOfWhatIsMissingAreNone)
@@ -138,10 +120,9 @@ TEST(RelativeCalls, CodesOfWhatIsMissingAreNone)
     simulated_machine machine;
     machine.add_directory(uR"(C:\d\e)");
     for (DWORD const code : {2U, 3U, 53U, 64U, 123U, 267U}) {
-        auto const fault = machine.fail_every_call_on_name(uR"(C:\d\e)", code);
+        sure_fault const fault = machine.fail_every_call_on_name(uR"(C:\d\e)", code);
         EXPECT_EQ(relative(uR"(C:\d\e)", uR"(C:\d)"), u"e") << code;
         EXPECT_EQ(relative(uR"(C:\d)", uR"(C:\d\e)"), u"..") << code;
-        EXPECT_TRUE(fault.fired());
     }
 }
 
@@ -151,10 +132,10 @@ TEST(RelativeCalls, WhatTheCallerMayNotLookAt)
     machine.add_directory(uR"(C:\d\e)").add_directory(uR"(C:\x)");
     machine.deny(uR"(C:\d)", right::list);
     machine.deny(uR"(C:\d\e)", right::read_attributes);
-    EXPECT_EQ(failure_of([] { relative(uR"(C:\d\e)", uR"(C:\x)"); }), denied(uR"(C:\d\e)"));
-    EXPECT_EQ(failure_of([] { relative(uR"(C:\x)", uR"(C:\d\e)"); }), denied(uR"(C:\x)"))
+    EXPECT_FAILURE(relative(uR"(C:\d\e)", uR"(C:\x)"), denied(uR"(C:\d\e)"));
+    EXPECT_FAILURE(relative(uR"(C:\x)", uR"(C:\d\e)"), denied(uR"(C:\x)"))
         << "the path, although the base is to blame";
-    EXPECT_EQ(failure_of([] { relative(uR"(C:\d\e\no)", uR"(C:\x)"); }), denied(uR"(C:\d\e\no)"))
+    EXPECT_FAILURE(relative(uR"(C:\d\e\no)", uR"(C:\x)"), denied(uR"(C:\d\e\no)"))
         << "the walk to what is missing meets it";
 }
 
@@ -162,8 +143,8 @@ TEST(RelativeCalls, LoopsNameThePath)
 {
     simulated_machine machine;
     machine.add_symbolic_link(u"C:\\loop", u"loop").add_directory(u"C:\\d");
-    EXPECT_EQ(failure_of([] { relative(u"C:\\loop", u"C:\\d"); }), system_error(1921, u"C:\\loop"));
-    EXPECT_EQ(failure_of([] { relative(u"C:\\d", u"C:\\loop"); }), system_error(1921, u"C:\\d"));
+    EXPECT_FAILURE(relative(u"C:\\loop", u"C:\\d"), system_error(1921, u"C:\\loop"));
+    EXPECT_FAILURE(relative(u"C:\\d", u"C:\\loop"), system_error(1921, u"C:\\d"));
 }
 
 TEST(RelativeCalls, OnAVolumeThatNoLetterStandsFor)
@@ -186,23 +167,15 @@ TEST(RelativeCalls, OnAVolumeThatNoLetterStandsFor)
 
 TEST(RelativeCalls, EveryFailingCallReleasesWhatItHolds)
 {
-    for (int nth = 1;; ++nth) {
-        ASSERT_LT(nth, 1000) << "the operation never ends";
-        simulated_machine machine;
+    auto const build = [](simulated_machine &machine) {
         machine.add_directory(uR"(C:\d\e)").add_symbolic_link(u"C:\\l", u"d", flavour::directory);
-        auto const fault = machine.fail_call(nth, ERROR_IO_DEVICE);
+    };
+    sweep(build, [](failing_run const &run) {
         auto const told = failure_of([] { relative(uR"(C:\l\no)", uR"(C:\l\e)"); });
-        bool const is_close =
-            fault.fired() &&
-            machine.journal().at(static_cast<std::size_t>(nth) - 1).function == "CloseHandle";
-        bool const is_reported = fault.fired() && !is_close;
+        bool const is_reported = run.is_broken() && run.call().function != "CloseHandle";
         EXPECT_EQ(told,
-                  is_reported ? std::optional(system_error(1117, uR"(C:\l\no)")) : std::nullopt)
-            << "failing call " << nth;
-        expect_nothing_open(machine, "failing call " + std::to_string(nth));
-        if (!fault.fired())
-            break; // every call has failed once
-    }
+                  is_reported ? std::optional(system_error(1117, uR"(C:\l\no)")) : std::nullopt);
+    });
 }
 
 } // namespace

@@ -50,7 +50,7 @@ TEST(Relative, Table)
         EXPECT_EQ(relative(upath(p), upath(base)).native(), row.expected) << row.why;
         EXPECT_TRUE(relative(upath(p, false), upath(base)).form_flag()) << row.why;
     }
-    EXPECT_EQ(work.entries(work.root()), std::vector<std::u16string>{u"a"}) << "nothing is made";
+    EXPECT_EQ(work.entries(work.root()), names{u"a"}) << "nothing is made";
 }
 
 // No current directory is put ahead of either: the system does that for what is there.

@@ -182,12 +182,12 @@ TEST(RemovedKinds, TheRootOfADrive)
     simulated_machine machine;
     std::u16string const root = u"D:\\";
     machine.add_drive(u'D').add_file(uR"(D:\f)").add_file(uR"(D:\d\x)");
-    EXPECT_EQ(failure_of([&] { remove(root); }), expected_failure(denied, root));
-    EXPECT_EQ(failure_of([&] { remove_file(root); }), expected_failure(is_directory, root));
-    EXPECT_EQ(failure_of([&] { remove_directory(root); }), expected_failure(denied, root));
+    EXPECT_FAILURE(remove(root), expected_failure(denied, root));
+    EXPECT_FAILURE(remove_file(root), expected_failure(is_directory, root));
+    EXPECT_FAILURE(remove_directory(root), expected_failure(denied, root));
     EXPECT_EQ(machine.entries(root).size(), 2U);
     machine.clear_journal();
-    EXPECT_EQ(failure_of([&] { remove_all(root); }), expected_failure(denied, root));
+    EXPECT_FAILURE(remove_all(root), expected_failure(denied, root));
     EXPECT_EQ(machine.entries(root).size(), 0U);
     EXPECT_EQ(machine.journal().at(2).text, uR"(D:\\*)") << "a separator goes behind any name";
 }

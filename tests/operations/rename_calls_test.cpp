@@ -61,23 +61,16 @@ TEST(RenameCalls, AskAboutTheSourceOnlyAfterAFailure)
 
 TEST(RenameCalls, EachCallThatFails)
 {
-    failure const expected[] = {system_error(1117, to), system_error(1117, from),
-                                translated(1117, from, to)};
-    int nth = 1;
-    for (failure const &wanted : expected) {
-        simulated_machine machine;
-        machine.add_file(from);
-        auto const fault = machine.fail_call(nth, 1117);
-        EXPECT_EQ(renaming(from, to), wanted) << "failing call " << nth;
-        EXPECT_TRUE(fault.fired()) << "failing call " << nth;
-        EXPECT_TRUE(machine.is_file(from)) << "failing call " << nth;
-        ++nth;
-    }
-    simulated_machine machine;
-    machine.add_file(from);
-    auto const fault = machine.fail_call(nth, 1117);
-    rename(from, to);
-    EXPECT_FALSE(fault.fired()) << "there is no further call";
+    failures told;
+    sweep([](simulated_machine &machine) { machine.add_file(from); },
+          [&](failing_run const &run) {
+              told.push_back(renaming(from, to));
+              EXPECT_EQ(run.machine.is_file(from), run.is_broken());
+          });
+    EXPECT_EQ(
+        told,
+        (failures{
+            system_error(1117, to), system_error(1117, from), translated(1117, from, to), {}}));
 }
 
 /// Makes `C:\from` what it is, if anything.
@@ -120,9 +113,8 @@ TEST(RenameCalls, EveryCodeBlamesOne)
                 expected = translated(code, from);
             else if (is_listed || code == 5)
                 expected = translated(code, to);
-            auto const fault = machine.fail_every_call_on("MoveFileExW", code);
+            sure_fault const fault = machine.fail_every_call_on("MoveFileExW", code);
             EXPECT_EQ(renaming(from, to), expected) << row.why << ", code " << code;
-            EXPECT_TRUE(fault.fired());
         }
         EXPECT_EQ(machine.open_handles(), 0) << row.why;
         EXPECT_FALSE(machine.exists(to)) << row.why;
@@ -214,7 +206,7 @@ TEST(RenameLinks, AreRenamedThemselves)
         EXPECT_EQ(machine.reparse_data(new_name), data) << printable(name);
     }
     EXPECT_EQ(machine.content(u"C:\\file"), "content");
-    EXPECT_EQ(machine.entries(u"C:\\dir"), std::vector<std::u16string>{u"sub"});
+    EXPECT_EQ(machine.entries(u"C:\\dir"), names{u"sub"});
 }
 
 TEST(RenameLinks, AreReplacedThemselves)
@@ -259,7 +251,7 @@ TEST(RenameVolumes, DirectoriesIntoThemselves)
     machine.add_directory(u"C:\\dir\\sub");
     EXPECT_EQ(renaming(u"C:\\dir", u"C:\\dir\\new"), translated(32, u"C:\\dir", u"C:\\dir\\new"));
     EXPECT_EQ(renaming(u"C:\\dir", u"C:\\dir\\sub\\new"), denied(u"C:\\dir\\sub\\new"));
-    EXPECT_EQ(machine.entries(u"C:\\dir"), std::vector<std::u16string>{u"sub"});
+    EXPECT_EQ(machine.entries(u"C:\\dir"), names{u"sub"});
 }
 
 TEST(RenameVolumes, ThatAreNotThere)

@@ -3,6 +3,7 @@
 #include <fl/filesystem/operations.hpp>
 
 #include "support/calls.hpp"
+#include "support/translation.hpp"
 
 namespace fl::filesystem {
 namespace {
@@ -117,73 +118,42 @@ TEST(SpaceCalls, OfALongPathname)
     }
 }
 
-struct code_case
-{
-    DWORD code;
-    test_support::failure expected;
-};
-
 TEST(SpaceCalls, AFailingQueryIsAboutTheCallersPath)
 {
-    std::u16string const named = u"dir";
-    code_case const cases[] = {
-        {2, not_found(named)},
-        {3, not_found(named)},
-        {5, denied(named)},
-        {21, system_error(21, named)},
-        {53, system_error(53, named)},
-        {206, too_large(u"")},
-        {1920, denied(named)},
-        {4390, invalid_argument("The file or directory is not a reparse point.")},
-    };
-    for (code_case const &row : cases) {
+    for (DWORD const code : {2U, 3U, 5U, 21U, 53U, 206U, 1920U, 4390U}) {
         simulated_machine machine;
         machine.add_directory(u"C:\\dir");
-        auto const fault = machine.fail_call("GetDiskFreeSpaceExW", 1, row.code);
-        EXPECT_EQ(failure_of([&] { space(upath(named)); }), row.expected) << row.code;
-        EXPECT_TRUE(fault.fired());
-        EXPECT_EQ(machine.calls_of("GetDiskFreeSpaceExW"), 1) << row.code;
+        sure_fault const fault = machine.fail_call("GetDiskFreeSpaceExW", 1, code);
+        EXPECT_FAILURE(space(upath(u"dir")), translated(code, u"dir")) << code;
+        EXPECT_EQ(machine.calls_of("GetDiskFreeSpaceExW"), 1) << code;
     }
 }
 
 TEST(SpaceCalls, EachFailingCallForAFileIsAboutTheCallersPath)
 {
-    // the sixth call closes the file, whose space is known all the same
-    std::u16string const named = u"file";
-    int nth = 1;
-    for (; nth <= 7; ++nth) {
-        simulated_machine machine;
+    std::optional<test_support::failure> const told = system_error(1117, u"file");
+    auto const build = [](simulated_machine &machine) {
         set_spaces(machine);
         machine.add_file(u"C:\\file");
-        auto const fault = machine.fail_call(nth, 1117);
-        std::optional<test_support::failure> expected;
-        if (nth != 6)
-            expected = system_error(1117, named);
-        EXPECT_EQ(failure_of([&] { space(upath(named)); }), expected) << nth;
-        EXPECT_TRUE(fault.fired()) << nth;
-        EXPECT_EQ(machine.open_handles(), 0) << nth;
-    }
-    simulated_machine machine;
-    machine.add_file(u"C:\\file");
-    auto const fault = machine.fail_call(nth, 1117);
-    space(upath(named));
-    EXPECT_FALSE(fault.fired()) << "there is no further call";
+    };
+    EXPECT_EQ(failures_of_each_call(build, [] { space(upath(u"file")); }),
+              (failures{told, told, told, told, told, {}, told}))
+        << "the sixth call closes the file, whose space is known all the same";
 }
 
 TEST(SpaceCalls, AVolumeThatIsNoDirectoryEitherIsNotLookedForAgain)
 {
     simulated_machine machine;
     machine.add_file(u"C:\\file");
-    auto const fault = machine.fail_every_call_on("GetDiskFreeSpaceExW", 267);
-    EXPECT_EQ(failure_of([] { space(upath(u"file")); }), not_directory(u"file"));
+    sure_fault const fault = machine.fail_every_call_on("GetDiskFreeSpaceExW", 267);
+    EXPECT_FAILURE(space(upath(u"file")), not_directory(u"file"));
     EXPECT_EQ(machine.calls_of("GetDiskFreeSpaceExW"), 2);
-    EXPECT_TRUE(fault.fired());
 }
 
 TEST(SpaceCalls, NoneForTheEmptyPath)
 {
     simulated_machine machine;
-    EXPECT_EQ(failure_of([] { space(upath()); }), invalid_argument("Empty Path not permitted"));
+    EXPECT_FAILURE(space(upath()), empty_path());
     EXPECT_EQ(machine.journal().size(), 0U);
 }
 
@@ -193,7 +163,7 @@ TEST(SpaceCalls, FailingNetworks)
     machine.add_share(u"server", u"share").add_dead_server(u"dead");
     for (auto const &[text, code] :
          {std::pair{uR"(\\dead\share\a)", 53U}, std::pair{uR"(\\server\other)", 67U}})
-        EXPECT_EQ(failure_of([&] { space(upath(text)); }), system_error(code, text));
+        EXPECT_FAILURE(space(upath(text)), system_error(code, text));
 }
 
 } // namespace

@@ -41,9 +41,9 @@ TEST(GetUncPath, OfALocalPathnameIsAFailureWithoutACodeWhereThatIsNot)
     work.change_directory(work.root());
     for (char16_t const *text : {u"file", u"missing"}) {
         test_support::failure const expected = system_error(0, work.path(text));
-        EXPECT_EQ(failure_of([&] { get_unc_path(text, false); }), expected);
-        EXPECT_EQ(failure_of([&] { get_unc_path(upath(text), false); }), expected);
-        EXPECT_EQ(failure_of([&] { get_unc_path(work.path(text), false); }), expected);
+        EXPECT_FAILURE(get_unc_path(text, false), expected);
+        EXPECT_FAILURE(get_unc_path(upath(text), false), expected);
+        EXPECT_FAILURE(get_unc_path(work.path(text), false), expected);
     }
 }
 
@@ -54,7 +54,7 @@ TEST(GetUncPath, OfAUniversalNameIsNoneOfTheProviders)
     std::u16string const name = uR"(\\fl-server\share\file)";
     EXPECT_EQ(get_unc_path(name, true), name);
     EXPECT_EQ(get_unc_path(upath(name), true).native(), name);
-    EXPECT_EQ(failure_of([&] { get_unc_path(name, false); }), system_error(0, name));
+    EXPECT_FAILURE(get_unc_path(name, false), system_error(0, name));
 }
 
 TEST(GetUncPath, OfALongPathnameKeepsItsPrefixAsATextOnly)
@@ -64,7 +64,7 @@ TEST(GetUncPath, OfALongPathnameKeepsItsPrefixAsATextOnly)
     std::u16string const file = work.path(name + u'\\' + name);
     EXPECT_EQ(get_unc_path(file, true), uR"(\\?\)" + file);
     EXPECT_EQ(get_unc_path(upath(file), true).native(), file);
-    EXPECT_EQ(failure_of([&] { get_unc_path(file, false); }), system_error(0, uR"(\\?\)" + file));
+    EXPECT_FAILURE(get_unc_path(file, false), system_error(0, uR"(\\?\)" + file));
 }
 
 TEST(GetUncPath, OfWhatCantBecomeAStringForTheSystemFailsInEitherCase)
@@ -75,8 +75,8 @@ TEST(GetUncPath, OfWhatCantBecomeAStringForTheSystemFailsInEitherCase)
         failure_of([&] { detail::windows::make_native_access_form_bridge(server); });
     ASSERT_TRUE(expected);
     for (bool const tolerant : {false, true}) {
-        EXPECT_EQ(failure_of([&] { get_unc_path(server, tolerant); }), expected);
-        EXPECT_EQ(failure_of([&] { get_unc_path(upath(server), tolerant); }), expected);
+        EXPECT_FAILURE(get_unc_path(server, tolerant), expected);
+        EXPECT_FAILURE(get_unc_path(upath(server), tolerant), expected);
     }
 }
 

@@ -78,55 +78,50 @@ int some_code; // of the program
 
 constexpr unsigned int hide = file_status::perms_add | file_status::hidden_file;
 
-std::vector<operation> operations()
-{
-    using namespace detail;
-    using namespace detail::windows;
-    return {
-        {"absolute", [] { absolute(u"f"); }, unexplained(u"f")},
-        {"absolute with a base", [] { absolute(u"f", u"C:\\d"); }, unexplained(u"f")},
-        {"access", [] { access(u"f", access_write); }, unexplained(u"f")},
-        {"access exists", [] { access(u"f", access_exists); }, unexplained(u"f")},
-        {"canonical", [] { canonical(u"f"); }, unexplained(u"f")},
-        {"change_current_path", [] { change_current_path(u"t"); }, unexplained(u"t")},
-        {"copy", [] { fl::filesystem::copy(u"f", u"n"); }, unexplained(u"n")},
-        {"copy_directory", [] { copy_directory(u"t", u"n"); }, unexplained(u"t")},
-        {"copy_file", [] { fl::filesystem::copy_file(u"f", u"n"); }, unexplained(u"n")},
-        {"copy_symlink", [] { copy_symlink(u"l", u"n"); }, std::nullopt},
-        {"create_directories", [] { create_directories(u"n\\m"); }, unexplained(u"n\\m")},
-        {"create_directory", [] { create_directory(u"n"); }, unexplained(u"n")},
-        {"create_shortcut", [] { create_shortcut(u"f", u"n.lnk"); }, unexplained(u"f")},
-        {"create_symlink", [] { create_symlink(u"f", u"n", file_status::regular_file); },
-         std::nullopt},
-        {"create_symlink that asks",
-         [] { create_symlink(u"t", u"n", file_status::file_type_auto); }, unexplained(u"t")},
-        {"equivalent", [] { equivalent(u"f", u"g"); }, unexplained(u"f")},
-        {"exists", [] { exists(u"f"); }, unexplained(u"f")},
-        {"get_base_path", [] { get_base_path(&some_code); },
-         unexplained(uR"(C:\program\bin\win64\program.exe)")},
-        {"get_current_path", [] { get_current_path(); }, std::nullopt},
-        {"get_module_path_from_address", [] { get_module_path_from_address(&some_code); },
-         std::nullopt},
-        {"get_unc_path", [] { get_unc_path(u"f", true); }, unexplained(u"f")},
-        {"make_access_form", [] { make_access_form(L"C:\\d\\f"); }, std::nullopt},
-        {"make_native_access_form_bridge", [] { make_native_access_form_bridge(u"f"); },
-         unexplained(u"f")},
-        {"permissions", [] { permissions(u"f", hide); }, unexplained(u"f")},
-        {"read_symlink", [] { read_symlink(u"l"); }, unexplained(u"l")},
-        {"relative", [] { relative(u"t", u"u"); }, std::nullopt},
-        {"remove", [] { remove(u"f"); }, unexplained(u"f")},
-        {"remove_all", [] { remove_all(u"t"); }, unexplained(u"t")},
-        {"remove_directory", [] { remove_directory(u"e"); }, unexplained(u"e")},
-        {"remove_file", [] { remove_file(u"f"); }, unexplained(u"f")},
-        {"rename", [] { rename(u"f", u"n"); }, unexplained(u"n")},
-        {"space", [] { space(upath(u"t")); }, unexplained(u"t")},
-        {"status", [] { status(u"f"); }, unexplained(u"f")},
-        {"status_express_light", [] { status_express_light(u"f"); }, std::nullopt},
-        {"symlink_status", [] { symlink_status(u"f"); }, unexplained(u"f")},
-        {"target_status_bridge", [] { target_status_bridge(L"C:\\d\\l"); }, std::nullopt},
-        {"weakly_canonical", [] { weakly_canonical(u"t\\n"); }, unexplained(u"t\\n")},
-    };
-}
+operation const operations[] = {
+    {"absolute", [] { absolute(u"f"); }, unexplained(u"f")},
+    {"absolute with a base", [] { absolute(u"f", u"C:\\d"); }, unexplained(u"f")},
+    {"access", [] { access(u"f", access_write); }, unexplained(u"f")},
+    {"access exists", [] { access(u"f", access_exists); }, unexplained(u"f")},
+    {"canonical", [] { canonical(u"f"); }, unexplained(u"f")},
+    {"change_current_path", [] { change_current_path(u"t"); }, unexplained(u"t")},
+    {"copy", [] { fl::filesystem::copy(u"f", u"n"); }, unexplained(u"n")},
+    {"copy_directory", [] { copy_directory(u"t", u"n"); }, unexplained(u"t")},
+    {"copy_file", [] { fl::filesystem::copy_file(u"f", u"n"); }, unexplained(u"n")},
+    {"copy_symlink", [] { copy_symlink(u"l", u"n"); }, std::nullopt},
+    {"create_directories", [] { create_directories(u"n\\m"); }, unexplained(u"n\\m")},
+    {"create_directory", [] { create_directory(u"n"); }, unexplained(u"n")},
+    {"create_shortcut", [] { create_shortcut(u"f", u"n.lnk"); }, unexplained(u"f")},
+    {"create_symlink", [] { create_symlink(u"f", u"n", file_status::regular_file); }, std::nullopt},
+    {"create_symlink that asks", [] { create_symlink(u"t", u"n", file_status::file_type_auto); },
+     unexplained(u"t")},
+    {"equivalent", [] { equivalent(u"f", u"g"); }, unexplained(u"f")},
+    {"exists", [] { exists(u"f"); }, unexplained(u"f")},
+    {"get_base_path", [] { detail::get_base_path(&some_code); },
+     unexplained(uR"(C:\program\bin\win64\program.exe)")},
+    {"get_current_path", [] { get_current_path(); }, std::nullopt},
+    {"get_module_path_from_address", [] { detail::get_module_path_from_address(&some_code); },
+     std::nullopt},
+    {"get_unc_path", [] { get_unc_path(u"f", true); }, unexplained(u"f")},
+    {"make_access_form", [] { detail::make_access_form(L"C:\\d\\f"); }, std::nullopt},
+    {"make_native_access_form_bridge",
+     [] { detail::windows::make_native_access_form_bridge(u"f"); }, unexplained(u"f")},
+    {"permissions", [] { permissions(u"f", hide); }, unexplained(u"f")},
+    {"read_symlink", [] { read_symlink(u"l"); }, unexplained(u"l")},
+    {"relative", [] { relative(u"t", u"u"); }, std::nullopt},
+    {"remove", [] { remove(u"f"); }, unexplained(u"f")},
+    {"remove_all", [] { remove_all(u"t"); }, unexplained(u"t")},
+    {"remove_directory", [] { remove_directory(u"e"); }, unexplained(u"e")},
+    {"remove_file", [] { remove_file(u"f"); }, unexplained(u"f")},
+    {"rename", [] { rename(u"f", u"n"); }, unexplained(u"n")},
+    {"space", [] { space(upath(u"t")); }, unexplained(u"t")},
+    {"status", [] { status(u"f"); }, unexplained(u"f")},
+    {"status_express_light", [] { status_express_light(u"f"); }, std::nullopt},
+    {"symlink_status", [] { symlink_status(u"f"); }, unexplained(u"f")},
+    {"target_status_bridge", [] { detail::windows::target_status_bridge(L"C:\\d\\l"); },
+     std::nullopt},
+    {"weakly_canonical", [] { weakly_canonical(u"t\\n"); }, unexplained(u"t\\n")},
+};
 
 /// What became of one run.
 struct outcome
@@ -170,7 +165,7 @@ void expect_outcome(operation const &asked, char const *function,
 
 TEST(UnexplainedFailures, OfTheFullPathnameEndEveryOperationAheadOfItsFirstStep)
 {
-    for (operation const &asked : operations())
+    for (operation const &asked : operations)
         expect_outcome(asked, "GetFullPathNameW", asked.of_full_path);
 }
 
@@ -178,10 +173,9 @@ TEST(UnexplainedFailures, OfTheFullPathnameEndEveryOperationAheadOfItsFirstStep)
 TEST(UnexplainedFailures, OfTheFullPathnameLeaveFormsForOthersAsTheyAre)
 {
     simulated_machine machine;
-    auto const fault = machine.fail_every_call_on("GetFullPathNameW", 0);
+    sure_fault const fault = machine.fail_every_call_on("GetFullPathNameW", 0);
     EXPECT_EQ(detail::make_native_access_form(u"a/f"), L"a/f");
     EXPECT_EQ(detail::make_native_access_form_with_cleanup(u"a/f"), L"a\\f");
-    EXPECT_TRUE(fault.fired());
 }
 
 // As calls of Wine do: what they leave is the code of another call.
@@ -190,18 +184,17 @@ TEST(UnexplainedFailures, DontBorrowTheCodeOfAnEarlierCall)
     for (DWORD const earlier : {2U, 5U, 123U}) {
         simulated_machine machine;
         fill(machine);
-        auto const fault =
+        sure_fault const fault =
             machine.on_full_path_name([](DWORD, wchar_t *) { return std::optional<DWORD>(0); });
         ::SetLastError(earlier);
-        EXPECT_EQ(failure_of([] { remove_all(u"t"); }), unexplained(u"t")) << earlier;
-        EXPECT_TRUE(fault.fired());
+        EXPECT_FAILURE(remove_all(u"t"), unexplained(u"t")) << earlier;
         EXPECT_TRUE(machine.is_directory(uR"(C:\d\t)"));
     }
 }
 
 TEST(UnexplainedFailures, OfTheChangeOfDirectoryLeaveItWithItsVariable)
 {
-    for (operation const &asked : operations()) {
+    for (operation const &asked : operations) {
         bool const changes = asked.name == std::string("change_current_path");
         expect_outcome(asked, "SetCurrentDirectoryW",
                        changes ? std::optional(unexplained(u"t")) : std::nullopt);
@@ -210,7 +203,7 @@ TEST(UnexplainedFailures, OfTheChangeOfDirectoryLeaveItWithItsVariable)
 
 TEST(UnexplainedFailures, OfTheQuestionForSpaceAreReported)
 {
-    for (operation const &asked : operations()) {
+    for (operation const &asked : operations) {
         bool const asks = asked.name == std::string("space");
         expect_outcome(asked, "GetDiskFreeSpaceExW",
                        asks ? std::optional(unexplained(u"t")) : std::nullopt);
@@ -220,7 +213,7 @@ TEST(UnexplainedFailures, OfTheQuestionForSpaceAreReported)
 // The library's own calls report the literal code.
 TEST(UnexplainedFailures, OfTheCurrentDirectoryKeepTheirCode)
 {
-    for (operation const &asked : operations()) {
+    for (operation const &asked : operations) {
         bool const asks = asked.name == std::string("get_current_path");
         expect_outcome(asked, "GetCurrentDirectoryW",
                        asks ? std::optional(system_error(0, u"")) : std::nullopt);
@@ -320,9 +313,9 @@ TEST(UnexplainedFailures, OfCreatingADirectoryDontTellThatItIsThere)
     simulated_machine machine;
     fill(machine);
     auto const fault = machine.fail_every_call_on("CreateDirectoryW", 0);
-    EXPECT_EQ(failure_of([] { create_directory(u"t"); }), unexplained(u"t"));
-    EXPECT_EQ(failure_of([] { create_directories(u"t"); }), unexplained(u"t"));
-    EXPECT_EQ(failure_of([] { copy_directory(u"t", u"u"); }), unexplained(u"t", u"u"));
+    EXPECT_FAILURE(create_directory(u"t"), unexplained(u"t"));
+    EXPECT_FAILURE(create_directories(u"t"), unexplained(u"t"));
+    EXPECT_FAILURE(copy_directory(u"t", u"u"), unexplained(u"t", u"u"));
 }
 
 TEST(UnexplainedFailures, NameWhatOtherCodesName)
@@ -330,13 +323,12 @@ TEST(UnexplainedFailures, NameWhatOtherCodesName)
     simulated_machine machine;
     fill(machine);
     auto const fault = machine.fail_every_call_on("CreateFileW", 0);
-    EXPECT_EQ(failure_of([] { equivalent(u"f", u"g"); }), unexplained(u"f", u"g"));
-    EXPECT_EQ(failure_of([] { relative(u"t", u"u"); }), unexplained(u"t"));
-    EXPECT_EQ(failure_of([] { fl::filesystem::copy(u"f", u"g"); }), unexplained(u"f", u"g"));
-    EXPECT_EQ(
-        failure_of([] { fl::filesystem::copy_file(u"f", u"g", copy_options::update_existing); }),
-        unexplained(u"f", u"g"));
-    EXPECT_EQ(failure_of([] { equivalent(u"l", u"j"); }), not_found(u"l"))
+    EXPECT_FAILURE(equivalent(u"f", u"g"), unexplained(u"f", u"g"));
+    EXPECT_FAILURE(relative(u"t", u"u"), unexplained(u"t"));
+    EXPECT_FAILURE(fl::filesystem::copy(u"f", u"g"), unexplained(u"f", u"g"));
+    EXPECT_FAILURE(fl::filesystem::copy_file(u"f", u"g", copy_options::update_existing),
+                   unexplained(u"f", u"g"));
+    EXPECT_FAILURE(equivalent(u"l", u"j"), not_found(u"l"))
         << "nobody can see that they lead anywhere";
 }
 

@@ -69,7 +69,7 @@ TEST(Warnings, RemovingATreeFollowsALinkThatOthersPutThereMeanwhile)
         machine.remove(uR"(C:\t\d)").add_junction(uR"(C:\t\d)", uR"(C:\kept)");
     });
     remove_all(uR"(C:\t)");
-    EXPECT_EQ(machine.entries(uR"(C:\kept)"), std::vector<std::u16string>{u"y"})
+    EXPECT_EQ(machine.entries(uR"(C:\kept)"), names{u"y"})
         << "the name that was found in the directory goes from where the link leads";
     EXPECT_FALSE(machine.exists(uR"(C:\t)"));
 }
@@ -79,11 +79,9 @@ TEST(Warnings, ADirectoryCopiedIntoItselfGoesOnToTheLimit)
 {
     simulated_machine machine;
     machine.add_directory(uR"(C:\from)");
-    EXPECT_EQ(failure_of([] {
-                  copy(std::u16string(uR"(C:\from)"), std::u16string(uR"(C:\from\a)"),
-                       std::filesystem::copy_options::recursive);
-              }),
-              too_large(u""));
+    EXPECT_FAILURE(copy(std::u16string(uR"(C:\from)"), std::u16string(uR"(C:\from\a)"),
+                        std::filesystem::copy_options::recursive),
+                   too_large(u""));
     std::u16string deepest = uR"(C:\from)";
     while (machine.exists(deepest + uR"(\a)"))
         deepest += uR"(\a)";
@@ -97,8 +95,8 @@ void expect_device(simulation::edition runs, std::u16string const &name)
     simulated_machine machine;
     std::u16string const path = uR"(C:\t\)" + name;
     machine.set_edition(runs).add_file(path);
-    EXPECT_EQ(failure_of([] { remove_all(uR"(C:\t)"); }), system_error(1, path));
-    EXPECT_EQ(failure_of([&] { remove(path); }), denied(path));
+    EXPECT_FAILURE(remove_all(uR"(C:\t)"), system_error(1, path));
+    EXPECT_FAILURE(remove(path), denied(path));
     EXPECT_TRUE(machine.exists(path));
     std::wstring const exact = detail::windows::add_long_path_prefix_bridge(
         wide(path), path.size(), detail::windows::PATH_TYPE_DRIVE_ABSOLUTE);

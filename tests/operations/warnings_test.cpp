@@ -78,8 +78,7 @@ TEST(Warnings, ANulEndsThePathnamesOfWhatIsMade)
 TEST(Warnings, ANulEndsTheTextAndThePlaceOfALink)
 {
     workspace work;
-    if (!work.has_symbolic_links())
-        GTEST_SKIP() << "this system makes no symbolic links";
+    NEEDS(work.has_symbolic_links(), "this system makes no symbolic links");
     create_symlink(with_nul(u"t"), with_nul(work.path(u"l")), 0);
     copy_symlink(with_nul(work.path(u"l")), with_nul(work.path(u"m")));
     EXPECT_EQ(work.entries(work.root()), (names{u"l", u"m"}));
@@ -88,8 +87,8 @@ TEST(Warnings, ANulEndsTheTextAndThePlaceOfALink)
 
 TEST(Warnings, CreateDirectoriesOfARootFindsItEvenIfThereIsNone)
 {
-    EXPECT_EQ(failure_of([] { create_directories(u"Q:\\"); }), exists(u"Q:\\"));
-    EXPECT_EQ(failure_of([] { create_directories(uR"(\\no-server)"); }), exists(uR"(\\no-server)"));
+    EXPECT_FAILURE(create_directories(u"Q:\\"), exists(u"Q:\\"));
+    EXPECT_FAILURE(create_directories(uR"(\\no-server)"), exists(uR"(\\no-server)"));
 }
 
 // What a copy writes to
@@ -108,8 +107,7 @@ TEST(Warnings, OverwritingWritesIntoEveryHardLinkOfTheTarget)
 TEST(Warnings, OverwritingGoesThroughASymbolicLink)
 {
     workspace work;
-    if (!work.has_symbolic_links())
-        GTEST_SKIP() << "this system makes no symbolic links";
+    NEEDS(work.has_symbolic_links(), "this system makes no symbolic links");
     work.make_file(work.path(u"new"), "new");
     work.make_file(work.path(u"target"), "former");
     work.make_symbolic_link(work.path(u"to"), u"target");
@@ -121,8 +119,7 @@ TEST(Warnings, OverwritingGoesThroughASymbolicLink)
 TEST(Warnings, OverwritingATreeWritesWhereItsLinksLead)
 {
     workspace work;
-    if (!work.has_symbolic_links())
-        GTEST_SKIP() << "this system makes no symbolic links";
+    NEEDS(work.has_symbolic_links(), "this system makes no symbolic links");
     work.make_file(work.path(uR"(from\f)"), "new");
     work.make_file(work.path(uR"(from\d\g)"), "new");
     work.make_file(work.path(uR"(outside\f)"), "former");
@@ -137,8 +134,7 @@ TEST(Warnings, OverwritingATreeWritesWhereItsLinksLead)
 TEST(Warnings, AHardLinkOfALinkIsOneMoreNameOfTheLink)
 {
     workspace work;
-    if (!work.has_symbolic_links())
-        GTEST_SKIP() << "this system makes no symbolic links";
+    NEEDS(work.has_symbolic_links(), "this system makes no symbolic links");
     work.make_file(work.path(u"target"));
     work.make_symbolic_link(work.path(u"link"), u"target");
     copy(work.path(u"link"), work.path(u"name"), copy_options::create_hard_links);

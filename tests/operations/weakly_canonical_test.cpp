@@ -75,7 +75,7 @@ TEST(WeaklyCanonical, KeepsWhatIsMissingBehindWhatIsThere)
         EXPECT_EQ(weakly_canonical(row.text), expected) << row.why;
         EXPECT_EQ(weakly_canonical(upath(row.text)).native(), expected) << row.why;
     }
-    EXPECT_EQ(work.entries(work.root()), std::vector<std::u16string>{u"d"}) << "nothing is made";
+    EXPECT_EQ(work.entries(work.root()), names{u"d"}) << "nothing is made";
 }
 
 TEST(WeaklyCanonical, ARelativePathOfWhichNothingIsThereStaysRelative)
@@ -146,16 +146,15 @@ TEST(WeaklyCanonical, ARestThatCantBeJoined)
     workspace work;
     add_files(work);
     auto const refused = invalid_argument("Absolute path not permitted");
-    EXPECT_EQ(failure_of([&] { weakly_canonical(work.path(uR"(d\C:\x)")); }), refused);
-    EXPECT_EQ(failure_of([&] { weakly_canonical(work.path(uR"(no\C:x)")); }), refused);
-    EXPECT_EQ(failure_of([] { weakly_canonical(upath(uR"(no\C:)")); }), refused);
+    EXPECT_FAILURE(weakly_canonical(work.path(uR"(d\C:\x)")), refused);
+    EXPECT_FAILURE(weakly_canonical(work.path(uR"(no\C:x)")), refused);
+    EXPECT_FAILURE(weakly_canonical(upath(uR"(no\C:)")), refused);
 }
 
 TEST(WeaklyCanonical, OnAShareKeepsAllOfAMissingPath)
 {
     workspace work;
-    if (!work.has_share())
-        GTEST_SKIP() << "there is no share";
+    NEEDS(work.has_share(), "there is no share");
     std::u16string const root = work.share_root();
     work.make_directory(root + uR"(\d)");
     EXPECT_EQ(weakly_canonical(root + uR"(\d)"), root + uR"(\d)");

@@ -84,15 +84,13 @@ TEST(ConcatenatePathname, RefusesAndLeavesTheBaseAsItWas)
     for (auto const &row : refused_join_cases) {
         std::string const shown = printable(row.base) + " + " + printable(row.addition);
         std::u16string base = row.base;
-        EXPECT_EQ(failure_of([&] { concatenate_pathname(base, row.addition, true); }),
-                  invalid_argument(row.message))
+        EXPECT_FAILURE(concatenate_pathname(base, row.addition, true),
+                       invalid_argument(row.message))
             << shown;
         EXPECT_EQ(base, row.base) << shown;
         std::wstring wide_base = wide(row.base);
-        EXPECT_EQ(failure_of([&] {
-                      wide_traits::concatenate_pathname(wide_base, wide(row.addition), true);
-                  }),
-                  invalid_argument(row.message))
+        EXPECT_FAILURE(wide_traits::concatenate_pathname(wide_base, wide(row.addition), true),
+                       invalid_argument(row.message))
             << shown;
         EXPECT_EQ(wide_base, wide(row.base)) << shown;
     }
@@ -198,8 +196,8 @@ TEST(ReplaceExtension, Table)
         std::string const shown = printable(row.pathname) + " + " + printable(row.extension);
         std::u16string pathname = row.pathname;
         if (row.expected == nullptr) {
-            EXPECT_EQ(failure_of([&] { replace_extension(pathname, row.extension); }),
-                      invalid_argument("Invalid extension"))
+            EXPECT_FAILURE(replace_extension(pathname, row.extension),
+                           invalid_argument("Invalid extension"))
                 << shown;
             EXPECT_EQ(pathname, row.pathname) << shown;
             continue;

@@ -8,7 +8,7 @@ namespace fl::filesystem::detail {
 namespace {
 
 using namespace test_support;
-using elements = std::vector<std::u16string>;
+using elements = names;
 
 /// What a walk from the front visits. Ends after as many steps as there could be
 /// elements, so that a walk that makes no progress fails and doesn't hang.

@@ -7,13 +7,7 @@ namespace {
 
 using namespace test_support;
 
-struct native_case
-{
-    char16_t const *text, *native;
-    char const *why;
-};
-
-constexpr native_case native_cases[] = {
+constexpr text_row<char16_t> native_cases[] = {
     {u"", u"", "nothing stays nothing"},
     {u"   ", u"   ", "a text of blanks is kept whole"},
     {u"foo  ", u"foo", "trailing blanks go"},
@@ -98,8 +92,8 @@ constexpr native_case native_cases[] = {
 TEST(MakeNativeForm, Table)
 {
     for (auto const &row : native_cases) {
-        EXPECT_EQ(make_native_form(row.text, true), row.native) << printable(row.text) << row.why;
-        EXPECT_EQ(make_native_form(row.text, false), row.native) << "the flag has no effect";
+        EXPECT_EQ(make_native_form(row.text, true), row.expected) << printable(row.text) << row.why;
+        EXPECT_EQ(make_native_form(row.text, false), row.expected) << "the flag has no effect";
     }
 }
 
@@ -108,10 +102,11 @@ TEST(MakeNativeForm, TableThroughTheTraits)
     using wide_traits = path_traits<wchar_t, wchar_t>;
     using narrow_traits = path_traits<char16_t, char16_t>;
     for (auto const &row : native_cases) {
-        EXPECT_EQ(wide_traits::make_native_form(wide(row.text), true), wide(row.native)) << row.why;
-        EXPECT_EQ(wide_traits::make_native_form(wide(row.text), false), wide(row.native));
-        EXPECT_EQ(narrow_traits::make_native_form(row.text, true), row.native) << row.why;
-        EXPECT_EQ(narrow_traits::make_native_form(row.text, false), row.native);
+        EXPECT_EQ(wide_traits::make_native_form(wide(row.text), true), wide(row.expected))
+            << row.why;
+        EXPECT_EQ(wide_traits::make_native_form(wide(row.text), false), wide(row.expected));
+        EXPECT_EQ(narrow_traits::make_native_form(row.text, true), row.expected) << row.why;
+        EXPECT_EQ(narrow_traits::make_native_form(row.text, false), row.expected);
     }
 }
 

@@ -128,15 +128,9 @@ TEST(UpathAdditions, AsksWhetherThereIsSomething)
     EXPECT_TRUE(upath(u".bashrc").has_extension());
 }
 
-struct change_case
-{
-    char16_t const *text, *expected;
-    char const *why;
-};
-
 TEST(UpathAdditions, RemovesTheExtension)
 {
-    constexpr change_case cases[] = {
+    constexpr text_row<char16_t> cases[] = {
         {uR"(C:\a.tar.gz)", uR"(C:\a.tar)", "the last one"},
         {u"a.a", u"a", "also the one that is tried"},
         {u"a.b", u"a", "and the other"},
@@ -202,8 +196,8 @@ TEST(UpathAdditions, ReplacesTheFilename)
         EXPECT_FALSE(path.form_flag());
     }
     upath path(uR"(C:\dir\a)");
-    EXPECT_EQ(failure_of([&] { path.replace_filename(uR"(D:\b)"); }),
-              invalid_argument("Absolute path not permitted"));
+    EXPECT_FAILURE(path.replace_filename(uR"(D:\b)"),
+                   invalid_argument("Absolute path not permitted"));
     EXPECT_EQ(path.native(), uR"(C:\dir\a)");
 }
 

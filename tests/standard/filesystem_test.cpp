@@ -15,14 +15,7 @@ std::error_code system_code(int code)
     return {code, std::system_category()};
 }
 
-struct absolute_case
-{
-    wchar_t const *text;
-    bool absolute;
-    char const *why;
-};
-
-constexpr absolute_case absolute_cases[] = {
+constexpr answer_row<wchar_t> absolute_cases[] = {
     {L"", false, "nothing"},
     {L"foo", false, "relative"},
     {L"\\foo", false, "rooted"},
@@ -49,8 +42,8 @@ constexpr absolute_case absolute_cases[] = {
 TEST(StandardIsAbsolute, Table)
 {
     for (auto const &row : absolute_cases) {
-        EXPECT_EQ(standard::is_absolute<wchar_t>(row.text), row.absolute) << row.why;
-        EXPECT_EQ(standard::is_absolute<char16_t>(units(row.text)), row.absolute) << row.why;
+        EXPECT_EQ(standard::is_absolute<wchar_t>(row.text), row.expected) << row.why;
+        EXPECT_EQ(standard::is_absolute<char16_t>(units(row.text)), row.expected) << row.why;
     }
 }
 

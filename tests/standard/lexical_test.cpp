@@ -16,13 +16,7 @@ using namespace test_support;
 using standard::lexically_normal;
 using standard::lexically_relative;
 
-struct normal_case
-{
-    wchar_t const *text, *expected;
-    char const *why;
-};
-
-constexpr normal_case normal_cases[] = {
+constexpr text_row<wchar_t> normal_cases[] = {
     {L"", L"", "nothing"},
     {L"a", L"a", "a name"},
     {L"a/b", L"a\\b", "separators are backslashes"},
@@ -82,7 +76,7 @@ constexpr normal_case normal_cases[] = {
 
 TEST(StandardLexicallyNormal, Table)
 {
-    for (normal_case const &row : normal_cases)
+    for (auto const &row : normal_cases)
         EXPECT_EQ(lexically_normal(row.text), row.expected)
             << row.why << ": " << printable(units(row.text));
 }

@@ -185,7 +185,7 @@ TEST(StandardCreateSymlink, ClearsTheCode)
     EXPECT_EQ(ec, std::error_code());
     standard::rename(L"C:\\no", L"C:\\e", ec);
     EXPECT_EQ(ec, system_code(2));
-    EXPECT_EQ(machine.entries(u"C:\\"), (std::vector<std::u16string>{u"a", u"b", u"d"}));
+    EXPECT_EQ(machine.entries(u"C:\\"), (names{u"a", u"b", u"d"}));
 }
 
 TEST(StandardCreateSymlink, WithoutMemoryForTheTextIsCode12)
@@ -233,8 +233,8 @@ TEST(StandardCopySymlink, WithoutMemoryForTheDataIsCode8)
     EXPECT_EQ(machine.calls_of("DeviceIoControl"), 0);
     EXPECT_EQ(machine.calls_of("CreateSymbolicLinkW"), 0);
     EXPECT_EQ(machine.open_handles(), 0);
-    EXPECT_EQ(failure_of([] { copy_symlink(u"C:\\link", u"C:\\copy"); }), system_error(8, u""));
-    EXPECT_EQ(failure_of([] { copy_symlink(u"C:\\no", u"C:\\copy"); }), not_found(u""))
+    EXPECT_FAILURE(copy_symlink(u"C:\\link", u"C:\\copy"), system_error(8, u""));
+    EXPECT_FAILURE(copy_symlink(u"C:\\no", u"C:\\copy"), not_found(u""))
         << "a missing link needs none";
 }
 

@@ -20,14 +20,8 @@ constexpr std::uint32_t not_indexed = 0x2000;
 constexpr std::uint32_t all_that_count =
     read_only | hidden | system_flag | directory | archive | not_indexed;
 
-struct text_case
-{
-    wchar_t const *path;
-    bool runs; ///< as a file: a directory never does
-    char const *why;
-};
-
-constexpr text_case text_cases[] = {
+// Of files: a directory never does.
+constexpr answer_row<wchar_t> text_cases[] = {
     {L"", false, "no text"},
     {L"C:\\tool", false, "no full stop"},
     {L"C:\\tool.exe", true, "a program"},
@@ -105,10 +99,10 @@ TEST(AttributesToPerms, EveryCombinationWithEveryText)
     int combinations = 0;
     for_all_combinations([&](std::uint32_t attributes) {
         ++combinations;
-        for (text_case const &row : text_cases)
-            EXPECT_EQ(attributes_to_perms(row.path, attributes),
-                      expected_word(attributes, row.runs))
-                << printable(units(row.path)) << ", attributes " << attributes << ": " << row.why;
+        for (auto const &row : text_cases)
+            EXPECT_EQ(attributes_to_perms(row.text, attributes),
+                      expected_word(attributes, row.expected))
+                << printable(units(row.text)) << ", attributes " << attributes << ": " << row.why;
     });
     EXPECT_EQ(combinations, 64);
 }

@@ -116,11 +116,11 @@ TEST(StatusCodes, OfAFailedQueryOfTheLinkOnAMappedDrive)
     machine.add_share(u"s", u"h").map_drive(u'X', u"s", u"h");
     machine.add_symbolic_link(u"\\\\s\\h\\l", u"t");
     for (DWORD const code : {0U, 2U, 3U, 5U, 123U, 32U}) {
-        auto const fault = machine.fail_every_call_on_name("GetFileAttributesExW", u"X:\\l", code);
+        sure_fault const fault =
+            machine.fail_every_call_on_name("GetFileAttributesExW", u"X:\\l", code);
         EXPECT_EQ(outcome_of([] { return target_status_bridge(L"X:\\l"); }),
                   fails(translated(code, u"X:\\l")))
             << code;
-        EXPECT_TRUE(fault.fired());
     }
 }
 
@@ -183,9 +183,9 @@ TEST(StatusCodes, AnEmptyAnswerRunsByItsName)
 {
     simulated_machine machine;
     machine.add_file(u"C:\\t.exe", "1").add_symbolic_link(u"C:\\l", u"t.exe");
-    auto const fault = machine.fail_every_call_on_name("GetFileAttributesExW", u"C:\\t.exe", 0);
+    sure_fault const fault =
+        machine.fail_every_call_on_name("GetFileAttributesExW", u"C:\\t.exe", 0);
     EXPECT_EQ(target_status_bridge(L"C:\\l").get_perms(), 0777U);
-    EXPECT_TRUE(fault.fired());
 }
 
 // Code 3 says nothing but the length beyond 32,767 units.
@@ -281,14 +281,6 @@ TEST(StatusJournal, OfTheEmptyText)
     EXPECT_EQ(calls_with_arguments(machine), lines{});
     EXPECT_FALSE(exists(u""));
     EXPECT_EQ(machine.calls_of("GetFileAttributesExW"), 1) << "here the system answers";
-}
-
-/// The three calls that read a link.
-void add_reading(lines &all, std::string const &path)
-{
-    all.push_back("CreateFileW(" + path + ") access 8 share 7 disposition 3 flags 2200000");
-    all.push_back("DeviceIoControl(" + path + ") flags 900A8");
-    all.push_back("CloseHandle(" + path + ")");
 }
 
 TEST(StatusJournal, OfOneHop)
@@ -473,26 +465,6 @@ void add_link_and_file(simulated_machine &machine)
     machine.set_times(u"C:\\l", {40, 50, 60}).set_attributes(u"C:\\l", 2);
 }
 
-/// Fails the calls one by one.
-void expect_each_failing_call(query_case const &row)
-{
-    int nth = 1;
-    for (outcome const &expected : row.expected) {
-        simulated_machine machine;
-        add_link_and_file(machine);
-        auto const fault = machine.fail_call(nth, 1117);
-        EXPECT_EQ(row.run(), expected) << row.name << ", failing call " << nth;
-        EXPECT_TRUE(fault.fired()) << row.name << ", failing call " << nth;
-        expect_nothing_open(machine, row.name + std::to_string(nth));
-        ++nth;
-    }
-    simulated_machine machine;
-    add_link_and_file(machine);
-    auto const fault = machine.fail_call(nth, 1117);
-    row.run();
-    EXPECT_FALSE(fault.fired()) << row.name << ": there is no further call";
-}
-
 TEST(StatusCalls, EachCallThatFails)
 {
     record const end{0x8000, 0x1000 | 0666, 2, 3, 1, 2};
@@ -519,7 +491,7 @@ TEST(StatusCalls, EachCallThatFails)
          {told_link, told_link, found, told_end}},
     };
     for (query_case const &row : cases)
-        expect_each_failing_call(row);
+        EXPECT_EQ(outcomes_of_each_call(add_link_and_file, row.run), row.expected) << row.name;
 }
 
 TEST(StatusCalls, ALinkThatVanishes)
@@ -532,9 +504,9 @@ TEST(StatusCalls, ALinkThatVanishes)
             add_link_and_file(machine);
             own = outcome_of([] { return symlink_status(u"C:\\l"); });
             own.answer->type = file_status::regular_file;
-            auto const gone = machine.before_call(function, 1, [&] { machine.remove(u"C:\\l"); });
+            sure_fault const gone =
+                machine.before_call(function, 1, [&] { machine.remove(u"C:\\l"); });
             seen = outcome_of([] { return status(u"C:\\l"); });
-            EXPECT_TRUE(gone.fired());
             expect_nothing_open(machine, function);
         }
         if (is_read) // an open handle goes on reading what was there
@@ -578,12 +550,11 @@ TEST(StatusCalls, ALinkThatBecomesAFile)
     add_link_and_file(machine);
     outcome own = outcome_of([] { return symlink_status(u"C:\\l"); });
     own.answer->type = file_status::regular_file;
-    auto const replaced = machine.before_call("CreateFileW", 1, [&] {
+    sure_fault const replaced = machine.before_call("CreateFileW", 1, [&] {
         machine.remove(u"C:\\l");
         machine.add_file(u"C:\\l", "12345");
     });
     EXPECT_EQ(outcome_of([] { return status(u"C:\\l"); }), own) << "of what it was";
-    EXPECT_TRUE(replaced.fired());
 }
 
 TEST(StatusCalls, ATargetThatVanishes)
@@ -592,10 +563,9 @@ TEST(StatusCalls, ATargetThatVanishes)
     machine.add_file(u"C:\\t", "1").add_symbolic_link(u"C:\\m", u"t");
     machine.add_symbolic_link(u"C:\\l", u"m");
     // the walk asks again about the link in the middle
-    auto const gone =
+    sure_fault const gone =
         machine.before_call("GetFileAttributesExW", 2, [&] { machine.remove(u"C:\\m"); });
     EXPECT_EQ(outcome_of([] { return target_status_bridge(L"C:\\l"); }), missing());
-    EXPECT_TRUE(gone.fired());
 }
 
 bool says_no(DWORD code)
@@ -643,9 +613,8 @@ TEST(ExistsCodes, AFailureWithoutACodeIsOneAllTheSame)
 {
     simulated_machine machine;
     machine.add_file(u"C:\\f");
-    auto const fault = machine.fail_every_call_on("GetFileAttributesExW", 0);
-    EXPECT_EQ(failure_of([] { exists(u"C:\\f"); }), translated(ERROR_GEN_FAILURE, u"C:\\f"));
-    EXPECT_TRUE(fault.fired());
+    sure_fault const fault = machine.fail_every_call_on("GetFileAttributesExW", 0);
+    EXPECT_FAILURE(exists(u"C:\\f"), translated(ERROR_GEN_FAILURE, u"C:\\f"));
 }
 
 // The paging file refuses even those who want to look at its attributes.
@@ -656,7 +625,7 @@ TEST(ExistsCodes, AFileThatRefusesEveryOpeningIsThere)
     auto const attributes = machine.fail_every_call_on("GetFileAttributesExW", 32);
     auto const opening = machine.fail_every_call_on("CreateFileW", 32);
     EXPECT_TRUE(exists(uR"(C:\d\pagefile.sys)"));
-    EXPECT_EQ(failure_of([] { exists(uR"(C:\d\missing)"); }), translated(32, uR"(C:\d\missing)"))
+    EXPECT_FAILURE(exists(uR"(C:\d\missing)"), translated(32, uR"(C:\d\missing)"))
         << "its directory knows no such file";
     EXPECT_EQ(outcome_of([] { return status(uR"(C:\d\pagefile.sys)"); }),
               fails(translated(32, uR"(C:\d\pagefile.sys)")))
@@ -669,10 +638,10 @@ TEST(ExistsCodes, NameThePathnameInNativeForm)
     auto const fault = machine.fail_every_call_on("GetFileAttributesExW", 5);
     EXPECT_EQ(failure_of([] { exists(u"d//f"); }), denied(u"d\\f"));
     std::u16string const longer = of_size(u"C:\\", 248);
-    EXPECT_EQ(failure_of([&] { exists(longer); }), denied(longer)) << "without the prefix";
+    EXPECT_FAILURE(exists(longer), denied(longer)) << "without the prefix";
     EXPECT_EQ(machine.journal().back().text, uR"(\\?\)" + longer);
     std::u16string const shorter = of_size(u"C:\\", 247);
-    EXPECT_EQ(failure_of([&] { exists(shorter); }), denied(shorter));
+    EXPECT_FAILURE(exists(shorter), denied(shorter));
     EXPECT_EQ(machine.journal().back().text, shorter);
 }
 

@@ -453,7 +453,7 @@ TEST(StatusChains, Loops)
     expect_loop(u"C:\\junction", uR"(\\?\C:\junction)", "a junction to itself");
     expect_loop(u"C:\\ping", uR"(\\?\C:\ping)", "two in turn");
     for (std::u16string const path : {u"C:\\self", u"C:\\junction", u"C:\\ping"})
-        EXPECT_EQ(failure_of([&] { exists(path); }), system_error(1921, path));
+        EXPECT_FAILURE(exists(path), system_error(1921, path));
     EXPECT_EQ(symlink_status(u"C:\\self").get_type(), symlink);
 }
 
@@ -548,27 +548,20 @@ TEST(StatusLinks, AVolumeBehindALink)
     EXPECT_EQ(outcome_of([] { return target_status_bridge(L"C:\\l"); }), answers(volume));
 }
 
-struct unusable_case
-{
-    char16_t const *print;
-    bool is_invalid; ///< else not found
-    char const *why;
-};
-
 TEST(StatusLinks, TextsThatLeadNowhere)
 {
-    constexpr unusable_case cases[] = {
+    // whether it is invalid; else it isn't found
+    constexpr answer_row<char16_t> cases[] = {
         {u"C:x", false, "the current directory of a drive"},
         {u"\\\\s\\h", false, "a share without a root"},
         {uR"(\\?\C:x)", false, "the same with a prefix"},
         {u"\\\\s", true, "a server alone"},
         {u"\\\\.\\COM1", true, "a device"},
     };
-    for (unusable_case const &row : cases) {
+    for (auto const &row : cases) {
         simulated_machine machine;
-        machine.add_symbolic_link(u"C:\\l", u"x", row.print, 0).add_file(u"C:\\x");
-        failure const told =
-            row.is_invalid ? invalid_argument("Invalid Path Type") : not_found(u"");
+        machine.add_symbolic_link(u"C:\\l", u"x", row.text, 0).add_file(u"C:\\x");
+        failure const told = row.expected ? invalid_argument("Invalid Path Type") : not_found(u"");
         EXPECT_EQ(outcome_of([] { return status(u"C:\\l"); }), missing()) << row.why;
         EXPECT_EQ(outcome_of([] { return status_express_light(u"C:\\l"); }), missing_light())
             << row.why;

@@ -229,8 +229,7 @@ TEST(Status, OfAnExtensionBeyondAscii)
 TEST(Status, OnAShare)
 {
     workspace space;
-    if (!space.has_share())
-        GTEST_SKIP() << "there is no share here";
+    NEEDS(space.has_share(), "there is no share here");
     std::u16string const file = space.share_root() + u"\\file";
     space.make_file(file, "123");
     attributes_for_now const archive(file, FILE_ATTRIBUTE_ARCHIVE);

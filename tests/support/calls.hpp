@@ -9,6 +9,7 @@
 
 #include <cstdio>
 #include <initializer_list>
+#include <source_location>
 
 namespace test_support {
 
@@ -63,6 +64,14 @@ inline lines calls_of(std::string const &function, lines all)
     return all;
 }
 
+/// The three calls that read a link.
+inline void add_reading(lines &all, std::string const &path)
+{
+    all.push_back("CreateFileW(" + path + ") access 8 share 7 disposition 3 flags 2200000");
+    all.push_back("DeviceIoControl(" + path + ") flags 900A8");
+    all.push_back("CloseHandle(" + path + ")");
+}
+
 /// No handle, interface or apartment outlives an operation, however it ends.
 inline void expect_nothing_open(simulated_machine const &machine, std::string const &where = {})
 {
@@ -72,6 +81,27 @@ inline void expect_nothing_open(simulated_machine const &machine, std::string co
     EXPECT_EQ(machine.orphaned_interfaces(), 0) << where;
     EXPECT_EQ(machine.all_com_apartments(), 0) << where;
 }
+
+/// A fault that some call must meet while it lives.
+class sure_fault
+{
+public:
+    sure_fault(simulation::fault is, std::source_location at = std::source_location::current())
+        : fault_(std::move(is)), at_(at)
+    {
+    }
+    ~sure_fault()
+    {
+        if (!fault_.fired())
+            ADD_FAILURE_AT(at_.file_name(), static_cast<int>(at_.line())) << "no call met it";
+    }
+    sure_fault(sure_fault const &) = delete;
+    sure_fault &operator=(sure_fault const &) = delete;
+
+private:
+    simulation::fault fault_;
+    std::source_location at_;
+};
 
 /// Calls `round` with 1, 2 and so on until it answers that nothing was broken any more, and
 /// returns how many rounds broke something: none is a failure of the test, and so is no end.
@@ -100,9 +130,9 @@ struct failing_run
     /// False in the last run, in which there is no such call any more.
     bool is_broken() const { return fault.fired(); }
     /// What failed.
-    std::string function() const
+    simulation::journal_entry call() const
     {
-        return machine.journal().at(static_cast<std::size_t>(nth) - 1).function;
+        return machine.journal().at(static_cast<std::size_t>(nth) - 1);
     }
 };
 
@@ -128,14 +158,27 @@ int sweep(Build build, Act act, std::initializer_list<DWORD> codes = {ERROR_IO_D
     return failed;
 }
 
-/// What `act` returns under `sweep` for each call that fails in turn; the last is that of a run
-/// without a failure.
+/// What `act` returns for each call that fails in turn.
 template <typename Build, typename Act>
-auto outcomes_of_failing_calls(Build build, Act act, DWORD code = ERROR_IO_DEVICE)
+auto outcomes_of_each_call(Build build, Act act)
 {
     std::vector<decltype(act())> outcomes;
-    sweep(build, [&](failing_run const &) { outcomes.push_back(act()); }, {code});
+    sweep(build, [&](failing_run const &) { outcomes.push_back(act()); });
+    outcomes.pop_back(); // of the run without a failure
     return outcomes;
+}
+
+using failures = std::vector<std::optional<failure>>;
+
+/// What `act` throws for each call that fails in turn, and nothing if none does.
+template <typename Build, typename Act>
+failures failures_of_each_call(Build build, Act act)
+{
+    failures told;
+    sweep(build, [&](failing_run const &) { told.push_back(failure_of(act)); });
+    EXPECT_EQ(told.back(), std::nullopt) << "though no call failed";
+    told.pop_back();
+    return told;
 }
 
 } // namespace test_support

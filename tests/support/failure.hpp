@@ -81,6 +81,12 @@ std::optional<failure> failure_of(Call call)
     return std::nullopt;
 }
 
+/// That `call` throws exactly this of the library's family, as one expression of the test.
+#define EXPECT_FAILURE(call, ...)                                                                  \
+    EXPECT_EQ(::test_support::failure_of([&] { static_cast<void>(call); }), (__VA_ARGS__))
+#define ASSERT_FAILURE(call, ...)                                                                  \
+    ASSERT_EQ(::test_support::failure_of([&] { static_cast<void>(call); }), (__VA_ARGS__))
+
 inline failure about(fl::filesystem::fsys_excp_id id, char const *what, std::u16string const &path)
 {
     return {id, what, path, {}, 0};
@@ -142,6 +148,27 @@ inline failure invalid_argument(std::string const &message)
             {},
             {},
             0};
+}
+
+inline failure empty_path()
+{
+    return invalid_argument("Empty Path not permitted");
+}
+
+/// What ERROR_INVALID_NAME is reported as.
+inline failure bad_name()
+{
+    return invalid_argument("The filename, directory name, or volume label syntax is incorrect.");
+}
+
+/// A pathname that is neither a drive's nor a share's.
+inline failure bad_path_type(std::u16string const &path)
+{
+    failure bad = invalid_argument("The path type of the given path is not valid");
+    if (!path.empty())
+        bad.what += ": {" + printable(path) + "}";
+    bad.path_name = path;
+    return bad;
 }
 
 } // namespace test_support

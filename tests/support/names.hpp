@@ -19,6 +19,11 @@
 #include <utility>
 #include <vector>
 
+/// Passes over the rest of a test where the system doesn't have what it needs.
+#define NEEDS(what, otherwise)                                                                     \
+    if (!(what))                                                                                   \
+    GTEST_SKIP() << otherwise
+
 namespace test_support {
 
 using lines = std::vector<std::string>;

@@ -18,6 +18,23 @@ inline std::u16string units(std::wstring_view text)
     return std::u16string(text.begin(), text.end());
 }
 
+/// A row of a table: a text, what becomes of it, and why.
+template <typename Char>
+struct text_row
+{
+    Char const *text, *expected;
+    char const *why;
+};
+
+/// A row of a table: a text, whether it is what is asked for, and why.
+template <typename Char>
+struct answer_row
+{
+    Char const *text;
+    bool expected;
+    char const *why;
+};
+
 /// `head` and as many units more as make `size` in all.
 template <typename Char>
 std::basic_string<Char> of_size(Char const *head, std::size_t size)

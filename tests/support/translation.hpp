@@ -34,8 +34,7 @@ inline failure translated(unsigned int code, std::u16string const &first,
     case 267:
         return not_directory(first);
     case 123:
-        return invalid_argument(
-            "The filename, directory name, or volume label syntax is incorrect.");
+        return bad_name();
     case 161:
         return invalid_argument("The specified path is invalid.");
     case 4390:
