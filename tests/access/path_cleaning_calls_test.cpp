@@ -71,18 +71,6 @@ TEST(CleanPathnameCalls, AFailedExpansionNamesTheTextOfTheCall)
     EXPECT_FAILURE(clean_pathname(L"foo", type, L"C:b"), denied(u"C:"));
 }
 
-/// Lets GetFullPathNameW answer `text`, whatever it is asked.
-simulation::fault answering(simulated_machine &machine, std::wstring text)
-{
-    return machine.on_full_path_name([text](DWORD room, wchar_t *buffer) -> std::optional<DWORD> {
-        if (text.size() >= room)
-            return static_cast<DWORD>(text.size() + 1);
-        std::copy(text.begin(), text.end(), buffer);
-        buffer[text.size()] = L'\0';
-        return static_cast<DWORD>(text.size());
-    });
-}
-
 TEST(CleanPathnameCalls, ARootedPathnameGoesByTheTypeOfItsExpansion)
 {
     constexpr auto rooted = windows::PATH_TYPE_ROOTED;

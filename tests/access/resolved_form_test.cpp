@@ -24,18 +24,6 @@ TEST(ResolvedAccessForm, AlwaysHasItsPrefix)
         EXPECT_EQ(entry.function, "GetFullPathNameW") << "no disk access";
 }
 
-/// Lets GetFullPathNameW keep the text: what has a prefix comes to the walk as it is.
-simulation::fault keeping(simulated_machine &machine, std::wstring text)
-{
-    return machine.on_full_path_name([text](DWORD room, wchar_t *buffer) -> std::optional<DWORD> {
-        if (text.size() >= room)
-            return static_cast<DWORD>(text.size() + 1);
-        std::copy(text.begin(), text.end(), buffer);
-        buffer[text.size()] = L'\0';
-        return static_cast<DWORD>(text.size());
-    });
-}
-
 constexpr text_row<wchar_t> resolved_cases[] = {
     {LR"(C:\link\..\x)", LR"(\\?\D:\p\x)", "up from where the link leads"},
     {LR"(\\?\C:\link\..\x)", LR"(\\?\D:\p\x)", "up from where the link leads"},
@@ -66,7 +54,7 @@ TEST(ResolvedAccessForm, ResolvesAllButTheLastElement)
     machine.add_directory(uR"(D:\p\q\x)").add_directory(uR"(C:\d\e)");
     machine.add_symbolic_link(u"C:\\link", uR"(D:\p\q)", flavour::directory);
     for (auto const &row : resolved_cases) {
-        auto const hook = keeping(machine, row.text);
+        auto const hook = answering(machine, row.text);
         std::wstring form;
         EXPECT_EQ(failure_of([&] { form = make_resolved_access_form(u"C:\\any"); }), std::nullopt)
             << row.why;
@@ -89,7 +77,7 @@ TEST(ResolvedAccessForm, TellsWhatTheWalkTells)
         {LR"(C:\loop\..\x)", too_many_links(uR"(\\?\C:\loop)")},
     };
     for (auto const &row : cases) {
-        auto const hook = keeping(machine, row.full);
+        auto const hook = answering(machine, row.full);
         EXPECT_FAILURE(make_resolved_access_form(u"C:\\any"), row.expected);
     }
 }

@@ -183,7 +183,7 @@ TEST(Blame, EveryCodeOfTheLook)
         {4390, {.of_access = translated(4390, source)}, "an InvalidArgument is swallowed"},
         {5, failing(denied(source)), "denied"},
         {206, failing(too_large(u"")), "too long"},
-        {80, failing(exists(source)), "whatever it stands for"},
+        {80, failing(file_exists(source)), "whatever it stands for"},
         {145, failing(translated(145, source)), "whatever it stands for"},
         {1117, failing(system_error(1117, source)), "a broken disk"},
     };
@@ -277,7 +277,7 @@ TEST(Blame, ASourceWhoseExtensionCantBeComparedIsAFailureOfItsOwn)
                  foundation::ustring::CtypeInvalidCharacter);
     EXPECT_EQ(
         failure_of([] { throw_win32_exception_for_pair(80, L"C:\\f.b\u00E9x", L"C:\\target"); }),
-        exists(target))
+        file_exists(target))
         << "whoever doesn't ask about reading doesn't learn it";
 }
 
@@ -292,7 +292,7 @@ TEST(Blame, EmptyTexts)
     EXPECT_EQ(failed(87, L"C:\\file", L""), system_error(87, u"C:\\file")) << "an empty one beside";
     EXPECT_EQ(failed(3, L"C:\\file", L""), not_found(u""));
     EXPECT_EQ(failed(2, L"", L"C:\\file"), not_found(u""));
-    EXPECT_EQ(failed(183, L"", L"C:\\file"), exists(u"C:\\file"));
+    EXPECT_EQ(failed(183, L"", L"C:\\file"), file_exists(u"C:\\file"));
 }
 
 TEST(BlameCalls, OfACodeThatNeedsNoReading)

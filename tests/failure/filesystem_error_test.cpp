@@ -109,7 +109,7 @@ TEST(ThrowOnFilesystemErrorOfAPair, NamesTheCallersTexts)
     EXPECT_EQ(report(system(87), upath(u"a"), upath(overlong)), translated(87, u"a", overlong))
         << "neither absolute nor with a prefix";
     EXPECT_EQ(report(system(2), upath(u"no/such"), upath(u"a")), not_found(uR"(no\such)"));
-    EXPECT_EQ(report(system(183), upath(u"a"), upath(u"no/such")), exists(uR"(no\such)"));
+    EXPECT_EQ(report(system(183), upath(u"a"), upath(u"no/such")), file_exists(uR"(no\such)"));
 }
 
 } // namespace

@@ -10,7 +10,6 @@ namespace fl::filesystem::detail {
 namespace {
 
 using namespace test_support;
-using test_support::exists;
 using test_support::failure;
 
 struct code_case
@@ -26,11 +25,11 @@ code_case const code_cases[] = {
     {2, not_found(path)},
     {3, not_found(path)},
     {5, denied(path)},
-    {80, exists(path)},
+    {80, file_exists(path)},
     {123, invalid_argument("The filename, directory name, or volume label syntax is incorrect.")},
     {145, not_empty(path)},
     {161, invalid_argument("The specified path is invalid.")},
-    {183, exists(path)},
+    {183, file_exists(path)},
     {206, too_large(u"")},
     {267, not_directory(path)},
     {1920, denied(path)},

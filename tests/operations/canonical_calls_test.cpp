@@ -12,7 +12,6 @@ namespace fl::filesystem {
 namespace {
 
 using namespace test_support;
-using test_support::exists;
 using test_support::failure;
 
 TEST(CanonicalCalls, ExpandOnceAndAskAboutEveryElement)

@@ -12,7 +12,6 @@ namespace {
 
 using namespace test_support;
 using std::filesystem::copy_options;
-using test_support::exists;
 using test_support::failure;
 
 /// The names in a `\`-separated chain of `depth` directories below `head`.
@@ -496,7 +495,7 @@ TEST(CopyCalls, HardLinksAreNamesOfTheSameFile)
     constexpr auto links = copy_options::create_hard_links;
     fl::filesystem::copy(u"t", u"b", links);
     EXPECT_TRUE(machine.is_same(uR"(C:\t\f)", uR"(C:\b\f)"));
-    EXPECT_FAILURE(fl::filesystem::copy(uR"(t\f)", u"there", links), exists(u"there"));
+    EXPECT_FAILURE(fl::filesystem::copy(uR"(t\f)", u"there", links), file_exists(u"there"));
     EXPECT_FAILURE(fl::filesystem::copy(uR"(t\f)", uR"(D:\f)", links),
                    system_error(17, uR"(t\f)", uR"(D:\f)"))
         << "the system's own 17: another volume";

@@ -7,7 +7,6 @@ namespace fl::filesystem {
 namespace {
 
 using namespace test_support;
-using test_support::exists;
 
 TEST(CopyDirectory, MakesAnEmptyDirectory)
 {
@@ -68,7 +67,7 @@ TEST(CopyDirectory, FindsAFileInItsPlace)
     workspace work;
     work.make_directory(work.path(u"a"));
     work.make_file(work.path(u"f"));
-    EXPECT_FAILURE(copy_directory(work.path(u"a"), work.path(u"f")), exists(work.path(u"f")));
+    EXPECT_FAILURE(copy_directory(work.path(u"a"), work.path(u"f")), file_exists(work.path(u"f")));
     EXPECT_TRUE(work.is_file(work.path(u"f")));
 }
 

@@ -11,7 +11,6 @@ namespace {
 
 using namespace test_support;
 using std::filesystem::copy_options;
-using test_support::exists;
 using test_support::failure;
 
 TEST(CopyFile, TakesTextsAndPathsInAnyNotation)
@@ -71,11 +70,11 @@ TEST(CopyFile, FindsATargetThatIsThere)
     workspace work;
     work.make_file(work.path(u"a"), "a");
     work.make_file(work.path(u"b"), "b");
-    EXPECT_FAILURE(copy_file(work.path(u"a"), work.path(u"b")), exists(work.path(u"b")));
-    EXPECT_FAILURE(copy_file(work.path(u"a"), work.path(u"a")), exists(work.path(u"a")))
+    EXPECT_FAILURE(copy_file(work.path(u"a"), work.path(u"b")), file_exists(work.path(u"b")));
+    EXPECT_FAILURE(copy_file(work.path(u"a"), work.path(u"a")), file_exists(work.path(u"a")))
         << "onto itself";
     EXPECT_FAILURE(copy_file(work.path(u"a"), work.path(u"b"), copy_options::recursive),
-                   exists(work.path(u"b")))
+                   file_exists(work.path(u"b")))
         << "other options don't count";
 }
 

@@ -270,7 +270,7 @@ std::optional<test_support::failure> report(copy_model::disk const &all,
         return denied(from);
     case ERROR_FILE_EXISTS:
     case ERROR_ALREADY_EXISTS:
-        return test_support::exists(to);
+        return file_exists(to);
     case ERROR_DIRECTORY:
         return not_directory(to);
     default:

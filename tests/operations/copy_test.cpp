@@ -8,7 +8,6 @@ namespace {
 
 using namespace test_support;
 using std::filesystem::copy_options;
-using test_support::exists;
 using test_support::failure;
 
 void make_tree(workspace &work)
@@ -62,7 +61,7 @@ TEST(Copy, OfAFile)
     copy(u"a", u"d");
     EXPECT_EQ(work.entries(work.root()), (names{u"a", u"d", u"path", u"text"}));
     EXPECT_EQ(work.entries(work.path(u"d")), names{u"a"}) << "into the directory";
-    EXPECT_FAILURE(copy(u"a", u"d"), exists(u"d"))
+    EXPECT_FAILURE(copy(u"a", u"d"), file_exists(u"d"))
         << "named as it was given, though it is the file in it that is in the way";
 }
 
@@ -156,7 +155,7 @@ TEST(Copy, StopsAtTheFirstErrorAndKeepsWhatItCopied)
     work.make_file(work.path(uR"(tree\b)"), "b");
     work.make_file(work.path(uR"(tree\c)"), "c");
     work.make_file(work.path(uR"(to\b)"), "in the way");
-    EXPECT_FAILURE(copy(work.path(u"tree"), work.path(u"to")), exists(work.path(u"to")));
+    EXPECT_FAILURE(copy(work.path(u"tree"), work.path(u"to")), file_exists(work.path(u"to")));
     EXPECT_EQ(work.entries(work.path(u"to")), (names{u"a", u"b"}));
     copy(work.path(u"tree"), work.path(u"to"), copy_options::skip_existing);
     EXPECT_EQ(work.entries(work.path(u"to")), (names{u"a", u"b", u"c"}));

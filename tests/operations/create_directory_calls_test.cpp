@@ -10,7 +10,6 @@ namespace fl::filesystem {
 namespace {
 
 using namespace test_support;
-using test_support::exists;
 using test_support::failure;
 
 TEST(CreateDirectoryCalls, OneExpansionAndOneCreation)
@@ -24,7 +23,7 @@ TEST(CreateDirectoryCalls, LooksAtWhatIsThereOnlyIfSomethingIs)
 {
     simulated_machine machine;
     machine.add_file(u"C:\\f");
-    EXPECT_FAILURE(create_directory(uR"(C:\f)"), exists(uR"(C:\f)"));
+    EXPECT_FAILURE(create_directory(uR"(C:\f)"), file_exists(uR"(C:\f)"));
     EXPECT_EQ(calls(machine), (lines{R"(GetFullPathNameW(C:\f))", R"(CreateDirectoryW(C:\f))",
                                      R"(GetFileAttributesW(C:\f))"}));
 }
@@ -131,7 +130,7 @@ TEST(CreateDirectoriesCalls, ALastLevelThatExistsForgetsWhatFailedAbove)
     simulated_machine machine;
     machine.add_directory(uR"(C:\a\b)");
     sure_fault const first = machine.fail_call("CreateDirectoryW", 1, 5);
-    EXPECT_FAILURE(create_directories(uR"(C:\a\b)"), exists(uR"(C:\a\b)"))
+    EXPECT_FAILURE(create_directories(uR"(C:\a\b)"), file_exists(uR"(C:\a\b)"))
         << "there is no error, and nothing was created";
 }
 
@@ -144,7 +143,7 @@ TEST(CreateDirectoriesCalls, ReachTheLongestPathnameOfTheSystem)
     simulated_machine machine;
     create_directories(wanted);
     EXPECT_TRUE(machine.is_directory(wanted));
-    EXPECT_FAILURE(create_directories(wanted), exists(wanted));
+    EXPECT_FAILURE(create_directories(wanted), file_exists(wanted));
 }
 
 TEST(CreateDirectoriesCalls, LevelsThatWereCreatedStay)
@@ -171,8 +170,8 @@ TEST(CreateDirectoryCalls, WhatCantBeLookedAtIsNoDirectory)
     simulated_machine machine;
     machine.add_directory(u"C:\\a");
     sure_fault const fault = machine.fail_every_call_on("GetFileAttributesW", 5);
-    EXPECT_FAILURE(create_directory(u"C:\\a"), exists(u"C:\\a"));
-    EXPECT_FAILURE(create_directories(uR"(C:\a\no|\c)"), exists(uR"(C:\a\no|\c)"))
+    EXPECT_FAILURE(create_directory(u"C:\\a"), file_exists(u"C:\\a"));
+    EXPECT_FAILURE(create_directories(uR"(C:\a\no|\c)"), file_exists(uR"(C:\a\no|\c)"))
         << "183 is noted for it, and levels that can't be named don't hide that";
 }
 

@@ -10,7 +10,6 @@ namespace fl::filesystem {
 namespace {
 
 using namespace test_support;
-using test_support::exists;
 using test_support::failure;
 
 TEST(CreateDirectory, CreatesTheLastElement)
@@ -52,10 +51,10 @@ TEST(CreateDirectory, FindsADirectoryInItsPlace)
 {
     workspace work;
     create_directory(work.path(u"a"));
-    EXPECT_FAILURE(create_directory(work.path(u"a")), exists(work.path(u"a")));
-    EXPECT_FAILURE(create_directory(work.path(u"A")), exists(work.path(u"A")))
+    EXPECT_FAILURE(create_directory(work.path(u"a")), file_exists(work.path(u"a")));
+    EXPECT_FAILURE(create_directory(work.path(u"A")), file_exists(work.path(u"A")))
         << "named as the caller wrote it";
-    EXPECT_FAILURE(create_directories(work.path(u"a")), exists(work.path(u"a")))
+    EXPECT_FAILURE(create_directories(work.path(u"a")), file_exists(work.path(u"a")))
         << "no quiet success";
 }
 
@@ -63,8 +62,8 @@ TEST(CreateDirectory, FindsAFileInItsPlace)
 {
     workspace work;
     work.make_file(work.path(u"f"), "content");
-    EXPECT_FAILURE(create_directory(work.path(u"f")), exists(work.path(u"f")));
-    EXPECT_FAILURE(create_directories(work.path(u"f")), exists(work.path(u"f")));
+    EXPECT_FAILURE(create_directory(work.path(u"f")), file_exists(work.path(u"f")));
+    EXPECT_FAILURE(create_directories(work.path(u"f")), file_exists(work.path(u"f")));
     EXPECT_TRUE(work.is_file(work.path(u"f")));
 }
 
@@ -122,7 +121,7 @@ TEST(CreateDirectories, FindsTheWholeChain)
 {
     workspace work;
     work.make_directory(work.path(uR"(a\b)"));
-    EXPECT_FAILURE(create_directories(work.path(uR"(a\b)")), exists(work.path(uR"(a\b)")));
+    EXPECT_FAILURE(create_directories(work.path(uR"(a\b)")), file_exists(work.path(uR"(a\b)")));
 }
 
 TEST(CreateDirectories, FindsAFileInTheWay)
@@ -130,7 +129,7 @@ TEST(CreateDirectories, FindsAFileInTheWay)
     workspace work;
     work.make_file(work.path(uR"(a\f)"));
     std::u16string const wanted = work.path(uR"(a\f\b\c)");
-    EXPECT_FAILURE(create_directories(wanted), exists(wanted))
+    EXPECT_FAILURE(create_directories(wanted), file_exists(wanted))
         << "names what the caller wants, not the file";
     EXPECT_EQ(work.entries(work.path(u"a")), names{u"f"});
 }
@@ -139,7 +138,7 @@ TEST(CreateDirectories, OfARootFindsItThere)
 {
     workspace work;
     std::u16string const drive = work.root().substr(0, 3);
-    EXPECT_FAILURE(create_directories(drive), exists(drive));
+    EXPECT_FAILURE(create_directories(drive), file_exists(drive));
 }
 
 TEST(CreateDirectories, OnADriveThatIsNotThere)
@@ -154,7 +153,7 @@ TEST(CreateDirectories, OnAShare)
     std::u16string const wanted = work.share_root() + uR"(\a\b)";
     create_directories(wanted);
     EXPECT_TRUE(work.is_directory(wanted));
-    EXPECT_FAILURE(create_directories(wanted), exists(wanted));
+    EXPECT_FAILURE(create_directories(wanted), file_exists(wanted));
 }
 
 TEST(CreateDirectories, ByTwoThreadsSucceedsInOneOfThem)
@@ -169,7 +168,7 @@ TEST(CreateDirectories, ByTwoThreadsSucceedsInOneOfThem)
     create(results[1]);
     other.join();
     EXPECT_NE(results[0].has_value(), results[1].has_value());
-    EXPECT_EQ(results[0] ? results[0] : results[1], exists(wanted))
+    EXPECT_EQ(results[0] ? results[0] : results[1], file_exists(wanted))
         << "the other one lost the race";
     EXPECT_TRUE(work.is_directory(wanted));
 }
@@ -197,8 +196,8 @@ TEST(CreateDirectories, BeyondEveryLengthLimit)
         ASSERT_EQ(wanted.size(), size);
         create_directories(wanted);
         EXPECT_TRUE(work.is_directory(wanted)) << size;
-        EXPECT_FAILURE(create_directories(wanted), exists(wanted)) << size;
-        EXPECT_FAILURE(create_directory(wanted), exists(wanted)) << size;
+        EXPECT_FAILURE(create_directories(wanted), file_exists(wanted)) << size;
+        EXPECT_FAILURE(create_directory(wanted), file_exists(wanted)) << size;
         create_directory(wanted + u"\\x");
         EXPECT_TRUE(work.is_directory(wanted + u"\\x")) << size;
     }

@@ -14,7 +14,6 @@ namespace fl::filesystem {
 namespace {
 
 using namespace test_support;
-using test_support::exists;  // what it stands for, and not the query
 using test_support::failure; // and not the library's
 
 constexpr unsigned int directory = file_status::directory_file;
@@ -138,7 +137,8 @@ TEST(CreateSymlinkLengths, TheSystemsOrdinaryLimit)
         std::optional<failure> const expected =
             size < 260 ? std::nullopt : std::optional(not_found(u""));
         EXPECT_EQ(making(file, link), expected) << size;
-        EXPECT_EQ(making(file, uR"(\\?\)" + link), expected ? expected : std::optional(exists(u"")))
+        EXPECT_EQ(making(file, uR"(\\?\)" + link),
+                  expected ? expected : std::optional(file_exists(u"")))
             << size;
         EXPECT_EQ(machine.exists(link), !expected) << size;
         EXPECT_EQ(machine.journal().back().text, link) << size;

@@ -12,7 +12,6 @@ namespace {
 using namespace test_support;
 using contract::in;
 using contract::workspace;
-using test_support::exists;
 
 constexpr unsigned int directory = file_status::directory_file;
 constexpr unsigned int file = file_status::regular_file;
@@ -153,8 +152,8 @@ TEST_F(MakingSymlinks, FailuresNameNothing)
         auto const make = [&](unsigned int type) {
             return failure_of([&] { create_symlink(u"x", space.path(taken), type); });
         };
-        EXPECT_EQ(make(file), exists(u""));
-        EXPECT_EQ(make(directory), exists(u""));
+        EXPECT_EQ(make(file), file_exists(u""));
+        EXPECT_EQ(make(directory), file_exists(u""));
     }
     EXPECT_FAILURE(create_symlink(u"x", space.path(uR"(no\link)"), file), not_found(u""));
     EXPECT_FAILURE(create_symlink(u"x", space.path(u"a*b"), file), bad_name());
@@ -164,7 +163,7 @@ TEST_F(MakingSymlinks, FailuresNameNothing)
 TEST_F(MakingSymlinks, LinksThatAreThereStay)
 {
     create_symlink(u"missing", space.path(u"link"), file);
-    EXPECT_FAILURE(create_symlink(u"x", space.path(u"link"), file), exists(u""))
+    EXPECT_FAILURE(create_symlink(u"x", space.path(u"link"), file), file_exists(u""))
         << "also one that leads nowhere";
     EXPECT_EQ(text_of(space.path(u"link")), u"missing");
 }
@@ -207,7 +206,7 @@ TEST_F(MakingSymlinks, CopiesAreOfTheSameKindAndText)
 TEST_F(MakingSymlinks, CopiesGoNowhereElse)
 {
     create_symlink(u"file", space.path(u"link"), file);
-    EXPECT_FAILURE(copy_symlink(space.path(u"link"), space.path(u"file")), exists(u""));
+    EXPECT_FAILURE(copy_symlink(space.path(u"link"), space.path(u"file")), file_exists(u""));
     EXPECT_FAILURE(copy_symlink(space.path(u"link"), space.path(uR"(no\x)")), not_found(u""));
     EXPECT_EQ(contract::content_of(in(space, L"file")), "content");
 }

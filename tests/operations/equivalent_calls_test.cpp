@@ -9,7 +9,6 @@ namespace fl::filesystem {
 namespace {
 
 using namespace test_support;
-using test_support::exists;
 using test_support::failure;
 
 TEST(EquivalentCalls, OpenBothAndCompareTheirIdentifiers)
@@ -123,9 +122,9 @@ TEST(EquivalentCalls, CodesOfOpening)
         {2, not_found(u"b"), "the first is there, so it is the second"},
         {3, not_found(u"b"), "the first is there, so it is the second"},
         {5, denied(u"b"), "the first can be read, so it is the second"},
-        {80, exists(u"b"), "a code about the second"},
+        {80, file_exists(u"b"), "a code about the second"},
         {145, not_empty(u"b"), "too"},
-        {183, exists(u"b"), "a code about the second"},
+        {183, file_exists(u"b"), "a code about the second"},
         {206, too_large(u""), "a code about the second"},
         {267, not_directory(u"b"), "too"},
         {1920, denied(u"a"), "one that is about either"},

@@ -203,7 +203,7 @@ TEST(CreateHardLink, GivesAFileOneMoreName)
     EXPECT_FAILURE(create_hard_link(work.path(u"no"), work.path(u"x")),
                    not_found(work.path(u"no")));
     EXPECT_FAILURE(create_hard_link(work.path(u"file"), work.path(u"name")),
-                   test_support::exists(work.path(u"name")));
+                   file_exists(work.path(u"name")));
     EXPECT_FAILURE(create_hard_link(work.path(u"file"), work.path(uR"(no\x)")),
                    not_found(work.path(uR"(no\x)")));
     EXPECT_FAILURE(create_hard_link(work.path(u"directory"), work.path(u"x")),
@@ -249,9 +249,9 @@ TEST(CreateJunction, LeavesNothingBehindWhereItCant)
     work.make_file(work.path(u"file"));
     work.make_directory(work.path(u"directory"));
     EXPECT_FAILURE(create_junction(work.root(), work.path(u"file")),
-                   test_support::exists(work.path(u"file")));
+                   file_exists(work.path(u"file")));
     EXPECT_FAILURE(create_junction(work.root(), work.path(u"directory")),
-                   test_support::exists(work.path(u"directory")));
+                   file_exists(work.path(u"directory")));
     EXPECT_FAILURE(create_junction(work.root(), work.path(uR"(no\x)")),
                    not_found(work.path(uR"(no\x)")));
     EXPECT_FAILURE(create_junction(uR"(\\server\share\x)", work.path(u"x")),
@@ -315,8 +315,7 @@ TEST(EnsureDirectories, SaysWhetherItMadeThem)
     EXPECT_FALSE(ensure_directories(work.root()));
     EXPECT_FALSE(ensure_directories(work.root().substr(0, 3))) << "a root";
     work.make_file(work.path(u"file"));
-    EXPECT_FAILURE(ensure_directories(work.path(u"file")),
-                   test_support::exists(work.path(u"file")));
+    EXPECT_FAILURE(ensure_directories(work.path(u"file")), file_exists(work.path(u"file")));
     EXPECT_FAILURE(ensure_directories(u""), empty_path());
     if (work.has_junctions()) {
         work.make_junction(work.path(u"junction"), work.path(u"a"));
@@ -341,7 +340,7 @@ TEST(CreateDirectoryLikeAnother, TakesOverItsAttributes)
     EXPECT_FAILURE(create_directory(work.path(u"x"), work.path(u"no")),
                    not_found(work.path(u"no")));
     EXPECT_FAILURE(create_directory(work.path(u"like"), work.path(u"model")),
-                   test_support::exists(work.path(u"like")));
+                   file_exists(work.path(u"like")));
     EXPECT_FAILURE(create_directory(work.path(u"x"), u""), empty_path());
     EXPECT_FALSE(work.exists(work.path(u"x")));
 }

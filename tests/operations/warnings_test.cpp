@@ -13,7 +13,6 @@ namespace {
 
 using namespace test_support;
 using std::filesystem::copy_options;
-using test_support::exists;
 
 // Full stops, blanks and NULs
 
@@ -87,8 +86,8 @@ TEST(Warnings, ANulEndsTheTextAndThePlaceOfALink)
 
 TEST(Warnings, CreateDirectoriesOfARootFindsItEvenIfThereIsNone)
 {
-    EXPECT_FAILURE(create_directories(u"Q:\\"), exists(u"Q:\\"));
-    EXPECT_FAILURE(create_directories(uR"(\\no-server)"), exists(uR"(\\no-server)"));
+    EXPECT_FAILURE(create_directories(u"Q:\\"), file_exists(u"Q:\\"));
+    EXPECT_FAILURE(create_directories(uR"(\\no-server)"), file_exists(uR"(\\no-server)"));
 }
 
 // What a copy writes to

@@ -6,15 +6,7 @@
 
 namespace contract {
 
-/// One call on a folder that holds `dir` and `file`. See `text_in`.
-struct attribute_case
-{
-    wchar_t const *text;
-    DWORD code;
-    char const *why;
-    DWORD wine = as_windows;
-};
-
+// One call on a folder that holds `dir` and `file`. See `text_in`.
 inline void fill_for_attributes(workspace &space)
 {
     space.make_directory(space.path(u"dir"));
@@ -23,7 +15,7 @@ inline void fill_for_attributes(workspace &space)
 }
 
 /// The same for asking and for setting. What differs stands with the tests of each call.
-inline constexpr attribute_case common_attribute_cases[] = {
+inline constexpr call_row common_attribute_cases[] = {
     {LR"(@\dir)", success, "a directory"},
     {LR"(@\DIR\)", success, "with a separator, in another case"},
     {LR"(@\file)", success, "a file"},

@@ -22,7 +22,7 @@ TEST(FileData, Outcomes)
 {
     workspace space;
     fill_for_attributes(space);
-    for (attribute_case const &row : common_attribute_cases) {
+    for (call_row const &row : common_attribute_cases) {
         WIN32_FILE_ATTRIBUTE_DATA data = {};
         EXPECT_EQ(get_data(text_in(space, row.text), data), expected(row.code, row.wine))
             << row.text << ": " << row.why;
@@ -39,7 +39,7 @@ TEST(SettingAttributes, Outcomes)
 {
     workspace space;
     fill_for_attributes(space);
-    for (attribute_case const &row : common_attribute_cases) {
+    for (call_row const &row : common_attribute_cases) {
         EXPECT_EQ(set_attributes(text_in(space, row.text), FILE_ATTRIBUTE_ARCHIVE),
                   expected(row.code, row.wine))
             << row.text << ": " << row.why;

@@ -31,6 +31,15 @@ inline constexpr DWORD untouched = 0x20000001;
 /// For the field `wine` of a row: Wine does as Windows does.
 inline constexpr DWORD as_windows = 0x20000002;
 
+/// A row of a table: the code that one call with this text comes to. See `text_in`.
+struct call_row
+{
+    wchar_t const *text;
+    DWORD code;
+    char const *why;
+    DWORD wine = as_windows;
+};
+
 /// The outcome of a call as one value: 0 for success, else the last error.
 inline constexpr DWORD success = 0;
 

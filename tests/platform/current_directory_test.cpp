@@ -4,15 +4,7 @@ namespace contract {
 
 namespace {
 
-struct current_directory_case
-{
-    wchar_t const *text; // see `text_in`
-    DWORD code;
-    char const *why;
-    DWORD wine = as_windows;
-};
-
-constexpr current_directory_case current_directory_cases[] = {
+constexpr call_row current_directory_cases[] = {
     {LR"(@\dir)", success, "a directory"},
     {LR"(@\dir\)", success, "with a separator at its end"},
     {LR"(@\dir\..\dir\.)", success, "with dots"},
@@ -31,7 +23,7 @@ constexpr current_directory_case current_directory_cases[] = {
 
 TEST(CurrentDirectory, Outcomes)
 {
-    for (current_directory_case const &row : current_directory_cases) {
+    for (call_row const &row : current_directory_cases) {
         workspace space;
         space.make_directory(space.path(u"dir"));
         space.make_file(space.path(u"file"));

@@ -4,16 +4,7 @@ namespace contract {
 
 namespace {
 
-/// One call on a folder that holds `dir`, `dir\inner`, `file` and `readonly`, and
-/// that is the current directory. See `text_in`.
-struct deletion_case
-{
-    wchar_t const *text;
-    DWORD code;
-    char const *why;
-    DWORD wine = as_windows;
-};
-
+/// Makes it hold `dir`, `dir\inner`, `file` and `readonly`, and the current directory.
 void fill(workspace &space)
 {
     space.make_directory(space.path(u"dir\\inner"));
@@ -23,7 +14,7 @@ void fill(workspace &space)
     space.change_directory(space.root());
 }
 
-constexpr deletion_case delete_cases[] = {
+constexpr call_row delete_cases[] = {
     {LR"(@\file)", success, "a file"},
     {LR"(@/dir/../FILE)", success, "by a detour, in another case"},
     {LR"(@\file. .)", success, "once the end is trimmed"},
@@ -52,7 +43,7 @@ constexpr deletion_case delete_cases[] = {
 
 TEST(DeletingFiles, Outcomes)
 {
-    for (deletion_case const &row : delete_cases) {
+    for (call_row const &row : delete_cases) {
         workspace space;
         fill(space);
         EXPECT_EQ(delete_file(text_in(space, row.text)), expected(row.code, row.wine))

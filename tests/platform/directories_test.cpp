@@ -4,16 +4,7 @@ namespace contract {
 
 namespace {
 
-/// One call on a folder that holds `dir`, `dir\inner`, `empty` and `file`, and that
-/// is the current directory. See `text_in`.
-struct directory_case
-{
-    wchar_t const *text;
-    DWORD code;
-    char const *why;
-    DWORD wine = as_windows;
-};
-
+/// Makes it hold `dir`, `dir\inner`, `empty` and `file`, and the current directory.
 void fill(workspace &space)
 {
     space.make_directory(space.path(u"dir\\inner"));
@@ -22,7 +13,7 @@ void fill(workspace &space)
     space.change_directory(space.root());
 }
 
-constexpr directory_case create_cases[] = {
+constexpr call_row create_cases[] = {
     {LR"(@\new)", success, "a new name"},
     {LR"(@\new\)", success, "with a separator at its end"},
     {L"new", success, "from the current directory"},
@@ -49,7 +40,7 @@ constexpr directory_case create_cases[] = {
      ERROR_PATH_NOT_FOUND},
 };
 
-constexpr directory_case create_as_it_stands_cases[] = {
+constexpr call_row create_as_it_stands_cases[] = {
     {LR"(?@\new)", success, "a new name"},
     {LR"(?@\new\)", success, "with a backslash at its end"},
     {LR"(?@\dir)", ERROR_ALREADY_EXISTS, "there"},
@@ -70,7 +61,7 @@ constexpr directory_case create_as_it_stands_cases[] = {
 
 TEST(CreatingDirectories, Outcomes)
 {
-    for (directory_case const &row : create_cases) {
+    for (call_row const &row : create_cases) {
         workspace space;
         fill(space);
         EXPECT_EQ(create_directory(text_in(space, row.text)), expected(row.code, row.wine))
@@ -80,7 +71,7 @@ TEST(CreatingDirectories, Outcomes)
 
 TEST(CreatingDirectories, TakesAPrefixedNameAsItStands)
 {
-    for (directory_case const &row : create_as_it_stands_cases) {
+    for (call_row const &row : create_as_it_stands_cases) {
         workspace space;
         fill(space);
         EXPECT_EQ(create_directory(text_in(space, row.text)), expected(row.code, row.wine))
@@ -217,7 +208,7 @@ TEST(CreatingDirectories, NeedsTheRight)
     EXPECT_EQ(space.entries(space.path(u"dir")), std::vector<std::u16string>{u"inner"});
 }
 
-constexpr directory_case remove_cases[] = {
+constexpr call_row remove_cases[] = {
     {LR"(@\empty)", success, "an empty directory"},
     {LR"(@\EMPTY\)", success, "with a separator, in another case"},
     {L"empty", success, "from the current directory"},
@@ -238,7 +229,7 @@ constexpr directory_case remove_cases[] = {
 
 TEST(RemovingDirectories, Outcomes)
 {
-    for (directory_case const &row : remove_cases) {
+    for (call_row const &row : remove_cases) {
         workspace space;
         fill(space);
         EXPECT_EQ(remove_directory(text_in(space, row.text)), expected(row.code, row.wine))

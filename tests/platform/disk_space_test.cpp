@@ -13,16 +13,8 @@ DWORD get_space(wchar_t const *directory)
         [&] { return ::GetDiskFreeSpaceExW(directory, &available, &capacity, &free) != FALSE; });
 }
 
-/// One call on a folder that holds `dir` and `file` and is the current directory.
-struct space_case
-{
-    wchar_t const *text;
-    DWORD code;
-    char const *why;
-    DWORD wine = as_windows;
-};
-
-constexpr space_case space_cases[] = {
+// One call on a folder that holds `dir` and `file` and is the current directory.
+constexpr call_row space_cases[] = {
     {LR"(C:\)", success, "the root of a drive"},
     {L"C:", success, "the current directory of a drive"},
     {LR"(@\dir)", success, "a directory"},
@@ -48,7 +40,7 @@ TEST(DiskSpace, Outcomes)
     space.make_directory(space.path(u"dir"));
     space.make_file(space.path(u"file"));
     space.change_directory(space.root());
-    for (space_case const &row : space_cases)
+    for (call_row const &row : space_cases)
         EXPECT_EQ(get_space(text_in(space, row.text).c_str()), expected(row.code, row.wine))
             << row.why;
 }

@@ -4,14 +4,14 @@ namespace contract {
 
 namespace {
 
-constexpr attribute_case attribute_cases[] = {
+constexpr call_row attribute_cases[] = {
     {LR"(C:\)", success, "the root of a drive"},
     {LR"(@\file\)", ERROR_INVALID_NAME, "a file is no directory", ERROR_PATH_NOT_FOUND},
     {LR"(\\?\C:)", ERROR_INVALID_PARAMETER, "as it stands, the volume and no directory",
      ERROR_BAD_DEV_TYPE},
 };
 
-void expect_outcome(workspace const &space, attribute_case const &row)
+void expect_outcome(workspace const &space, call_row const &row)
 {
     DWORD const code = expected(row.code, row.wine);
     EXPECT_EQ(get_file_attributes(text_in(space, row.text)), code) << row.why;
@@ -21,9 +21,9 @@ TEST(FileAttributes, Outcomes)
 {
     workspace space;
     fill_for_attributes(space);
-    for (attribute_case const &row : common_attribute_cases)
+    for (call_row const &row : common_attribute_cases)
         expect_outcome(space, row);
-    for (attribute_case const &row : attribute_cases)
+    for (call_row const &row : attribute_cases)
         expect_outcome(space, row);
 }
 

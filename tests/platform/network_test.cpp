@@ -17,15 +17,7 @@ DWORD get_universal_name(wchar_t const *text, DWORD level)
     return code;
 }
 
-struct network_case
-{
-    wchar_t const *text;
-    DWORD code;
-    char const *why;
-    DWORD wine = as_windows;
-};
-
-constexpr network_case network_cases[] = {
+constexpr call_row network_cases[] = {
     {LR"(C:\)", ERROR_NOT_CONNECTED, "a local drive"},
     {LR"(C:\fl-missing\a)", ERROR_NOT_CONNECTED, "a name on it, which nobody looks for"},
     {L"C:", ERROR_NOT_CONNECTED, "the drive alone"},
@@ -38,7 +30,7 @@ constexpr network_case network_cases[] = {
 
 TEST(UniversalName, ExistsOnMappedDrivesOnly)
 {
-    for (network_case const &row : network_cases) {
+    for (call_row const &row : network_cases) {
         DWORD const code = expected(row.code, row.wine);
         EXPECT_EQ(get_universal_name(row.text, UNIVERSAL_NAME_INFO_LEVEL), code) << row.why;
     }

@@ -160,16 +160,8 @@ TEST(ShellLink, RemembersItsFile)
     EXPECT_EQ(read.path(), LR"(C:\other)");
 }
 
-/// One call on a folder that holds `dir`, a shortcut `a.lnk` and other files.
-struct file_case
-{
-    wchar_t const *text;
-    DWORD code;
-    char const *why;
-    DWORD wine = as_windows;
-};
-
-constexpr file_case load_cases[] = {
+// One call on a folder that holds `dir`, a shortcut `a.lnk` and other files.
+constexpr call_row load_cases[] = {
     {LR"(@\a.lnk)", yes, "a shortcut"},
     {LR"(@\A.LNK)", yes, "in another case"},
     {LR"(@/dir/../a.lnk)", yes, "by a detour"},
@@ -212,14 +204,14 @@ TEST(ShellLink, LoadingOutcomes)
     workspace space;
     apartment const here;
     make_shortcuts(space);
-    for (file_case const &row : load_cases) {
+    for (call_row const &row : load_cases) {
         shortcut made;
         EXPECT_EQ(made.load(text_in(space, row.text)), expected(row.code, row.wine)) << row.why;
         EXPECT_EQ(made.path(), row.code == yes ? LR"(\\fl-server\share\x)" : L"") << row.why;
     }
 }
 
-constexpr file_case save_cases[] = {
+constexpr call_row save_cases[] = {
     {LR"(@\new.lnk)", yes, "a new name"},
     {LR"(@\a.lnk)", yes, "over a former one"},
     {LR"(@\text.lnk)", yes, "over a file of another kind"},
@@ -236,7 +228,7 @@ constexpr file_case save_cases[] = {
 
 TEST(ShellLink, SavingOutcomes)
 {
-    for (file_case const &row : save_cases) {
+    for (call_row const &row : save_cases) {
         workspace space;
         apartment const here;
         make_shortcuts(space);

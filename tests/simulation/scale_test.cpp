@@ -1,15 +1,13 @@
 // Large directories and deep trees. They take no more than their size, and no stack.
 
 #include "platform/finding.hpp"
+#include "support/small_stack.hpp"
 
 #include <simulation/machine.hpp>
 
 #include <gtest/gtest.h>
 
-#include <pthread.h>
-
 #include <chrono>
-#include <functional>
 #include <memory>
 
 namespace simulation {
@@ -93,21 +91,7 @@ TEST(Scale, ADirectoryOfManyEntries)
     EXPECT_TRUE(machine.entries(u"C:\\dir").empty());
 }
 
-/// Runs `body` on a thread whose stack is small.
-void run_on_small_stack(std::function<void()> body)
-{
-    pthread_attr_t attributes;
-    ASSERT_EQ(pthread_attr_init(&attributes), 0);
-    ASSERT_EQ(pthread_attr_setstacksize(&attributes, 256 * 1024), 0);
-    pthread_t thread;
-    auto const start = [](void *given) -> void * {
-        (*static_cast<std::function<void()> *>(given))();
-        return nullptr;
-    };
-    ASSERT_EQ(pthread_create(&thread, &attributes, start, &body), 0);
-    pthread_join(thread, nullptr);
-    pthread_attr_destroy(&attributes);
-}
+constexpr std::size_t small_stack = 256 * 1024;
 
 constexpr std::size_t deepest = (32767 - 6) / 2; // names of one unit behind `\\?\C:`
 
@@ -121,7 +105,7 @@ std::wstring deep_name(std::size_t levels)
 
 TEST(Scale, ATreeAsDeepAsPathnamesReach)
 {
-    run_on_small_stack([] {
+    test_support::run_on_stack_of(small_stack, [] {
         auto machine = std::make_unique<simulated_machine>();
         std::wstring const name = deep_name(deepest);
         ASSERT_GE(name.size(), 32766U);
@@ -151,7 +135,7 @@ TEST(Scale, ATreeAsDeepAsPathnamesReach)
 
 TEST(Scale, ATreeIsTakenAwayStepByStep)
 {
-    run_on_small_stack([] {
+    test_support::run_on_stack_of(small_stack, [] {
         simulated_machine machine;
         constexpr std::size_t levels = 2000;
         machine.add_directory(test_support::units(deep_name(levels)));

@@ -1,5 +1,6 @@
 #include "standard/filesystem.hpp"
 
+#include "standard/error_codes.hpp"
 #include "support/names.hpp"
 #include "support/workspace.hpp"
 
@@ -7,13 +8,6 @@ namespace fl::filesystem::detail {
 namespace {
 
 using namespace test_support;
-
-std::error_code const stale(77, std::generic_category());
-
-std::error_code system_code(int code)
-{
-    return {code, std::system_category()};
-}
 
 constexpr answer_row<wchar_t> absolute_cases[] = {
     {L"", false, "nothing"},

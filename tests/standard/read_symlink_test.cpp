@@ -3,6 +3,7 @@
 #include "standard/filesystem.hpp"
 
 #include "links/reparse_bytes.hpp"
+#include "standard/error_codes.hpp"
 #include "support/allocations.hpp"
 #include "support/calls.hpp"
 
@@ -10,13 +11,6 @@ namespace fl::filesystem::detail {
 namespace {
 
 using namespace test_support;
-
-std::error_code const stale(77, std::generic_category());
-
-std::error_code system_code(int code)
-{
-    return {code, std::system_category()};
-}
 
 TEST(StandardReadSymlink, ClearsTheCodeAndLeavesTheTextAsItStands)
 {

@@ -3,19 +3,13 @@
 
 #include "standard/filesystem.hpp"
 
+#include "standard/error_codes.hpp"
 #include "support/calls.hpp"
 
 namespace fl::filesystem::detail {
 namespace {
 
 using namespace test_support;
-
-std::error_code const stale(77, std::generic_category());
-
-std::error_code system_code(DWORD code)
-{
-    return {static_cast<int>(code), std::system_category()};
-}
 
 constexpr DWORD unknown_codes[] = {1, 50, 87};
 

@@ -3,6 +3,7 @@
 
 #include "standard/filesystem.hpp"
 
+#include "standard/error_codes.hpp"
 #include "support/calls.hpp"
 
 #include <filesystem>
@@ -13,8 +14,6 @@ namespace {
 using namespace test_support;
 using std::filesystem::file_type;
 using std::filesystem::perms;
-
-std::error_code const stale(77, std::generic_category());
 
 struct answer
 {

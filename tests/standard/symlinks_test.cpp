@@ -3,6 +3,7 @@
 
 #include "standard/filesystem.hpp"
 
+#include "standard/error_codes.hpp"
 #include "support/allocations.hpp"
 #include "support/calls.hpp"
 
@@ -16,13 +17,7 @@ using std::filesystem::file_type;
 
 constexpr std::size_t reparse_room = 16386;
 
-std::error_code const stale(77, std::generic_category());
 std::error_code const no_memory(12, std::generic_category());
-
-std::error_code system_code(int code)
-{
-    return {code, std::system_category()};
-}
 
 struct status_case
 {

@@ -7,6 +7,7 @@
 
 #include <simulation/machine.hpp>
 
+#include <algorithm>
 #include <cstdio>
 #include <initializer_list>
 #include <source_location>
@@ -102,6 +103,18 @@ private:
     simulation::fault fault_;
     std::source_location at_;
 };
+
+/// Lets GetFullPathNameW answer `text`, whatever it is asked.
+inline simulation::fault answering(simulated_machine &machine, std::wstring text)
+{
+    return machine.on_full_path_name([text](DWORD room, wchar_t *buffer) -> std::optional<DWORD> {
+        if (text.size() >= room)
+            return static_cast<DWORD>(text.size() + 1);
+        std::copy(text.begin(), text.end(), buffer);
+        buffer[text.size()] = L'\0';
+        return static_cast<DWORD>(text.size());
+    });
+}
 
 /// Calls `round` with 1, 2 and so on until it answers that nothing was broken any more, and
 /// returns how many rounds broke something: none is a failure of the test, and so is no end.

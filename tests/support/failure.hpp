@@ -92,7 +92,7 @@ inline failure about(fl::filesystem::fsys_excp_id id, char const *what, std::u16
     return {id, what, path, {}, 0};
 }
 
-inline failure exists(std::u16string const &path)
+inline failure file_exists(std::u16string const &path)
 {
     return about(fl::filesystem::fsys_excp_file_exists_error, "fl:filesystem:FileExistsError",
                  path);

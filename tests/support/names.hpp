@@ -1,9 +1,8 @@
 #ifndef FL_FILESYSTEM_TESTS_SUPPORT_NAMES_HPP
 #define FL_FILESYSTEM_TESTS_SUPPORT_NAMES_HPP
-// What nearly every test includes. Tests stand in the library's namespaces, where all that
-// they share goes by its short name. What the library has a name like, too, means the
-// library's there: `exists`, `describe`, `failure` and `outcome` of the tests need a
-// using-declaration.
+// What nearly every test includes. Tests stand in the library's namespaces and say
+// `using namespace test_support;` there. Names that the library has, too, mean the library's:
+// `describe`, `failure` and `outcome` need a using-declaration besides.
 
 #include "support/failure.hpp"
 #include "support/text.hpp"

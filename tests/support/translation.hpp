@@ -26,7 +26,7 @@ inline failure translated(unsigned int code, std::u16string const &first,
         return denied(first);
     case 80:
     case 183:
-        return exists(first);
+        return file_exists(first);
     case 145:
         return not_empty(first);
     case 206:

@@ -14,11 +14,9 @@
 
 namespace {
 
+using namespace test_support;
 namespace fs = fl::filesystem;
 using fs::file_status;
-using test_support::flfs_result;
-using test_support::run_flfs_on_disk;
-using test_support::workspace;
 
 struct word_case
 {

@@ -7,8 +7,7 @@
 
 namespace {
 
-using test_support::flfs_result;
-using test_support::run_flfs;
+using namespace test_support;
 
 struct usage_case
 {

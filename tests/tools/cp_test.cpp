@@ -12,10 +12,7 @@
 
 namespace {
 
-using test_support::flfs_result;
-using test_support::run_flfs_on_disk;
-using test_support::utf8;
-using test_support::workspace;
+using namespace test_support;
 
 TEST(FlfsCp, AFileAndATree)
 {

@@ -8,10 +8,8 @@
 
 namespace {
 
+using namespace test_support;
 using nlohmann::ordered_json;
-using test_support::flfs_result;
-using test_support::inspect_as_json;
-using test_support::run_flfs;
 
 /// What is asked of the text as given.
 struct kind_case

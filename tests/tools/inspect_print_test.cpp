@@ -6,8 +6,7 @@
 
 namespace {
 
-using test_support::flfs_result;
-using test_support::run_flfs;
+using namespace test_support;
 
 bool contains(std::string const &text, std::string const &part)
 {

@@ -8,8 +8,7 @@
 
 namespace {
 
-using test_support::flfs_result;
-using test_support::run_flfs;
+using namespace test_support;
 
 TEST(FlfsMkdir, IsRefusedWhereThereIsNoWindows)
 {
@@ -31,8 +30,7 @@ TEST(FlfsMkdir, IsRefusedWhereThereIsNoWindows)
 
 namespace {
 
-using test_support::flfs_result;
-using test_support::run_flfs;
+using namespace test_support;
 
 /// A fresh folder below the system's folder for temporary files.
 class FlfsMkdir : public testing::Test

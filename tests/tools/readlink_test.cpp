@@ -11,15 +11,12 @@
 
 namespace {
 
+using namespace test_support;
 using nlohmann::ordered_json;
-using test_support::flfs_result;
-using test_support::run_flfs;
-using test_support::utf8;
-using test_support::workspace;
 
 flfs_result report(std::vector<std::u16string> const &pathnames, bool as_json = false)
 {
-    return test_support::run_flfs_on_disk("readlink", pathnames, as_json);
+    return run_flfs_on_disk("readlink", pathnames, as_json);
 }
 
 TEST(FlfsReadlink, WhatIsNoLink)

@@ -11,11 +11,8 @@
 
 namespace {
 
+using namespace test_support;
 using nlohmann::ordered_json;
-using test_support::flfs_result;
-using test_support::run_flfs_on_disk;
-using test_support::utf8;
-using test_support::workspace;
 
 TEST(FlfsStat, FileAndDirectory)
 {

@@ -11,10 +11,7 @@
 
 namespace {
 
-using test_support::flfs_result;
-using test_support::run_flfs_on_disk;
-using test_support::utf8;
-using test_support::workspace;
+using namespace test_support;
 
 #if FLFS_SYSTEM_IS_SIMULATED
 
