@@ -1,22 +1,8 @@
 #ifndef FL_FILESYSTEM_TESTS_PLATFORM_FACTS_FACTS_HPP
 #define FL_FILESYSTEM_TESTS_PLATFORM_FACTS_FACTS_HPP
 // What other projects' tests and reports say of Windows, put to the machine and to Wine.
-// A row is a short script: steps with `;` between them, each with the outcome that the
-// source tells. The current directory is an empty folder.
-//
-//     file f text; hold f r rwd; delete f; open f r rwd existing =5
-//
-// Where a source tells only that a call fails, the code is ours.
-//
-// A step is a verb with its arguments, `=` and the system's code where it fails, or `->` and
-// what it answers. Setting up is by `file NAME [CONTENT]`, `dir`, `hard NEW OLD`,
-// `symlink NAME TARGET file|dir`, `junction`; they take names as they stand. Everything else
-// is a call of the system; `hold NAME ACCESS SHARE [FLAGS] [DISPOSITION]` keeps what it opens,
-// and later steps know it by its number: 1, 2, ...
-//
-// Texts: `@` ahead is the folder, `^` the folder without its drive, `$` one on a share, `?@` and
-// `?$` the same with a long prefix, `#260` a pathname of 260 units in the folder, `?#260` with the
-// prefix; `~` is a blank, `{a*255}` a name of 255 units, and `_` alone no text at all.
+// A row is a script as in script.hpp, each step with the outcome that the source tells. Where a
+// source tells only that a call fails, the code is ours.
 
 #include "platform/contract.hpp"
 

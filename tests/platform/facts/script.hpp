@@ -1,0 +1,98 @@
+#ifndef FL_FILESYSTEM_TESTS_PLATFORM_FACTS_SCRIPT_HPP
+#define FL_FILESYSTEM_TESTS_PLATFORM_FACTS_SCRIPT_HPP
+// Short scripts of system calls, each step with the outcome that somebody tells of it: steps
+// with `;` between them. The current directory is an empty folder.
+//
+//     file f text; hold f r rwd; delete f; open f r rwd existing =5
+//
+// A step is a verb with its arguments, `=` and the system's code where it fails, or `->` and
+// what it answers. Setting up is by `file NAME [CONTENT]`, `dir`, `hard NEW OLD`,
+// `symlink NAME TARGET file|dir`, `junction`; they take names as they stand. Everything else
+// is a call of the system; `hold NAME ACCESS SHARE [FLAGS] [DISPOSITION]` keeps what it opens,
+// and later steps know it by its number: 1, 2, ...
+//
+// Texts: `@` ahead is the folder, `^` the folder without its drive, `$` one on a share, `?@` and
+// `?$` the same with a long prefix, `^$` the one on a share without its first backslash, `%` the
+// share itself, `!` its server, `?V` the volume by its own name, `#260` a pathname of 260 units in
+// the folder, `?#260` with the prefix; `~` is a blank, `{a*255}` a name of 255 units, and `_` alone
+// no text at all.
+
+#include "platform/contract.hpp"
+
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace contract::facts {
+
+using words = std::vector<std::string>;
+
+/// One step, taken apart.
+struct step
+{
+    words said;
+    DWORD code = success;
+    std::optional<std::string> answer;
+};
+
+/// The steps of a script as they are written, and one of them taken apart.
+words steps_of(std::string const &script);
+step parse_step(std::string const &text);
+
+/// The step as a script has it, but with what came of it. An answer stands there if one is told.
+std::string written_again(step const &told, DWORD code, std::string const &answer);
+
+/// What the letters of a word say together.
+DWORD letters(std::string const &word, std::map<char, DWORD> const &meanings);
+DWORD attributes_in(std::string const &word);
+std::string attribute_letters(DWORD attributes);
+/// ASCII as it is, and a question mark for any other unit.
+std::string narrowed(std::wstring const &text);
+
+class stage;
+/// The outcome of a step, and what it answers if it answers anything.
+using verb = std::function<DWORD(stage &, words const &, std::string &)>;
+using verb_table = std::map<std::string, verb>;
+
+/// What a script works on: a folder, and what it holds open.
+class stage
+{
+public:
+    /// Knows the verbs of this folder's files, and `more`.
+    explicit stage(verb_table more = {});
+
+    /// Fails by an exception of the standard library where a script is wrong, and where what it
+    /// is about can't be set up.
+    DWORD run(step const &next, std::string &answer);
+
+    /// Why this system can't play a script; nothing if it can.
+    std::string obstacle(std::string const &script);
+
+    /// A word as a text for the system, and where a word sets something up.
+    std::wstring text(std::string const &word);
+    std::u16string place(std::string const &word);
+    /// What the system answers, in the notation above.
+    std::string shown(std::wstring const &text);
+
+    workspace &space() noexcept { return space_; }
+    std::vector<handle> &held() noexcept { return held_; }
+
+private:
+    std::wstring const &share();
+    std::wstring share_itself();
+
+    verb_table more_;
+    workspace space_;
+    std::optional<std::wstring> share_; // once it was asked for
+    std::vector<handle> held_;          // goes ahead of the folder
+};
+
+/// The verbs of scripts: those of files and their names, and all the others.
+verb_table const &file_verbs();
+verb_table const &other_verbs();
+
+} // namespace contract::facts
+
+#endif
