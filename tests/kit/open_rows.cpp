@@ -1,10 +1,10 @@
-#include "kit/open_rows.hpp"
+#include "kit/probe.hpp"
 
 namespace kit {
 
 namespace {
 
-constexpr open_row rows[] = {
+constexpr probe rows[] = {
     {"`GetFullPathNameW`", "`::a`, `1:a`: a drive, whatever stands ahead of the colon",
      R"(full ::a -> ::\a; full 1:a -> 1:\a)"},
     {"`GetFullPathNameW`", R"(`a..\.` is `a`: the end is trimmed once the dots are resolved)",
@@ -14,7 +14,7 @@ constexpr open_row rows[] = {
     {"`SetCurrentDirectoryW`",
      "more than 258 units with the backslash at the end: 206. The documentation can be read to "
      "allow 259",
-     "dir #257; cd #257; cd @; dir #258; cd #258 =206", true},
+     "dir #257; cd #257; cd @; dir #258; cd #258 =206", pathnames::short_ones},
     {"`SetCurrentDirectoryW`", "a device: 267", "cd nul =267"},
     {"`SetCurrentDirectoryW`", "a directory below a missing drive: 3", R"(cd Q:\dir =3)"},
     {"`CreateDirectoryW`", "a share: 183, since it is some directory of its server",
@@ -156,7 +156,7 @@ constexpr open_row rows[] = {
 
 } // namespace
 
-std::span<open_row const> open_rows()
+std::span<probe const> open_rows()
 {
     return rows;
 }

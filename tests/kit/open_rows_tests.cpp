@@ -1,6 +1,6 @@
 // The table of what nobody has confirmed of Windows, and the page that says so.
 
-#include "kit/open_rows.hpp"
+#include "kit/probe.hpp"
 
 #include "kit/playing.hpp"
 
@@ -66,8 +66,8 @@ std::vector<row_name> open_rows_of_the_page()
 TEST(OpenRows, AreThoseOfThePage)
 {
     std::vector<row_name> table;
-    for (kit::open_row const &row : kit::open_rows())
-        table.emplace_back(row.call, row.claim);
+    for (kit::probe const &row : kit::open_rows())
+        table.emplace_back(row.subject, row.claim);
     std::vector<row_name> const page = open_rows_of_the_page();
     EXPECT_GT(page.size(), 0U);
     for (row_name const &row : page)
@@ -82,13 +82,13 @@ TEST(OpenRows, AreThoseOfThePage)
 // What the page claims is what the machine does, so a script that disagrees is a wrong script.
 TEST(OpenRows, AreWhatTheMachineDoes)
 {
-    for (kit::open_row const &row : kit::open_rows()) {
-        if (row.short_pathnames_only && test_support::takes_long_pathnames())
+    for (kit::probe const &row : kit::open_rows()) {
+        if (row.holds_for == kit::pathnames::short_ones && test_support::takes_long_pathnames())
             continue;
         kit::played const told = kit::play(row.script);
-        EXPECT_EQ(told.obstacle, "") << row.call << ": " << row.claim;
-        EXPECT_TRUE(told.agrees) << row.call << ": " << row.claim << "\n  " << row.script << "\n  "
-                                 << told.seen;
+        EXPECT_EQ(told.obstacle, "") << row.subject << ": " << row.claim;
+        EXPECT_TRUE(told.agrees) << row.subject << ": " << row.claim << "\n  " << row.script
+                                 << "\n  " << told.seen;
     }
 }
 

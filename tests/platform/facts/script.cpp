@@ -57,7 +57,8 @@ std::wstring volume_name(workspace const &space)
 {
     wchar_t buffer[1000] = {};
     handle const root = look_at(wide(space.root()).substr(0, 3), 0);
-    bool const is_known = ::GetFinalPathNameByHandleW(root.get(), buffer, 1000, VOLUME_NAME_GUID);
+    bool const is_known =
+        ::GetFinalPathNameByHandleW(root.get(), buffer, 1000, VOLUME_NAME_GUID) != 0;
     std::wstring const name = buffer;
     return is_known ? name.substr(0, name.find(L'}') + 1) : std::wstring();
 }
@@ -147,6 +148,13 @@ stage::stage(verb_table more) : more_(std::move(more))
     space_.change_directory(space_.root());
 }
 
+stage::~stage()
+{
+    held_.clear();
+    for (auto undo = undoing_.rbegin(); undo != undoing_.rend(); ++undo)
+        (*undo)();
+}
+
 DWORD stage::run(step const &next, std::string &answer)
 {
     for (verb_table const *table : {&file_verbs(), &other_verbs(), &std::as_const(more_)}) {
@@ -161,7 +169,8 @@ std::string stage::obstacle(std::string const &script)
 {
     auto const uses = [&](char const *word) { return script.find(word) != std::string::npos; };
     if (uses("symlink ") && !space_.has_symbolic_links())
-        return "no symbolic link can be made: that takes developer mode or an administrator";
+        return "no symbolic link can be made: Windows wants developer mode or an administrator for "
+               "it";
     if ((uses("junction ") || uses("reparse ")) && !space_.has_junctions())
         return "no reparse data can be set";
     if ((uses("$") || uses(" %") || uses(" !")) && share().empty())

@@ -60,8 +60,11 @@ using verb_table = std::map<std::string, verb>;
 class stage
 {
 public:
-    /// Knows the verbs of this folder's files, and `more`.
+    /// Knows the verbs below, and `more`.
     explicit stage(verb_table more = {});
+    ~stage();
+    stage(stage const &) = delete;
+    stage &operator=(stage const &) = delete;
 
     /// Fails by an exception of the standard library where a script is wrong, and where what it
     /// is about can't be set up.
@@ -76,6 +79,9 @@ public:
     /// What the system answers, in the notation above.
     std::string shown(std::wstring const &text);
 
+    /// Undoes what a verb did, before the folder goes. The last one first; it may not throw.
+    void at_end(std::function<void()> undo) { undoing_.push_back(std::move(undo)); }
+
     workspace &space() noexcept { return space_; }
     std::vector<handle> &held() noexcept { return held_; }
 
@@ -87,6 +93,7 @@ private:
     workspace space_;
     std::optional<std::wstring> share_; // once it was asked for
     std::vector<handle> held_;          // goes ahead of the folder
+    std::vector<std::function<void()>> undoing_;
 };
 
 /// The verbs of scripts: those of files and their names, and all the others.
