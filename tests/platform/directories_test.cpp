@@ -215,7 +215,6 @@ constexpr call_row remove_cases[] = {
     {LR"(?@\empty)", success, "as it stands"},
     {LR"(@\dir)", ERROR_DIR_NOT_EMPTY, "not empty"},
     {LR"(@\file)", ERROR_DIRECTORY, "a file"},
-    {LR"(@\file\)", ERROR_INVALID_NAME, "with a separator it is no name"},
     {LR"(@\missing)", ERROR_FILE_NOT_FOUND, "not there"},
     {LR"(@\missing\a)", ERROR_PATH_NOT_FOUND, "nor the directory above"},
     {LR"(@\file\a)", ERROR_PATH_NOT_FOUND, "below a file"},

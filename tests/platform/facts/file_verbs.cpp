@@ -217,7 +217,7 @@ DWORD content(stage &on, words const &said, std::string &answer)
 DWORD names(stage &on, words const &said, std::string &answer)
 {
     for (std::u16string const &name : on.space().entries(on.place(said.at(1))))
-        answer += (answer.empty() ? "" : "|") + std::string(name.begin(), name.end());
+        answer += (answer.empty() ? "" : "|") + narrowed(wide(name));
     return success;
 }
 

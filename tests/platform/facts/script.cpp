@@ -1,6 +1,7 @@
 #include "platform/facts/script.hpp"
 
 #include <cctype>
+#include <set>
 #include <sstream>
 #include <stdexcept>
 
@@ -38,6 +39,14 @@ std::string expanded(std::string const &word)
 std::wstring widened(std::string const &text)
 {
     return std::wstring(text.begin(), text.end());
+}
+
+std::set<std::string> verbs_of(std::string const &script)
+{
+    std::set<std::string> verbs;
+    for (std::string const &text : steps_of(script))
+        verbs.insert(parse_step(text).said.at(0));
+    return verbs;
 }
 
 /// Where there is no share for tests, an administrator gets at his own disk by the network.
@@ -168,10 +177,11 @@ DWORD stage::run(step const &next, std::string &answer)
 std::string stage::obstacle(std::string const &script)
 {
     auto const uses = [&](char const *word) { return script.find(word) != std::string::npos; };
-    if (uses("symlink ") && !space_.has_symbolic_links())
+    auto const says = [all = verbs_of(script)](char const *word) { return all.contains(word); };
+    if ((says("symlink") || says("create-symlink")) && !space_.has_symbolic_links())
         return "no symbolic link can be made: Windows wants developer mode or an administrator for "
                "it";
-    if ((uses("junction ") || uses("reparse ")) && !space_.has_junctions())
+    if ((says("junction") || says("reparse")) && !space_.has_junctions())
         return "no reparse data can be set";
     if ((uses("$") || uses(" %") || uses(" !")) && share().empty())
         return "there is no share: \\\\localhost\\C$ is closed to this user";
