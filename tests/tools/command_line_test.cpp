@@ -69,10 +69,9 @@ usage_case const usage_cases[] = {
      "flfs: The following argument was not expected: c\nTry \"flfs mv --help\".\n",
      "three of them"},
     {{"ln", "a", "b"},
-     "flfs: Say -s for a symbolic link or --shortcut for a shortcut. Hard links are made by `flfs "
-     "cp --hard-links`\n"
+     "flfs: Say -s for a symbolic link, --hard, --junction or --shortcut\n"
      "Try \"flfs ln --help\".\n",
-     "a hard link"},
+     "no kind of link"},
     {{"ln", "-s", "a"}, "flfs: LINK is required\nTry \"flfs ln --help\".\n", "one pathname"},
     {{"ln", "-s", "--shortcut", "a", "b"},
      "flfs: --symbolic excludes --shortcut\nTry \"flfs ln --help\".\n",
@@ -104,6 +103,37 @@ usage_case const usage_cases[] = {
     {{"tour", "a", "b"},
      "flfs: The following argument was not expected: b\nTry \"flfs tour --help\".\n",
      "two folders"},
+    {{"ln", "--hard", "--junction", "a", "b"},
+     "flfs: --hard excludes --junction\nTry \"flfs ln --help\".\n",
+     "two kinds of others"},
+    {{"rm", "--force", "a"},
+     "flfs: --force requires --recursive\nTry \"flfs rm --help\".\n",
+     "an option of trees"},
+    {{"mkdir", "-p", "--like", "a", "b"},
+     "flfs: --parents excludes --like\nTry \"flfs mkdir --help\".\n",
+     "one of several like another"},
+    {{"is", "dir", "a"},
+     "flfs: KIND: dir is none of directory, file, other, symlink, junction and empty\n"
+     "Try \"flfs is --help\".\n",
+     "a kind that isn't one"},
+    {{"resize", "-1", "a"},
+     "flfs: SIZE: -1 is no number of bytes\nTry \"flfs resize --help\".\n",
+     "a size below nothing"},
+    {{"resize", "1k", "a"},
+     "flfs: SIZE: 1k is no number of bytes\nTry \"flfs resize --help\".\n",
+     "a size in other units"},
+    {{"touch", "--time", "2023-02-29", "a"},
+     "flfs: --time: 2023-02-29 is no time such as 2024-02-29T12:00:00Z\n"
+     "Try \"flfs touch --help\".\n",
+     "a day that never was"},
+    {{"touch", "--time", "2024-02-29T24:00", "a"},
+     "flfs: --time: 2024-02-29T24:00 is no time such as 2024-02-29T12:00:00Z\n"
+     "Try \"flfs touch --help\".\n",
+     "an hour that there isn't"},
+    {{"touch", "--time", "2024-02", "a"},
+     "flfs: --time: 2024-02 is no time such as 2024-02-29T12:00:00Z\n"
+     "Try \"flfs touch --help\".\n",
+     "no day"},
     {{"rm", "-r"}, "flfs: PATH is required\nTry \"flfs rm --help\".\n", "no pathname"},
     {{"inspect", "caf\xE9"}, "flfs: Argument 2 is not UTF-8\nTry \"flfs --help\".\n", "Latin-1"},
 };
@@ -152,7 +182,18 @@ help_case const help_cases[] = {
     {{"cd", "-h"}, {"Usage: flfs cd [OPTIONS] PATH", "--json"}},
     {{"where", "-h"}, {"Usage: flfs where [OPTIONS]", "--module", "--json"}},
     {{"tour", "-h"}, {"Usage: flfs tour [OPTIONS] [FOLDER]", "--keep"}},
-    {{"rm", "-h"}, {"Usage: flfs rm [OPTIONS] PATH...", "-r,--recursive"}},
+    {{"rm", "-h"}, {"Usage: flfs rm [OPTIONS] PATH...", "-r,--recursive", "--keep-going"}},
+    {{"ls", "-h"}, {"Usage: flfs ls [OPTIONS] [PATH...]", "-r,--recursive", "--follow", "--json"}},
+    {{"tree", "-h"}, {"Usage: flfs tree [OPTIONS] [PATH...]", "--skip-denied", "--json"}},
+    {{"is", "-h"}, {"Usage: flfs is [OPTIONS] KIND PATH...", "--json"}},
+    {{"size", "-h"}, {"Usage: flfs size [OPTIONS] PATH...", "--json"}},
+    {{"names", "-h"}, {"Usage: flfs names [OPTIONS] PATH...", "--json"}},
+    {{"time", "-h"}, {"Usage: flfs time [OPTIONS] PATH...", "--json"}},
+    {{"touch", "-h"}, {"Usage: flfs touch [OPTIONS] PATH...", "--time TIME", "--like FILE"}},
+    {{"resize", "-h"}, {"Usage: flfs resize [OPTIONS] SIZE PATH..."}},
+    {{"ensure", "-h"}, {"Usage: flfs ensure [OPTIONS] PATH..."}},
+    {{"read-shortcut", "-h"}, {"Usage: flfs read-shortcut [OPTIONS] PATH...", "--json"}},
+    {{"temp", "-h"}, {"Usage: flfs temp [OPTIONS]", "--json"}},
 };
 
 /// Newer versions of CLI11 put the long names of options in a column of their own.
@@ -252,6 +293,17 @@ refused_case const refused_cases[] = {
     {{"cd", "a"}, "read"},
     {{"where"}, "read"},
     {{"tour", "a"}, "change"},
+    {{"ls"}, "read"},
+    {{"tree", "a"}, "read"},
+    {{"is", "file", "a"}, "read"},
+    {{"size", "a"}, "read"},
+    {{"names", "a"}, "read"},
+    {{"time", "a"}, "read"},
+    {{"touch", "a"}, "change"},
+    {{"resize", "1", "a"}, "change"},
+    {{"ensure", "a"}, "change"},
+    {{"read-shortcut", "a.lnk"}, "read"},
+    {{"temp"}, "read"},
 };
 
 TEST(FlfsCommandLine, CommandsOnDisksAreRefusedWhereThereIsNoWindows)

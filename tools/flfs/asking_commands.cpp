@@ -1,9 +1,11 @@
 #include "flfs/commands.hpp"
 
 #include <fl/filesystem/operations.hpp>
+#include <fl/filesystem/queries.hpp>
 
 #include "flfs/command.hpp"
 
+#include <algorithm>
 #include <array>
 
 // The commands that answer yes or no, or by numbers.
@@ -46,8 +48,7 @@ answer ask_access(std::u16string const &pathname, std::string const &letters)
     for (char const letter : letters)
         mode |= mode_of(letter);
     answer one;
-    one.what_failed =
-        failure_of([&] { one = yes_or_no(fs::access(pathname, mode), "granted", pathname); });
+    one.attempt([&] { one = yes_or_no(fs::access(pathname, mode), "granted", pathname); });
     one.values["modes"] = letters; // told with a failure, too
     return one;
 }
@@ -82,6 +83,39 @@ answer ask_space(arguments const &about)
         .add("available", both_ways(space.available));
     return {shown_native(about.front()) + '\n' + lines.text(),
             {{"capacity", space.capacity}, {"free", space.free}, {"available", space.available}}};
+}
+
+struct kind_of_name
+{
+    char const *name;
+    bool (*is)(std::u16string const &);
+};
+
+constexpr kind_of_name kinds_of_names[] = {
+    {"directory", fs::is_directory}, {"file", fs::is_regular_file}, {"other", fs::is_other},
+    {"symlink", fs::is_symlink},     {"junction", fs::is_junction}, {"empty", fs::is_empty},
+};
+
+kind_of_name const *kind_named(std::string const &name)
+{
+    auto const found = std::find_if(std::begin(kinds_of_names), std::end(kinds_of_names),
+                                    [&name](kind_of_name const &row) { return name == row.name; });
+    return found == std::end(kinds_of_names) ? nullptr : found;
+}
+
+std::string complaint_about_kind(std::string const &name)
+{
+    return kind_named(name) != nullptr
+               ? ""
+               : name + " is none of directory, file, other, symlink, junction and empty";
+}
+
+answer ask_kind(std::u16string const &pathname, std::string const &kind)
+{
+    answer one;
+    one.attempt([&] { one = yes_or_no(kind_named(kind)->is(pathname), "is", pathname); });
+    one.values["kind"] = kind; // told with a failure, too
+    return one;
 }
 
 answer compare(arguments const &both)
@@ -122,6 +156,50 @@ void add_access_command(CLI::App &app, session &session)
     access.answers(each(paths), {{"modes", "granted"}, [modes](arguments const &about) {
                                      return ask_access(about.front(), modes.word());
                                  }});
+}
+
+void add_is_command(CLI::App &app, session &session)
+{
+    command is(app, session, "is", "Tell whether a pathname leads to a directory, a file, ...",
+               "KIND is one of\n"
+               "  directory, file, other  what PATH leads to, links followed\n"
+               "  symlink, junction       PATH itself; a volume mount point is a junction, too\n"
+               "  empty                   a directory or file without anything in it\n"
+               "A name that isn't there is a \"no\", but a failure with empty. Exits 0 if all\n"
+               "answers are yes, and 1 after a \"no\" or a failure.");
+    option const kind =
+        is.word("KIND", "directory, file, other, symlink, junction or empty", complaint_about_kind);
+    option const paths = is.words("PATH", "pathname to ask about");
+    is.answers(each(paths), {{"kind", "is"}, [kind](arguments const &about) {
+                                 return ask_kind(about.front(), kind.word());
+                             }});
+}
+
+void add_size_command(CLI::App &app, session &session)
+{
+    command size(app, session, "size", "Show the size of a file",
+                 "Links are followed. A directory is a failure.");
+    option const paths = size.words("PATH", "file to ask about");
+    size.answers(each(paths), {{"size"}, [](arguments const &about) {
+                                   std::uint64_t const bytes = fs::file_size(about.front());
+                                   return answer{shown_native(about.front()) + "\n    " +
+                                                     both_ways(bytes) + '\n',
+                                                 {{"size", bytes}}};
+                               }});
+}
+
+void add_names_command(CLI::App &app, session &session)
+{
+    command names(
+        app, session, "names", "Show how many names a file has: hard links",
+        "Links of other kinds are followed, and are no names of it. A directory has one.");
+    option const paths = names.words("PATH", "file to ask about");
+    names.answers(each(paths), {{"names"}, [](arguments const &about) {
+                                    std::uint64_t const count = fs::hard_link_count(about.front());
+                                    return answer{shown_native(about.front()) + "\n    " +
+                                                      std::to_string(count) + '\n',
+                                                  {{"names", count}}};
+                                }});
 }
 
 void add_same_command(CLI::App &app, session &session)

@@ -18,6 +18,14 @@ namespace {
 // convert them, and `{}` come out as no word at all.
 CLI::callback_t const keep = [](CLI::results_t const &) { return true; };
 
+void check_word(option const &one, complaint about)
+{
+    if (about != nullptr)
+        one.raw().check(
+            [about](std::string const &word) { return about(std::string(without_guard(word))); },
+            "");
+}
+
 std::string_view last_element(std::string_view word)
 {
     word = word.substr(0, word.find_last_not_of("\\/") + 1);
@@ -74,6 +82,8 @@ std::vector<arguments> subject::rounds() const
             all.back().push_back(pathname);
         }
     }
+    if (all.empty()) // of words that aren't required
+        all.push_back({u"."});
     return all;
 }
 
@@ -121,14 +131,18 @@ option command::words(char const *name, char const *description, complaint about
     return all;
 }
 
+option command::words_or_here(char const *name, char const *description)
+{
+    option const all = words(name, description);
+    all.raw().required(false)->option_text("(or none)");
+    return all;
+}
+
 option command::word(char const *name, char const *description, complaint about)
 {
     option const one = optional_word(name, description);
     one.raw().required();
-    if (about != nullptr)
-        one.raw().check(
-            [about](std::string const &word) { return about(std::string(without_guard(word))); },
-            "");
+    check_word(one, about);
     return one;
 }
 
@@ -144,10 +158,16 @@ option command::kind(char const *description, std::vector<std::string> const &ki
                       ->option_text("KIND"));
 }
 
+option command::value(char const *name, char const *kind, char const *description, complaint about)
+{
+    option const one(raw_->add_option(name, keep, description)->option_text(kind));
+    check_word(one, about);
+    return one;
+}
+
 option command::base()
 {
-    return option(raw_->add_option("--base", keep, "Directory that relative PATHs are in")
-                      ->option_text("DIRECTORY"));
+    return value("--base", "DIRECTORY", "Directory that relative PATHs are in");
 }
 
 void command::check(std::function<std::string()> about)
@@ -171,7 +191,11 @@ void command::answers(subject const &about, question asked, char const *json_hel
 void command::changes(subject const &about, std::function<std::string(arguments const &)> make,
                       adviser advise, bool stops_at_failure)
 {
-    question asked = change(std::move(make), std::move(advise), stops_at_failure);
+    changes(about, change(std::move(make), std::move(advise), stops_at_failure));
+}
+
+void command::changes(subject const &about, question asked)
+{
     on_disk(disk_use::change, [this_session = session_, about, asked = std::move(asked)] {
         return report(*this_session, about.rounds(), output::text, asked);
     });

@@ -65,10 +65,15 @@ public:
     option flag(char const *names, char const *description);
     /// The repeatable, required positional.
     option words(char const *name, char const *description, complaint about = nullptr);
+    /// The same, not required: then it is the current directory.
+    option words_or_here(char const *name, char const *description);
     option word(char const *name, char const *description, complaint about = nullptr);
     option optional_word(char const *name, char const *description);
     /// `--as`, with one word out of `kinds`.
     option kind(char const *description, std::vector<std::string> const &kinds);
+    /// An option with a value, such as `--base DIRECTORY`.
+    option value(char const *name, char const *kind, char const *description,
+                 complaint about = nullptr);
     /// `--base`, a directory.
     option base();
     /// Looks at all that was given. `about` tells what is wrong with it, or nothing.
@@ -80,6 +85,8 @@ public:
     /// Changes the disk: see `change`.
     void changes(subject const &about, std::function<std::string(arguments const &)> make,
                  adviser advise = nullptr, bool stops_at_failure = false);
+    /// The same, asked for as a question whose answer isn't one line.
+    void changes(subject const &about, question asked);
     /// Has it run `action`, whose result becomes the exit code, where there is a disk.
     /// Elsewhere the command is refused.
     void on_disk(disk_use use, std::function<int()> action);

@@ -2,7 +2,9 @@
 #define FL_FLFS_COMMANDS_HPP
 // The commands. The source file of each adds it to the command line and does its work.
 
+#include <chrono>
 #include <iosfwd>
+#include <optional>
 
 namespace CLI {
 class App;
@@ -26,6 +28,8 @@ struct session
     std::ostream &err;
     int exit_code = exit_success;
     bool has_disk = !system_is_simulated; ///< whether commands find a disk that lasts
+    /// How long long work is silent on `err` between two lines; for ever if that is no terminal.
+    std::optional<std::chrono::milliseconds> progress_pause = std::nullopt;
 };
 
 enum class disk_use
@@ -39,11 +43,13 @@ using add_command = void(CLI::App &app, session &session);
 
 add_command add_absolute_command, add_canonical_command, add_forms_command, add_inspect_command,
     add_relative_command, add_unc_command;
-add_command add_access_command, add_df_command, add_exists_command, add_same_command,
-    add_stat_command;
-add_command add_chmod_command, add_cp_command, add_mkdir_command, add_mv_command, add_rm_command;
-add_command add_ln_command, add_readlink_command, add_resolve_command;
-add_command add_cd_command, add_tour_command, add_where_command;
+add_command add_ls_command, add_tree_command;
+add_command add_access_command, add_df_command, add_exists_command, add_is_command,
+    add_names_command, add_same_command, add_size_command, add_stat_command, add_time_command;
+add_command add_chmod_command, add_cp_command, add_ensure_command, add_mkdir_command,
+    add_mv_command, add_resize_command, add_rm_command, add_touch_command;
+add_command add_ln_command, add_read_shortcut_command, add_readlink_command, add_resolve_command;
+add_command add_cd_command, add_temp_command, add_tour_command, add_where_command;
 
 } // namespace flfs
 

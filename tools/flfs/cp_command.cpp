@@ -1,8 +1,10 @@
 #include "flfs/commands.hpp"
 
+#include <fl/filesystem/copy_progress.hpp>
 #include <fl/filesystem/operations.hpp>
 
 #include "flfs/command.hpp"
+#include "flfs/progress.hpp"
 
 namespace flfs {
 
@@ -31,7 +33,17 @@ constexpr option_name option_names[] = {
     {"--hard-links", copy_options::create_hard_links, "Give files one more name"},
 };
 
-void copy_one(arguments const &names, std::string const &kind, copy_options options)
+void copy_tree(session &session, arguments const &names, copy_options options)
+{
+    progress shown(session, "copied");
+    fs::copy(names.at(0), names.at(1), options, [&shown](fs::copy_progress const &so_far) {
+        shown.tell(so_far.names);
+        return true;
+    });
+}
+
+void copy_one(session &session, arguments const &names, std::string const &kind,
+              copy_options options)
 {
     if (kind == "file")
         fs::copy_file(names.at(0), names.at(1), options);
@@ -40,7 +52,7 @@ void copy_one(arguments const &names, std::string const &kind, copy_options opti
     else if (kind == "symlink")
         fs::copy_symlink(names.at(0), names.at(1));
     else
-        fs::copy(names.at(0), names.at(1), options);
+        copy_tree(session, names, options);
 }
 
 void advise_on_copies(failure &what_failed, arguments &)
@@ -101,8 +113,8 @@ void add_cp_command(CLI::App &app, session &session)
                    ? "--as " + kind.word() + " takes no other options"
                    : "";
     });
-    auto const make = [kind, options](arguments const &names) {
-        copy_one(names, kind.word(), options());
+    auto const make = [&session, kind, options](arguments const &names) {
+        copy_one(session, names, kind.word(), options());
         return may_pass_over(options()) ? "copied as far as asked for" : "copied";
     };
     cp.changes(together({from, to}), make, advise_on_copies);

@@ -1,5 +1,7 @@
 #include "flfs/failure_report.hpp"
 
+#include <fl/filesystem/attempt.hpp>
+
 #include "flfs/text.hpp"
 
 #include <ostream>
@@ -72,6 +74,12 @@ failure describe(fs::FsysExceptionBase const &exception)
             exception.get_additional_path_names(),
             exception.get_error_code(),
             sentence_of(exception)};
+}
+
+failure describe(fs::failure const &kept)
+{
+    return describe(fs::FsysExceptionBase(kept.identifier().c_str(), kept.id(), kept.path_name(),
+                                          kept.additional_path_names(), kept.error_code()));
 }
 
 std::optional<failure> failure_of(std::function<void()> const &action)

@@ -10,6 +10,10 @@
 #include <string>
 #include <vector>
 
+namespace fl::filesystem {
+class failure;
+}
+
 namespace flfs {
 
 /// What an exception of the library says, as values.
@@ -25,6 +29,7 @@ struct failure
 
 /// The sentence is the class's own; a command that knows more replaces it.
 failure describe(fl::filesystem::FsysExceptionBase const &exception);
+failure describe(fl::filesystem::failure const &kept);
 
 /// Runs `action` and returns the failure that it ended in, if it did. Also knows the
 /// one exception outside the library's family, of names that aren't ASCII where only

@@ -3,6 +3,7 @@
 #include <fl/filesystem/access_forms.hpp>
 #include <fl/filesystem/links.hpp>
 #include <fl/filesystem/operations.hpp>
+#include <fl/filesystem/queries.hpp>
 #include <fl/filesystem/windows.hpp>
 
 #include "flfs/command.hpp"
@@ -14,6 +15,8 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <functional>
+#include <iterator>
 
 // The commands that make links, and that read and follow them.
 
@@ -29,6 +32,20 @@ unsigned int type_for(option const &to_file, option const &to_directory)
         return fs::file_status::directory_file;
     return to_file.is_given() ? fs::file_status::regular_file : fs::file_status::file_type_auto;
 }
+
+struct link_maker
+{
+    char const *flag;
+    char const *description;
+    void (*make)(std::u16string const &target, std::u16string const &link);
+};
+
+/// Symbolic links, which take options, come on top.
+link_maker const link_makers[] = {
+    {"--shortcut", "Make a shortcut file instead", fs::create_shortcut},
+    {"--hard", "Give the file TARGET, which must exist, one more name", fs::create_hard_link},
+    {"--junction", "Make a junction to the directory TARGET", fs::create_junction},
+};
 
 /// Without a pathname, what is refused as an argument may be either, TARGET first, and
 /// everything else is about the link, for nobody looks whether TARGET exists.
@@ -121,7 +138,7 @@ answer resolve(arguments const &about)
 {
     answer told;
     told.values = {{"hops", json::array()}, {"hops_repeat", false}};
-    told.what_failed = failure_of([&] { tell_way(fs::upath(about.front()).native(), told); });
+    told.attempt([&] { tell_way(fs::upath(about.front()).native(), told); });
     return told;
 }
 
@@ -130,34 +147,44 @@ answer resolve(arguments const &about)
 void add_ln_command(CLI::App &app, session &session)
 {
     command ln(
-        app, session, "ln", "Make a symbolic link or a shortcut",
+        app, session, "ln", "Make a link: symbolic, hard, a junction or a shortcut",
         "Windows keeps symbolic links to files and to directories apart. Without --file and\n"
         "--directory, TARGET tells which it is, looked at from the current directory. The\n"
         "link holds it as it is written, and Windows then reads it from the link's\n"
-        "directory. A shortcut holds TARGET as an absolute pathname, its name ends in .lnk,\n"
-        "and a file of that name is replaced. Hard links are made by cp --hard-links.");
+        "directory. A hard link is one more name for the file TARGET, on the same volume. A\n"
+        "junction leads to a directory on a drive, and needs no right of its own; it\n"
+        "holds TARGET as an absolute pathname. So does a shortcut, whose name ends in .lnk; a\n"
+        "file of that name is replaced.");
     option const target = ln.word("TARGET", "where it leads, which need not exist");
     option const link = ln.word("LINK", "link to make");
     option const symbolic = ln.flag("-s,--symbolic", "Make a symbolic link");
-    option const shortcut = ln.flag("--shortcut", "Make a shortcut file instead");
+    std::vector<option> others;
+    for (link_maker const &row : link_makers)
+        others.push_back(ln.flag(row.flag, row.description));
     option const to_file = ln.flag("--file", "With -s: a link to a file, whatever TARGET is");
     option const to_directory =
         ln.flag("--directory", "With -s: a link to a directory, whatever TARGET is");
-    exclude(shortcut, symbolic);
+    for (auto one = others.begin(); one != others.end(); ++one) {
+        exclude(*one, symbolic);
+        std::for_each(others.begin(), one, [one](option const &other) { exclude(*one, other); });
+    }
     exclude(to_file, to_directory);
     to_file.raw().needs(&symbolic.raw());
     to_directory.raw().needs(&symbolic.raw());
-    ln.check([symbolic, shortcut] {
-        return symbolic.is_given() || shortcut.is_given()
+    auto const other_kind = [others] {
+        return std::find_if(others.begin(), others.end(), std::mem_fn(&option::is_given)) -
+               others.begin();
+    };
+    ln.check([symbolic, other_kind] {
+        return symbolic.is_given() || other_kind() != std::ssize(link_makers)
                    ? ""
-                   : "Say -s for a symbolic link or --shortcut for a shortcut. Hard links are "
-                     "made by `flfs cp --hard-links`";
+                   : "Say -s for a symbolic link, --hard, --junction or --shortcut";
     });
-    auto const make = [shortcut, to_file, to_directory](arguments const &names) {
-        if (shortcut.is_given())
-            fs::create_shortcut(names.at(1), names.at(0));
-        else
+    auto const make = [symbolic, other_kind, to_file, to_directory](arguments const &names) {
+        if (symbolic.is_given())
             fs::create_symlink(names.at(1), names.at(0), type_for(to_file, to_directory));
+        else
+            link_makers[other_kind()].make(names.at(1), names.at(0));
         return "made";
     };
     ln.changes(together({link, target}), make, advise_on_making);
@@ -171,6 +198,18 @@ void add_readlink_command(CLI::App &app, session &session)
                      "shortcut files, whose names end in .lnk.");
     option const paths = readlink.words("PATH", "link or shortcut to read");
     readlink.answers(each(paths), {{"kind", "text", "tag"}, read_one});
+}
+
+void add_read_shortcut_command(CLI::App &app, session &session)
+{
+    command reading(app, session, "read-shortcut", "Show where a shortcut leads, by its file",
+                    "The shell may look for a target that was moved. (empty) is one to something\n"
+                    "that is no file.");
+    option const paths = reading.words("PATH", "shortcut, whose name ends in .lnk");
+    reading.answers(each(paths), {{"result"}, [](arguments const &about) {
+                                      json const result = to_json(fs::read_shortcut(about.front()));
+                                      return answer{shown(result) + '\n', {{"result", result}}};
+                                  }});
 }
 
 void add_resolve_command(CLI::App &app, session &session)

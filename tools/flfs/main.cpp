@@ -7,7 +7,10 @@
 int main(int argc, char **argv)
 {
     flfs::process_streams const streams;
-    int const exit_code = flfs::run(flfs::process_arguments(argc, argv), std::cout, std::cerr);
+    flfs::session session{std::cout, std::cerr};
+    if (flfs::has_terminal())
+        session.progress_pause = std::chrono::milliseconds(100);
+    int const exit_code = flfs::run(flfs::process_arguments(argc, argv), session);
     // a full disk behind a redirection must not look like success
     if (!std::cout.flush()) {
         std::cerr << "flfs: The output couldn't be written.\n";

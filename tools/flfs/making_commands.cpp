@@ -1,8 +1,11 @@
 #include "flfs/commands.hpp"
 
 #include <fl/filesystem/operations.hpp>
+#include <fl/filesystem/queries.hpp>
+#include <fl/filesystem/removal.hpp>
 
 #include "flfs/command.hpp"
+#include "flfs/progress.hpp"
 #include "flfs/status_text.hpp"
 
 #include <CLI/CLI.hpp>
@@ -33,6 +36,35 @@ void advise_on_removal(failure &what_failed, bool minds_read_only)
     if (!minds_read_only)
         advise(what_failed, fs::fsys_excp_directory_not_empty,
                "The directory isn't empty. Use -r to remove what is in it, too.");
+}
+
+std::string complaint_about_size(std::string const &word)
+{
+    constexpr std::size_t most_digits = 18; // of an exabyte, beyond all files
+    bool const is_number = word.find_first_not_of("0123456789") == word.npos;
+    return is_number && !word.empty() && word.size() <= most_digits
+               ? ""
+               : (word.empty() ? "(empty)" : word) + " is no number of bytes";
+}
+
+/// What the options of a removal bring with them: all that is left is told, and what is gone is
+/// counted.
+answer remove_counted(session &session, std::u16string const &pathname, fs::removal_options options)
+{
+    progress shown(session, "removed");
+    options.on_progress([&shown](fs::removal_progress const &so_far) {
+        shown.tell(so_far.removed);
+        return true;
+    });
+    fs::removal_report const report = fs::remove_all(pathname, options);
+    answer told;
+    std::string const names =
+        std::to_string(report.removed()) + (report.removed() == 1 ? " name" : " names");
+    told.text = report.is_complete() ? "removed " + shown_native(pathname) + ", " + names + '\n'
+                                     : "removed " + names + " of " + shown_native(pathname) + '\n';
+    for (fs::failure const &left : report.failures())
+        told.failures.push_back(describe(left));
+    return told;
 }
 
 std::string remove_one(std::u16string const &pathname, bool is_tree, std::string const &kind)
@@ -66,15 +98,50 @@ void add_mkdir_command(CLI::App &app, session &session)
         "already is a failure, too.");
     option const paths = mkdir.words("PATH", "directory to make");
     option const parents = mkdir.flag("-p,--parents", "Make missing directories above PATH, too");
-    auto const make = [parents](arguments const &names) {
-        parents.is_given() ? fs::create_directories(names.front())
-                           : fs::create_directory(names.front());
+    option const like =
+        mkdir.value("--like", "DIRECTORY", "Give PATH the attributes of this directory");
+    exclude(like, parents);
+    auto const make = [parents, like](arguments const &names) {
+        if (parents.is_given())
+            fs::create_directories(names.front());
+        else if (like.is_given())
+            fs::create_directory(names.front(), like.pathname());
+        else
+            fs::create_directory(names.front());
         return "made";
     };
     auto const advise = [parents](failure &what_failed, arguments &) {
         advise_on_making(what_failed, parents.is_given());
     };
     mkdir.changes(each(paths), make, advise, true); // what follows may be meant to stand in it
+}
+
+void add_ensure_command(CLI::App &app, session &session)
+{
+    command ensure(app, session, "ensure", "Have a directory be there: make it if it isn't",
+                   "Missing directories above PATH are made, too. Anything else of that name is a\n"
+                   "failure, a link to a directory is not.");
+    option const paths = ensure.words("PATH", "directory to have");
+    auto const make = [](arguments const &names) {
+        return fs::ensure_directories(names.front()) ? "made" : "there already:";
+    };
+    auto const advise = [](failure &what_failed, arguments &) {
+        advise_on_making(what_failed, true);
+    };
+    ensure.changes(each(paths), make, advise);
+}
+
+void add_resize_command(CLI::App &app, session &session)
+{
+    command resize(app, session, "resize", "Cut a file, or make it longer with zeros",
+                   "Links are followed.");
+    option const size = resize.word("SIZE", "size in bytes", complaint_about_size);
+    option const paths = resize.words("PATH", "file to change");
+    auto const make = [size](arguments const &names) {
+        fs::resize_file(names.front(), std::stoull(size.word()));
+        return "resized";
+    };
+    resize.changes(each(paths), make);
 }
 
 void add_mv_command(CLI::App &app, session &session)
@@ -98,19 +165,32 @@ void add_rm_command(CLI::App &app, session &session)
                "Nothing is asked back, and nothing goes to a bin. A link is removed itself, and\n"
                "never what it leads to.\n"
                "With -r, a read-only file ends the removal of its PATH, and what was removed by\n"
-               "then stays removed. Without it, read-only files are removed, too.");
+               "then stays removed; --force and --keep-going do otherwise. Without -r, read-only\n"
+               "files are removed, too.");
     option const paths = rm.words("PATH", "name to remove", complaint_about_stops);
     option const tree = rm.flag("-r,--recursive", "Remove directories with all that is in them");
+    option const read_only = rm.flag("-f,--force", "With -r: remove read-only names, too");
+    option const on = rm.flag("-k,--keep-going", "With -r: go on after failures, and tell each");
+    option const count = rm.flag("--count", "With -r: tell how many names were removed");
     option const kind =
         rm.kind("Remove nothing else: file (not if read-only) or directory", {"file", "directory"});
     exclude(kind, tree);
-    auto const make = [tree, kind](arguments const &names) {
-        return remove_one(names.front(), tree.is_given(), kind.word());
+    for (option const &of_trees : {read_only, on, count})
+        of_trees.raw().needs(&tree.raw())->option_text(" "); // else CLI11 writes "Needs:"
+    question asked = change(
+        [tree, kind](arguments const &names) {
+            return remove_one(names.front(), tree.is_given(), kind.word());
+        },
+        [tree, kind](failure &what_failed, arguments &) {
+            advise_on_removal(what_failed, tree.is_given() || kind.word() == "file");
+        });
+    asked.ask = [&session, read_only, on, count, plain = asked.ask](arguments const &names) {
+        bool const is_plain = !read_only.is_given() && !on.is_given() && !count.is_given();
+        fs::removal_options options;
+        options.clear_read_only(read_only.is_given()).keep_going(on.is_given());
+        return is_plain ? plain(names) : remove_counted(session, names.front(), options);
     };
-    auto const advise = [tree, kind](failure &what_failed, arguments &) {
-        advise_on_removal(what_failed, tree.is_given() || kind.word() == "file");
-    };
-    rm.changes(each(paths), make, advise);
+    rm.changes(each(paths), asked);
 }
 
 void add_chmod_command(CLI::App &app, session &session)

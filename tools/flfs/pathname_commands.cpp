@@ -39,7 +39,7 @@ answer form(arguments const &about)
                   {"access_form", to_json(plain)},
                   {"native_access_form", to_json(resolved)},
                   {"with_cleanup", to_json(of_text)}};
-    one.what_failed = failure_of([&] {
+    one.attempt([&] {
         one.values["bridge"] =
             to_json(from_filesystem(windows::make_native_access_form_bridge(native)));
     });

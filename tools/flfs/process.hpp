@@ -10,6 +10,9 @@ namespace flfs {
 /// The arguments without the program's own name, in UTF-8.
 std::vector<std::string> process_arguments(int argc, char **argv);
 
+/// Whether standard error is a terminal, where somebody may be waiting.
+bool has_terminal();
+
 /// Makes the streams take UTF-8 and line ends as they are, and leaves the console
 /// as it was found when the program ends.
 class process_streams

@@ -3,6 +3,7 @@
 #include <fl/filesystem/access_forms.hpp>
 #include <fl/filesystem/install_path.hpp>
 #include <fl/filesystem/operations.hpp>
+#include <fl/filesystem/queries.hpp>
 
 #include "flfs/command.hpp"
 #include "flfs/process_state.hpp"
@@ -107,6 +108,17 @@ void add_cd_command(CLI::App &app, session &session)
     option const path = cd.word("PATH", "directory to go to; empty: to stay");
     cd.answers(together({path}), {{"name_of_variable", "before", "after"}, change_to},
                "Print a JSON object");
+}
+
+void add_temp_command(CLI::App &app, session &session)
+{
+    command temp(app, session, "temp", "Show the folder for temporary files",
+                 "That is TMP, TEMP or USERPROFILE, the first of them that is set.");
+    auto const ask = [](arguments const &) {
+        json const result = to_json(fs::temp_directory_path().native());
+        return answer{shown(result) + '\n', {{"result", result}}};
+    };
+    temp.answers(together({}), {{"result"}, ask}, "Print a JSON object");
 }
 
 void add_where_command(CLI::App &app, session &session)

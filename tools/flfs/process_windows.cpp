@@ -40,6 +40,12 @@ std::vector<std::string> process_arguments(int, char **)
     return arguments;
 }
 
+bool has_terminal()
+{
+    DWORD mode = 0;
+    return ::GetConsoleMode(::GetStdHandle(STD_ERROR_HANDLE), &mode) != 0;
+}
+
 process_streams::process_streams() : former_code_page_(::GetConsoleOutputCP())
 {
     ::SetConsoleOutputCP(CP_UTF8);

@@ -20,7 +20,7 @@ json object_of(question const &asked, arguments const &about, answer const &one)
         object["pathnames"] = to_json(about);
     for (char const *key : asked.keys)
         object[key] = nullptr;
-    object["failure"] = one.what_failed ? to_json(*one.what_failed) : json();
+    object["failure"] = one.failures.empty() ? json() : to_json(one.failures.front());
     object.update(one.values);
     return object;
 }
@@ -34,6 +34,12 @@ std::string shown(arguments const &names)
 }
 
 } // namespace
+
+void answer::attempt(std::function<void()> const &action)
+{
+    if (std::optional<failure> const what_failed = failure_of(action))
+        failures.push_back(*what_failed);
+}
 
 question change(std::function<std::string(arguments const &)> make, adviser advise,
                 bool stops_at_failure)
@@ -51,20 +57,21 @@ int report(session &session, std::vector<arguments> const &rounds, output as, qu
     json array = json::array();
     for (arguments const &about : rounds) {
         answer one;
-        if (auto what_failed = failure_of([&] { one = asked.ask(about); }))
-            one.what_failed = std::move(what_failed);
-        arguments blamed = about;
-        if (one.what_failed && asked.advise)
-            asked.advise(*one.what_failed, blamed);
-        if (one.what_failed || one.is_no)
+        one.attempt([&] { one = asked.ask(about); });
+        if (!one.failures.empty() || one.is_no)
             exit_code = exit_failure;
-        if (as == output::text)
+        arguments blamed = about;
+        for (failure &what_failed : one.failures)
+            if (asked.advise)
+                asked.advise(what_failed, blamed);
+        if (as == output::text) {
             session.out << one.text;
-        else
+            for (failure const &what_failed : one.failures)
+                print_failure(session.err, what_failed, blamed);
+        } else {
             array.push_back(object_of(asked, about, one));
-        if (as == output::text && one.what_failed)
-            print_failure(session.err, *one.what_failed, blamed);
-        if (one.what_failed && asked.stops_at_failure)
+        }
+        if (!one.failures.empty() && asked.stops_at_failure)
             break;
     }
     if (as != output::text)

@@ -25,10 +25,13 @@ using arguments = std::vector<std::u16string>;
 
 struct answer
 {
-    std::string text;             ///< for people, in whole lines
-    json values = json::object(); ///< for programs, of the keys that have one
-    bool is_no = false;           ///< an answer that exits 1, as a failure does
-    std::optional<failure> what_failed = std::nullopt; ///< told behind `text`
+    std::string text;                   ///< for people, in whole lines
+    json values = json::object();       ///< for programs, of the keys that have one
+    bool is_no = false;                 ///< an answer that exits 1, as a failure does
+    std::vector<failure> failures = {}; ///< told behind `text`; mostly none or one
+
+    /// Runs `action`, and keeps the failure that it ends in.
+    void attempt(std::function<void()> const &action);
 };
 
 /// Replaces the sentence where the command knows more than the class of the failure, and the

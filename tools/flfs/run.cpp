@@ -20,6 +20,7 @@ namespace {
 constexpr char const *footer = R"(Examples:
   flfs inspect "C:/data//report.tar.gz"        types, forms, parts and a drawing
   flfs inspect --json "\\server\share\dir"     the same for a program
+  flfs ls -r "C:\work"                         all that is in a directory and below it
   flfs mkdir --parents "C:\work\2024\reports"  a directory and those above it
   flfs readlink "C:\Documents and Settings"    where a link or shortcut leads
   flfs resolve "C:\Documents and Settings\me"  each link on the way, and the end of it
@@ -30,7 +31,7 @@ constexpr char const *footer = R"(Examples:
   flfs tour                                    all of it once, told and checked
 
 Exit codes: 0 success, 1 a failure of the file system, 2 wrong usage. Of stat, exists,
-access and same 1 may also be the answer: not there, no.
+is, access and same 1 may also be the answer: not there, no.
 "flfs COMMAND --help" tells more about a command.)";
 
 std::string version()
@@ -68,13 +69,16 @@ std::vector<group> const &groups()
         {"Pathnames",
          {add_inspect_command, add_absolute_command, add_canonical_command, add_relative_command,
           add_unc_command, add_forms_command}},
+        {"Directories", {add_ls_command, add_tree_command}},
         {"Asking",
-         {add_stat_command, add_exists_command, add_access_command, add_same_command,
-          add_df_command}},
+         {add_stat_command, add_exists_command, add_is_command, add_access_command,
+          add_same_command, add_size_command, add_names_command, add_time_command, add_df_command}},
         {"Making and changing",
-         {add_mkdir_command, add_cp_command, add_mv_command, add_rm_command, add_chmod_command}},
-        {"Links", {add_ln_command, add_readlink_command, add_resolve_command}},
-        {"Process and installation", {add_cd_command, add_where_command}},
+         {add_mkdir_command, add_ensure_command, add_cp_command, add_mv_command, add_rm_command,
+          add_chmod_command, add_touch_command, add_resize_command}},
+        {"Links",
+         {add_ln_command, add_readlink_command, add_read_shortcut_command, add_resolve_command}},
+        {"Process and installation", {add_cd_command, add_temp_command, add_where_command}},
         {"All of it at once", {add_tour_command}},
     };
     return all;

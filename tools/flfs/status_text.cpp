@@ -6,6 +6,8 @@
 #include <boost/date_time/posix_time/posix_time_types.hpp>
 #include <boost/date_time/posix_time/time_formatters.hpp>
 
+#include <chrono>
+
 namespace flfs {
 
 using fl::filesystem::file_status;
@@ -93,6 +95,26 @@ std::optional<std::string> iso_time(boost::posix_time::ptime const &time)
     if (time.is_special() || time >= last_day + boost::posix_time::hours(24))
         return std::nullopt;
     return boost::posix_time::to_iso_extended_string(time) + 'Z';
+}
+
+std::string iso_time(fl::filesystem::file_time_type time)
+{
+    auto const day = std::chrono::floor<std::chrono::days>(time);
+    std::chrono::year_month_day const date(day);
+    std::chrono::hh_mm_ss const clock(time - day);
+    std::string text;
+    auto const append = [&text](auto number, std::size_t digits, char end) {
+        fl::filesystem::detail::append_number(text, static_cast<std::uint64_t>(number), 10, digits);
+        text += end;
+    };
+    append(static_cast<int>(date.year()), 4, '-');
+    append(static_cast<unsigned>(date.month()), 2, '-');
+    append(static_cast<unsigned>(date.day()), 2, 'T');
+    append(clock.hours().count(), 2, ':');
+    append(clock.minutes().count(), 2, ':');
+    append(clock.seconds().count(), 2, '.');
+    append(clock.subseconds().count(), 7, 'Z');
+    return text;
 }
 
 } // namespace flfs

@@ -3,6 +3,7 @@
 // The facts of a status record in words, and words for what of them can be changed.
 
 #include <fl/filesystem/file_status.hpp>
+#include <fl/filesystem/file_time.hpp>
 
 #include <optional>
 #include <string>
@@ -53,6 +54,9 @@ std::optional<unsigned int> permission_word(std::string_view text);
 /// A time in UTC as ISO 8601 has it: "2024-02-29T12:00:00.25Z". Nothing if it is no time,
 /// or in the year 10,000 or later: disks can hold such times, this notation can't.
 std::optional<std::string> iso_time(boost::posix_time::ptime const &time);
+
+/// The same with all seven digits that the system keeps: "2024-02-29T12:00:00.2500000Z".
+std::string iso_time(fl::filesystem::file_time_type time);
 
 } // namespace flfs
 

@@ -1,9 +1,13 @@
 #include "flfs/tour/step.hpp"
 
 #include <fl/filesystem/access_forms.hpp>
+#include <fl/filesystem/attempt.hpp>
+#include <fl/filesystem/directory.hpp>
 #include <fl/filesystem/install_path.hpp>
+#include <fl/filesystem/links.hpp>
 #include <fl/filesystem/operations.hpp>
 #include <fl/filesystem/pathname.hpp>
+#include <fl/filesystem/queries.hpp>
 #include <fl/filesystem/windows.hpp>
 
 #include "flfs/link_reading.hpp"
@@ -223,6 +227,63 @@ chapter copies()
           R"(PathNotFound naming nowhere\may.txt)"}}};
 }
 
+std::string list_reports()
+{
+    std::vector<std::string> lines;
+    for (directory_entry const &entry : directory_iterator(u"reports"))
+        lines.push_back(displayed(entry.filename()) + " of " + std::to_string(entry.file_size()));
+    std::sort(lines.begin(), lines.end());
+    return joined(lines, ", ");
+}
+
+int levels_below()
+{
+    int deepest = 0;
+    recursive_directory_iterator const end;
+    for (recursive_directory_iterator at(u"long"); at != end; ++at)
+        deepest = std::max(deepest, at.depth() + 1);
+    return deepest;
+}
+
+void take_over_time()
+{
+    last_write_time(u"archive", last_write_time(u"reports\\may.txt"));
+}
+
+bool has_same_time()
+{
+    return last_write_time(u"archive") == last_write_time(u"reports\\may.txt");
+}
+
+chapter everyday()
+{
+    return {
+        "Everyday questions",
+        {{"A directory is listed. Size and type come with the names.",
+          R"(for (directory_entry const &entry : directory_iterator(u"reports")))", list_reports,
+          "july.txt of 8, may.txt of 8"},
+         {"So are all that are below one.",
+          R"(for (...; at != end; ++at) at.depth(), from recursive_directory_iterator(u"long"))",
+          levels_below, "30"},
+         {"Is there anything in it?", CALL(is_empty(u"archive\\2026")), "yes"},
+         {"A directory that is there needs not be made.",
+          CALL(ensure_directories(u"archive\\2026")), "no"},
+         {"A file gets one more name,",
+          CALL(create_hard_link(u"reports\\july.txt", u"reports\\also.txt")),
+          names_then_in(u"reports"), "also.txt, july.txt, may.txt"},
+         {"which is as good as the first.", CALL(hard_link_count(u"reports\\july.txt")), "2"},
+         {"What is cut by one name", CALL(resize_file(u"reports\\also.txt", 3)),
+          [] { return content_of(u"reports\\july.txt"); }, "all"},
+         {"is shorter by the other, too.", CALL(file_size(u"reports\\july.txt")), "3"},
+         {"A directory takes over the time of a file, to the last digit.",
+          R"(last_write_time(u"archive", last_write_time(u"reports\\may.txt")))", take_over_time,
+          has_same_time, "yes"},
+         {"Failures can be values, told in one line.",
+          CALL(attempt([] { return file_size(u"nowhere"); }).error().describe()),
+          "fl:filesystem:PathNotFound: the name, or a directory on the way to it, isn't there: "
+          "\"nowhere\""}}};
+}
+
 auto whether_made(std::u16string const &link)
 {
     return [link] { return is_there(link) ? "made" : "nothing is there"; };
@@ -244,6 +305,10 @@ chapter shortcuts()
           "made"},
          {"To Windows it is a file, but the library walks through it.",
           CALL(canonical(u"to 2024.lnk\\may")), R"(<folder>\archive\2024\may)"},
+         {"What its file says.", CALL(read_shortcut(u"to 2024.lnk")), R"(<folder>\archive\2024)"},
+         {"The links on a way are told one by one.",
+          CALL(link_hops(u"to 2024.lnk\\may").at(0).leads_to.value()),
+          R"(<folder>\archive\2024\may)"},
          {"The end of a pathname may be missing.",
           CALL(weakly_canonical(u"to 2024.lnk\\june\\..\\july")), R"(<folder>\archive\2024\july)"},
          {"A link that says .. leads up from where the directory ahead really is.",
@@ -428,8 +493,9 @@ chapter removal()
 
 std::vector<chapter (*)()> const &chapters()
 {
-    static std::vector<chapter (*)()> const all = {pathnames, directories,    files,   copies,
-                                                   shortcuts, symbolic_links, process, removal};
+    static std::vector<chapter (*)()> const all = {pathnames,      directories, files,
+                                                   copies,         everyday,    shortcuts,
+                                                   symbolic_links, process,     removal};
     return all;
 }
 

@@ -31,6 +31,8 @@ std::string told_result(Run const &run, std::u16string const &folder)
         return run(), "done";
     else if constexpr (std::is_same_v<result, bool>)
         return yes_or_no(run());
+    else if constexpr (std::is_integral_v<result>)
+        return std::to_string(run());
     else if constexpr (std::is_same_v<result, fl::filesystem::file_status>)
         return type_of(run()).description;
     else if constexpr (std::is_convertible_v<result, std::u16string>)
