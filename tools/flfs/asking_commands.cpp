@@ -182,9 +182,7 @@ void add_size_command(CLI::App &app, session &session)
     option const paths = size.words("PATH", "file to ask about");
     size.answers(each(paths), {{"size"}, [](arguments const &about) {
                                    std::uint64_t const bytes = fs::file_size(about.front());
-                                   return answer{shown_native(about.front()) + "\n    " +
-                                                     both_ways(bytes) + '\n',
-                                                 {{"size", bytes}}};
+                                   return value_of(about.front(), "size", bytes, both_ways(bytes));
                                }});
 }
 
@@ -196,9 +194,8 @@ void add_names_command(CLI::App &app, session &session)
     option const paths = names.words("PATH", "file to ask about");
     names.answers(each(paths), {{"names"}, [](arguments const &about) {
                                     std::uint64_t const count = fs::hard_link_count(about.front());
-                                    return answer{shown_native(about.front()) + "\n    " +
-                                                      std::to_string(count) + '\n',
-                                                  {{"names", count}}};
+                                    return value_of(about.front(), "names", count,
+                                                    std::to_string(count));
                                 }});
 }
 

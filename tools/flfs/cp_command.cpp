@@ -79,7 +79,7 @@ bool may_pass_over(copy_options options)
     return (options & declining) != copy_options::none;
 }
 
-constexpr char const *footer =
+constexpr char const *help_on_cp =
     R"(TO is the whole new pathname; only a file that goes to a directory keeps its name in
 it. A directory is copied with its files; what lies deeper takes -r. The first failure
 ends it, and what was copied stays.
@@ -92,7 +92,7 @@ KIND picks a narrower operation:
 
 void add_cp_command(CLI::App &app, session &session)
 {
-    command cp(app, session, "cp", "Copy a file or directory", footer);
+    command cp(app, session, "cp", "Copy a file or directory", help_on_cp);
     option const from = cp.word("FROM", "what to copy");
     option const to = cp.word("TO", "where to");
     std::vector<option> flags;

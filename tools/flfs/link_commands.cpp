@@ -206,10 +206,9 @@ void add_read_shortcut_command(CLI::App &app, session &session)
                     "The shell may look for a target that was moved. (empty) is one to something\n"
                     "that is no file.");
     option const paths = reading.words("PATH", "shortcut, whose name ends in .lnk");
-    reading.answers(each(paths), {{"result"}, [](arguments const &about) {
-                                      json const result = to_json(fs::read_shortcut(about.front()));
-                                      return answer{shown(result) + '\n', {{"result", result}}};
-                                  }});
+    reading.answers(each(paths), result_of([](std::u16string const &pathname) {
+                        return fs::read_shortcut(pathname);
+                    }));
 }
 
 void add_resolve_command(CLI::App &app, session &session)

@@ -78,7 +78,7 @@ bool is_shortcut_name(std::u16string_view pathname)
     return pathname.size() > extension.size() && pathname.ends_with(extension);
 }
 
-link read_shortcut(std::u16string const &native, std::u16string const &absolute)
+link read_shortcut_file(std::u16string const &native, std::u16string const &absolute)
 {
     wchar_t buffer[MAX_PATH] = {};
     HRESULT const result =
@@ -122,7 +122,7 @@ link read_link(std::u16string const &pathname)
     windows::reparse_data_context data{};
     DWORD const code = read_reparse_point(absolute, data);
     if (code == ERROR_NOT_A_REPARSE_POINT && is_shortcut_name(native))
-        return read_shortcut(native, absolute);
+        return read_shortcut_file(native, absolute);
     if (code != ERROR_SUCCESS)
         refuse(native, code);
     windows::attrib_link_type link_type{};

@@ -15,14 +15,6 @@ namespace fs = fl::filesystem;
 
 namespace {
 
-question result_of(std::function<std::u16string(std::u16string const &)> const &make)
-{
-    return {{"result"}, [make](arguments const &about) {
-                std::u16string const result = make(about.front());
-                return answer{displayed_value(result) + '\n', {{"result", to_json(result)}}};
-            }};
-}
-
 answer form(arguments const &about)
 {
     using namespace fl::filesystem::detail;

@@ -41,6 +41,14 @@ void answer::attempt(std::function<void()> const &action)
         failures.push_back(*what_failed);
 }
 
+question result_of(std::function<std::u16string(std::u16string const &)> const &make)
+{
+    return {{"result"}, [make](arguments const &about) {
+                std::u16string const result = make(about.front());
+                return answer{displayed_value(result) + '\n', {{"result", to_json(result)}}};
+            }};
+}
+
 question change(std::function<std::string(arguments const &)> make, adviser advise,
                 bool stops_at_failure)
 {
@@ -146,6 +154,12 @@ std::string shown(json const &value)
 std::string shown_native(std::u16string const &pathname)
 {
     return displayed_value(fl::filesystem::upath(pathname).native());
+}
+
+answer value_of(std::u16string const &pathname, char const *key, json const &value,
+                std::string const &shown_value)
+{
+    return {shown_native(pathname) + "\n    " + shown_value + '\n', {{key, value}}};
 }
 
 } // namespace flfs

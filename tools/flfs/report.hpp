@@ -48,6 +48,9 @@ struct question
     bool stops_at_failure = false;
 };
 
+/// The question whose answer is one text, `make` of the pathname.
+question result_of(std::function<std::u16string(std::u16string const &)> const &make);
+
 /// The question whose answer is a change of the disk: `make` makes it and returns what has
 /// happened to its names, "removed". Two names are told with an arrow between them.
 question change(std::function<std::string(arguments const &)> make, adviser advise = nullptr,
@@ -103,6 +106,10 @@ std::string shown(json const &value);
 
 /// `pathname` in native form, as a line shows it.
 std::string shown_native(std::u16string const &pathname);
+
+/// One value, told below the pathname that it is of.
+answer value_of(std::u16string const &pathname, char const *key, json const &value,
+                std::string const &shown_value);
 
 } // namespace flfs
 

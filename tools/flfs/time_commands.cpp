@@ -58,12 +58,11 @@ void add_time_command(CLI::App &app, session &session)
     command time(app, session, "time", "Show when it was last written to, to the last digit",
                  "In UTC, and as fine as the disk keeps it. Links are followed.");
     option const paths = time.words("PATH", "file or directory to ask about");
-    time.answers(each(paths),
-                 {{"written"}, [](arguments const &about) {
-                      std::string const written = iso_time(fs::last_write_time(about.front()));
-                      return answer{shown_native(about.front()) + "\n    " + written + '\n',
-                                    {{"written", written}}};
-                  }});
+    time.answers(each(paths), {{"written"}, [](arguments const &about) {
+                                   auto const written =
+                                       iso_time(fs::last_write_time(about.front()));
+                                   return value_of(about.front(), "written", written, written);
+                               }});
 }
 
 void add_touch_command(CLI::App &app, session &session)

@@ -500,3 +500,5 @@ std::vector<chapter (*)()> const &chapters()
 }
 
 } // namespace flfs::tour
+
+#undef CALL
