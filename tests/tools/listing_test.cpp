@@ -91,15 +91,15 @@ TEST(FlfsLs, AFailureDoesNotStopIt)
 {
     workspace work;
     make_entries(work);
-    std::string const file = utf8(work.path(u"dir\\a.txt"));
+    std::string const missing = utf8(work.path(u"no"));
     std::string const deep = utf8(work.path(u"dir\\sub\\deep"));
-    flfs_result const result = run_flfs_on_disk({"ls", file, deep});
+    flfs_result const result = run_flfs_on_disk({"ls", missing, deep});
     EXPECT_EQ(result.exit_code, 1);
-    EXPECT_EQ(result.out, file + '\n' + deep + '\n');
-    EXPECT_EQ(result.err, "flfs: fl:filesystem:NotDirectoryError\n  pathname: " + file +
+    EXPECT_EQ(result.out, missing + '\n' + deep + '\n');
+    EXPECT_EQ(result.err, "flfs: fl:filesystem:PathNotFound\n  pathname: " + missing +
                               "\n  code:     0\n"
-                              "  A directory is needed here, and this is something else. Check the "
-                              "pathname.\n");
+                              "  The name, or a directory on the way to it, doesn't exist. Check "
+                              "the spelling.\n");
 }
 
 TEST(FlfsLs, AsJson)
