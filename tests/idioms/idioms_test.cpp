@@ -34,6 +34,181 @@ using namespace fl::filesystem::literals;
 using options = std::filesystem::copy_options;
 using std::chrono::system_clock;
 
+// Callbacks.
+bool goes_on(copy_progress const &)
+{
+    return true;
+}
+bool shows(removal_progress const &now)
+{
+    return now.removed < 100;
+}
+using says_nothing = void (*)(copy_progress const &);
+
+struct refusal
+{
+    char const *written;
+    bool compiles;
+    char const *why;
+};
+
+/// Whether what a row says can be written with these types.
+template <typename Row>
+constexpr bool can_be_written(Row)
+{
+    return std::is_invocable_v<Row, upath *, std::u16string *, std::string *,
+                               std::filesystem::path *>;
+}
+
+// The names in a row are those below, of types that only the row's own template knows.
+#define REFUSED(written, why, ...)                                                                 \
+    {                                                                                              \
+        written,                                                                                   \
+            can_be_written([]<typename upath, typename units, typename bytes, typename standard>(  \
+                upath *, units *, bytes *,                                                         \
+                standard *) requires requires(upath p, upath q, units text, bytes utf8,            \
+                                              standard other,                                      \
+                                              std::istream in) { __VA_ARGS__; } {}),               \
+            why                                                                                    \
+    }
+
+/// An entry, of a type that depends on the row's own.
+template <typename Path>
+using entry_of = std::conditional_t<std::is_void_v<Path>, void, directory_entry>;
+
+constexpr refusal refused[] = {
+    REFUSED("upath path = u\"C:/dir\"",
+            "a call with a literal could mean the path's or the text's overload; upath "
+            "path(u\"C:/dir\") or u\"C:/dir\"_path",
+            requires std::is_convertible_v<typename units::value_type const *, upath>),
+    REFUSED("upath(\"C:/dir\")", "in which encoding? upath::from_utf8(\"C:/dir\")",
+            upath(utf8.c_str())),
+    REFUSED("upath(std::string)", "in which encoding? upath::from_utf8", upath(utf8)),
+    REFUSED("p / \"name\"", "in which encoding? p / u\"name\"", p / utf8.c_str()),
+    REFUSED("p == \"C:/dir\"", "in which encoding? p == u\"C:/dir\"", p == utf8.c_str()),
+    REFUSED("exists(\"C:/dir\")", "in which encoding? exists(u\"C:/dir\")",
+            fs::exists(utf8.c_str())),
+    REFUSED("p.replace_extension(\".txt\")", "in which encoding? u\".txt\"",
+            p.replace_extension(utf8.c_str())),
+    REFUSED("upath(nullptr)", "no text", upath(nullptr)),
+    REFUSED("upath(u\"C:/dir\", u\"name\")",
+            "the second text would be the flag; upath(u\"C:/dir\") / u\"name\"",
+            upath(text.c_str(), text.c_str())),
+    REFUSED("upath(first, last)", "pointers would be a text and the flag; upath(text(first, last))",
+            upath(text.data(), text.data() + 1)),
+    REFUSED("std::u16string text = p",
+            "operations take either, so paths that become texts would be ambiguous; p.native()",
+            requires std::is_convertible_v<upath, units>),
+    REFUSED("u\"C:/dir\" / p", "a path stands on the left: u\"C:/dir\"_path / p", text.c_str() / p),
+    REFUSED("p.parent_path() / u\"name\"", "parent_path() is a text; p.parent() / u\"name\"",
+            p.parent_path() / text.c_str()),
+    REFUSED("p.parent_path().parent_path()", "parent_path() is a text; p.parent().parent()",
+            p.parent_path().parent_path()),
+    REFUSED("p.filename().string()", "filename() is a text; to_utf8(p.filename())",
+            p.filename().string()),
+    REFUSED("p.replace_extension()",
+            "an empty extension changes nothing here; p.remove_extension()", p.replace_extension()),
+    REFUSED("p.make_preferred()", "a path is always in native form", p.make_preferred()),
+    REFUSED("p.lexically_normal()",
+            "what `..` leads to behind a link isn't in the text; absolute, canonical, "
+            "weakly_canonical",
+            p.lexically_normal()),
+    REFUSED("p.lexically_relative(q)", "as before; relative(p, q)", p.lexically_relative(q)),
+    REFUSED("p.lexically_proximate(q)", "as before; relative(p, q)", p.lexically_proximate(q)),
+    REFUSED("p.append(u\"name\")", "p /= u\"name\"", p.append(text)),
+    REFUSED("p.concat(u\".bak\")", "p += u\".bak\"", p.concat(text)),
+    REFUSED("p.assign(text)", "p = text", p.assign(text)),
+    REFUSED("if (p)", "whether it is empty, or exists? !p.empty(), exists(p)",
+            requires std::is_constructible_v<bool, upath>),
+    REFUSED("std::cin >> p", "blanks belong to names, and which encoding? getline and from_utf8",
+            in >> p),
+    REFUSED("std::ifstream(p)", "opens what the system makes of it; to_standard(p) or open(p)",
+            requires std::is_constructible_v<std::ifstream, upath>),
+    REFUSED("std::filesystem::exists(p)", "the library's own finds longer names; to_standard(p)",
+            std::filesystem::exists(p)),
+    REFUSED("standard = p", "a path for showing or one for opening? to_standard(p), p.wstring()",
+            other = p),
+    REFUSED("exists(p, error_code)", "failures are exceptions, with the pathname in them",
+            fs::exists(p, std::declval<std::error_code &>())),
+    REFUSED("file_size(p, error_code)", "attempt([&] { return file_size(p); })",
+            file_size(p, std::declval<std::error_code &>())),
+    REFUSED("directory_iterator(p, error_code)", "attempt, or skip_permission_denied",
+            directory_iterator(p, std::declval<std::error_code &>())),
+    REFUSED("rename(p, nullptr)", "no text", fs::rename(p, nullptr)),
+    REFUSED("if (create_directory(p))",
+            "one that is there is a FileExistsError; ensure_directories(p)",
+            bool(fs::create_directory(p))),
+    REFUSED("if (create_directories(p))",
+            "one that is there is a FileExistsError; ensure_directories(p)",
+            bool(fs::create_directories(p))),
+    REFUSED("if (remove(p))", "what isn't there is a PathNotFound; attempt", bool(fs::remove(p))),
+    REFUSED("count = remove_all(p)", "remove_all(p, removal_options()).removed()",
+            std::uint64_t(fs::remove_all(p))),
+    REFUSED("remove_all(p, callback)", "remove_all(p, removal_options().on_progress(callback))",
+            fs::remove_all(p, shows)),
+    REFUSED("copy(p, q, options, [](copy_progress const &) {})", "is it to go on?",
+            fs::copy(p, q, options::none, says_nothing())),
+    REFUSED("last_write_time(p, std::filesystem::last_write_time(other))",
+            "another clock, which begins elsewhere on each system; last_write_time(upath(other))",
+            fs::last_write_time(p, std::filesystem::last_write_time(other))),
+    REFUSED("is_block_file(p)", "nothing here is one; is_other(p)", is_block_file(p)),
+    REFUSED("proximate(p, q)", "relative(p, q) throws, or tells the absolute pathname",
+            proximate(p, q)),
+    REFUSED("std::string text = attempt(...)", "there may be none; *attempt(...), value_or",
+            requires std::is_convertible_v<outcome<bytes>, bytes>),
+    REFUSED("entry.replace_filename(u\"name\")",
+            "an entry is what was found; rename, directory_entry",
+            entry_of<upath>().replace_filename(text)),
+    REFUSED("entry.assign(p)", "entry = directory_entry(p)", entry_of<upath>().assign(p)),
+    REFUSED("directory_entry entry = p", "asks the disk; directory_entry(p)",
+            requires std::is_convertible_v<upath, directory_entry>),
+    REFUSED("entry.path() = p", "as before", entry_of<upath>().path() = p),
+    REFUSED("entry.hard_link_count()", "no listing tells it; hard_link_count(entry)",
+            entry_of<upath>().hard_link_count()),
+    REFUSED("std::u16string text = entry", "entry.path().native(), entry.filename()",
+            requires std::is_convertible_v<entry_of<upath>, units>),
+};
+
+TEST(Idioms, RefusedOnesDoNotCompile)
+{
+    for (refusal const &row : refused)
+        EXPECT_FALSE(row.compiles) << row.written << ": " << row.why;
+}
+
+// That a row fails for what it says, and not for how rows are written.
+constexpr refusal written_otherwise[] = {
+    REFUSED("", "", p / text.c_str()),
+    REFUSED("", "", upath(text)),
+    REFUSED("", "", upath(other)),
+    REFUSED("", "", p == text.c_str()),
+    REFUSED("", "", p.parent() / text.c_str()),
+    REFUSED("", "", p.remove_extension()),
+    REFUSED("", "", fs::exists(text.c_str())),
+    REFUSED("", "", std::filesystem::exists(to_standard(p))),
+    REFUSED("", "", other = to_standard(p)),
+    REFUSED("", "", requires std::is_convertible_v<units, upath>),
+    REFUSED("", "", bool(fs::ensure_directories(p))),
+    REFUSED("", "", std::uint64_t(fs::remove_all(p, removal_options()).removed())),
+    REFUSED("", "", fs::remove_all(p, removal_options().on_progress(shows))),
+    REFUSED("", "", fs::copy(p, q, options::none, goes_on)),
+    REFUSED("", "", fs::last_write_time(p, last_write_time(upath(other)))),
+    REFUSED("", "", is_other(p)),
+    REFUSED("", "", relative(p, q)),
+    REFUSED("", "", file_size(p)),
+    REFUSED("", "", directory_iterator(p, directory_options::none)),
+    REFUSED("", "", entry_of<upath>() = directory_entry(p)),
+    REFUSED("", "", hard_link_count(entry_of<upath>())),
+    REFUSED("", "", units(entry_of<upath>().filename())),
+};
+
+TEST(Idioms, WrittenOtherwiseDoCompile)
+{
+    for (refusal const &row : written_otherwise)
+        EXPECT_TRUE(row.compiles) << "row " << &row - written_otherwise;
+}
+
+#undef REFUSED
+
 // What the rows speak of.
 upath p, q;
 std::u16string text;
@@ -48,15 +223,6 @@ std::ostream &out = std::cout;
 std::wostream &wide_out = std::wcout;
 file_status record;
 directory_entry found;
-bool goes_on(copy_progress const &)
-{
-    return true;
-}
-bool shows(removal_progress const &now)
-{
-    return now.removed < 100;
-}
-void says_nothing(copy_progress const &) {}
 
 template <typename Value>
 void use(Value const &)
@@ -414,171 +580,8 @@ TEST(Idioms, Compile)
         EXPECT_NE(row.compiled, nullptr) << row.written;
 }
 
-struct refusal
-{
-    char const *written;
-    bool compiles;
-    char const *why;
-};
-
-/// Whether what a row says can be written with these types.
-template <typename Row>
-constexpr bool can_be_written(Row)
-{
-    return std::is_invocable_v<Row, upath *, std::u16string *, std::string *,
-                               std::filesystem::path *>;
-}
-
-// The names in a row are those above, of types that only the row's own template knows.
-#define REFUSED(written, why, ...)                                                                 \
-    {                                                                                              \
-        written,                                                                                   \
-            can_be_written([]<typename upath, typename units, typename bytes, typename standard>(  \
-                upath *, units *, bytes *,                                                         \
-                standard *) requires requires(upath p, upath q, units text, bytes utf8,            \
-                                              standard other,                                      \
-                                              std::istream in) { __VA_ARGS__; } {}),               \
-            why                                                                                    \
-    }
-
-/// An entry, of a type that depends on the row's own.
-template <typename Path>
-using entry_of = std::conditional_t<std::is_void_v<Path>, void, directory_entry>;
-
-constexpr refusal refused[] = {
-    REFUSED("upath path = u\"C:/dir\"",
-            "a call with a literal could mean the path's or the text's overload; upath "
-            "path(u\"C:/dir\") or u\"C:/dir\"_path",
-            requires std::is_convertible_v<typename units::value_type const *, upath>),
-    REFUSED("upath(\"C:/dir\")", "in which encoding? upath::from_utf8(\"C:/dir\")",
-            upath(utf8.c_str())),
-    REFUSED("upath(std::string)", "in which encoding? upath::from_utf8", upath(utf8)),
-    REFUSED("p / \"name\"", "in which encoding? p / u\"name\"", p / utf8.c_str()),
-    REFUSED("p == \"C:/dir\"", "in which encoding? p == u\"C:/dir\"", p == utf8.c_str()),
-    REFUSED("exists(\"C:/dir\")", "in which encoding? exists(u\"C:/dir\")",
-            fs::exists(utf8.c_str())),
-    REFUSED("p.replace_extension(\".txt\")", "in which encoding? u\".txt\"",
-            p.replace_extension(utf8.c_str())),
-    REFUSED("upath(nullptr)", "no text", upath(nullptr)),
-    REFUSED("upath(u\"C:/dir\", u\"name\")",
-            "the second text would be the flag; upath(u\"C:/dir\") / u\"name\"",
-            upath(text.c_str(), text.c_str())),
-    REFUSED("upath(first, last)", "pointers would be a text and the flag; upath(text(first, last))",
-            upath(text.data(), text.data() + 1)),
-    REFUSED("std::u16string text = p",
-            "operations take either, so paths that become texts would be ambiguous; p.native()",
-            requires std::is_convertible_v<upath, units>),
-    REFUSED("u\"C:/dir\" / p", "a path stands on the left: u\"C:/dir\"_path / p", text.c_str() / p),
-    REFUSED("p.parent_path() / u\"name\"", "parent_path() is a text; p.parent() / u\"name\"",
-            p.parent_path() / text.c_str()),
-    REFUSED("p.parent_path().parent_path()", "parent_path() is a text; p.parent().parent()",
-            p.parent_path().parent_path()),
-    REFUSED("p.filename().string()", "filename() is a text; to_utf8(p.filename())",
-            p.filename().string()),
-    REFUSED("p.replace_extension()",
-            "an empty extension changes nothing here; p.remove_extension()", p.replace_extension()),
-    REFUSED("p.make_preferred()", "a path is always in native form", p.make_preferred()),
-    REFUSED("p.lexically_normal()",
-            "what `..` leads to behind a link isn't in the text; absolute, canonical, "
-            "weakly_canonical",
-            p.lexically_normal()),
-    REFUSED("p.lexically_relative(q)", "as before; relative(p, q)", p.lexically_relative(q)),
-    REFUSED("p.lexically_proximate(q)", "as before; relative(p, q)", p.lexically_proximate(q)),
-    REFUSED("p.append(u\"name\")", "p /= u\"name\"", p.append(text)),
-    REFUSED("p.concat(u\".bak\")", "p += u\".bak\"", p.concat(text)),
-    REFUSED("p.assign(text)", "p = text", p.assign(text)),
-    REFUSED("if (p)", "whether it is empty, or exists? !p.empty(), exists(p)",
-            requires std::is_constructible_v<bool, upath>),
-    REFUSED("std::cin >> p", "blanks belong to names, and which encoding? getline and from_utf8",
-            in >> p),
-    REFUSED("std::ifstream(p)", "opens what the system makes of it; to_standard(p) or open(p)",
-            requires std::is_constructible_v<std::ifstream, upath>),
-    REFUSED("std::filesystem::exists(p)", "the library's own finds longer names; to_standard(p)",
-            std::filesystem::exists(p)),
-    REFUSED("standard = p", "a path for showing or one for opening? to_standard(p), p.wstring()",
-            other = p),
-    REFUSED("exists(p, error_code)", "failures are exceptions, with the pathname in them",
-            fs::exists(p, std::declval<std::error_code &>())),
-    REFUSED("file_size(p, error_code)", "attempt([&] { return file_size(p); })",
-            file_size(p, std::declval<std::error_code &>())),
-    REFUSED("directory_iterator(p, error_code)", "attempt, or skip_permission_denied",
-            directory_iterator(p, std::declval<std::error_code &>())),
-    REFUSED("rename(p, nullptr)", "no text", fs::rename(p, nullptr)),
-    REFUSED("if (create_directory(p))",
-            "one that is there is a FileExistsError; ensure_directories(p)",
-            bool(fs::create_directory(p))),
-    REFUSED("if (create_directories(p))",
-            "one that is there is a FileExistsError; ensure_directories(p)",
-            bool(fs::create_directories(p))),
-    REFUSED("if (remove(p))", "what isn't there is a PathNotFound; attempt", bool(fs::remove(p))),
-    REFUSED("count = remove_all(p)", "remove_all(p, removal_options()).removed()",
-            std::uint64_t(fs::remove_all(p))),
-    REFUSED("remove_all(p, callback)", "remove_all(p, removal_options().on_progress(callback))",
-            fs::remove_all(p, shows)),
-    REFUSED("copy(p, q, options, [](copy_progress const &) {})", "is it to go on?",
-            fs::copy(p, q, options::none, says_nothing)),
-    REFUSED("last_write_time(p, std::filesystem::last_write_time(other))",
-            "another clock, which begins elsewhere on each system; last_write_time(upath(other))",
-            fs::last_write_time(p, std::filesystem::last_write_time(other))),
-    REFUSED("is_block_file(p)", "nothing here is one; is_other(p)", is_block_file(p)),
-    REFUSED("proximate(p, q)", "relative(p, q) throws, or tells the absolute pathname",
-            proximate(p, q)),
-    REFUSED("std::string text = attempt(...)", "there may be none; *attempt(...), value_or",
-            requires std::is_convertible_v<outcome<bytes>, bytes>),
-    REFUSED("entry.replace_filename(u\"name\")",
-            "an entry is what was found; rename, directory_entry",
-            entry_of<upath>().replace_filename(text)),
-    REFUSED("entry.assign(p)", "entry = directory_entry(p)", entry_of<upath>().assign(p)),
-    REFUSED("directory_entry entry = p", "asks the disk; directory_entry(p)",
-            requires std::is_convertible_v<upath, directory_entry>),
-    REFUSED("entry.path() = p", "as before", entry_of<upath>().path() = p),
-    REFUSED("entry.hard_link_count()", "no listing tells it; hard_link_count(entry)",
-            entry_of<upath>().hard_link_count()),
-    REFUSED("std::u16string text = entry", "entry.path().native(), entry.filename()",
-            requires std::is_convertible_v<entry_of<upath>, units>),
-};
-
-TEST(Idioms, RefusedOnesDoNotCompile)
-{
-    for (refusal const &row : refused)
-        EXPECT_FALSE(row.compiles) << row.written << ": " << row.why;
-}
-
-// That a row fails for what it says, and not for how rows are written.
-constexpr refusal written_otherwise[] = {
-    REFUSED("", "", p / text.c_str()),
-    REFUSED("", "", upath(text)),
-    REFUSED("", "", upath(other)),
-    REFUSED("", "", p == text.c_str()),
-    REFUSED("", "", p.parent() / text.c_str()),
-    REFUSED("", "", p.remove_extension()),
-    REFUSED("", "", fs::exists(text.c_str())),
-    REFUSED("", "", std::filesystem::exists(to_standard(p))),
-    REFUSED("", "", other = to_standard(p)),
-    REFUSED("", "", requires std::is_convertible_v<units, upath>),
-    REFUSED("", "", bool(fs::ensure_directories(p))),
-    REFUSED("", "", std::uint64_t(fs::remove_all(p, removal_options()).removed())),
-    REFUSED("", "", fs::remove_all(p, removal_options().on_progress(shows))),
-    REFUSED("", "", fs::copy(p, q, options::none, goes_on)),
-    REFUSED("", "", fs::last_write_time(p, last_write_time(upath(other)))),
-    REFUSED("", "", is_other(p)),
-    REFUSED("", "", relative(p, q)),
-    REFUSED("", "", file_size(p)),
-    REFUSED("", "", directory_iterator(p, directory_options::none)),
-    REFUSED("", "", entry_of<upath>() = directory_entry(p)),
-    REFUSED("", "", hard_link_count(entry_of<upath>())),
-    REFUSED("", "", units(entry_of<upath>().filename())),
-};
-
-TEST(Idioms, WrittenOtherwiseDoCompile)
-{
-    for (refusal const &row : written_otherwise)
-        EXPECT_TRUE(row.compiles) << "row " << &row - written_otherwise;
-}
-
 #undef GIVES
 #undef YIELDS
 #undef DOES
-#undef REFUSED
 
 } // namespace
