@@ -116,13 +116,13 @@ bool move_long_names(fs::upath const &folder, fs::upath const &elsewhere, std::o
 
 bool remove(fs::upath const &folder, std::ostream &out, std::ostream &log)
 {
-    auto const report =
-        fs::remove_all(folder, fs::removal_options().clear_read_only().keep_going().on_progress(
-                                   [&](fs::removal_progress const &progress) {
-                                       if (progress.removed % 100 == 0)
-                                           out << count(progress.removed, "name") << " so far\n";
-                                       return true; // go on
-                                   }));
+    auto const tell = [&out](fs::removal_progress const &progress) {
+        if (progress.removed % 100 == 0)
+            out << count(progress.removed, "name") << " so far\n";
+        return true; // go on
+    };
+    fs::removal_report const report = fs::remove_all(
+        folder, fs::removal_options().clear_read_only().keep_going().on_progress(tell));
     for (fs::failure const &left : report.failures())
         log << left.describe() << '\n';
     out << count(report.removed(), "name") << " removed\n";

@@ -30,7 +30,7 @@ class Visualizer:
                            for part in node.findall(NAMESPACE + 'Intrinsic')}
         self.members = [text for part in node.iter() for text in (part.get('Condition'),)
                         if text and part.tag != NAMESPACE + 'DisplayString']
-        self.members += [part.text for tag in ('Item', 'ExpandedItem', 'StringView')
+        self.members += [part.text for tag in ('Item', 'ExpandedItem')
                          for part in node.iter(NAMESPACE + tag)]
 
     def describes(self, name):
