@@ -196,10 +196,11 @@ class EntryPrinter:
 
 
 def has_base(type_, name):
-    """Also of a class that is derived from one, as those are that travel between threads."""
+    """Also of a class that is derived from one, as those are that travel between threads. Not of
+    one whose members aren't known: GCC tells those of exceptions with the library's code alone."""
     type_ = gdb.types.get_basic_type(type_)
     if type_.name == name:
-        return True
+        return len(type_.fields()) > 0
     return type_.code == gdb.TYPE_CODE_STRUCT and any(
         has_base(field.type, name) for field in type_.fields() if field.is_base_class)
 

@@ -60,6 +60,17 @@ SHOWN_OF_GARBAGE = (
      '(unreadable): "(unreadable)" (code 4294967295)'),
 )
 
+# Without the library's own debug information, as of one that was built for Release.
+SHOWN_WITHOUT_THE_LIBRARY = (
+    ('path', '"C:\\café\\😀"'),
+    ('directory', 'directory, 0777, 0 bytes, 2000-02-29 00:00:00 UTC'),
+    ('refused', '<incomplete type>'),
+    ('*&base', '<incomplete type>'),
+    ('kept', 'fl:filesystem:SystemError: "C:/a", "C:/b" (code 32)'),
+    ('file_entry', "an entry, which the library's debug information would tell"),
+    ('no_entry', 'no entry'),
+)
+
 # One value of each class that natvis describes and that isn't a variable.
 OTHER_CLASSES = ('file.mtime', '*file_entry.record_._M_ptr')
 
@@ -83,6 +94,11 @@ def printed(expression):
     return gdb.execute('output ' + expression, to_string=True)
 
 
+def run():
+    gdb.execute('run', to_string=True)
+    gdb.execute('up', to_string=True)
+
+
 def main():
     import natvis
 
@@ -91,8 +107,7 @@ def main():
     import fl_filesystem_gdb
 
     gdb.execute('break look_here', to_string=True)
-    gdb.execute('run', to_string=True)
-    gdb.execute('up', to_string=True)
+    run()
     visual_studio = natvis.Natvis(os.path.join(printers, 'fl_filesystem.natvis'),
                                   fl_filesystem_gdb.text_of)
     unseen = list(visual_studio.types)
@@ -108,6 +123,13 @@ def main():
         type_name = gdb.types.get_basic_type(value.type).name
         unseen = [each for each in unseen if not each.describes(type_name)]
     check('natvis, classes that nothing is seen of', lambda: [each.names for each in unseen], [])
+
+    gdb.execute('kill', to_string=True)
+    gdb.execute('nosharedlibrary')
+    gdb.execute('set auto-solib-add off')
+    run()
+    for name, line in SHOWN_WITHOUT_THE_LIBRARY:
+        check('GDB, without the library, ' + name, lambda: printed(name), line)
 
 
 main()
