@@ -17,10 +17,7 @@ namespace {
 
 namespace fs = fl::filesystem;
 using nlohmann::ordered_json;
-using test_support::flfs_result;
-using test_support::run_flfs_on_disk;
-using test_support::utf8;
-using test_support::workspace;
+using namespace test_support;
 
 /// The lines below the heading, in any order, without their times.
 std::vector<std::string> lines_of(std::string const &out)

@@ -16,10 +16,7 @@ namespace {
 
 namespace fs = fl::filesystem;
 using nlohmann::ordered_json;
-using test_support::flfs_result;
-using test_support::run_flfs_on_disk;
-using test_support::utf8;
-using test_support::workspace;
+using namespace test_support;
 
 struct kind_case
 {
