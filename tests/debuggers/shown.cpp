@@ -39,7 +39,7 @@ void show()
     ptime const leap_day(boost::gregorian::date(2000, 2, 29));
 
     fs::upath const path(u"C:/caf\u00E9/\U0001F600");
-    [[maybe_unused]] fs::upath const &seen = path;
+    fs::upath const &seen = path;
     fs::upath const no_path;
     fs::upath const forged(u"C:/a\nb\u202Etxt.\xD800");
 
@@ -67,11 +67,11 @@ void show()
     fs::file_status_light const light(status::regular_file, evening, 18446744073709551615U);
 
     fs::PathNotFound const not_found(u"C:/dir/x");
-    [[maybe_unused]] fs::FsysExceptionBase const &base = not_found;
+    fs::FsysExceptionBase const &base = not_found;
     fs::SystemError const refused(32, u"C:/a", {u"C:/b"});
     fs::SystemError const without_code;
     fs::InvalidArgument const invalid("Time not valid", u"C:/a", {});
-    [[maybe_unused]] fs::FsysExceptionBase const &invalid_base = invalid;
+    fs::FsysExceptionBase const &invalid_base = invalid;
     auto const carried = boost::enable_current_exception(fs::AccessDenied(u"C:/a"));
     fs::failure const kept(refused);
 

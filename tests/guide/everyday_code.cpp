@@ -4,6 +4,7 @@
 
 #include <windows.h>
 
+#include <cstdint>
 #include <exception>
 #include <filesystem>
 #include <fstream>
@@ -17,6 +18,7 @@ namespace wil {
 struct unique_hfile
 {
     explicit unique_hfile(HANDLE) {}
+    explicit operator bool() const { return true; }
 };
 
 } // namespace wil
@@ -59,11 +61,29 @@ void everyday_code(std::ostream &log)
     fs::rename(menu, u"C:/data/old/menu.txt");
     fs::copy(u"C:/data/old", folder / u"older", std::filesystem::copy_options::recursive);
 
+    std::uint64_t bytes = 0;
+    for (fs::directory_entry const &entry : fs::recursive_directory_iterator(folder)) {
+        if (entry.is_symlink() || entry.is_junction())
+            log << entry << " leads to " << fs::read_symlink(entry) << '\n';
+        else if (entry.is_regular_file())
+            bytes += entry.file_size();
+    }
+    log << bytes << " bytes\n";
+
+    fs::removal_report const report =
+        fs::remove_all(folder / u"old", fs::removal_options().clear_read_only().keep_going());
+    for (fs::failure const &left : report.failures())
+        log << left.describe() << '\n';
+
     try {
         clean_up(folder);
     } catch (std::exception const &failure) {
         log << fs::describe(failure) << '\n';
     }
+
+    auto const size = fs::attempt([&] { return fs::file_size(menu); });
+    if (!size)
+        log << size.error().describe() << '\n';
 
     std::ifstream reading(fs::to_standard(menu));
 
@@ -76,6 +96,8 @@ void everyday_code(std::ostream &log)
         std::wstring const name = fs::detail::make_native_access_form(menu.native());
         wil::unique_hfile file(::CreateFileW(name.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
                                              OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+        if (!file)
+            fs::throw_last_error(::GetLastError(), menu); // as the library's operations fail
     }
 
     QFile file(QString::fromStdU16String(menu.native())); // Qt has prefixes of its own

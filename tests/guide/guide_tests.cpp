@@ -36,7 +36,7 @@ TEST(Guide, EverydayCodeIsThatOfItsSource)
         ++blocks;
         from = to;
     }
-    EXPECT_EQ(blocks, 7);
+    EXPECT_EQ(blocks, 10);
 }
 
 } // namespace
