@@ -25,7 +25,7 @@ std::string obstacle(pathnames which)
 {
     bool const long_ones = test_support::takes_long_pathnames();
     if (which == pathnames::long_ones && !long_ones)
-        return "the system's setting LongPathsEnabled is off";
+        return "the system grants no long pathnames: see LongPathsEnabled above";
     if (which == pathnames::short_ones && long_ones)
         return "the program takes long pathnames";
     return {};
