@@ -142,19 +142,21 @@ answer resolve(arguments const &about)
     return told;
 }
 
+constexpr char const *help_on_ln =
+    R"(Windows keeps symbolic links to files and to directories apart. Without --file and
+--directory, TARGET tells which it is, looked at from the current directory. The
+link holds it as it is written, and Windows then reads it from the link's
+directory. A hard link is one more name for the file TARGET, on the same volume. A
+junction leads to a directory on a drive, and needs no right of its own; it holds
+TARGET as an absolute pathname. So does a shortcut, whose name ends in .lnk; a file
+of that name is replaced.)";
+
 } // namespace
 
 void add_ln_command(CLI::App &app, session &session)
 {
-    command ln(
-        app, session, "ln", "Make a link: symbolic, hard, a junction or a shortcut",
-        "Windows keeps symbolic links to files and to directories apart. Without --file and\n"
-        "--directory, TARGET tells which it is, looked at from the current directory. The\n"
-        "link holds it as it is written, and Windows then reads it from the link's\n"
-        "directory. A hard link is one more name for the file TARGET, on the same volume. A\n"
-        "junction leads to a directory on a drive, and needs no right of its own; it\n"
-        "holds TARGET as an absolute pathname. So does a shortcut, whose name ends in .lnk; a\n"
-        "file of that name is replaced.");
+    command ln(app, session, "ln", "Make a link: symbolic, hard, a junction or a shortcut",
+               help_on_ln);
     option const target = ln.word("TARGET", "where it leads, which need not exist");
     option const link = ln.word("LINK", "link to make");
     option const symbolic = ln.flag("-s,--symbolic", "Make a symbolic link");

@@ -9,6 +9,7 @@
 #include "flfs/text.hpp"
 
 #include <algorithm>
+#include <ostream>
 
 // The commands that show what is in directories.
 
@@ -65,16 +66,18 @@ json values_of(fs::directory_entry const &entry, std::optional<std::u16string> c
 class listing
 {
 public:
-    listing(std::u16string directory, listing_style style)
-        : directory_(std::move(directory)), style_(style)
+    /// Prints it to `out`, or keeps the values for programs if that is null.
+    listing(std::u16string directory, listing_style style, std::ostream *out)
+        : directory_(std::move(directory)), style_(style), out_(out)
     {
     }
 
     /// A failure is told behind the entries that are told until then.
     answer all(fs::directory_options options)
     {
-        told_.text = shown_native(directory_) + '\n';
         told_.values["entries"] = json::array();
+        if (out_ != nullptr)
+            *out_ << shown_native(directory_) << '\n';
         told_.attempt([&] { tell_all(options); });
         return std::move(told_);
     }
@@ -97,14 +100,16 @@ private:
         std::optional<std::u16string> target;
         if (entry.is_symlink() || entry.is_junction())
             static_cast<void>(failure_of([&] { target = fs::read_symlink(entry).native(); }));
-        told_.values["entries"].push_back(values_of(entry, target));
+        if (out_ == nullptr) {
+            told_.values["entries"].push_back(values_of(entry, target));
+            return;
+        }
         std::u16string name = entry.filename();
         directories_.resize(depth);
         if (style_ == listing_style::drawing)
-            told_.text += std::string(4 * (depth + 1), ' ') + shown_name(entry, name, target);
+            *out_ << std::string(4 * (depth + 1), ' ') << shown_name(entry, name, target) << '\n';
         else
-            told_.text += columns_of(entry) + shown_name(entry, joined_below(name), target);
-        told_.text += '\n';
+            *out_ << columns_of(entry) << shown_name(entry, joined_below(name), target) << '\n';
         directories_.push_back(std::move(name));
     }
 
@@ -119,6 +124,7 @@ private:
 
     std::u16string directory_;
     listing_style style_;
+    std::ostream *out_;
     std::vector<std::u16string> directories_; ///< on the way to the entry, and the last entry
     answer told_;
 };
@@ -131,15 +137,17 @@ void add_listing(command &listing_command, std::function<listing_style()> style)
     option const follow = listing_command.flag("--follow", "Enter what links lead to");
     option const skip =
         listing_command.flag("--skip-denied", "Pass over directories that you may not list");
-    listing_command.answers(each(paths),
-                            {{"entries"}, [style, follow, skip](arguments const &about) {
-                                 auto options = fs::directory_options::none;
-                                 if (follow.is_given())
-                                     options |= fs::directory_options::follow_directory_symlink;
-                                 if (skip.is_given())
-                                     options |= fs::directory_options::skip_permission_denied;
-                                 return listing(about.front(), style()).all(options);
-                             }});
+    auto const list = [style, follow, skip](arguments const &about, std::ostream *out) {
+        auto options = fs::directory_options::none;
+        if (follow.is_given())
+            options |= fs::directory_options::follow_directory_symlink;
+        if (skip.is_given())
+            options |= fs::directory_options::skip_permission_denied;
+        return listing(about.front(), style(), out).all(options);
+    };
+    question asked = {{"entries"}, [list](arguments const &about) { return list(about, nullptr); }};
+    asked.print = [list](arguments const &about, std::ostream &out) { return list(about, &out); };
+    listing_command.answers(each(paths), asked);
 }
 
 } // namespace

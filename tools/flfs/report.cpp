@@ -65,7 +65,8 @@ int report(session &session, std::vector<arguments> const &rounds, output as, qu
     json array = json::array();
     for (arguments const &about : rounds) {
         answer one;
-        one.attempt([&] { one = asked.ask(about); });
+        bool const is_printed = as == output::text && asked.print;
+        one.attempt([&] { one = is_printed ? asked.print(about, session.out) : asked.ask(about); });
         if (!one.failures.empty() || one.is_no)
             exit_code = exit_failure;
         arguments blamed = about;

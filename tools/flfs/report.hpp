@@ -46,6 +46,8 @@ struct question
     std::function<answer(arguments const &)> ask;
     adviser advise = nullptr;
     bool stops_at_failure = false;
+    /// Asks for people, of answers too long to be kept: prints the text as it comes.
+    std::function<answer(arguments const &, std::ostream &)> print = nullptr;
 };
 
 /// The question whose answer is one text, `make` of the pathname.
