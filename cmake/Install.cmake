@@ -25,6 +25,24 @@ install(FILES cmake/fl_filesystem-config.cmake cmake/HeaderLibraries.cmake
               "${PROJECT_BINARY_DIR}/fl_filesystem-config-version.cmake"
         DESTINATION "${package_folder}" COMPONENT development)
 
+# For builds without CMake.
+cmake_path(RELATIVE_PATH CMAKE_INSTALL_PREFIX BASE_DIRECTORY
+           "${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBDIR}/pkgconfig" OUTPUT_VARIABLE FL_PKGCONFIG_TO_PREFIX)
+get_target_property(FL_PKGCONFIG_LIBRARY fl_filesystem OUTPUT_NAME)
+if(NOT FL_PKGCONFIG_LIBRARY)
+  set(FL_PKGCONFIG_LIBRARY fl_filesystem)
+endif()
+if(NOT BUILD_SHARED_LIBS)
+  set(FL_PKGCONFIG_CFLAGS " -DFL_FILESYSTEM_STATIC")
+  list(TRANSFORM FL_SYSTEM_LIBRARIES PREPEND " -l" OUTPUT_VARIABLE FL_PKGCONFIG_LIBS)
+  list(JOIN FL_PKGCONFIG_LIBS "" FL_PKGCONFIG_LIBS)
+endif()
+configure_file(cmake/fl_filesystem.pc.in fl_filesystem.pc @ONLY)
+if(NOT CMAKE_BUILD_TYPE STREQUAL "Debug") # it has no word for two configurations
+  install(FILES "${PROJECT_BINARY_DIR}/fl_filesystem.pc"
+          DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig" COMPONENT development)
+endif()
+
 install(FILES debuggers/fl_filesystem_gdb.py
         DESTINATION "${CMAKE_INSTALL_DATADIR}/fl_filesystem" COMPONENT development)
 
@@ -33,4 +51,28 @@ install(FILES debuggers/fl_filesystem_gdb.py
 if(TARGET flfs)
   install(TARGETS flfs RUNTIME DESTINATION "${FL_INSTALL_PROGRAM_FOLDER}" COMPONENT tools)
   install(FILES ${FL_MINGW_RUNTIME} DESTINATION "${FL_INSTALL_PROGRAM_FOLDER}" COMPONENT tools)
+  install(FILES ${FL_MINGW_RUNTIME} DESTINATION "${FL_INSTALL_PROGRAM_FOLDER}"
+          COMPONENT compiler_runtime EXCLUDE_FROM_ALL)
 endif()
+
+# What debuggers and crash reports want, apart from what is shipped. With MinGW it is
+# scripts/package that takes it out of the programs.
+foreach(target IN ITEMS fl_filesystem flfs)
+  set(symbols "$<TARGET_FILE:${target}>.debug")
+  if(MSVC)
+    set(symbols "$<TARGET_PDB_FILE:${target}>")
+  endif()
+  if(TARGET ${target} AND (BUILD_SHARED_LIBS OR target STREQUAL "flfs"))
+    install(FILES "${symbols}" DESTINATION "${FL_INSTALL_PROGRAM_FOLDER}" COMPONENT symbols OPTIONAL)
+  endif()
+endforeach()
+
+# Of others' work that is in our files, or shipped beside them. Ours has no licence yet.
+install(FILES packaging/NOTICE.md DESTINATION "${CMAKE_INSTALL_DATADIR}/fl_filesystem" COMPONENT runtime)
+foreach(notice IN ITEMS libcli11-dev nlohmann-json3-dev gcc-mingw-w64-x86-64-posix-runtime
+        mingw-w64-x86-64-dev)
+  if(EXISTS "/usr/share/doc/${notice}/copyright")
+    install(FILES "/usr/share/doc/${notice}/copyright" RENAME "${notice}.txt"
+            DESTINATION "${CMAKE_INSTALL_DATADIR}/fl_filesystem/licences" COMPONENT runtime)
+  endif()
+endforeach()

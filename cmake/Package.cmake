@@ -1,0 +1,15 @@
+# What `cpack` makes: ZIPs for Windows. By itself it makes the developers' one; scripts/package
+# chooses components and names for all three.
+set(CPACK_GENERATOR ZIP)
+set(CPACK_PACKAGE_NAME fl_filesystem)
+set(CPACK_PACKAGE_VENDOR "The maintainers of fl::filesystem")
+set(CPACK_PACKAGE_VERSION "${PROJECT_VERSION}")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "${PROJECT_DESCRIPTION}")
+set(CPACK_PACKAGE_FILE_NAME "fl_filesystem-${PROJECT_VERSION}-windows-x64")
+set(CPACK_ARCHIVE_COMPONENT_INSTALL ON)
+set(CPACK_COMPONENTS_GROUPING ALL_COMPONENTS_IN_ONE)
+set(CPACK_COMPONENT_INCLUDE_TOPLEVEL_DIRECTORY ON)
+if(NOT DEFINED CPACK_COMPONENTS_ALL)
+  set(CPACK_COMPONENTS_ALL runtime development tools)
+endif()
+include(CPack)
