@@ -31,13 +31,27 @@ inline constexpr DWORD untouched = 0x20000001;
 /// For the field `wine` of a row: Wine does as Windows does.
 inline constexpr DWORD as_windows = 0x20000002;
 
+/// What Wine does: the same since Wine 8, or something else since Wine 10.
+template <typename Value>
+class wine_does
+{
+public:
+    constexpr wine_does(Value since_8) : since_8_(since_8), since_10_(since_8) {}
+    constexpr wine_does(Value since_8, Value since_10) : since_8_(since_8), since_10_(since_10) {}
+
+    Value here() const { return test_support::wine_version() >= 10 ? since_10_ : since_8_; }
+
+private:
+    Value since_8_, since_10_;
+};
+
 /// A row of a table: the code that one call with this text comes to. See `text_in`.
 struct call_row
 {
     wchar_t const *text;
     DWORD code;
     char const *why;
-    DWORD wine = as_windows;
+    wine_does<DWORD> wine = as_windows;
 };
 
 /// The outcome of a call as one value: 0 for success, else the last error.
@@ -52,9 +66,9 @@ DWORD outcome_of(Call call)
     return done ? success : code;
 }
 
-inline DWORD expected(DWORD windows, DWORD wine)
+inline DWORD expected(DWORD windows, wine_does<DWORD> wine)
 {
-    return runs_under_wine() && wine != as_windows ? wine : windows;
+    return runs_under_wine() && wine.here() != as_windows ? wine.here() : windows;
 }
 
 /// Whether the name of a deleted file is free while others have the file open.

@@ -22,7 +22,7 @@ constexpr call_row space_cases[] = {
     {LR"(?@\dir)", success, "with a long prefix"},
     {L".", success, "the current directory"},
     {LR"(@\file)", ERROR_DIRECTORY, "a file"},
-    {LR"(@\file\)", ERROR_INVALID_NAME, "a file as a directory"},
+    {LR"(@\file\)", ERROR_INVALID_NAME, "a file as a directory", {as_windows, ERROR_DIRECTORY}},
     {LR"(@\missing)", ERROR_FILE_NOT_FOUND, "not there"},
     {LR"(@\missing\a)", ERROR_PATH_NOT_FOUND, "nor the directory above"},
     {LR"(@\file\a)", ERROR_PATH_NOT_FOUND, "below a file"},

@@ -113,6 +113,8 @@ private:
 
 /// Whether the test runs on Wine, which differs from Windows here and there.
 bool runs_under_wine();
+/// The first number of Wine's version, 0 elsewhere.
+int wine_version();
 
 /// The Windows that a test runs on, by what it does differently.
 enum class windows_edition

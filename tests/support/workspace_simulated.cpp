@@ -222,6 +222,11 @@ bool runs_under_wine()
     return false;
 }
 
+int wine_version()
+{
+    return 0;
+}
+
 windows_edition running_edition()
 {
     char const *const variable = std::getenv("FL_WINDOWS_EDITION");

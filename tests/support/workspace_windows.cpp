@@ -274,11 +274,18 @@ void workspace::deny_creation(std::u16string const &path)
 
 bool runs_under_wine()
 {
-    static bool const does = [] {
-        HMODULE const module = ::GetModuleHandleW(L"ntdll.dll");
-        return module != nullptr && ::GetProcAddress(module, "wine_get_version") != nullptr;
+    return wine_version() != 0;
+}
+
+int wine_version()
+{
+    static int const version = [] {
+        using call = char const *(*)();
+        void *const found = reinterpret_cast<void *>(
+            ::GetProcAddress(::GetModuleHandleW(L"ntdll.dll"), "wine_get_version"));
+        return found == nullptr ? 0 : std::stoi(reinterpret_cast<call>(found)());
     }();
-    return does;
+    return version;
 }
 
 windows_edition running_edition()

@@ -47,19 +47,6 @@ std::string run(fact const &row, stage &on_stage)
     return {};
 }
 
-/// Wine 8 is the one that rows tell about.
-bool is_wine_8()
-{
-#ifdef _WIN32
-    using call = char const *(*)();
-    void *const found = reinterpret_cast<void *>(
-        ::GetProcAddress(::GetModuleHandleW(L"ntdll.dll"), "wine_get_version"));
-    return found != nullptr && std::string(reinterpret_cast<call>(found)()).starts_with("8.");
-#else
-    return false;
-#endif
-}
-
 } // namespace
 
 void check(std::span<fact const> rows)
@@ -77,7 +64,7 @@ void check(std::span<fact const> rows)
         }
         if (row.wine == nullptr || !runs_under_wine()) {
             EXPECT_EQ(wrong, "") << row.script << "\n  " << row.source << ": " << row.says;
-        } else if (is_wine_8()) {
+        } else if (test_support::wine_version() == 8) { // the one that rows tell about
             EXPECT_NE(wrong, "") << row.script
                                  << "\n  Wine 8 does as Windows, although it is said: " << row.wine;
         }

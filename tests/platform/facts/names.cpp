@@ -9,7 +9,6 @@ constexpr char dotnet[] = ".NET runtime, PathTests_Windows.cs, GetFullPath_*";
 constexpr char dotnet_unc[] = ".NET runtime, PathTests_Windows.cs, GetFullPath_UNC_Valid";
 constexpr char stl[] = "Microsoft STL, tests/std P0218R1_filesystem, test_absolute";
 constexpr char wil[] = "WIL, tests/FileSystemTests.cpp, VerifyGetFullPathName";
-constexpr char winterop[] = "WInterop, FileManagementBehaviors";
 constexpr char boost[] = "Boost.Filesystem, test/operations_test.cpp";
 constexpr char go[] = "Go, src/os/os_windows_test.go and internal/filepathlite";
 constexpr char docs[] = "dotnet/docs, pull request 42370, and its issue 41193";
@@ -21,7 +20,6 @@ constexpr char dotnet_io[] = ".NET runtime, System.IO.FileSystem.Tests";
 
 constexpr char keeps_end[] = "keeps the end of a server or share as it is";
 constexpr char adds_separator[] = "adds a backslash";
-constexpr char keeps_run[] = "keeps a run of separators";
 constexpr char no_code[] = "leaves the last error alone";
 constexpr char drops_a_stop[] = "drops one of several full stops";
 constexpr char no_limit[] = "knows no limit";
