@@ -1140,10 +1140,7 @@ TEST(ResolveLinkChainCalls, DoubledSeparatorsBehindALink)
         add_disks(machine);
         add_link(machine, u"C:\\l", row.text);
         walked(std::wstring(LR"(\\?\C:\l)") + row.tail);
-        lines asked;
-        for (auto const &entry : machine.journal())
-            if (entry.function == "GetFileAttributesExW")
-                asked.push_back(printable(entry.text));
+        lines asked = texts_of(machine, "GetFileAttributesExW");
         ASSERT_FALSE(asked.empty());
         EXPECT_EQ(asked.front(), R"(\\?\C:\l)");
         asked.erase(asked.begin());
@@ -1216,11 +1213,7 @@ TEST(ResolveLinkChainCalls, AShareReachedFromADriveIsAskedForWithoutItsPrefix)
     add_link(machine, uR"(C:\toS)", uR"(\\s\h\d)");
     add_link(machine, uR"(\\s\h\d\l)", uR"(C:\x)");
     walked(LR"(\\?\C:\toS\l)");
-    lines asked;
-    for (auto const &entry : machine.journal())
-        if (entry.function == "WNetGetUniversalNameW")
-            asked.push_back(printable(entry.text));
-    EXPECT_EQ(asked, lines{R"(\\s\h\d\)"});
+    EXPECT_EQ(texts_of(machine, "WNetGetUniversalNameW"), lines{R"(\\s\h\d\)"});
 }
 
 TEST(ResolveLinkChainCalls, EachThatFailsOnTheWayThroughALink)

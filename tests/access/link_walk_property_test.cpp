@@ -3,7 +3,6 @@
 
 #include "access/link_chain.hpp"
 
-#include "access/walking.hpp"
 #include "access/wild_disk.hpp"
 #include "support/calls.hpp"
 

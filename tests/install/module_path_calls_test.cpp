@@ -30,11 +30,7 @@ rooms rooms_up_to(std::uint64_t last)
 
 rooms offered(simulated_machine const &machine)
 {
-    rooms told;
-    for (auto const &entry : machine.journal())
-        if (entry.function == "GetModuleFileNameW")
-            told.push_back(entry.room);
-    return told;
+    return rooms_of(machine, "GetModuleFileNameW");
 }
 
 TEST(ModulePathCalls, GrowTheRoomByTheKilounit)

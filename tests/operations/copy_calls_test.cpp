@@ -412,14 +412,12 @@ TEST(CopyCalls, OfAFileIntoADirectoryBehindALongPrefix)
     EXPECT_EQ(machine.content(to + from.substr(4)), "content");
 }
 
-/// The texts of all calls of `function`, and those that stand second.
-lines texts_of(simulated_machine const &machine, char const *function)
+/// The texts of all copying, and those that stand second.
+lines copied(simulated_machine const &machine)
 {
     lines all;
-    for (auto const &entry : machine.journal()) {
-        if (entry.function == function)
-            all.push_back(printable(entry.text) + " " + printable(entry.second_text));
-    }
+    for (auto const &entry : entries_of(machine, "CopyFileW"))
+        all.push_back(printable(entry.text) + " " + printable(entry.second_text));
     return all;
 }
 
@@ -429,7 +427,7 @@ TEST(CopyCalls, NamesThatEndInAStopOrABlankAreTakenLiterally)
     for (char16_t const *name : {u"a", u"a.", u"b \\c", u"b \\d.", u"e", u".f", u" g"})
         machine.add_file(std::u16string(uR"(C:\t\)") + name);
     fl::filesystem::copy(u"t", u"to", copy_options::recursive);
-    EXPECT_EQ(texts_of(machine, "CopyFileW"),
+    EXPECT_EQ(copied(machine),
               (lines{R"(C:\t\ g C:\to\ g)", R"(C:\t\.f C:\to\.f)", R"(C:\t\a C:\to\a)",
                      R"(\\?\C:\t\a. \\?\C:\to\a.)", R"(\\?\C:\t\b \c \\?\C:\to\b \c)",
                      R"(\\?\C:\t\b \d. \\?\C:\to\b \d.)", R"(C:\t\e C:\to\e)"}))
@@ -441,8 +439,7 @@ TEST(CopyCalls, OnAShareTheyHaveThePrefixOfServers)
     simulated_machine machine;
     machine.add_share(u"s", u"h").add_file(uR"(\\s\h\t\a.)", "a.").add_file(uR"(\\s\h\t\b)");
     copy(uR"(\\s\h\t)", uR"(C:\to)");
-    EXPECT_EQ(texts_of(machine, "CopyFileW"),
-              (lines{R"(\\?\UNC\s\h\t\a. \\?\C:\to\a.)", R"(\\s\h\t\b C:\to\b)"}));
+    EXPECT_EQ(copied(machine), (lines{R"(\\?\UNC\s\h\t\a. \\?\C:\to\a.)", R"(\\s\h\t\b C:\to\b)"}));
     copy(uR"(C:\to)", uR"(\\s\h\back)");
     EXPECT_EQ(machine.content(uR"(\\s\h\back\a.)"), "a.");
 }

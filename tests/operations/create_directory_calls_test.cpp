@@ -54,12 +54,8 @@ TEST(CreateDirectoriesCalls, BeginAtTheShareOfAServer)
     simulated_machine machine;
     machine.add_share(u"server", u"share");
     create_directories(uR"(\\server\share\a)");
-    std::vector<std::string> creations;
-    for (auto const &line : calls(machine))
-        if (line.rfind("CreateDirectoryW", 0) == 0)
-            creations.push_back(line);
-    EXPECT_EQ(creations, (lines{R"(CreateDirectoryW(\\server\share))",
-                                R"(CreateDirectoryW(\\server\share\a))"}));
+    EXPECT_EQ(texts_of(machine, "CreateDirectoryW"),
+              (lines{R"(\\server\share)", R"(\\server\share\a)"}));
 }
 
 TEST(CreateDirectoriesCalls, NoneOfTheEmptyPath)
@@ -182,14 +178,9 @@ TEST(CreateDirectoriesCalls, OnAShareBeyondTheLimitBeginBehindThePrefix)
     std::u16string const name(250, u'n');
     create_directories(uR"(\\server\share\)" + name);
     EXPECT_TRUE(machine.is_directory(uR"(\\server\share\)" + name));
-    std::vector<std::string> creations;
-    for (auto const &line : calls(machine))
-        if (line.rfind("CreateDirectoryW", 0) == 0)
-            creations.push_back(line);
-    EXPECT_EQ(creations,
-              (lines{R"(CreateDirectoryW(\\?\UNC))", R"(CreateDirectoryW(\\?\UNC\server))",
-                     R"(CreateDirectoryW(\\?\UNC\server\share))",
-                     R"(CreateDirectoryW(\\?\UNC\server\share\)" + std::string(250, 'n') + ")"}));
+    EXPECT_EQ(texts_of(machine, "CreateDirectoryW"),
+              (lines{R"(\\?\UNC)", R"(\\?\UNC\server)", R"(\\?\UNC\server\share)",
+                     R"(\\?\UNC\server\share\)" + std::string(250, 'n')}));
 }
 
 } // namespace

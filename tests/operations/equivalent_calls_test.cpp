@@ -28,11 +28,7 @@ TEST(EquivalentCalls, AfterAFailureAskAboutTheFirstAndThenTheSecond)
     simulated_machine machine;
     machine.add_file(u"C:\\b");
     EXPECT_FALSE(equivalent(u"C:\\a", u"C:\\b"));
-    lines questions;
-    for (std::string const &line : calls(machine))
-        if (line.rfind("GetFileAttributesExW", 0) == 0)
-            questions.push_back(line);
-    EXPECT_EQ(questions, (lines{R"(GetFileAttributesExW(C:\a))", R"(GetFileAttributesExW(C:\b))"}));
+    EXPECT_EQ(texts_of(machine, "GetFileAttributesExW"), (lines{"C:\\a", "C:\\b"}));
 }
 
 struct pair_case

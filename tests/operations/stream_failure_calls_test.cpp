@@ -21,13 +21,7 @@ TEST(StreamFailureCalls, OpenAsStreamsDo)
     machine.clear_journal();
     EXPECT_EQ(failure_at(u"C:\\file", detail::stream_reads | detail::stream_writes),
               system_error(110, u"C:\\file"));
-    auto const opened = [&](std::size_t nth) {
-        std::vector<simulation::journal_entry> of_files;
-        for (auto const &line : machine.journal())
-            if (line.function == "CreateFileW")
-                of_files.push_back(line);
-        return of_files.at(nth);
-    };
+    auto const opened = [&](std::size_t nth) { return entries_of(machine, "CreateFileW").at(nth); };
     EXPECT_EQ(opened(0).access, GENERIC_READ | GENERIC_WRITE);
     EXPECT_EQ(opened(0).share, DWORD{FILE_SHARE_READ | FILE_SHARE_WRITE});
     EXPECT_EQ(opened(0).disposition, DWORD{OPEN_EXISTING});

@@ -3,6 +3,7 @@
 #include <fl/filesystem/operations.hpp>
 
 #include "support/calls.hpp"
+#include "support/translation.hpp"
 
 #include <cerrno>
 
@@ -22,9 +23,7 @@ void map_a_drive(simulated_machine &machine)
 sizes rooms_told(simulated_machine const &machine, char16_t const *form)
 {
     sizes told;
-    for (auto const &entry : machine.journal()) {
-        if (entry.function != "WNetGetUniversalNameW")
-            continue;
+    for (auto const &entry : entries_of(machine, "WNetGetUniversalNameW")) {
         EXPECT_EQ(entry.text, form);
         EXPECT_EQ(entry.flags, 1U) << "the level of universal names";
         told.push_back(entry.room);
@@ -161,17 +160,12 @@ TEST(GetUncPathCalls, ADriveThatGoesBetweenTheCallsIsNoFailure)
 
 TEST(GetUncPathCalls, ReportTheCodeOfTheCLibrary)
 {
-    struct
-    {
-        int number;
-        test_support::failure expected;
-    } const cases[] = {
-        {7, system_error(7, uR"(C:\a)")}, {2, not_found(uR"(C:\a)")}, {5, denied(uR"(C:\a)")}};
-    for (auto const &row : cases) {
+    for (int const number : {2, 5, 7}) {
         simulated_machine machine;
         sure_fault const provider =
-            machine.before_call("WNetGetUniversalNameW", 1, [&] { errno = row.number; });
-        EXPECT_FAILURE(get_unc_path(u"a", false), row.expected) << row.number;
+            machine.before_call("WNetGetUniversalNameW", 1, [&] { errno = number; });
+        EXPECT_FAILURE(get_unc_path(u"a", false),
+                       translated(static_cast<DWORD>(number), uR"(C:\a)"));
     }
 }
 

@@ -3,7 +3,6 @@
 
 #include <fl/filesystem/operations.hpp>
 
-#include "access/walking.hpp"
 #include "support/calls.hpp"
 
 #include <map>

@@ -58,11 +58,32 @@ inline lines calls_on_disk(simulated_machine const &machine)
     return all;
 }
 
-/// The lines of `all` about one function.
-inline lines calls_of(std::string const &function, lines all)
+/// The calls of one function.
+inline std::vector<simulation::journal_entry> entries_of(simulated_machine const &machine,
+                                                         std::string const &function)
 {
-    std::erase_if(all, [&](std::string const &line) { return !line.starts_with(function + '('); });
+    auto all = machine.journal();
+    std::erase_if(all, [&](auto const &entry) { return entry.function != function; });
     return all;
+}
+
+/// What they were handed over.
+inline lines texts_of(simulated_machine const &machine, std::string const &function)
+{
+    lines texts;
+    for (auto const &entry : entries_of(machine, function))
+        texts.push_back(printable(entry.text));
+    return texts;
+}
+
+/// What they were told of the room in the caller's buffer.
+inline std::vector<std::uint64_t> rooms_of(simulated_machine const &machine,
+                                           std::string const &function)
+{
+    std::vector<std::uint64_t> rooms;
+    for (auto const &entry : entries_of(machine, function))
+        rooms.push_back(entry.room);
+    return rooms;
 }
 
 /// The three calls that read a link.
