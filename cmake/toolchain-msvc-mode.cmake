@@ -1,6 +1,7 @@
 # Clang as Microsoft's compiler, over the headers of MinGW-w64: no program comes of it, but
 # sources are judged by Microsoft's rules, and objects name what they export, import and
-# ask the linker for. For scripts/check-msvc-mode.
+# ask the linker for. For scripts/check-msvc-mode; with FL_MICROSOFT_STL in the environment over
+# the standard library in that folder, for scripts/check-msvc-stl.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
 
@@ -19,13 +20,22 @@ execute_process(COMMAND clang++ -print-resource-dir
                 OUTPUT_VARIABLE fl_clang_resources OUTPUT_STRIP_TRAILING_WHITESPACE)
 set(fl_mode "${CMAKE_CURRENT_LIST_DIR}/msvc-mode")
 
+set(fl_standard "${fl_mingw_gcc}/include/c++" "${fl_mingw_gcc}/include/c++/x86_64-w64-mingw32")
+set(fl_version 19.32)
+if(DEFINED ENV{FL_MICROSOFT_STL})
+  set(fl_standard "${fl_mode}/runtime" "$ENV{FL_MICROSOFT_STL}")
+  file(STRINGS "$ENV{FL_MICROSOFT_STL}/yvals_core.h" fl_version REGEX "^#if _MSC_VER < 19[0-9][0-9]")
+  string(REGEX REPLACE ".* 19([0-9][0-9]).*" "19.\\1" fl_version "${fl_version}")
+endif()
+list(TRANSFORM fl_standard PREPEND "-isystem ")
+
 # As GCC 4.2 the headers of MinGW-w64 take it for one that can do without what Clang hasn't
 # in this mode.
 set(CMAKE_CXX_FLAGS_INIT
-    -fms-compatibility -fms-compatibility-version=19.32 -fms-extensions -fno-delayed-template-parsing
+    -fms-compatibility -fms-compatibility-version=${fl_version} -fms-extensions -fno-delayed-template-parsing
     -nostdlibinc -D__GNUC__=4 -D__GNUC_MINOR__=2 "'-D__declspec(x)=__declspec(x)'"
     -include "${fl_mode}/prelude.h" -isystem "${fl_mode}"
-    -isystem "${fl_mingw_gcc}/include/c++" -isystem "${fl_mingw_gcc}/include/c++/x86_64-w64-mingw32"
+    ${fl_standard}
     -isystem "${fl_clang_resources}/include" -isystem /usr/x86_64-w64-mingw32/include)
 list(JOIN CMAKE_CXX_FLAGS_INIT " " CMAKE_CXX_FLAGS_INIT)
 
