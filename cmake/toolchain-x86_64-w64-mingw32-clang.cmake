@@ -17,4 +17,6 @@ endif()
 list(GET fl_mingw_gcc 0 fl_mingw_gcc)
 set(CMAKE_CXX_FLAGS_INIT
     "-nostdinc++ -isystem ${fl_mingw_gcc}/include/c++ -isystem ${fl_mingw_gcc}/include/c++/x86_64-w64-mingw32 -isystem ${fl_mingw_gcc}/include/c++/backward")
+# Clang 19 warns of a header of its own, which that of MinGW-w64 for its built-in functions includes
+string(APPEND CMAKE_CXX_FLAGS_INIT " -Wno-#warnings")
 set(CMAKE_TRY_COMPILE_TARGET_TYPE STATIC_LIBRARY)

@@ -431,15 +431,37 @@ bool is_search_with_separator(situation const &here)
     return bare_path(here).ends_with(u'\\');
 }
 
-/// ` ["." 16]` more, and behind nothing `ok` ahead of it.
+/// Takes an entry of that name out of an answer. Returns whether there was one.
+bool take_out(std::string &answer, std::string const &name)
+{
+    std::size_t const at = answer.find(" [\"" + name + "\" ");
+    if (at == std::string::npos)
+        return false;
+    answer.erase(at, answer.find(']', at) + 1 - at);
+    return true;
+}
+
+/// ` ["." 16]` more, in newer ones ` [".." 16]` behind it, and behind nothing `ok` ahead of it.
 bool theirs_has_itself_more(situation const &, std::string const &ours, std::string const &theirs)
 {
     std::string rest = theirs;
-    std::size_t const at = rest.find(" [\".\" ");
-    if (at == std::string::npos)
+    if (!take_out(rest, "."))
         return false;
-    rest.erase(at, rest.find(']', at) + 1 - at);
+    take_out(rest, "..");
     return rest == (ours == "failed 2" ? "ok" : ours);
+}
+
+/// By a pattern, in the root of the drive.
+bool is_search_in_root(situation const &here)
+{
+    std::u16string const path = bare_path(here);
+    return path.rfind(u'\\') == 2 && path.find_first_of(u"*?") != std::u16string::npos;
+}
+
+/// Something that isn't of the test.
+bool theirs_finds_their_own(situation const &, std::string const &ours, std::string const &theirs)
+{
+    return ours == "failed 2" && theirs == "ok";
 }
 
 /// `C:` alone is the current directory itself.
@@ -745,6 +767,13 @@ constexpr row rows[] = {
      "failed 3",
      aftermath::same,
      "a file with a separator behind it is a wrong name; Wine looks for a directory"},
+    {{f::remove_directory},
+     is_file_with_separator,
+     "failed 123",
+     "failed 267",
+     aftermath::same,
+     "a file with a separator behind it is a wrong name; newer Wines find it in the place of a "
+     "directory"},
     {{f::set_current_directory},
      is_file_with_separator,
      "failed 267",
@@ -1073,8 +1102,15 @@ constexpr row rows[] = {
      "ok with a text",
      aftermath::same,
      "a directory stands for itself by a full stop, which no question mark means; Wine finds "
-     "it",
+     "it, and newer ones the directory above, too",
      theirs_has_itself_more},
+    {{f::enumerate},
+     is_search_in_root,
+     "failed 2",
+     "ok with a text",
+     aftermath::same,
+     "there is nothing else in the root; what Wine has there is found by its short names, too",
+     theirs_finds_their_own},
     {{f::enumerate},
      is_drive_alone,
      "ok with a text",
