@@ -1,3 +1,4 @@
+#include "pathname/growing_pathname.hpp"
 #include "pathname/long_prefix.hpp"
 
 #include "support/names.hpp"
@@ -123,6 +124,34 @@ TEST(StripLongPathPrefix, TakesAnyLimit)
     EXPECT_EQ(stripped(LR"(\\?\C:\)", 2), LR"(\\?\C:\)");
     EXPECT_EQ(stripped(LR"(\\?\C:\)", 3), LR"(C:\)");
     EXPECT_EQ(stripped(LR"(\\?\UNC\)", 1), LR"(\\?\UNC\)") << "two backslashes would remain";
+}
+
+struct growing_row
+{
+    std::wstring directory;
+    std::wstring grown; ///< by a name that is to be taken literally
+    char const *reason;
+};
+
+growing_row const growing_rows[] = {
+    {LR"(C:\a)", LR"(\\?\C:\a\b.)", "a drive"},
+    {LR"(\\server\share\a)", LR"(\\?\UNC\server\share\a\b.)", "a server gives up two backslashes"},
+    {LR"(\\?\C:\a)", LR"(\\?\C:\a\b.)", "it has its prefix, and keeps it"},
+    {LR"(\\?\UNC\server\share)", LR"(\\?\UNC\server\share\b.)", "so does a server"},
+    {LR"(\\.\pipe)", LR"(\\.\pipe\b.)", "a device takes none"},
+};
+
+TEST(GrowingPathname, IsWhatItWasWhenTheNameIsTakenOff)
+{
+    for (growing_row const &row : growing_rows) {
+        std::wstring path = row.directory;
+        addition const added = add_name(path, [](std::wstring &grown) {
+            grown = make_literal_form<wchar_t, wchar_t>(grown) + L"\\b.";
+        });
+        EXPECT_EQ(path, row.grown) << row.reason;
+        take_off(path, added);
+        EXPECT_EQ(path, row.directory) << row.reason;
+    }
 }
 
 } // namespace
