@@ -7,7 +7,7 @@ import os
 
 class FlFilesystem(ConanFile):
     name = "fl_filesystem"
-    version = "0.1.0"
+    version = "0.2.0"
     description = "Windows pathnames and files, exactly: long names, links, and failures that say which name"
     license = "none chosen yet: see share/fl_filesystem/NOTICE.md"
     topics = ("windows", "filesystem", "long-paths", "junctions", "utf-16")

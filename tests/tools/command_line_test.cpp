@@ -223,7 +223,7 @@ TEST(FlfsCommandLine, Version)
 {
     flfs_result const result = run_flfs({"--version"});
     EXPECT_EQ(result.exit_code, 0);
-    EXPECT_EQ(result.out, "flfs 0.1.0\n");
+    EXPECT_EQ(result.out, "flfs 0.2.0\n");
     EXPECT_EQ(result.err, "");
 }
 

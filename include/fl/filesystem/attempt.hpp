@@ -28,6 +28,7 @@ namespace fl::filesystem {
 class failure
 {
 public:
+    /// Of an exception of the family: all that it tells.
     explicit failure(FsysExceptionBase const &exception)
         : id_(exception.get_excp_id()), identifier_(exception.what()),
           path_name_(exception.get_path_name()),
@@ -73,6 +74,7 @@ public:
         return line;
     }
 
+    /// That all fields are equal.
     friend bool operator==(failure const &left, failure const &right) noexcept
     {
         return left.id_ == right.id_ && left.identifier_ == right.identifier_ &&
@@ -80,6 +82,7 @@ public:
                left.additional_path_names_ == right.additional_path_names_ &&
                left.error_code_ == right.error_code_;
     }
+    /// That not all of them are.
     friend bool operator!=(failure const &left, failure const &right) noexcept
     {
         return !(left == right);
@@ -99,14 +102,17 @@ template <typename Value>
 class [[nodiscard]] outcome
 {
 public:
-    using value_type = Value;
+    using value_type = Value; ///< what the call returned, without a reference
 
+    /// Of a call that returned.
     outcome(Value value) : state_(std::in_place_index<0>, std::move(value)) {}
+    /// Of a call that threw.
     outcome(failure error, std::exception_ptr thrown)
         : state_(std::in_place_index<1>, std::move(error)), thrown_(std::move(thrown))
     {
     }
 
+    /// Returns whether the call returned.
     bool has_value() const noexcept { return state_.index() == 0; }
     explicit operator bool() const noexcept { return has_value(); }
 
@@ -150,21 +156,26 @@ template <>
 class [[nodiscard]] outcome<void>
 {
 public:
-    using value_type = void;
+    using value_type = void; ///< nothing
 
+    /// Of a call that returned.
     outcome() = default;
+    /// Of a call that threw.
     outcome(failure error, std::exception_ptr thrown)
         : state_(std::move(error)), thrown_(std::move(thrown))
     {
     }
 
+    /// Returns whether the call returned.
     bool has_value() const noexcept { return state_.index() == 0; }
     explicit operator bool() const noexcept { return has_value(); }
+    /// Throws the exception of the call, if there is one.
     void value() const
     {
         if (!has_value())
             std::rethrow_exception(thrown_);
     }
+    /// Returns the failure. Throws `std::bad_variant_access` if there is none.
     failure const &error() const { return std::get<1>(state_); }
 
 private:

@@ -3,8 +3,9 @@
 // Public. The version of these headers, and the macros that mark what the library
 // exports. Includes nothing and declares nothing.
 
+/// One part of the version of these headers.
 #define FL_FILESYSTEM_VERSION_MAJOR 0
-#define FL_FILESYSTEM_VERSION_MINOR 1
+#define FL_FILESYSTEM_VERSION_MINOR 2
 #define FL_FILESYSTEM_VERSION_PATCH 0
 
 /// The version as one number that grows with every release: major * 10000 +

@@ -18,7 +18,7 @@ struct copy_progress
 {
     /// What was given, and the names below it, exactly as they are.
     std::u16string const &from;
-    std::u16string const &to;
+    std::u16string const &to; ///< the same for the copy
     /// How many there were, this one included: also those that the options pass over, such as
     /// a link with `skip_symlinks`.
     std::uint64_t names;

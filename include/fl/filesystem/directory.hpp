@@ -31,13 +31,14 @@ struct entry_record;
 /// How a directory is listed; the values can be combined.
 enum class directory_options : unsigned int
 {
-    none = 0,
+    none = 0, ///< links are told and not entered; what can't be listed is a failure
     /// Enter what symbolic links to directories, junctions and volume mount points lead to.
     follow_directory_symlink = 1,
     /// Take a directory that the caller may not list for an empty one.
     skip_permission_denied = 2
 };
 
+/// Options are combined and taken apart bit by bit.
 constexpr directory_options operator|(directory_options left, directory_options right) noexcept
 {
     return static_cast<directory_options>(static_cast<unsigned int>(left) |
@@ -132,6 +133,7 @@ public:
     /// Returns the tag of a reparse point, such as `IO_REPARSE_TAG_SYMLINK`, or 0.
     std::uint32_t reparse_tag() const noexcept;
 
+    /// Returns whether it is a symbolic link.
     bool is_symlink() const noexcept;
     /// Returns whether it is a junction or the mount point of a volume.
     bool is_junction() const noexcept;
@@ -139,8 +141,11 @@ public:
     // About what the entry leads to, as the standard has it: known for all but links, for
     // which these ask, and then throw as `status` does, or as told.
 
+    /// Returns whether there is something.
     bool exists() const;
+    /// Returns whether it is a directory.
     bool is_directory() const;
+    /// Returns whether it is a file.
     bool is_regular_file() const;
     /// Returns whether there is something that is neither file nor directory.
     bool is_other() const;
@@ -168,6 +173,7 @@ public:
     /// what is known stays.
     void refresh();
 
+    /// By pathname, unit by unit, what a path drops from the end of a name included.
     friend bool operator==(directory_entry const &left, directory_entry const &right) noexcept
     {
         return left.compare(right) == 0;
@@ -222,9 +228,10 @@ private:
 } // namespace detail
 
 /// Finds the entries of one directory in the order in which the system tells them, by
-/// `FindFirstFileExW` and `FindNextFileW`, many at a time; `.` and `..` are none. An input
-/// iterator: copies share one search, and when one moves, all do. The one made without
-/// arguments is the end. The search is closed at the end, at a failure, and with the last copy.
+/// `FindFirstFileExW` and `FindNextFileW`, many at a time. The directory itself and the one above
+/// are no entries. An input iterator: copies share one search, and when one moves, all do. The one
+/// made without arguments is the end. The search is closed at the end, at a failure, and with the
+/// last copy.
 ///
 /// The directory may be a link, which is followed, a root, a share, or a pathname of any length.
 /// What is added to it or removed from it during the search may be told or not.
@@ -264,6 +271,7 @@ public:
     reference operator*() const;
     pointer operator->() const { return &**this; }
 
+    /// Two are equal if they share a search, or both are the end.
     friend bool operator==(directory_iterator const &left, directory_iterator const &right) noexcept
     {
         return left.walk_ == right.walk_ || (left.is_end() && right.is_end());
@@ -273,7 +281,7 @@ public:
         return !(left == right);
     }
 
-    // by value, as the standard's: ranges look for no others
+    /// What a loop over a range asks for. By value, as the standard's: ranges look for no others.
     friend directory_iterator begin(directory_iterator first) noexcept { return first; }
     friend directory_iterator end(directory_iterator) noexcept { return directory_iterator(); }
 
@@ -345,6 +353,7 @@ public:
     /// directory of the beginning, for the end. Throws as moving on does.
     void pop();
 
+    /// Two are equal if they share a search, or both are the end.
     friend bool operator==(recursive_directory_iterator const &left,
                            recursive_directory_iterator const &right) noexcept
     {
@@ -356,6 +365,7 @@ public:
         return !(left == right);
     }
 
+    /// What a loop over a range asks for.
     friend recursive_directory_iterator begin(recursive_directory_iterator first) noexcept
     {
         return first;

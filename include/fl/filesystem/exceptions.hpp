@@ -16,20 +16,20 @@ namespace fl::filesystem {
 /// callers that report failures across a language or process boundary.
 enum fsys_excp_id
 {
-    fsys_excp_invalid_argument = 1,
-    fsys_excp_invalid_operation = 2,
-    fsys_excp_file_name_too_large = 3,
-    fsys_excp_file_name_conversion_failure = 4,
-    fsys_excp_cvt_invalid_character = 5,
-    fsys_excp_access_denied = 6,
-    fsys_excp_path_not_found = 7,
-    fsys_excp_not_directory_error = 8,
-    fsys_excp_directory_not_empty = 9,
-    fsys_excp_file_is_directory = 10,
-    fsys_excp_file_exists_error = 11,
-    fsys_excp_path_name_comparison_failure = 12,
-    fsys_excp_system_error = 13,
-    fsys_excp_temp_env_not_specified = 14
+    fsys_excp_invalid_argument = 1,              ///< `InvalidArgument`
+    fsys_excp_invalid_operation = 2,             ///< `InvalidOperation`
+    fsys_excp_file_name_too_large = 3,           ///< `FileNameTooLarge`
+    fsys_excp_file_name_conversion_failure = 4,  ///< `FileNameConversionFailure`
+    fsys_excp_cvt_invalid_character = 5,         ///< `CvtInvalidCharacter`
+    fsys_excp_access_denied = 6,                 ///< `AccessDenied`
+    fsys_excp_path_not_found = 7,                ///< `PathNotFound`
+    fsys_excp_not_directory_error = 8,           ///< `NotDirectoryError`
+    fsys_excp_directory_not_empty = 9,           ///< `DirectoryNotEmpty`
+    fsys_excp_file_is_directory = 10,            ///< `FileIsDirectory`
+    fsys_excp_file_exists_error = 11,            ///< `FileExistsError`
+    fsys_excp_path_name_comparison_failure = 12, ///< `PathNameComparisonFailure`
+    fsys_excp_system_error = 13,                 ///< `SystemError`
+    fsys_excp_temp_env_not_specified = 14        ///< `TempEnvNotSpecified`
 };
 
 /// The root of the family: catch this to catch every failure of an operation, but for
@@ -43,6 +43,7 @@ enum fsys_excp_id
 class FL_FILESYSTEM_API FsysExceptionBase : public std::exception
 {
 public:
+    /// Holds the arguments.
     FsysExceptionBase(char const *identifier, fsys_excp_id excp_id, std::u16string const &path,
                       std::vector<std::u16string> const &additional_path_names,
                       unsigned int error_code);
@@ -83,6 +84,7 @@ private:
 class FL_FILESYSTEM_API InvalidArgument : public FsysExceptionBase
 {
 public:
+    /// Holds the arguments. The code is 0.
     InvalidArgument(std::string const &message, std::u16string const &path,
                     std::vector<std::u16string> const &additional_path_names);
     InvalidArgument(InvalidArgument const &other);
@@ -109,6 +111,7 @@ private:
 class FL_FILESYSTEM_API InvalidOperation : public FsysExceptionBase
 {
 public:
+    /// About no pathname.
     InvalidOperation();
     InvalidOperation(InvalidOperation const &other);
     InvalidOperation &operator=(InvalidOperation const &other);
@@ -120,6 +123,7 @@ public:
 class FL_FILESYSTEM_API FileNameTooLarge : public FsysExceptionBase
 {
 public:
+    /// About `path`, or about no pathname.
     FileNameTooLarge();
     explicit FileNameTooLarge(std::u16string const &path);
     FileNameTooLarge(FileNameTooLarge const &other);
@@ -131,6 +135,7 @@ public:
 class FL_FILESYSTEM_API FileNameConversionFailure : public FsysExceptionBase
 {
 public:
+    /// About no pathname.
     FileNameConversionFailure();
     FileNameConversionFailure(FileNameConversionFailure const &other);
     FileNameConversionFailure &operator=(FileNameConversionFailure const &other);
@@ -141,6 +146,7 @@ public:
 class FL_FILESYSTEM_API CvtInvalidCharacter : public FsysExceptionBase
 {
 public:
+    /// About no pathname.
     CvtInvalidCharacter();
     CvtInvalidCharacter(CvtInvalidCharacter const &other);
     CvtInvalidCharacter &operator=(CvtInvalidCharacter const &other);
@@ -151,6 +157,7 @@ public:
 class FL_FILESYSTEM_API AccessDenied : public FsysExceptionBase
 {
 public:
+    /// About `path`, or about no pathname.
     AccessDenied();
     explicit AccessDenied(std::u16string const &path);
     AccessDenied(AccessDenied const &other);
@@ -162,6 +169,7 @@ public:
 class FL_FILESYSTEM_API PathNotFound : public FsysExceptionBase
 {
 public:
+    /// About `path`, or about no pathname.
     PathNotFound();
     explicit PathNotFound(std::u16string const &path);
     PathNotFound(PathNotFound const &other);
@@ -173,6 +181,7 @@ public:
 class FL_FILESYSTEM_API NotDirectoryError : public FsysExceptionBase
 {
 public:
+    /// About `path`, or about no pathname.
     NotDirectoryError();
     explicit NotDirectoryError(std::u16string const &path);
     NotDirectoryError(NotDirectoryError const &other);
@@ -184,6 +193,7 @@ public:
 class FL_FILESYSTEM_API DirectoryNotEmpty : public FsysExceptionBase
 {
 public:
+    /// About `path`, or about no pathname.
     DirectoryNotEmpty();
     explicit DirectoryNotEmpty(std::u16string const &path);
     DirectoryNotEmpty(DirectoryNotEmpty const &other);
@@ -195,6 +205,7 @@ public:
 class FL_FILESYSTEM_API FileIsDirectory : public FsysExceptionBase
 {
 public:
+    /// About `path`, or about no pathname.
     FileIsDirectory();
     explicit FileIsDirectory(std::u16string const &path);
     FileIsDirectory(FileIsDirectory const &other);
@@ -206,6 +217,7 @@ public:
 class FL_FILESYSTEM_API FileExistsError : public FsysExceptionBase
 {
 public:
+    /// About `path`, or about no pathname.
     FileExistsError();
     explicit FileExistsError(std::u16string const &path);
     FileExistsError(FileExistsError const &other);
@@ -217,6 +229,7 @@ public:
 class FL_FILESYSTEM_API PathNameComparisonFailure : public FsysExceptionBase
 {
 public:
+    /// About no pathname.
     PathNameComparisonFailure();
     PathNameComparisonFailure(PathNameComparisonFailure const &other);
     PathNameComparisonFailure &operator=(PathNameComparisonFailure const &other);
@@ -228,6 +241,7 @@ public:
 class FL_FILESYSTEM_API SystemError : public FsysExceptionBase
 {
 public:
+    /// Holds the arguments; a default one has the code 0 and no pathnames.
     SystemError();
     explicit SystemError(
         unsigned int error_code, std::u16string const &path = std::u16string(),
@@ -241,6 +255,7 @@ public:
 class FL_FILESYSTEM_API TempEnvNotSpecified : public FsysExceptionBase
 {
 public:
+    /// About no pathname.
     TempEnvNotSpecified();
     TempEnvNotSpecified(TempEnvNotSpecified const &other);
     TempEnvNotSpecified &operator=(TempEnvNotSpecified const &other);
@@ -264,6 +279,7 @@ namespace foundation::ustring {
 class FL_FILESYSTEM_API CtypeExceptionBase : public std::exception
 {
 public:
+    /// Holds the arguments.
     CtypeExceptionBase(char const *message, unsigned int code, unsigned int subcode);
     CtypeExceptionBase(CtypeExceptionBase const &other);
     CtypeExceptionBase &operator=(CtypeExceptionBase const &other);
@@ -273,7 +289,7 @@ public:
     char const *what() const noexcept override;
 
 protected:
-    // For classes derived from this one; the numbers have no meaning to a handler.
+    /// For classes derived from this one; the numbers have no meaning to a handler.
     std::string message;
     unsigned int code;
     unsigned int subcode;
@@ -283,6 +299,7 @@ protected:
 class FL_FILESYSTEM_API CtypeInvalidCharacter : public CtypeExceptionBase
 {
 public:
+    /// "Invalid character error."
     CtypeInvalidCharacter();
     CtypeInvalidCharacter(CtypeInvalidCharacter const &other);
     CtypeInvalidCharacter &operator=(CtypeInvalidCharacter const &other);

@@ -43,7 +43,8 @@ public:
     static constexpr unsigned int reparse_file = 0xE000;
     static constexpr unsigned int file_type_mask = 0xF000;
 
-    // Permission bits.
+    /// Permission bits, named after what they are elsewhere. Windows knows whether a name is
+    /// read-only, and by its extension whether it can be executed.
     static constexpr unsigned int no_perms = 0;
     static constexpr unsigned int owner_read = 0400;
     static constexpr unsigned int owner_write = 0200;
@@ -127,6 +128,7 @@ public:
     /// reports.
     std::uint64_t get_size() const;
 
+    /// Changes one field; what it was is forgotten.
     void set_type(unsigned int type);
     void set_perms(unsigned int perms);
     void set_atime(boost::posix_time::ptime const &atime);
@@ -138,6 +140,7 @@ public:
     /// that of an existing name.
     static bool exists(file_status const &status);
 
+    /// Returns whether the type under its mask is the one of that name, of a name that is there.
     static bool is_regular(file_status const &status);
     static bool is_directory(file_status const &status);
     static bool is_symlink(file_status const &status);
@@ -203,6 +206,7 @@ public:
     /// that of an existing name.
     static bool exists(file_status_light const &status);
 
+    /// Returns whether the type under its mask is the one of that name, of a name that is there.
     static bool is_regular(file_status_light const &status);
     static bool is_directory(file_status_light const &status);
     static bool is_symlink(file_status_light const &status);

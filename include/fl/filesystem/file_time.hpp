@@ -1,6 +1,6 @@
 #ifndef FL_FILESYSTEM_FILE_TIME_HPP
 #define FL_FILESYSTEM_FILE_TIME_HPP
-// Public. Times of files as points in time of <chrono>, to the last digit that a disk
+// Public. Times of files as points in time of `<chrono>`, to the last digit that a disk
 // keeps, and the way to and from the times of `file_status`. Asks the system nothing.
 
 #include <fl/filesystem/config.hpp>

@@ -12,12 +12,13 @@
 
 namespace fl::filesystem {
 
+/// What a link is.
 enum class link_kind
 {
     symbolic_link,          ///< its text says by itself where it leads
     relative_symbolic_link, ///< is marked as relative, which a text such as `\dir` is, too
-    junction,
-    shortcut ///< a `.lnk` file, which is a link to `canonical` and to the shell only
+    junction,               ///< leads to a directory of a drive
+    shortcut                ///< a `.lnk` file, which is a link to `canonical` and to the shell only
 };
 
 /// One link on the way of a pathname.
@@ -40,11 +41,13 @@ struct link_hop
     /// is a drive of the server.
     bool is_kept = false;
 
+    /// That all fields are equal.
     friend bool operator==(link_hop const &left, link_hop const &right)
     {
         return left.link == right.link && left.kind == right.kind && left.text == right.text &&
                left.leads_to == right.leads_to && left.is_kept == right.is_kept;
     }
+    /// That not all of them are.
     friend bool operator!=(link_hop const &left, link_hop const &right) { return !(left == right); }
 };
 

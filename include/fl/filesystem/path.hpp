@@ -94,9 +94,11 @@ struct basic_path_iterator
     Path const *owner = nullptr;   ///< the path that is walked
     std::uint64_t position = 0;    ///< of the element in the text, in code units
 
+    /// The element that it stands at. At the end that is an empty text.
     reference operator*() const noexcept { return element; }
     pointer operator->() const noexcept { return &element; }
 
+    /// Steps to the next element, and at the last to the end.
     basic_path_iterator &operator++()
     {
         detail::move_down(owner->native(), root_length, position, element);
@@ -108,6 +110,7 @@ struct basic_path_iterator
         ++*this;
         return before;
     }
+    /// Steps to the element before.
     basic_path_iterator &operator--()
     {
         detail::move_up(owner->native(), root_length, position, element);
@@ -146,10 +149,10 @@ template <typename Native, typename Portable, typename Traits>
 class basic_path
 {
 public:
-    using value_type = Portable;
-    using string_type = std::basic_string<Portable>;
-    using iterator = basic_path_iterator<basic_path>;
-    using const_iterator = iterator;
+    using value_type = Portable;                      ///< `char16_t`, in which callers hold text
+    using string_type = std::basic_string<Portable>;  ///< `std::u16string`
+    using iterator = basic_path_iterator<basic_path>; ///< of the elements
+    using const_iterator = iterator;                  ///< elements aren't changed
 
     /// The empty path.
     basic_path() = default;
@@ -225,6 +228,7 @@ public:
     }
     basic_path &operator/=(string_type const &right) { return join(right, form_flag_); }
 
+    /// The two joined, as `/=` does it, and throws as that.
     [[nodiscard]] friend basic_path operator/(basic_path const &left, basic_path const &right)
     {
         basic_path joined = left;
@@ -304,11 +308,13 @@ public:
         return *this;
     }
 
+    /// Exchanges texts and flags.
     void swap(basic_path &other) noexcept
     {
         pathname_.swap(other.pathname_);
         std::swap(form_flag_, other.form_flag_);
     }
+    /// The same.
     friend void swap(basic_path &left, basic_path &right) noexcept { left.swap(right); }
 
     /// The text. The standard's has the system's character type; this one's is
@@ -349,6 +355,7 @@ public:
     /// The flag that was given to the constructor.
     [[nodiscard]] bool form_flag() const noexcept { return form_flag_; }
 
+    /// Whether there is no text.
     [[nodiscard]] bool empty() const noexcept { return pathname_.empty(); }
 
     /// `C:` of `C:\dir`, `\\server` of `\\server\share`.
@@ -386,8 +393,8 @@ public:
     /// What follows that full stop. The standard's includes the full stop.
     [[nodiscard]] string_type extension() const { return detail::extract_extension(pathname_); }
 
-    // Whether the member of that name has something in it. So a root has a filename, a bare
-    // drive has no parent, and `.bashrc` has an extension; the standard says otherwise.
+    /// Whether the member of that name has something in it. So a root has a filename, a bare
+    /// drive has no parent, and `.bashrc` has an extension; the standard says otherwise.
     [[nodiscard]] bool has_root_name() const { return !root_name().empty(); }
     [[nodiscard]] bool has_root_directory() const { return !root_directory().empty(); }
     [[nodiscard]] bool has_root_path() const { return !root_path().empty(); }
@@ -426,6 +433,7 @@ public:
         return pathname_.compare(other.pathname_);
     }
 
+    /// By the exact texts, unit by unit and case included.
     [[nodiscard]] friend bool operator==(basic_path const &left, basic_path const &right) noexcept
     {
         return left.pathname_ == right.pathname_;
@@ -508,7 +516,7 @@ using if_path_and_text = std::enable_if_t<
 
 } // namespace detail
 
-// A path and a literal: the text is brought to native form first, so `C:\a` is `C:/a/`.
+/// A path and a literal: the text is brought to native form first, so `C:\a` is `C:/a/`.
 template <typename Left, typename Right, detail::if_path_and_text<Left, Right> = 0>
 [[nodiscard]] bool operator==(Left const &left, Right const &right)
 {
@@ -560,6 +568,7 @@ inline namespace path_literals {
 template <>
 struct FL_FILESYSTEM_API std::hash<fl::filesystem::upath>
 {
+    /// Returns the hash of the text.
     std::uint64_t operator()(fl::filesystem::upath const &path) const noexcept;
 };
 

@@ -254,9 +254,11 @@ struct path_traits<wchar_t, char16_t>
 {
 };
 
+/// The functions of these names above, over the system's character type.
 template <>
 struct FL_FILESYSTEM_API path_traits<wchar_t, wchar_t>
 {
+    /// As the function of this name above.
     static std::wstring &concatenate_pathname(std::wstring &base, std::wstring const &addition,
                                               bool = true);
     static std::wstring extract_filename(std::wstring const &text);
@@ -265,9 +267,11 @@ struct FL_FILESYSTEM_API path_traits<wchar_t, wchar_t>
     static std::wstring &remove_filename(std::wstring &text);
 };
 
+/// The same over the type in which callers hold text.
 template <>
 struct FL_FILESYSTEM_API path_traits<char16_t, char16_t>
 {
+    /// As the function of this name above.
     static std::u16string make_native_form(std::u16string const &text, bool = true);
 };
 

@@ -37,6 +37,7 @@ struct pathname_literals
 template <typename Char>
 struct pathname_traits
 {
+    /// Backslash, colon, full stop and slash.
     static constexpr Char PATHNAME_SEPARATOR_CHARACTER = '\\';
     static constexpr Char VOLUME_SEPARATOR_CHARACTER = ':';
     static constexpr Char DOT_CHARACTER = '.';
@@ -60,8 +61,10 @@ struct pathname_traits
     /// Closes a drive letter.
     static constexpr Char const *VOLUME_SEPARATOR =
         detail::pathname_literals<Char>::volume_separator;
+    /// One full stop.
     static constexpr Char const *CURRENT_DIRECTORY =
         detail::pathname_literals<Char>::current_directory;
+    /// Two full stops.
     static constexpr Char const *PARENT_DIRECTORY =
         detail::pathname_literals<Char>::parent_directory;
     /// `\\.\`, the start of a device pathname.
@@ -100,10 +103,13 @@ extern template struct FL_FILESYSTEM_TEMPLATE_DECLARATION pathname_traits<wchar_
 /// The texts that callers need to build and take apart pathnames of their own.
 struct FL_FILESYSTEM_API upath_constant
 {
+    /// What stands between the elements of one pathname: in generic form, in native form.
     static constexpr char16_t const *GENERIC_PATHNAME_SEPARATOR = u"/";
     static constexpr char16_t const *PATHNAME_SEPARATOR = u"\\";
     /// Stands between the pathnames of a search list, not inside a pathname.
     static constexpr char16_t const *PATH_SEPARATOR = u";";
+    /// The full stop ahead of an extension, the two names for directories, and what stands for
+    /// any name in a search.
     static constexpr char16_t const *FILE_EXTENSION_SEPARATOR = u".";
     static constexpr char16_t const *CURRENT_DIRECTORY = u".";
     static constexpr char16_t const *PARENT_DIRECTORY = u"..";

@@ -51,6 +51,7 @@ public:
     /// it throws ends the removal, and passes.
     removal_options &on_progress(std::function<bool(removal_progress const &)> callback);
 
+    /// For the library itself.
     detail::removal_settings const &settings() const noexcept { return *settings_; }
 
 private:
@@ -61,6 +62,7 @@ private:
 class FL_FILESYSTEM_API removal_report
 {
 public:
+    /// For the library itself.
     explicit removal_report(std::shared_ptr<detail::removal_record const> record) noexcept;
 
     /// Returns how many files, links and directories were removed.

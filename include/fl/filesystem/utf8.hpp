@@ -164,6 +164,7 @@ std::u16string utf16_of(std::basic_string_view<Char> bytes)
     return detail::utf16_of(bytes);
 }
 #ifdef __cpp_char8_t
+/// The same of what `u8"..."` is made of.
 [[nodiscard]] inline std::u16string from_utf8(std::u8string_view bytes)
 {
     return detail::utf16_of(bytes);

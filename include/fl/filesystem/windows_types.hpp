@@ -48,8 +48,8 @@ enum attrib_link_type : std::uint32_t
 /// Room for the reparse data of one name: the system's `REPARSE_DATA_BUFFER`, as
 /// `DeviceIoControl` with `FSCTL_GET_REPARSE_POINT` fills it. Zero it first.
 union reparse_data_context {
-    unsigned char buffer[16392];
-    std::uint32_t alignment; ///< of the system's structure; never read
+    unsigned char buffer[16392]; ///< tag, length and data, as the system lays them out
+    std::uint32_t alignment;     ///< of the system's structure; never read
 };
 
 } // namespace fl::filesystem::detail::windows
