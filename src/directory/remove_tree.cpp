@@ -246,7 +246,10 @@ void held_remover::fail(DWORD code)
     } catch (FsysExceptionBase const &exception) {
         if (!settings_.keeps_going)
             throw;
-        record_.failures.emplace_back(exception);
+        // some name nobody when they are thrown, but here they say what is left
+        record_.failures.emplace_back(FsysExceptionBase(
+            exception.what(), exception.get_excp_id(), path_.text,
+            exception.get_additional_path_names(), exception.get_error_code()));
     }
 }
 

@@ -171,6 +171,9 @@ public:
 
 private:
     bool has(copy_options asked) const { return standard::has(options_, asked); }
+    /// Whether a directory that is met is copied. A link can lead to one by now that led
+    /// nowhere when it was listed.
+    bool goes_below() const { return levels_.empty() || has(copy_options::recursive); }
     void copy_name();
     void copy_as(file_type from_type, file_type to_type);
     void copy_regular(file_type to_type);
@@ -235,7 +238,7 @@ void copier::copy_as(file_type from_type, file_type to_type)
         ec_ = generic_code(generic_not_supported);
     else if (from_type == file_type::regular)
         copy_regular(to_type);
-    else if (from_type == file_type::directory)
+    else if (from_type == file_type::directory && goes_below())
         copy_directory(to_type);
     else if (has(copy_options::skip_symlinks))
         return;

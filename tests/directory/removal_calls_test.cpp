@@ -167,6 +167,22 @@ TEST(RemovalCalls, ADirectoryWithAnotherTagIsNotEmptied)
     EXPECT_EQ(machine.entries(u"C:\\"), names{});
 }
 
+TEST(RemovalCalls, AReportNamesWhatIsLeftAlsoWhereAnExceptionWouldNameNobody)
+{
+    for (DWORD const code : {123U, 161U, 206U, 4390U}) {
+        simulated_machine machine;
+        machine.add_file(uR"(C:\t\x)");
+        sure_fault const fault = machine.fail_call_on_name("CreateFileW", uR"(C:\t\x)", 1, code);
+        auto const report = remove_all(uR"(C:\t)", removal_options().keep_going());
+        ASSERT_EQ(report.failures().size(), 1U) << code;
+        EXPECT_EQ(report.failures().front().path_name(), uR"(C:\t\x)") << code;
+        sure_fault const again = machine.fail_call_on_name("CreateFileW", uR"(C:\t\x)", 1, code);
+        test_support::failure const thrown =
+            failure_of([] { remove_all(uR"(C:\t)", removal_options()); }).value();
+        EXPECT_EQ(thrown.what, report.failures().front().identifier()) << code;
+    }
+}
+
 TEST(RemovalCalls, ATreeAsDeepAsAnyOnASmallStack)
 {
     run_on_stack_of(256 * 1024, [] {

@@ -485,6 +485,18 @@ TEST(CopyCalls, OfAnEmptyRootMakesAnEmptyDirectory)
     EXPECT_EQ(machine.find_handles(), 0);
 }
 
+TEST(CopyCalls, OfOneLevelMakesNoDirectoryOfALinkThatCouldNotBeFollowedAtFirst)
+{
+    for (DWORD const code : {DWORD{ERROR_FILE_NOT_FOUND}, DWORD{ERROR_DISK_FULL}}) {
+        simulated_machine machine;
+        machine.add_file(uR"(C:\away\f)").add_junction(uR"(C:\t\j)", uR"(C:\away)");
+        sure_fault const fault =
+            machine.fail_call_on_name("GetFileAttributesExW", uR"(C:\t\j)", 1, code);
+        fl::filesystem::copy(u"t", u"to");
+        EXPECT_EQ(machine.entries(uR"(C:\to)"), names()) << code;
+    }
+}
+
 TEST(CopyCalls, HardLinksAreNamesOfTheSameFile)
 {
     simulated_machine machine;

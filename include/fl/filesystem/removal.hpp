@@ -69,7 +69,7 @@ public:
     [[nodiscard]] std::uint64_t removed() const noexcept;
 
     /// Returns why each name that is left is there, in the order in which they were met; empty
-    /// unless `keep_going`.
+    /// unless `keep_going`. Each has its pathname, also where an exception would have none.
     [[nodiscard]] std::vector<failure> const &failures() const noexcept;
 
     /// Returns whether the callback stopped it.
