@@ -1,4 +1,4 @@
-// The code of docs/everyday.md. Nothing of it runs.
+// The code of docs/everyday.md. Nothing of it runs: it needs libraries that are not here.
 
 #include <fl/filesystem.hpp>
 

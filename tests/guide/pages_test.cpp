@@ -1,0 +1,80 @@
+// The code on the pages of docs/ is code that is compiled, and what they show is what came out:
+// each block stands in the source that belongs to its page, but for the indentation.
+
+#include "guide/page.hpp"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+
+namespace {
+
+using namespace guide;
+
+/// Pages whose source isn't named after them. The simulated machine's guide has its own.
+std::map<std::string, std::string> const sources = {
+    {"docs/everyday.md", "tests/guide/everyday_code.cpp"},
+    {"README.md", "examples/first_program/main.cpp"},
+    {"docs/first-program.md", "examples/first_program/main.cpp"},
+};
+
+std::string source_of(std::string const &page)
+{
+    auto const found = sources.find(page);
+    if (found != sources.end())
+        return found->second;
+    std::string name = page.substr(5, page.size() - 8);
+    std::replace(name.begin(), name.end(), '-', '_');
+    return "tests/guide/" + name + "_test.cpp";
+}
+
+/// Pages that are held by tests of their own kind: the simulated machine's, and the ones that
+/// are written from what was measured.
+bool is_others(std::string const &page)
+{
+    return page == "docs/simulation.md" || page == "docs/windows-kit.md" ||
+           page == "docs/performance.md" || page == "docs/reliability.md" ||
+           page == "docs/behaviour.md";
+}
+
+lines pages()
+{
+    lines all{"README.md"};
+    for (auto const &entry : std::filesystem::directory_iterator(FL_CHECKOUT "/docs"))
+        if (entry.path().extension() == ".md")
+            all.push_back("docs/" + entry.path().filename().string());
+    std::sort(all.begin(), all.end());
+    return all;
+}
+
+/// In whichever source has it: the page's, or the test beside an example.
+bool has_block(lines const &source, lines const &block)
+{
+    return std::search(source.begin(), source.end(), block.begin(), block.end()) != source.end();
+}
+
+TEST(Guide, CodeAndOutputStandInTheSourceOfTheirPage)
+{
+    int blocks = 0;
+    for (std::string const &page : pages()) {
+        if (is_others(page))
+            continue;
+        lines const text = lines_of(page);
+        for (char const *language : {"cpp", "text"}) {
+            for (lines const &block : blocks_of(text, language)) {
+                ASSERT_FALSE(block.empty()) << page;
+                lines source = lines_of(source_of(page));
+                if (page == "README.md" || page == "docs/first-program.md") {
+                    lines const test = lines_of("tests/guide/first_program_test.cpp");
+                    source.insert(source.end(), test.begin(), test.end());
+                }
+                EXPECT_TRUE(has_block(source, block))
+                    << page << " has what " << source_of(page) << " hasn't: " << block[0] << " ...";
+                ++blocks;
+            }
+        }
+    }
+    EXPECT_GT(blocks, 30);
+}
+
+} // namespace
