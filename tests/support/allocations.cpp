@@ -6,6 +6,7 @@
 namespace {
 
 thread_local std::size_t count = 0;
+bool (*is_left_out)() noexcept = nullptr;
 thread_local std::size_t until_failure = 0; // 0: none fails
 thread_local std::size_t size_to_fail = 0;  // 0: none fails
 thread_local bool size_has_failed = false;
@@ -43,6 +44,11 @@ bool test_support::failing_size::fired() const
     return size_has_failed;
 }
 
+void test_support::count_all_but(bool (*is_systems)() noexcept)
+{
+    is_left_out = is_systems;
+}
+
 std::size_t test_support::allocations()
 {
     return count;
@@ -52,7 +58,8 @@ std::size_t test_support::allocations()
 // linked in, or takes its allocation from the program, its own counts, too.
 void *operator new(std::size_t size)
 {
-    ++count;
+    if (is_left_out == nullptr || !is_left_out())
+        ++count;
     if (until_failure != 0 && --until_failure == 0)
         throw std::bad_alloc();
     if (size_to_fail != 0 && size == size_to_fail) {

@@ -9,6 +9,9 @@ namespace test_support {
 /// How often this thread has called `operator new` so far.
 std::size_t allocations();
 
+/// Leaves out, on every thread, what is allocated while `is_systems()`; null leaves nothing out.
+void count_all_but(bool (*is_systems)() noexcept);
+
 /// How often `call` allocates.
 template <typename Call>
 std::size_t allocations_of(Call call)

@@ -106,6 +106,9 @@ private:
     std::shared_ptr<fault_record> record_;
 };
 
+/// Whether the calling thread is inside a call: what it takes from the heap is the system's then.
+bool is_in_call() noexcept;
+
 /// Answers a GetFullPathNameW call in the system's place, or lets it pass. An
 /// answer of 0 is a failure with the code that the hook left by SetLastError.
 using full_path_name_hook = std::function<std::optional<DWORD>(DWORD room, wchar_t *buffer)>;

@@ -6,6 +6,27 @@
 
 namespace simulation {
 
+namespace {
+
+thread_local int calls_in_progress = 0;
+
+} // namespace
+
+bool is_in_call() noexcept
+{
+    return calls_in_progress > 0;
+}
+
+call_in_progress::call_in_progress() noexcept
+{
+    ++calls_in_progress;
+}
+
+call_in_progress::~call_in_progress()
+{
+    --calls_in_progress;
+}
+
 std::u16string opened_text(machine_state const &machine, HANDLE handle)
 {
     try {

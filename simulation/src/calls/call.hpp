@@ -18,6 +18,16 @@ namespace simulation {
 
 void set_last_error(DWORD code) noexcept;
 
+/// Counts the calls that the thread is in while it lives.
+class call_in_progress
+{
+public:
+    call_in_progress() noexcept;
+    ~call_in_progress();
+    call_in_progress(call_in_progress const &) = delete;
+    call_in_progress &operator=(call_in_progress const &) = delete;
+};
+
 /// A call as the journal tells it and as faults know it.
 struct call
 {
@@ -60,6 +70,7 @@ std::uint64_t as_number(Answer answer)
 template <typename Refuse, typename Body>
 auto perform_refusing(call const &made, Refuse refuse, Body body) -> decltype(refuse(DWORD{}))
 {
+    call_in_progress const in_progress;
     std::lock_guard const lock(machine_mutex());
     machine_state &machine = current_machine();
     std::u16string text =
