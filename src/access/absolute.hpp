@@ -4,6 +4,11 @@
 
 #include <fl/filesystem/path.hpp>
 
+#include "pathname/native_form.hpp"
+#include "platform/filled_buffer.hpp"
+
+#include <string_view>
+
 namespace fl::filesystem::detail {
 
 /// Returns `p` joined to `base` if `p` isn't absolute and `base` isn't empty. Else
@@ -12,8 +17,25 @@ namespace fl::filesystem::detail {
 /// isn't absolute.
 upath join_with_base(upath const &p, upath const &base);
 
+/// The same without a copy: `p` itself, or what it is joined to in `joined`.
+upath const &join_with_base(upath const &p, upath const &base, upath &joined);
+
 /// The operation `absolute`, for those whom an operation is made of.
 upath make_absolute(upath const &p, upath const &base = upath());
+
+/// The same of what is joined already, for those who make a string for the system of it.
+class absolute_text
+{
+public:
+    explicit absolute_text(std::u16string_view joined);
+
+    /// In native form.
+    std::wstring_view view() const { return native_.view(); }
+
+private:
+    text_buffer buffer_;
+    native_text<wchar_t> native_;
+};
 
 } // namespace fl::filesystem::detail
 

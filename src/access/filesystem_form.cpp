@@ -4,19 +4,18 @@
 
 #include "access/absolute.hpp"
 #include "pathname/long_prefix.hpp"
-#include "platform/code_units.hpp"
 #include "platform/limits.hpp"
 
 namespace fl::filesystem::detail {
 
 std::wstring make_filesystem_form(upath const &p)
 {
-    upath const full = make_absolute(p);
-    std::u16string_view const text = full.native();
-    std::u16string_view const prefix = pathname_traits<char16_t>::LONG_PATHNAME_PREFIX;
+    absolute_text const full(p.native());
+    std::wstring_view const text = full.view();
+    std::wstring_view const prefix = pathname_traits<wchar_t>::LONG_PATHNAME_PREFIX;
     if (text.size() > longest_bare_directory && text.substr(0, prefix.size()) != prefix)
         return add_long_prefix<wchar_t>(text);
-    return widen(text);
+    return std::wstring(text);
 }
 
 } // namespace fl::filesystem::detail

@@ -28,7 +28,7 @@ struct long_form
     path_type_enum path_type;
 };
 
-[[noreturn]] void reject(std::wstring const &path)
+[[noreturn]] void reject(std::wstring_view path)
 {
     throw_exception(
         InvalidArgument("The path type of the given path is not valid", narrow(path), {}));
@@ -54,9 +54,9 @@ long_form with_server_prefix(std::wstring_view text)
 
 /// `\foo`: the current drive may be a drive or a share, and it may have a long prefix,
 /// whose type isn't told on.
-long_form clean_rooted(std::wstring const &path)
+long_form clean_rooted(std::wstring_view path)
 {
-    std::wstring const text = checked(full_path_name(path));
+    std::wstring const text = checked(full_path_name(std::wstring(path)));
     switch (classify_path_type<wchar_t>(text)) {
     case windows::PATH_TYPE_DRIVE_ABSOLUTE:
         return with_drive_prefix(text);
@@ -71,27 +71,27 @@ long_form clean_rooted(std::wstring const &path)
 }
 
 /// What needs no other pathname to stand on; nothing if `text` does.
-std::optional<long_form> clean_by_itself(std::wstring const &text, path_type_enum type)
+std::optional<long_form> clean_by_itself(std::wstring_view text, path_type_enum type)
 {
     switch (type) {
     case windows::PATH_TYPE_LONG_DRIVE_ABSOLUTE:
     case windows::PATH_TYPE_LONG_UNC:
-        return long_form{text, type};
+        return long_form{std::wstring(text), type};
     case windows::PATH_TYPE_DRIVE_ABSOLUTE:
         return with_drive_prefix(text);
     case windows::PATH_TYPE_UNC:
         return with_server_prefix(text);
     case windows::PATH_TYPE_DRIVE_RELATIVE:
-        return with_drive_prefix(checked(expand_drive_relative(text)));
+        return with_drive_prefix(checked(expand_drive_relative(std::wstring(text))));
     default:
         return std::nullopt;
     }
 }
 
 /// `type` is told even where there is a rejection: from here on it is the anchor's.
-long_form clean_relative(std::wstring const &path, path_type_enum &type, std::wstring const &base)
+long_form clean_relative(std::wstring_view path, path_type_enum &type, std::wstring_view base)
 {
-    std::wstring const anchor = base.empty() ? current_path_wide() : base;
+    std::wstring const anchor = base.empty() ? current_path_wide() : std::wstring(base);
     type = classify_path_type<wchar_t>(anchor);
     std::optional<long_form> joined = clean_by_itself(anchor, type);
     if (!joined)
@@ -103,7 +103,7 @@ long_form clean_relative(std::wstring const &path, path_type_enum &type, std::ws
     return *std::move(joined);
 }
 
-long_form clean_by_type(std::wstring const &path, path_type_enum &type, std::wstring const &base)
+long_form clean_by_type(std::wstring_view path, path_type_enum &type, std::wstring_view base)
 {
     if (std::optional<long_form> cleaned = clean_by_itself(path, type))
         return *std::move(cleaned);
@@ -134,37 +134,24 @@ bool ends_in_dot_element(std::wstring_view text)
     return (text.size() >= 3 && ends_in(L"\\.")) || (text.size() >= 4 && ends_in(L"\\.."));
 }
 
-} // namespace
-
-std::wstring clean_pathname(std::wstring const &path, path_type_enum &path_type,
-                            std::wstring const &base)
-{
-    path_type = classify_path_type<wchar_t>(path);
-    long_form cleaned = clean_by_type(path, path_type, base);
-    path_type = cleaned.path_type;
-    return std::move(cleaned.text);
-}
-
-bool has_parent_component(std::wstring_view path)
+/// Whether an element of `path` is exactly `name`.
+bool has_component(std::wstring_view path, std::wstring_view name)
 {
     for (std::size_t begin = 0; begin <= path.size();) {
         std::size_t const end = find_backslash(path, begin);
-        if (path.substr(begin, end - begin) == L"..")
+        if (path.substr(begin, end - begin) == name)
             return true;
         begin = end + 1;
     }
     return false;
 }
 
-std::wstring remove_dot_components(std::wstring_view path, path_type_enum path_type)
+/// The elements behind the first `start` units, those that are `.` left out.
+std::wstring without_dot_components(std::wstring_view path, std::size_t start)
 {
-    std::size_t const start = path_type == windows::PATH_TYPE_LONG_DRIVE_ABSOLUTE
-                                  ? std::min(long_prefix_size + drive_root_size, path.size())
-                                  : checked_unc_root_length(path, long_unc_prefix_size);
-    std::wstring cleaned(path.substr(0, start));
-    if (path.size() == start)
-        return cleaned;
+    std::wstring cleaned;
     cleaned.reserve(path.size());
+    cleaned = path.substr(0, start);
     std::size_t begin = start;
     for (std::size_t end = find_backslash(path, begin); end < path.size();
          end = find_backslash(path, begin)) {
@@ -180,6 +167,36 @@ std::wstring remove_dot_components(std::wstring_view path, path_type_enum path_t
     if (ends_in_backslash<wchar_t>(cleaned))
         cleaned.pop_back();
     return cleaned;
+}
+
+} // namespace
+
+std::wstring clean_pathname(std::wstring_view path, path_type_enum &path_type,
+                            std::wstring_view base)
+{
+    path_type = classify_path_type(path);
+    long_form cleaned = clean_by_type(path, path_type, base);
+    path_type = cleaned.path_type;
+    return std::move(cleaned.text);
+}
+
+bool has_parent_component(std::wstring_view path)
+{
+    return has_component(path, L"..");
+}
+
+std::wstring remove_dot_components(std::wstring path, path_type_enum path_type)
+{
+    std::size_t const start = path_type == windows::PATH_TYPE_LONG_DRIVE_ABSOLUTE
+                                  ? std::min(long_prefix_size + drive_root_size, path.size())
+                                  : checked_unc_root_length<wchar_t>(path, long_unc_prefix_size);
+    if (path.size() == start)
+        return path;
+    if (has_component(std::wstring_view(path).substr(start), L"."))
+        return without_dot_components(path, start);
+    if (ends_in_backslash<wchar_t>(path))
+        path.pop_back();
+    return path;
 }
 
 bool is_path_clean(std::wstring_view path, std::size_t length)

@@ -21,8 +21,8 @@ namespace fl::filesystem::detail {
 ///     \\server\share\x      \\?\UNC\server\share\x
 ///     \\?\C:\x              as it is
 ///     ..\x below C:\a       \\?\C:\a\..\x
-std::wstring clean_pathname(std::wstring const &path, windows::path_type_enum &path_type,
-                            std::wstring const &base);
+std::wstring clean_pathname(std::wstring_view path, windows::path_type_enum &path_type,
+                            std::wstring_view base);
 
 /// Whether an element of `path` is exactly `..`. Only backslashes separate.
 bool has_parent_component(std::wstring_view path);
@@ -34,7 +34,7 @@ bool has_parent_component(std::wstring_view path);
 ///     \\?\C:\a\.\b\      \\?\C:\a\b
 ///     \\?\C:\.           \\?\C:\, the root itself
 ///     \\?\C:\.\          \\?\C:       (the rule for the end meets the root)
-std::wstring remove_dot_components(std::wstring_view path, windows::path_type_enum path_type);
+std::wstring remove_dot_components(std::wstring path, windows::path_type_enum path_type);
 
 /// Whether the first `length` units hold no element that is empty, `.` or `..`, so that
 /// a link with this target needs no walk. Only backslashes separate. Elements within are

@@ -12,6 +12,8 @@
 #include "pathname/shapes.hpp"
 #include "platform/limits.hpp"
 
+#include <utility>
+
 namespace fl::filesystem::detail {
 
 namespace {
@@ -24,6 +26,11 @@ std::size_t last_element(std::wstring_view long_form)
         long_form.rfind(pathname_traits<wchar_t>::PATHNAME_SEPARATOR_CHARACTER);
     std::wstring_view const element = long_form.substr(last + 1);
     return element == L"." || element == L".." ? long_form.size() : last;
+}
+
+std::wstring clean_absolute(std::u16string_view text, windows::path_type_enum &path_type)
+{
+    return clean_pathname(absolute_text(text).view(), path_type, {});
 }
 
 std::wstring resolve_all_but_the_last(std::wstring const &long_form)
@@ -43,16 +50,17 @@ std::wstring resolve_all_but_the_last(std::wstring const &long_form)
 std::wstring make_cleaned_form(upath const &p, upath const &base,
                                windows::path_type_enum &path_type)
 {
-    upath const full = make_absolute(join_with_base(p, base));
-    return clean_pathname(full.wstring(), path_type, {});
+    upath joined;
+    return clean_absolute(join_with_base(p, base, joined).native(), path_type);
 }
 
 std::wstring make_resolved_access_form(std::u16string const &path)
 {
     windows::path_type_enum path_type = windows::PATH_TYPE_INVALID;
-    std::wstring const long_form = make_cleaned_form(upath(path, true), upath(), path_type);
+    native_text<char16_t> const native(path);
+    std::wstring long_form = clean_absolute(native.view(), path_type);
     if (!has_parent_component(long_form))
-        return remove_dot_components(long_form, path_type);
+        return remove_dot_components(std::move(long_form), path_type);
     return resolve_all_but_the_last(long_form);
 }
 

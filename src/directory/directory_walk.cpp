@@ -7,6 +7,7 @@
 #include "failure/missing_codes.hpp"
 #include "failure/throw.hpp"
 #include "failure/win32_error.hpp"
+#include "pathname/native_path.hpp"
 #include "platform/code_units.hpp"
 #include "platform/limits.hpp"
 #include "standard/opening.hpp"
@@ -179,20 +180,31 @@ void directory_walk::read_next()
 
 void directory_walk::take_entry()
 {
-    auto record = std::make_shared<entry_record>();
+    entry_record &record = next_record();
     WIN32_FIND_DATAW const &data = found_.data();
-    record->name = narrow(found_.name());
-    record->form.reserve(path_.form.size() + 1 + record->name.size());
-    join_name(record->form = path_.form, record->name);
-    record->text.reserve(path_.text.size() + 1 + record->name.size());
-    join_name(record->text = path_.text, record->name);
-    record->path = upath(record->text);
-    record->data = {data.dwFileAttributes, data.ftCreationTime, data.ftLastAccessTime,
-                    data.ftLastWriteTime,  data.nFileSizeHigh,  data.nFileSizeLow};
+    assign_units(record.name, found_.name());
+    record.form.reserve(path_.form.size() + 1 + record.name.size());
+    join_name(record.form = path_.form, record.name);
+    record.text.reserve(path_.text.size() + 1 + record.name.size());
+    join_name(record.text = path_.text, record.name);
+    assign_native_form(record.path, record.text);
+    record.data = {data.dwFileAttributes, data.ftCreationTime, data.ftLastAccessTime,
+                   data.ftLastWriteTime,  data.nFileSizeHigh,  data.nFileSizeLow};
     // of what isn't a reparse point the field means nothing
-    if ((data.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0)
-        record->reparse_tag = data.dwReserved0;
-    entry_ = directory_entry(std::move(record));
+    bool const is_reparse_point = (data.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
+    record.reparse_tag = is_reparse_point ? data.dwReserved0 : 0;
+}
+
+/// The record of the entry to come: that of the one before, with its memory, unless somebody has
+/// kept that entry.
+entry_record &directory_walk::next_record()
+{
+    entry_ = directory_entry();
+    if (!record_ || record_.use_count() != 1)
+        record_ = std::make_shared<entry_record>();
+    // taken ahead of any change: whoever let go of the record on another thread has read it
+    entry_ = directory_entry(record_);
+    return *record_;
 }
 
 void directory_walk::fail(DWORD code) const

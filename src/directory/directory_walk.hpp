@@ -11,6 +11,7 @@
 
 #include <windows.h>
 
+#include <memory>
 #include <vector>
 
 namespace fl::filesystem::detail {
@@ -63,6 +64,7 @@ private:
     void restore();
     void read_next();
     void take_entry();
+    entry_record &next_record();
     [[noreturn]] void fail(DWORD code) const;
     void close() noexcept;
 
@@ -71,6 +73,7 @@ private:
     listed_pathname path_; ///< of the directory at hand
     std::vector<level> levels_;
     found_entry found_;
+    std::shared_ptr<entry_record> record_; ///< of the entry
     directory_entry entry_;
 };
 

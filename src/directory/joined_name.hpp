@@ -3,6 +3,7 @@
 // Names found in a directory, put behind its pathname.
 
 #include "pathname/shapes.hpp"
+#include "platform/code_units.hpp"
 
 #include <string>
 #include <string_view>
@@ -16,7 +17,7 @@ void join_name(std::basic_string<Char> &directory, Name const &name)
     bool const is_bare_drive = directory.size() == drive_size && is_drive_at<Char>(directory, 0);
     if (!is_bare_drive && !ends_in_backslash<Char>(directory))
         directory += backslash<Char>;
-    directory.append(name.begin(), name.end());
+    append_units(directory, std::basic_string_view<typename Name::value_type>(name));
 }
 
 /// The pattern by which `directory` is listed.

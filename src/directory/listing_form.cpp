@@ -10,7 +10,7 @@ std::wstring make_listing_form(upath const &p)
 {
     if (p.empty())
         throw_invalid_argument("Empty Path not permitted");
-    return make_literal_form<wchar_t>(std::u16string_view(make_absolute(p).native()));
+    return make_literal_form<wchar_t>(absolute_text(p.native()).view());
 }
 
 } // namespace fl::filesystem::detail

@@ -14,6 +14,11 @@ namespace fl::filesystem::detail {
 /// Win32 code, whatever its category, naming `first` or nothing. Takes the path by
 /// value: it outlives the strings that went to the system.
 void throw_on_filesystem_error(std::error_code ec, std::optional<upath> first);
+inline void throw_on_filesystem_error(std::error_code ec, upath const &first)
+{
+    if (ec.value() != 0) // else nobody needs the copy
+        throw_on_filesystem_error(ec, std::optional<upath>(first));
+}
 
 /// The same for an operation with a source and a target: throws `FileIsDirectory`
 /// naming `first` for the facility's own "is a directory" (21 of the generic category),

@@ -11,7 +11,7 @@ upath absolute(upath const &p, upath const &base)
 
 std::u16string absolute(std::u16string const &p, std::u16string const &base)
 {
-    return absolute(upath(p), upath(base)).native();
+    return absolute(upath(p), upath(base)).u16string();
 }
 
 } // namespace fl::filesystem

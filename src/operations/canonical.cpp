@@ -7,8 +7,9 @@
 #include "failure/throw.hpp"
 #include "failure/win32_error.hpp"
 #include "pathname/long_prefix.hpp"
+#include "pathname/native_form.hpp"
+#include "pathname/native_path.hpp"
 #include "platform/attribute_query.hpp"
-#include "platform/code_units.hpp"
 #include "standard/filesystem.hpp"
 #include "status/existence.hpp"
 
@@ -69,7 +70,7 @@ upath canonical(upath const &p, upath const &base)
     if (p.empty())
         return upath();
     try {
-        return upath(detail::narrow(resolve(p, base)));
+        return detail::path_of_native(detail::narrow_native_form(resolve(p, base)));
     } catch (PathNotFound const &) {
         // callers are told neither what they gave nor how far it could be resolved
         detail::throw_exception(PathNotFound());
@@ -78,7 +79,7 @@ upath canonical(upath const &p, upath const &base)
 
 std::u16string canonical(std::u16string const &p, std::u16string const &base)
 {
-    return canonical(upath(p), upath(base)).native();
+    return canonical(upath(p), upath(base)).u16string();
 }
 
 upath weakly_canonical(upath const &p)
@@ -93,12 +94,13 @@ upath weakly_canonical(upath const &p)
     head = canonical(head, upath());
     if (!append_rest(head, element, p.end()))
         return head;
-    return upath(detail::narrow(detail::standard::lexically_normal(head.wstring())));
+    return detail::path_of_native(
+        detail::narrow_native_form(detail::standard::lexically_normal(head.wstring())));
 }
 
 std::u16string weakly_canonical(std::u16string const &p)
 {
-    return weakly_canonical(upath(p)).native();
+    return weakly_canonical(upath(p)).u16string();
 }
 
 } // namespace fl::filesystem

@@ -42,7 +42,7 @@ std::wstring target_of(std::wstring const &form)
 /// The name whose attributes change.
 std::wstring find_target(std::wstring const &form, unsigned int perms)
 {
-    unsigned int const type = detail::symlink_status_at(form).get_type();
+    unsigned int const type = detail::demand_symlink_status(form).get_type();
     bool const is_link = type == file_status::symlink_file || type == file_status::reparse_file;
     return is_link && (perms & file_status::perms_symlink) == 0 ? target_of(form) : form;
 }

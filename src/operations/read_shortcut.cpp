@@ -24,7 +24,7 @@ upath read_shortcut(upath const &p)
 
 std::u16string read_shortcut(std::u16string const &p)
 {
-    return read_shortcut(upath(p)).native();
+    return read_shortcut(upath(p)).u16string();
 }
 
 } // namespace fl::filesystem

@@ -19,7 +19,7 @@ upath read_symlink(upath const &p)
 
 std::u16string read_symlink(std::u16string const &p)
 {
-    return read_symlink(upath(p)).native();
+    return read_symlink(upath(p)).u16string();
 }
 
 } // namespace fl::filesystem

@@ -1,7 +1,8 @@
 #include <fl/filesystem/operations.hpp>
 
 #include "failure/win32_error.hpp"
-#include "platform/code_units.hpp"
+#include "pathname/native_form.hpp"
+#include "pathname/native_path.hpp"
 #include "standard/filesystem.hpp"
 
 namespace fl::filesystem {
@@ -12,12 +13,12 @@ upath relative(upath const &p, upath const &base)
     std::wstring const text = detail::standard::relative(p.wstring(), base.wstring(), ec);
     if (ec)
         detail::throw_win32_exception(static_cast<unsigned int>(ec.value()), p.wstring());
-    return upath(detail::narrow(text));
+    return detail::path_of_native(detail::narrow_native_form(text));
 }
 
 std::u16string relative(std::u16string const &p, std::u16string const &base)
 {
-    return relative(upath(p), upath(base)).native();
+    return relative(upath(p), upath(base)).u16string();
 }
 
 } // namespace fl::filesystem

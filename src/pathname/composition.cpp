@@ -2,6 +2,7 @@
 
 #include "failure/throw.hpp"
 #include "pathname/native_form.hpp"
+#include "pathname/parent_size.hpp"
 #include "pathname/root_length.hpp"
 
 #include <utility>
@@ -26,14 +27,17 @@ bool takes_rooted_addition(std::basic_string_view<Char> base)
 
 template <typename Char>
 std::basic_string<Char> &concatenate(std::basic_string<Char> &base,
-                                     std::basic_string_view<Char> raw_addition)
+                                     std::basic_string<Char> const &raw_addition)
 {
-    std::basic_string<Char> addition = native_form(raw_addition);
+    if (&base == &raw_addition) // which must not change while it is read
+        return concatenate(base, std::basic_string<Char>(raw_addition));
+    native_text<Char> native{raw_addition};
     if (base.empty()) {
-        base = std::move(addition);
+        std::move(native).move_into(base);
         return base;
     }
-    std::size_t const root = root_path_length<Char>(addition);
+    std::basic_string_view<Char> const addition = native.view();
+    std::size_t const root = root_path_length(addition);
     if (root > 1)
         throw_invalid_argument("Absolute path not permitted");
     if (root == 1 && !takes_rooted_addition<Char>(base))
@@ -45,22 +49,6 @@ std::basic_string<Char> &concatenate(std::basic_string<Char> &base,
         base += pathname_traits<Char>::PATHNAME_SEPARATOR_CHARACTER;
     base += addition;
     return base;
-}
-
-template <typename Char>
-std::basic_string<Char> &cut_filename(std::basic_string<Char> &text)
-{
-    std::size_t const root = root_path_length<Char>(text);
-    if (root == text.size()) {
-        text.resize(ends_in_backslash<Char>(text) ? root - 1 : 0);
-        return text;
-    }
-    std::size_t const last = text.rfind(pathname_traits<Char>::PATHNAME_SEPARATOR_CHARACTER);
-    if (last == text.npos)
-        text.clear();
-    else
-        text.resize(last < root ? last + 1 : last); // a root stays whole
-    return text;
 }
 
 /// Whether `pathname` is nothing but a drive, a server, or a server and share.
@@ -97,24 +85,26 @@ std::size_t end_of_kept_part(std::u16string_view pathname, std::size_t filename)
 
 std::u16string &concatenate_pathname(std::u16string &base, std::u16string const &addition, bool)
 {
-    return concatenate<char16_t>(base, addition);
+    return concatenate(base, addition);
 }
 
 std::wstring &path_traits<wchar_t, wchar_t>::concatenate_pathname(std::wstring &base,
                                                                   std::wstring const &addition,
                                                                   bool)
 {
-    return concatenate<wchar_t>(base, addition);
+    return concatenate(base, addition);
 }
 
 std::u16string &remove_filename(std::u16string &text)
 {
-    return cut_filename(text);
+    text.resize(parent_size<char16_t>(text));
+    return text;
 }
 
 std::wstring &path_traits<wchar_t, wchar_t>::remove_filename(std::wstring &text)
 {
-    return cut_filename(text);
+    text.resize(parent_size<wchar_t>(text));
+    return text;
 }
 
 std::u16string &replace_extension(std::u16string &pathname, std::u16string const &new_extension)
@@ -133,7 +123,9 @@ std::u16string &replace_extension(std::u16string &pathname, std::u16string const
     std::size_t const kept = end_of_kept_part(pathname, filename);
     bool const had_extension = kept != pathname.size();
     bool const has_stop = new_extension[0] == traits::DOT_CHARACTER;
-    std::u16string replaced = pathname.substr(0, kept);
+    std::u16string replaced;
+    replaced.reserve(kept + 1 + new_extension.size());
+    replaced.append(pathname, 0, kept);
     if (!had_extension && !has_stop)
         replaced += traits::DOT_CHARACTER;
     replaced.append(new_extension, had_extension && has_stop ? 1 : 0);

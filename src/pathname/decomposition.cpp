@@ -1,5 +1,6 @@
 #include <fl/filesystem/pathname.hpp>
 
+#include "pathname/parent_size.hpp"
 #include "pathname/root_length.hpp"
 
 namespace fl::filesystem::detail {
@@ -69,10 +70,7 @@ std::uint64_t get_root_path_length(std::u16string const &text)
 
 std::u16string extract_root_name(std::u16string const &text)
 {
-    std::size_t const root = root_path_length<char16_t>(text);
-    if (root == 0)
-        return {};
-    return text.substr(0, is_backslash(text[root - 1]) ? root - 1 : root);
+    return std::u16string(root_name<char16_t>(text));
 }
 
 std::u16string extract_root_directory(std::u16string const &text)
@@ -95,9 +93,7 @@ std::u16string extract_relative_path(std::u16string const &text)
 
 std::u16string extract_parent_path(std::u16string const &text)
 {
-    std::u16string parent = text;
-    remove_filename(parent);
-    return parent;
+    return text.substr(0, parent_size<char16_t>(text));
 }
 
 std::u16string extract_filename(std::u16string const &text)

@@ -1,6 +1,6 @@
 #include <fl/filesystem/pathname.hpp>
 
-#include "pathname/shapes.hpp"
+#include "pathname/root_length.hpp"
 
 namespace fl::filesystem::detail {
 
@@ -36,8 +36,8 @@ std::u16string extract_first_element(std::u16string const &text, std::uint64_t r
         return {};
     if (root_length == 0)
         return std::u16string(element_at(text, 0));
-    std::u16string name = extract_root_name(text);
-    return name.empty() ? std::u16string(unit_traits::ROOT_PATHNAME) : name;
+    std::u16string_view const name = root_name<char16_t>(text);
+    return std::u16string(name.empty() ? unit_traits::ROOT_PATHNAME : name);
 }
 
 void move_down(std::u16string const &text, std::uint64_t root_length, std::uint64_t &position,
@@ -85,7 +85,7 @@ void move_up(std::u16string const &text, std::uint64_t root_length, std::uint64_
         return;
     }
     // to a root name
-    element = text.substr(0, position);
+    element.assign(text, 0, position);
     position = 0;
 }
 

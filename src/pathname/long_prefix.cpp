@@ -4,6 +4,7 @@
 
 #include "failure/throw.hpp"
 #include "pathname/path_type.hpp"
+#include "platform/code_units.hpp"
 
 #include <algorithm>
 
@@ -19,7 +20,8 @@ std::basic_string<Result> with_long_prefix(std::basic_string_view<Char> text, bo
         text.remove_prefix(std::min(server_prefix_size, text.size()));
     std::basic_string<Result> prefixed;
     prefixed.reserve(prefix.size() + text.size());
-    prefixed.append(prefix).append(text.begin(), text.end());
+    prefixed.append(prefix);
+    append_units(prefixed, text);
     return prefixed;
 }
 

@@ -3,9 +3,10 @@
 #include <fl/filesystem/pathname.hpp>
 
 #include "pathname/root_length.hpp"
+#include "pathname/unit_search.hpp"
+#include "platform/code_units.hpp"
 
 #include <algorithm>
-#include <utility>
 
 namespace fl::filesystem::detail {
 
@@ -30,89 +31,211 @@ std::size_t skip_white_space(std::basic_string_view<Char> text)
     return static_cast<std::size_t>(found - text.begin());
 }
 
-/// Removes the backslash at the end of a text of `size` units, if more than one
-/// unit stands behind its root. The size is the caller's word: where it is not
-/// that of the text, nothing is removed.
-template <typename Char>
-void drop_trailing_backslash(std::basic_string<Char> &text, std::size_t root, std::size_t size)
+enum class shape
 {
-    if (size > root && size - root >= 2 && is_backslash(unit_at<Char>(text, size - 1)))
-        text.pop_back();
+    names,  ///< all but the others; a drive or a separator may stand ahead
+    server, ///< behind two separators
+    device  ///< behind `\\.\`
+};
+
+constexpr std::size_t prefix_size(shape kind)
+{
+    switch (kind) {
+    case shape::server:
+        return server_prefix_size;
+    case shape::device:
+        return device_prefix_size;
+    default:
+        return 0;
+    }
 }
+
+/// What the native form of a text is made of.
+template <typename Char>
+struct native_parts
+{
+    std::basic_string_view<Char> units; ///< the prefix of the shape first, however it is written
+    shape kind = shape::names;
+    std::size_t root = 0;         ///< of names: so many units in front keep a backslash
+    std::size_t written_size = 0; ///< of a device: by which its trailing backslash goes
+};
 
 /// Taken for the root of every drive, also where the drive has no backslash, so
 /// that a single unit behind `C:` keeps the backslash behind it.
 constexpr std::size_t drive_root = drive_root_size;
 
+/// `otherwise` is the root where no drive stands at `at`.
 template <typename Char>
-std::basic_string<Char> finish(std::basic_string<Char> form, std::size_t root)
+native_parts<Char> names(std::basic_string_view<Char> text, std::size_t at, std::size_t otherwise)
 {
-    drop_trailing_backslash(form, root, form.size());
-    return form;
-}
-
-/// What stands behind `\\?\`, which begins at `prefix`.
-template <typename Char>
-std::basic_string<Char> without_long_prefix(std::basic_string_view<Char> text, std::size_t prefix)
-{
-    std::basic_string<Char> form = collapse_separators_from(text, prefix + long_prefix_size, 0);
-    std::size_t const root = is_drive_at<Char>(form, 0) ? drive_root : 0;
-    return finish(std::move(form), root);
-}
-
-/// A server pathname whose two separators stand at `server`. A server, and a server
-/// and share, may keep the backslash behind them.
-template <typename Char>
-std::basic_string<Char> server_form(std::basic_string_view<Char> text, std::size_t server)
-{
-    std::basic_string<Char> form = collapse_separators_from(text, server, server_prefix_size);
-    form[0] = form[1] = backslash<Char>;
-    std::size_t const root = skip_two_separators<Char>(form, server_prefix_size);
-    return finish(std::move(form), root);
-}
-
-/// A device pathname whose prefix begins at `prefix`. Its trailing backslash goes
-/// by the size that the text had before its separators were collapsed, so it
-/// stays where any were, and where white space stood ahead of the prefix.
-template <typename Char>
-std::basic_string<Char> device_form(std::basic_string_view<Char> text, std::size_t prefix)
-{
-    if (text.size() ==
-        device_prefix_size) // nothing but the prefix; with white space ahead it is kept
-        return {};
-    std::basic_string<Char> form = collapse_separators_from(text, prefix, device_prefix_size);
-    form[0] = form[1] = form[3] = backslash<Char>;
-    drop_trailing_backslash(form, device_prefix_size, text.size());
-    return form;
+    return {text, shape::names, is_drive_at(text, at) ? drive_root : otherwise};
 }
 
 /// `text` has lost its trailing blanks. Leading white space is looked past; the
 /// forms with a prefix lose it, and in the others it is a part of the first name.
 template <typename Char>
-std::basic_string<Char> form_by_shape(std::basic_string_view<Char> text)
+native_parts<Char> parts_by_shape(std::basic_string_view<Char> text)
 {
     std::size_t const start = skip_white_space(text);
-    if (!is_separator(unit_at(text, start))) {
-        // C:\foo or foo
-        std::size_t const root = is_drive_at(text, start) ? drive_root : 0;
-        return finish(collapse_separators_from(text, 0, 0), root);
-    }
+    // C:\foo or foo
+    if (!is_separator(unit_at(text, start)))
+        return names<Char>(text, start, 0);
     // \\server\share
     if (is_unc_prefix_at(text, start))
-        return server_form(text, start);
+        return {text.substr(start), shape::server};
     // \\?\UNC\server\share; nothing but the prefix, and no white space ahead, is empty
-    if (is_long_unc_prefix_at(text, start))
-        return text.size() == long_unc_prefix_size
-                   ? std::basic_string<Char>()
-                   : server_form(text, start + long_unc_prefix_size - server_prefix_size);
+    if (is_long_unc_prefix_at(text, start)) {
+        if (text.size() == long_unc_prefix_size)
+            return {};
+        return {text.substr(start + long_unc_prefix_size - server_prefix_size), shape::server};
+    }
     // \\?\C:\foo
     if (is_long_prefix_at(text, start))
-        return without_long_prefix(text, start);
-    // \\.\COM1
-    if (is_device_prefix_at(text, start))
-        return device_form(text, start);
+        return names<Char>(text.substr(start + long_prefix_size), 0, 0);
+    // \\.\COM1; nothing but the prefix is empty, but with white space ahead it is kept
+    if (is_device_prefix_at(text, start)) {
+        if (text.size() == device_prefix_size)
+            return {};
+        return {text.substr(start), shape::device, device_prefix_size, text.size()};
+    }
     // \foo
-    return finish(collapse_separators_from(text, 0, 0), 1);
+    return {text, shape::names, 1};
+}
+
+template <typename Char>
+native_parts<Char> parts_of(std::basic_string_view<Char> text)
+{
+    std::size_t const end = end_without_blanks(text);
+    if (end == 0) // empty, or nothing but blanks
+        return {text};
+    return parts_by_shape(text.substr(0, end));
+}
+
+/// The index behind which a backslash at the end of `form` goes, if one more unit stands there.
+/// A server, and a server and share, may keep theirs.
+template <typename Char, typename Unit>
+std::size_t root_of(native_parts<Char> const &parts, std::basic_string_view<Unit> form)
+{
+    return parts.kind == shape::server ? skip_two_separators(form, server_prefix_size) : parts.root;
+}
+
+/// The size of `form`, which has single backslashes only, without the one at its end. The size
+/// that the rule goes by is for a device that of its text before its separators were
+/// collapsed, so that its backslash stays where any were, and where white space stood ahead of
+/// the prefix.
+template <typename Char, typename Unit>
+std::size_t size_without_last_backslash(native_parts<Char> const &parts,
+                                        std::basic_string_view<Unit> form)
+{
+    std::size_t const size = parts.kind == shape::device ? parts.written_size : form.size();
+    if (!is_backslash(unit_at(form, size - 1)))
+        return form.size();
+    std::size_t const root = root_of(parts, form);
+    return size > root && size - root >= 2 ? form.size() - 1 : form.size();
+}
+
+/// Whether unit `at` of a shape's prefix is a separator.
+constexpr bool separates_in_prefix(std::size_t at)
+{
+    return at != device_prefix_size - 2; // the full stop of \\.\ is none
+}
+
+template <typename Char>
+bool has_native_prefix(native_parts<Char> const &parts)
+{
+    for (std::size_t at = 0; at < prefix_size(parts.kind); ++at)
+        if (separates_in_prefix(at) && !is_backslash(parts.units[at]))
+            return false;
+    return true;
+}
+
+/// Whether there are only backslashes in `text`, and no two of them side by side.
+template <typename Char>
+bool has_single_backslashes(std::basic_string_view<Char> text)
+{
+    constexpr Char slash = pathname_traits<Char>::GENERIC_PATHNAME_SEPARATOR_CHARACTER;
+    if (text.empty())
+        return true;
+    Char const *const units = text.data();
+    auto const must_change = [units](std::size_t at) {
+        Char const is_slash = units[at] == slash;
+        Char const is_first = units[at] == backslash<Char>;
+        Char const is_second = units[at + 1] == backslash<Char>;
+        return static_cast<Char>(is_slash | (is_first & is_second));
+    };
+    return text.back() != slash && !has_hit<Char>(0, text.size() - 1, must_change);
+}
+
+/// Whether nothing but the end of the units has to change.
+template <typename Char>
+bool is_native(native_parts<Char> const &parts)
+{
+    return has_native_prefix(parts) &&
+           has_single_backslashes(parts.units.substr(prefix_size(parts.kind)));
+}
+
+/// The index of the first separator in `text` behind which another one stands, or of the last
+/// unit. There is one.
+template <typename Char>
+std::size_t find_run(std::basic_string_view<Char> text, std::size_t from)
+{
+    Char const *const units = text.data();
+    auto const separates = [units](std::size_t at) {
+        Char const is_slash =
+            units[at] == pathname_traits<Char>::GENERIC_PATHNAME_SEPARATOR_CHARACTER;
+        Char const is_native = units[at] == backslash<Char>;
+        return static_cast<Char>(is_slash | is_native);
+    };
+    return find_hit<Char>(from, text.size() - 1, [separates](std::size_t at) {
+        return static_cast<Char>(separates(at) & separates(at + 1));
+    });
+}
+
+/// Appends `text` with every slash turned.
+template <typename Result, typename Char>
+void append_turned(std::basic_string<Result> &form, std::basic_string_view<Char> text)
+{
+    std::size_t const size = form.size();
+    append_units(form, text);
+    for (std::size_t at = size; at < form.size(); ++at) {
+        Result const unit = form[at];
+        form[at] = is_separator(unit) ? backslash<Result> : unit;
+    }
+}
+
+/// The first `keep` units as they are, and those behind them with single backslashes.
+template <typename Result, typename Char>
+std::basic_string<Result> collapse(std::basic_string_view<Char> text, std::size_t keep)
+{
+    std::basic_string<Result> collapsed;
+    collapsed.reserve(text.size());
+    append_units(collapsed, text.substr(0, keep));
+    for (std::size_t at = keep; at < text.size();) {
+        std::size_t const end = find_run(text, at) + 1;
+        append_turned(collapsed, text.substr(at, end - at));
+        at = end;
+        if (is_separator(text[end - 1]))
+            while (at < text.size() && is_separator(text[at]))
+                ++at;
+    }
+    if (collapsed.size() < text.size())
+        collapsed.shrink_to_fit();
+    return collapsed;
+}
+
+template <typename Result, typename Char>
+std::basic_string<Result> native_form_as(std::basic_string_view<Char> text)
+{
+    native_parts<Char> const parts = parts_of(text);
+    if (is_native(parts))
+        return copy_units<Result>(
+            parts.units.substr(0, size_without_last_backslash(parts, parts.units)));
+    std::basic_string<Result> form = collapse<Result>(parts.units, prefix_size(parts.kind));
+    for (std::size_t at = 0; at < prefix_size(parts.kind); ++at)
+        if (separates_in_prefix(at))
+            form[at] = backslash<Result>;
+    form.resize(size_without_last_backslash<Char, Result>(parts, form));
+    return form;
 }
 
 } // namespace
@@ -121,37 +244,35 @@ template <typename Char>
 std::basic_string<Char> collapse_separators_from(std::basic_string_view<Char> text,
                                                  std::size_t start, std::size_t keep)
 {
-    text.remove_prefix(start);
-    std::basic_string<Char> collapsed;
-    collapsed.reserve(text.size());
-    collapsed.append(text.substr(0, keep));
-    bool in_run = false;
-    for (Char const unit : text.substr(keep)) {
-        bool const separates = is_separator(unit);
-        if (!separates)
-            collapsed.push_back(unit);
-        else if (!in_run)
-            collapsed.push_back(backslash<Char>);
-        in_run = separates;
-    }
-    if (collapsed.size() < text.size())
-        collapsed.shrink_to_fit();
-    return collapsed;
+    return collapse<Char>(text.substr(start), keep);
 }
 
 template <typename Char>
 std::basic_string<Char> native_form(std::basic_string_view<Char> text)
 {
-    std::size_t const end = end_without_blanks(text);
-    if (end == 0) // empty, or nothing but blanks
-        return std::basic_string<Char>(text);
-    return form_by_shape(text.substr(0, end));
+    return native_form_as<Char>(text);
+}
+
+template <typename Char>
+std::optional<std::basic_string_view<Char>> native_part(std::basic_string_view<Char> text)
+{
+    native_parts<Char> const parts = parts_of(text);
+    if (!is_native(parts))
+        return std::nullopt;
+    return parts.units.substr(0, size_without_last_backslash(parts, parts.units));
+}
+
+std::u16string narrow_native_form(std::wstring_view text)
+{
+    return native_form_as<char16_t>(text);
 }
 
 template std::u16string collapse_separators_from(std::u16string_view, std::size_t, std::size_t);
 template std::wstring collapse_separators_from(std::wstring_view, std::size_t, std::size_t);
 template std::u16string native_form(std::u16string_view);
 template std::wstring native_form(std::wstring_view);
+template std::optional<std::u16string_view> native_part(std::u16string_view);
+template std::optional<std::wstring_view> native_part(std::wstring_view);
 
 std::u16string make_native_form(std::u16string const &text, bool)
 {

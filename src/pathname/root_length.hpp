@@ -91,6 +91,16 @@ constexpr std::size_t root_path_length(std::basic_string_view<Char> text)
     return is_backslash(unit_at(text, 0)) ? 1 : 0;
 }
 
+/// The drive or server that `text` begins with, without a backslash behind it.
+template <typename Char>
+constexpr std::basic_string_view<Char> root_name(std::basic_string_view<Char> text)
+{
+    std::size_t const root = root_path_length(text);
+    if (root == 0)
+        return {};
+    return text.substr(0, is_backslash(text[root - 1]) ? root - 1 : root);
+}
+
 template <typename Char>
 constexpr std::size_t element_root_length(std::basic_string_view<Char> text)
 {

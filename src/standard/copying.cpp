@@ -81,8 +81,11 @@ file_type look_at(std::wstring const &text, bool is_followed, std::error_code &e
     return (is_followed ? status(text, ec) : symlink_status(text, ec)).type();
 }
 
-std::wstring joined(std::wstring text, std::wstring_view name)
+std::wstring joined(std::wstring_view head, std::wstring_view name)
 {
+    std::wstring text;
+    text.reserve(head.size() + 1 + name.size());
+    text = head;
     join(text, name);
     return text;
 }

@@ -128,8 +128,14 @@ std::wstring absolute(std::wstring const &text, std::error_code &ec)
     ec.clear();
     if (text.empty())
         return {};
-    return filled_text(ec, [&](wchar_t *buffer, DWORD room) {
-        return ::GetFullPathNameW(text.c_str(), room, buffer, nullptr);
+    text_buffer buffer;
+    return std::wstring(absolute(text.c_str(), buffer, ec));
+}
+
+std::wstring_view absolute(wchar_t const *text, text_buffer &buffer, std::error_code &ec)
+{
+    return fill_text(buffer, ec, [text](wchar_t *units, DWORD room) {
+        return ::GetFullPathNameW(text, room, units, nullptr);
     });
 }
 

@@ -9,6 +9,8 @@
 // the system category, or `ERROR_GEN_FAILURE` where a call failed and told none; success
 // clears it.
 
+#include "platform/filled_buffer.hpp"
+
 #include <filesystem>
 #include <functional>
 #include <string>
@@ -28,6 +30,9 @@ extern template bool is_absolute(std::wstring_view);
 /// Returns what `GetFullPathNameW` makes of `text`; the empty text is answered
 /// without a call.
 std::wstring absolute(std::wstring const &text, std::error_code &ec);
+
+/// The same in `buffer`, of a text that ends in a NUL.
+std::wstring_view absolute(wchar_t const *text, text_buffer &buffer, std::error_code &ec);
 
 /// Returns the process's current directory.
 std::wstring current_path(std::error_code &ec);

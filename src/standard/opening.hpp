@@ -109,18 +109,26 @@ inline bool get_reparse_data(file_handle const &file, std::span<unsigned char> b
     });
 }
 
-/// The text that `call(buffer, room)` writes, however long it is.
+/// The text that `call(units, room)` writes into `buffer`, however long it is.
 template <typename Call>
-std::wstring filled_text(std::error_code &ec, Call call)
+std::wstring_view fill_text(text_buffer &buffer, std::error_code &ec, Call call)
 {
     DWORD code = ERROR_SUCCESS;
-    auto text = filled_buffer(260, growth::until_it_fits, [&](wchar_t *buffer, DWORD room) {
+    auto const text = buffer.fill(260, growth::until_it_fits, [&](wchar_t *units, DWORD room) {
         DWORD answer = 0;
-        code = code_of([&] { return (answer = call(buffer, room)) != 0; });
+        code = code_of([&] { return (answer = call(units, room)) != 0; });
         return answer;
     });
     ec = system_code(code);
-    return std::move(text).value_or(std::wstring());
+    return text.value_or(std::wstring_view());
+}
+
+/// The same for who keeps the text.
+template <typename Call>
+std::wstring filled_text(std::error_code &ec, Call call)
+{
+    text_buffer buffer;
+    return std::wstring(fill_text(buffer, ec, call));
 }
 
 /// Goes ahead of a pathname as the object manager knows it, for volumes that have no other.

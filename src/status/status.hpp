@@ -15,12 +15,15 @@ file_status status_of(std::u16string const &path);
 /// The operation `symlink_status`: of the name itself.
 file_status symlink_status_of(std::u16string const &path);
 
-/// The same for a string that went to the system already, but a name that isn't there
-/// throws what the code stands for.
+/// The same for a string that went to the system already. Throws also what is no failure to
+/// a status: see `status_or_not_found`.
 file_status symlink_status_at(std::wstring const &path);
 
 /// The same of what `path` finally leads to.
 file_status status_at(std::wstring path);
+
+/// That of the name itself, which has to be there: else throws what the code stands for.
+file_status demand_symlink_status(std::wstring const &path);
 
 /// Returns what `query` does. A status is no failure for a name that isn't there, nor for one
 /// that can't be.

@@ -123,8 +123,19 @@ TEST(LackOfMemory, LeavesTheBaseOfAJoinAsItWas)
     base.shrink_to_fit();
     std::size_t const failures = fail_each_allocation(
         [&] { concatenate_pathname(base, addition, true); }, [&] { EXPECT_EQ(base, tail); });
-    EXPECT_EQ(failures, 2U) << "the native form of the addition, and the room for it";
+    EXPECT_EQ(failures, 1U) << "the room for the addition";
     EXPECT_EQ(base, tail + u"\\" + addition);
+}
+
+TEST(LackOfMemory, LeavesTheBaseOfAJoinWithATextThatIsNotInNativeForm)
+{
+    std::u16string const addition = tail + u"/" + tail + u"/";
+    std::u16string base = tail;
+    base.shrink_to_fit();
+    std::size_t const failures = fail_each_allocation(
+        [&] { concatenate_pathname(base, addition, true); }, [&] { EXPECT_EQ(base, tail); });
+    EXPECT_EQ(failures, 2U) << "the native form of the addition, and the room for it";
+    EXPECT_EQ(base, tail + u"\\" + tail + u"\\" + tail);
 }
 
 TEST(LackOfMemory, LeavesAPathnameWithItsOldExtension)

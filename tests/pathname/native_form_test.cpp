@@ -110,6 +110,27 @@ TEST(MakeNativeForm, TableThroughTheTraits)
     }
 }
 
+// Long texts are searched many units at a time.
+TEST(MakeNativeForm, FindsWhatMustChangeWhereverItStandsInATextOfAnySize)
+{
+    for (std::size_t size = 1; size <= 150; ++size) {
+        for (std::size_t at = 0; at < size; ++at) {
+            std::u16string const front(at, u'a');
+            std::u16string const back(size - at, u'b');
+            std::u16string const native = front + u"\\" + back;
+            for (char16_t const *separators : {u"\\", u"/", u"\\\\", u"/\\", u"\\/", u"///"}) {
+                if (at == 0 && separators[1] != u'\0')
+                    continue; // a server
+                std::u16string const text = front + separators + back;
+                ASSERT_EQ(make_native_form(text), native) << printable(text);
+                ASSERT_EQ((path_traits<wchar_t, wchar_t>::make_native_form(wide(text))),
+                          wide(native))
+                    << printable(text);
+            }
+        }
+    }
+}
+
 TEST(MakeNativeForm, AgreesInBothCharacterTypesAndNeverGrows)
 {
     std::u16string const alphabet = std::u16string(shape_alphabet) + u" U";

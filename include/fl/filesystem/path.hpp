@@ -22,6 +22,8 @@ class basic_path;
 
 namespace detail {
 
+struct native_path;
+
 /// What becomes a path of itself, beside `std::u16string`: its specializations stand for
 /// exactly one type each, and `of` returns its text in UTF-16. A literal is no such type; why
 /// is told at the constructor of the path. That of `std::filesystem::path` is in standard.hpp.
@@ -231,13 +233,13 @@ public:
     /// The two joined, as `/=` does it, and throws as that.
     [[nodiscard]] friend basic_path operator/(basic_path const &left, basic_path const &right)
     {
-        basic_path joined = left;
+        basic_path joined = left.with_room_for(right.pathname_);
         joined /= right;
         return joined;
     }
     [[nodiscard]] friend basic_path operator/(basic_path const &left, string_type const &right)
     {
-        basic_path joined = left;
+        basic_path joined = left.with_room_for(right);
         joined /= right;
         return joined;
     }
@@ -301,7 +303,7 @@ public:
     ///     C:a         b         b        (as told at `detail::remove_filename`)
     basic_path &replace_filename(string_type const &new_filename)
     {
-        basic_path replaced = *this;
+        basic_path replaced = with_room_for(new_filename);
         replaced.remove_filename();
         replaced /= new_filename;
         swap(replaced);
@@ -377,8 +379,9 @@ public:
     /// The same as a path, with the flag of this one.
     [[nodiscard]] basic_path parent() const
     {
-        basic_path above = *this;
-        above.remove_filename();
+        basic_path above;
+        above.form_flag_ = form_flag_;
+        above.pathname_ = detail::extract_parent_path(pathname_);
         return above;
     }
 
@@ -460,6 +463,18 @@ public:
     }
 
 private:
+    friend struct detail::native_path; // with which the library itself makes paths
+
+    /// A copy that takes `right` without being moved.
+    basic_path with_room_for(string_type const &right) const
+    {
+        basic_path copy;
+        copy.form_flag_ = form_flag_;
+        copy.pathname_.reserve(pathname_.size() + 1 + right.size());
+        copy.pathname_ = pathname_;
+        return copy;
+    }
+
     basic_path &join(string_type const &right, bool flag)
     {
         if (!right.empty())

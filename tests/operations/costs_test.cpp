@@ -1,0 +1,155 @@
+// What the common case of each operation costs: the calls that it makes, none of which is there
+// for nothing, and how often it takes memory, the system's own left out.
+
+#include <fl/filesystem.hpp>
+
+#include "access/filesystem_form.hpp"
+#include "support/allocations.hpp"
+#include "support/calls.hpp"
+
+#include <functional>
+
+namespace fl::filesystem {
+namespace {
+
+using namespace test_support;
+
+class costs : public testing::Test
+{
+protected:
+    costs() { count_all_but(simulation::is_in_call); }
+    ~costs() override { count_all_but(nullptr); }
+};
+
+// Longer than what a string holds by itself, and shorter than what needs a prefix.
+std::u16string const file = uR"(C:\directory\subdirectory\a-name.extension)";
+std::u16string const directory = uR"(C:\directory\subdirectory)";
+std::u16string const missing = uR"(C:\directory\subdirectory\another-name)";
+upath const file_path(file);
+upath const directory_path(directory);
+upath const missing_path(missing);
+upath const lost_path(uR"(C:\no-such-directory\name)");
+upath const relative_path(uR"(subdirectory\a-name.extension)");
+
+struct row
+{
+    char const *operation;
+    std::function<void()> call;
+    std::size_t allocations;
+    lines functions;
+};
+
+std::string const full = "GetFullPathNameW";
+std::string const attributes = "GetFileAttributesExW";
+std::string const opened = "CreateFileW";
+std::string const closed = "CloseHandle";
+
+row const rows[] = {
+    {"absolute", [] { absolute(file_path); }, 1, {full}},
+    {"absolute of a relative path", [] { absolute(relative_path); }, 1, {full}},
+    {"absolute of a text", [] { absolute(file); }, 2, {full}},
+    {"absolute below a base", [] { absolute(relative_path, directory_path); }, 2, {full}},
+    {"make_filesystem_form", [] { detail::make_filesystem_form(file_path); }, 1, {full}},
+    {"status", [] { status(file_path); }, 1, {full, attributes}},
+    {"status of a text", [] { status(file); }, 2, {full, attributes}},
+    {"status of a missing name", [] { status(missing_path); }, 1, {full, attributes}},
+    {"status below a missing directory", [] { status(lost_path); }, 1, {full, attributes}},
+    {"symlink_status", [] { symlink_status(file_path); }, 1, {full, attributes}},
+    {"symlink_status of a missing name",
+     [] { symlink_status(missing_path); },
+     1,
+     {full, attributes}},
+    {"status_express_light", [] { status_express_light(file); }, 1, {attributes}},
+    {"exists", [] { exists(file_path); }, 1, {full, attributes}},
+    {"exists of a text", [] { exists(file); }, 2, {full, attributes}},
+    {"exists of a missing name", [] { exists(missing_path); }, 1, {full, attributes}},
+};
+
+TEST_F(costs, OfTheCommonCaseOfAnOperation)
+{
+    for (row const &row : rows) {
+        simulated_machine machine;
+        machine.add_file(file);
+        machine.set_current_directory(uR"(C:\directory)");
+        EXPECT_EQ(allocations_of(row.call), row.allocations) << row.operation;
+        lines functions;
+        for (auto const &entry : machine.journal())
+            functions.push_back(entry.function);
+        EXPECT_EQ(functions, row.functions) << row.operation;
+    }
+}
+
+/// A directory with so many files and the same number of directories with a file each.
+void add_tree(simulated_machine &machine, std::u16string const &top, int size)
+{
+    machine.keep_journal(false);
+    machine.add_directory(top);
+    for (int i = 100; i < 100 + size; ++i) {
+        std::string const number = std::to_string(i);
+        std::u16string const name(number.begin(), number.end());
+        machine.add_file(top + u"\\a-file-with-a-longer-name-" + name);
+        machine.add_file(top + u"\\directory-" + name + u"\\a-file");
+    }
+}
+
+/// The same call on a tree of `size` and one that is larger by one file and one directory
+/// with a file in it: what these three cost.
+template <typename Call>
+std::size_t cost_of_one_more(Call call, int size)
+{
+    std::size_t taken[2] = {};
+    for (int more : {0, 1}) {
+        simulated_machine machine;
+        add_tree(machine, uR"(C:\tree)", size + more);
+        taken[more] = allocations_of(call);
+    }
+    return taken[1] - taken[0];
+}
+
+TEST_F(costs, OfOneMoreEntryOfATree)
+{
+    EXPECT_EQ(cost_of_one_more([] { remove_all(uR"(C:\tree)"); }, 5), 1U)
+        << "the pattern of the directory";
+    EXPECT_EQ(
+        cost_of_one_more(
+            [] { copy(uR"(C:\tree)", uR"(C:\copy)", std::filesystem::copy_options::recursive); },
+            5),
+        1U)
+        << "the pattern of the directory";
+    EXPECT_EQ(cost_of_one_more(
+                  [] {
+                      for (directory_entry const &entry : directory_iterator(uR"(C:\tree)"))
+                          static_cast<void>(entry.last_write_time());
+                  },
+                  5),
+              0U);
+    EXPECT_EQ(cost_of_one_more(
+                  [] {
+                      for (auto const &entry : recursive_directory_iterator(uR"(C:\tree)"))
+                          static_cast<void>(entry.attributes());
+                  },
+                  5),
+              1U)
+        << "the pattern of the directory";
+}
+
+TEST_F(costs, AnEntryThatSomebodyKeepsStaysWhatItIs)
+{
+    simulated_machine machine;
+    add_tree(machine, uR"(C:\tree)", 3);
+    std::vector<directory_entry> kept;
+    int seen = 0;
+    for (directory_entry const &entry : directory_iterator(uR"(C:\tree)"))
+        if (seen++ % 2 == 0)
+            kept.push_back(entry);
+    ASSERT_EQ(kept.size(), 3U);
+    for (directory_entry const &entry : kept) {
+        EXPECT_EQ(entry.path().native(), uR"(C:\tree\)" + entry.filename());
+        EXPECT_EQ(entry.is_directory(), entry.filename().starts_with(u"directory"));
+    }
+    EXPECT_NE(kept[0].filename(), kept[1].filename());
+    EXPECT_NE(kept[1].filename(), kept[2].filename());
+}
+
+} // namespace
+} // namespace fl::filesystem
