@@ -28,9 +28,11 @@ void append_name(byte_list &data, std::wstring_view name)
     append_number(data, 0, 2);
 }
 
-/// What `FSCTL_SET_REPARSE_POINT` takes: a header, where the two names stand, and the names,
-/// of which the lengths are without their NULs.
-byte_list junction_data(std::wstring const &target)
+} // namespace
+
+// A header, where the two names stand, and the names, of which the lengths are without their
+// NULs.
+std::vector<unsigned char> junction_data(std::wstring const &target)
 {
     std::wstring const followed = pathname_traits<wchar_t>::MOUNT_POINT_PREFIX + target;
     auto const size_of = [](std::wstring const &name) {
@@ -51,11 +53,9 @@ byte_list junction_data(std::wstring const &target)
     return data;
 }
 
-} // namespace
-
-bool make_junction(std::wstring const &directory, std::wstring const &target, std::error_code &ec)
+bool make_junction(std::wstring const &directory, std::span<unsigned char> data,
+                   std::error_code &ec)
 {
-    byte_list data = junction_data(target);
     auto const [opened, code] = standard::open_entry(directory, GENERIC_WRITE);
     if (!opened)
         return standard::fail(code, ec);

@@ -5,8 +5,10 @@
 #include <windows.h>
 
 #include <cstddef>
+#include <span>
 #include <string>
 #include <system_error>
+#include <vector>
 
 namespace fl::filesystem::detail {
 
@@ -15,10 +17,14 @@ namespace fl::filesystem::detail {
 inline constexpr std::size_t longest_junction_target =
     (MAXIMUM_REPARSE_DATA_BUFFER_SIZE - 16) / 4 - 3;
 
-/// Makes the empty directory `directory`, a string for the system, a junction to `target`, an
-/// absolute pathname without a long prefix of no more units than that. Returns whether it
-/// could; if not, `ec` holds the system's code.
-bool make_junction(std::wstring const &directory, std::wstring const &target, std::error_code &ec);
+/// What `FSCTL_SET_REPARSE_POINT` takes for a junction to `target`, an absolute pathname without
+/// a long prefix of no more units than that.
+std::vector<unsigned char> junction_data(std::wstring const &target);
+
+/// Makes the empty directory `directory`, a string for the system, a junction of that data.
+/// Returns whether it could; if not, `ec` holds the system's code. Allocates nothing.
+bool make_junction(std::wstring const &directory, std::span<unsigned char> data,
+                   std::error_code &ec);
 
 } // namespace fl::filesystem::detail
 

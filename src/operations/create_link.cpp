@@ -59,12 +59,13 @@ void create_hard_link(std::u16string const &existing, std::u16string const &link
 void create_junction(upath const &target, upath const &link)
 {
     demand_both(target, link);
-    std::wstring const text = junction_target(target);
+    // made ahead of the directory, so that there is none if memory runs out
+    auto data = detail::junction_data(junction_target(target));
     std::wstring const form = detail::make_filesystem_form(link);
     std::error_code ec;
     bool const is_created =
         detail::standard::attempt(ec, [&] { return ::CreateDirectoryW(form.c_str(), nullptr); });
-    if (is_created && !detail::make_junction(form, text, ec))
+    if (is_created && !detail::make_junction(form, data, ec))
         ::RemoveDirectoryW(form.c_str());
     detail::throw_on_filesystem_error(ec, link);
 }

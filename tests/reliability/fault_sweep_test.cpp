@@ -3,10 +3,10 @@
 // holds the library to them, and the disk to what was finished.
 
 #include "reliability/fault_rules.hpp"
+#include "reliability/sampling.hpp"
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
 #include <filesystem>
 #include <iostream>
 #include <iterator>
@@ -51,23 +51,6 @@ bool gives_result(std::string const &function)
                : function.find("::") != function.npos;
 }
 
-struct disk_states
-{
-    lines before;
-    lines finished;
-};
-
-/// Where every case would take too long, `FL_RELIABILITY_EVERY` has every nth of them run.
-bool is_this_ones_turn()
-{
-    static long const every = [] {
-        char const *const said = std::getenv("FL_RELIABILITY_EVERY");
-        return said == nullptr ? 1L : std::max(1L, std::strtol(said, nullptr, 10));
-    }();
-    static long count = 0;
-    return count++ % every == 0;
-}
-
 /// Calls that change a disk.
 bool changes_disk(std::string const &function)
 {
@@ -92,25 +75,6 @@ bool has_changed_disk(simulated_machine const &machine)
             return true;
     }
     return false;
-}
-
-/// Of the lines of the disk, how often each is there.
-bool holds(lines const &all, lines const &some)
-{
-    return std::includes(all.begin(), all.end(), some.begin(), some.end());
-}
-
-/// Each name is as it was or as it is once all is done; nothing that neither begins nor ends
-/// with is there, and nothing is gone that both have.
-bool is_between(lines const &now, disk_states const &states)
-{
-    lines either;
-    std::set_union(states.before.begin(), states.before.end(), states.finished.begin(),
-                   states.finished.end(), std::back_inserter(either));
-    lines both;
-    std::set_intersection(states.before.begin(), states.before.end(), states.finished.begin(),
-                          states.finished.end(), std::back_inserter(both));
-    return holds(either, now) && holds(now, both);
 }
 
 bool is_below(std::string const &line, text const &path)
@@ -306,15 +270,6 @@ void sweep_of::tell(occurrence const &at, std::string const &what, outcome const
     mismatches_.insert(line.str());
 }
 
-void print_some(std::set<std::string> const &all, std::size_t most)
-{
-    for (std::string const &line : all) {
-        if (most-- == 0)
-            break;
-        ADD_FAILURE() << line;
-    }
-}
-
 TEST(FaultSweep, EachFailingCallOfEachOperationEndsAsTheRulesSay)
 {
     long cases = 0;
@@ -330,8 +285,7 @@ TEST(FaultSweep, EachFailingCallOfEachOperationEndsAsTheRulesSay)
     }
     std::cout << "fault sweep: " << operations().size() << " operations, " << subjects().size()
               << " kinds of objects, " << cases << " cases\n";
-    EXPECT_EQ(mismatches.size(), 0U);
-    print_some(mismatches, 40);
+    print_some(mismatches);
     EXPECT_GT(cases, 5000);
 }
 
@@ -349,8 +303,7 @@ TEST(FaultSweep, OfTwoFailingCallsOneIsTold)
         }
     }
     std::cout << "fault sweep: " << cases << " pairs\n";
-    EXPECT_EQ(mismatches.size(), 0U);
-    print_some(mismatches, 40);
+    print_some(mismatches);
     EXPECT_GT(cases, 5000);
 }
 

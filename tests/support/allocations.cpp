@@ -58,9 +58,10 @@ std::size_t test_support::allocations()
 // linked in, or takes its allocation from the program, its own counts, too.
 void *operator new(std::size_t size)
 {
-    if (is_left_out == nullptr || !is_left_out())
+    bool const is_counted = is_left_out == nullptr || !is_left_out();
+    if (is_counted)
         ++count;
-    if (until_failure != 0 && --until_failure == 0)
+    if (is_counted && until_failure != 0 && --until_failure == 0)
         throw std::bad_alloc();
     if (size_to_fail != 0 && size == size_to_fail) {
         size_has_failed = true;

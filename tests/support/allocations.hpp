@@ -10,6 +10,7 @@ namespace test_support {
 std::size_t allocations();
 
 /// Leaves out, on every thread, what is allocated while `is_systems()`; null leaves nothing out.
+/// It neither counts nor fails by its number.
 void count_all_but(bool (*is_systems)() noexcept);
 
 /// How often `call` allocates.
