@@ -65,13 +65,11 @@ lines cells_of(std::string const &row)
 std::vector<lines> rows_of(std::string const &page, std::string const &heading)
 {
     lines const all = lines_of(page);
-    auto row = std::find(all.begin(), all.end(), heading);
-    EXPECT_NE(row, all.end()) << page << " has no table " << heading;
     std::vector<lines> rows;
-    if (row == all.end())
-        return rows;
-    for (row += 2; row != all.end() && !row->empty() && row->front() == '|'; ++row)
-        rows.push_back(cells_of(*row));
+    for (auto row = std::find(all.begin(), all.end(), heading); row != all.end();
+         row = std::find(row, all.end(), heading))
+        for (row += 2; row != all.end() && !row->empty() && row->front() == '|'; ++row)
+            rows.push_back(cells_of(*row));
     EXPECT_FALSE(rows.empty()) << page << ": " << heading;
     return rows;
 }

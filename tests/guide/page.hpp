@@ -23,7 +23,8 @@ lines lines_of(std::string const &name);
 /// The blocks between fences of that language.
 std::vector<lines> blocks_of(lines const &page, std::string const &language);
 
-/// The rows below the heading row of a table, a text for each cell, without the quotes of code.
+/// The rows below the heading row of all tables that have it, a text for each cell, without the
+/// quotes of code.
 std::vector<lines> rows_of(std::string const &page, std::string const &heading);
 
 /// What a program shows, as it stands between the quotes of a raw text: without the line break
@@ -38,7 +39,8 @@ inline std::u16string u16(std::string const &utf8)
 /// What stands for the rows of a table, by the text in their first cell.
 using checks = std::map<std::string, std::function<void()>>;
 
-/// Plays the check of each row, and fails for a row without one and for a check without a row.
+/// Plays the check of each row of all tables with that heading, and fails for a row without one
+/// and for a check without a row.
 void play(std::string const &page, std::string const &heading, checks const &rows);
 
 } // namespace guide
