@@ -427,6 +427,11 @@ BOOLEAN WINAPI CreateSymbolicLinkW(LPCWSTR name, LPCWSTR target, DWORD flags);
 SIZE_T WINAPI VirtualQuery(LPCVOID address, PMEMORY_BASIC_INFORMATION info, SIZE_T size);
 DWORD WINAPI GetModuleFileNameW(HMODULE module, LPWSTR buffer, DWORD room);
 int WINAPI lstrcmpiW(LPCWSTR one, LPCWSTR other);
+#define CSTR_LESS_THAN 1
+#define CSTR_EQUAL 2
+#define CSTR_GREATER_THAN 3
+int WINAPI CompareStringOrdinal(LPCWSTR one, int length, LPCWSTR other, int other_length,
+                                BOOL ignore_case);
 BOOL WINAPI GetDiskFreeSpaceExW(LPCWSTR directory, PULARGE_INTEGER available,
                                 PULARGE_INTEGER capacity, PULARGE_INTEGER free);
 BOOL WINAPI GetVolumePathNameW(LPCWSTR name, LPWSTR buffer, DWORD room);

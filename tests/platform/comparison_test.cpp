@@ -48,6 +48,38 @@ TEST(Comparison, Table)
     }
 }
 
+struct ordinal_case
+{
+    LPCWSTR one;
+    LPCWSTR other;
+    BOOL ignores_case;
+    int order;
+    char const *why;
+};
+
+constexpr ordinal_case ordinal_cases[] = {
+    {L"a.txt", L"A.TXT", TRUE, CSTR_EQUAL, "in another case"},
+    {L"a.txt", L"A.TXT", FALSE, CSTR_GREATER_THAN, "case counts where it is asked for"},
+    {L"ä", L"Ä", TRUE, CSTR_EQUAL, "a letter of Western Europe"},
+    {L"ж", L"Ж", TRUE, CSTR_EQUAL, "a Cyrillic one"},
+    {L"co-op", L"coop", TRUE, CSTR_LESS_THAN, "a hyphen is a unit as any other"},
+    {L"a", L"_", TRUE, CSTR_LESS_THAN, "compared in upper case"},
+    {L"a", L"ab", TRUE, CSTR_LESS_THAN, "the beginning of the other"},
+    {L"", L"", TRUE, CSTR_EQUAL, "nothing in both"},
+};
+
+TEST(Comparison, Ordinal)
+{
+    for (ordinal_case const &row : ordinal_cases) {
+        EXPECT_EQ(::CompareStringOrdinal(row.one, -1, row.other, -1, row.ignores_case), row.order)
+            << row.why;
+        EXPECT_EQ(::CompareStringOrdinal(row.other, -1, row.one, -1, row.ignores_case),
+                  CSTR_LESS_THAN + CSTR_GREATER_THAN - row.order)
+            << row.why;
+    }
+    EXPECT_EQ(::CompareStringOrdinal(L"abc", 2, L"ABd", 2, TRUE), CSTR_EQUAL) << "as many as told";
+}
+
 } // namespace
 
 } // namespace contract

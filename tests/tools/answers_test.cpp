@@ -220,8 +220,8 @@ TEST(FlfsUnc, ElsewhereOnlyIfTolerated)
     EXPECT_EQ(result.err, "flfs: fl:filesystem:SystemError\n"
                           "  pathname: C:\\dir\\a.txt\n"
                           "  code:     0\n"
-                          "  The system refused. `net helpmsg 0` tells what it means by that "
-                          "code.\n");
+                          "  It isn't on a drive that stands for a share. `net use` lists these; "
+                          "--tolerant shows the pathname.\n");
 }
 
 #endif

@@ -49,6 +49,26 @@ TEST(FlfsFailureReport, EmptySecondPathnameIsLeftOut)
     EXPECT_EQ(printed(fs::SystemError(5000, u"C:\\a", {u""})).find("and:"), std::string::npos);
 }
 
+TEST(FlfsFailureReport, SystemErrorWithoutACode)
+{
+    EXPECT_EQ(printed(fs::SystemError(0, u"C:\\a", {})),
+              "flfs: fl:filesystem:SystemError\n"
+              "  pathname: C:\\a\n"
+              "  code:     0\n"
+              "  The system refused, and didn't say why.\n");
+}
+
+TEST(FlfsFailureReport, InRed)
+{
+    std::ostringstream err;
+    flfs::print_failure(err, flfs::describe(fs::PathNotFound(u"a")), {}, true);
+    EXPECT_EQ(err.str(), "\x1B[31mflfs: fl:filesystem:PathNotFound\x1B[0m\n"
+                         "  pathname: a\n"
+                         "  code:     0\n"
+                         "  The name, or a directory on the way to it, doesn't exist. Check the "
+                         "spelling.\n");
+}
+
 struct message_case
 {
     char const *message;

@@ -4,6 +4,7 @@
 
 #include "flfs/argument_guard.hpp"
 #include "flfs/text.hpp"
+#include "flfs/wildcards.hpp"
 
 #include <CLI/CLI.hpp>
 
@@ -35,6 +36,15 @@ std::string_view last_element(std::string_view word)
 std::u16string units_of(std::string_view word)
 {
     return units_from_utf8(word).value(); // all arguments are UTF-8, or none is looked at
+}
+
+/// The names that wildcards stand for; a word that stands for none is left to fail.
+arguments meant_by(std::u16string const &word)
+{
+    arguments names;
+    if (has_wildcard(word))
+        names = expanded(word);
+    return names.empty() ? arguments{word} : names;
 }
 
 } // namespace
@@ -76,10 +86,12 @@ std::vector<arguments> subject::rounds() const
     if (!is_one_by_one)
         all.emplace_back();
     for (option const &one : words) {
-        for (std::u16string const &pathname : one.pathnames()) {
-            if (is_one_by_one)
-                all.emplace_back();
-            all.back().push_back(pathname);
+        for (std::u16string const &word : one.pathnames()) {
+            for (std::u16string const &pathname : is_expanded ? meant_by(word) : arguments{word}) {
+                if (is_one_by_one)
+                    all.emplace_back();
+                all.back().push_back(pathname);
+            }
         }
     }
     if (all.empty()) // of words that aren't required
@@ -89,12 +101,17 @@ std::vector<arguments> subject::rounds() const
 
 subject each(option const &words)
 {
-    return {{words}, true};
+    return {{words}, true, true};
+}
+
+subject each_as_written(option const &words)
+{
+    return {{words}, true, false};
 }
 
 subject together(std::vector<option> const &words)
 {
-    return {words, false};
+    return {words, false, false};
 }
 
 std::string complaint_about_stops(std::string const &word)
@@ -170,6 +187,11 @@ option command::base()
     return value("--base", "DIRECTORY", "Directory that relative PATHs are in");
 }
 
+option command::dry_run()
+{
+    return flag("-n,--dry-run", "Change nothing: tell what would be done, by what is there now");
+}
+
 void command::check(std::function<std::string()> about)
 {
     raw_->parse_complete_callback([about = std::move(about)] {
@@ -180,12 +202,8 @@ void command::check(std::function<std::string()> about)
 
 void command::answers(subject const &about, question asked, char const *json_help)
 {
-    option const as_json = flag("--json", json_help);
-    on_disk(disk_use::read, [this_session = session_, about, as_json, asked = std::move(asked)] {
-        output const shape = about.is_one_by_one ? output::json_array : output::json_object;
-        return report(*this_session, about.rounds(), as_json.is_given() ? shape : output::text,
-                      asked);
-    });
+    asks(disk_use::read, about, std::move(asked), flag("--json", json_help),
+         [] { return output::text; });
 }
 
 void command::changes(subject const &about, std::function<std::string(arguments const &)> make,
@@ -196,8 +214,23 @@ void command::changes(subject const &about, std::function<std::string(arguments 
 
 void command::changes(subject const &about, question asked)
 {
-    on_disk(disk_use::change, [this_session = session_, about, asked = std::move(asked)] {
-        return report(*this_session, about.rounds(), output::text, asked);
+    option const as_json =
+        flag("--json", about.is_one_by_one ? "Print one JSON array with an object for each PATH"
+                                           : "Print a JSON object");
+    option const is_quiet = flag("-q,--quiet", "Print nothing but failures");
+    exclude(is_quiet, as_json);
+    asks(disk_use::change, about, std::move(asked), as_json,
+         [is_quiet] { return is_quiet.is_given() ? output::nothing : output::text; });
+}
+
+void command::asks(disk_use use, subject const &about, question asked, option const &as_json,
+                   std::function<output()> text)
+{
+    on_disk(use, [this_session = session_, about, asked = std::move(asked), as_json,
+                  text = std::move(text)] {
+        output const for_programs = about.is_one_by_one ? output::json_array : output::json_object;
+        return report(*this_session, about.rounds(), as_json.is_given() ? for_programs : text(),
+                      asked);
     });
 }
 

@@ -41,11 +41,14 @@ struct subject
 {
     std::vector<option> words;
     bool is_one_by_one;
+    bool is_expanded; ///< whether wildcards stand for the names that are there
 
     std::vector<arguments> rounds() const;
 };
 
 subject each(option const &words);
+/// Of pathnames of which none need be there.
+subject each_as_written(option const &words);
 subject together(std::vector<option> const &words);
 
 /// What is wrong with a word, or nothing.
@@ -76,13 +79,15 @@ public:
                  complaint about = nullptr);
     /// `--base`, a directory.
     option base();
+    /// `--dry-run`.
+    option dry_run();
     /// Looks at all that was given. `about` tells what is wrong with it, or nothing.
     void check(std::function<std::string()> about);
 
     /// Asks about `about`, and describes `--json` by `json_help`.
     void answers(subject const &about, question asked,
                  char const *json_help = "Print one JSON array with an object for each PATH");
-    /// Changes the disk: see `change`.
+    /// Changes the disk: see `change`. Takes `--json` and `--quiet`.
     void changes(subject const &about, std::function<std::string(arguments const &)> make,
                  adviser advise = nullptr, bool stops_at_failure = false);
     /// The same, asked for as a question whose answer isn't one line.
@@ -96,6 +101,10 @@ public:
     CLI::App &raw() { return *raw_; }
 
 private:
+    /// Puts `asked` on disk, as text or, if `as_json` is given, for programs.
+    void asks(disk_use use, subject const &about, question asked, option const &as_json,
+              std::function<output()> text);
+
     CLI::App *raw_;
     flfs::session *session_;
 };

@@ -28,6 +28,8 @@ struct session
     std::ostream &err;
     int exit_code = exit_success;
     bool has_disk = !system_is_simulated; ///< whether commands find a disk that lasts
+    bool has_colours = false;             ///< whether `out` is a terminal that takes them
+    bool warns_in_colours = false;        ///< whether `err` is one
     /// How long long work is silent on `err` between two lines; for ever if that is no terminal.
     std::optional<std::chrono::milliseconds> progress_pause = std::nullopt;
 };
@@ -50,6 +52,7 @@ add_command add_chmod_command, add_cp_command, add_ensure_command, add_mkdir_com
     add_mv_command, add_resize_command, add_rm_command, add_touch_command;
 add_command add_ln_command, add_read_shortcut_command, add_readlink_command, add_resolve_command;
 add_command add_cd_command, add_temp_command, add_tour_command, add_where_command;
+add_command add_completion_command, add_manual_command;
 
 } // namespace flfs
 

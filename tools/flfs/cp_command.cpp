@@ -4,6 +4,7 @@
 #include <fl/filesystem/operations.hpp>
 
 #include "flfs/command.hpp"
+#include "flfs/foresight.hpp"
 #include "flfs/progress.hpp"
 
 namespace flfs {
@@ -33,17 +34,22 @@ constexpr option_name option_names[] = {
     {"--hard-links", copy_options::create_hard_links, "Give files one more name"},
 };
 
-void copy_tree(session &session, arguments const &names, copy_options options)
+/// Keeps what was told of names until a failure.
+void copy_tree(session &session, arguments const &names, copy_options options, bool tells_each,
+               answer &told)
 {
     progress shown(session, "copied");
-    fs::copy(names.at(0), names.at(1), options, [&shown](fs::copy_progress const &so_far) {
+    fs::copy(names.at(0), names.at(1), options, [&](fs::copy_progress const &so_far) {
+        if (tells_each)
+            tell_change(told, "copied", {so_far.from, so_far.to});
         shown.tell(so_far.names);
         return true;
     });
 }
 
+/// One by one they are told as they are met, also those that options pass over.
 void copy_one(session &session, arguments const &names, std::string const &kind,
-              copy_options options)
+              copy_options options, bool tells_each, answer &told)
 {
     if (kind == "file")
         fs::copy_file(names.at(0), names.at(1), options);
@@ -52,7 +58,7 @@ void copy_one(session &session, arguments const &names, std::string const &kind,
     else if (kind == "symlink")
         fs::copy_symlink(names.at(0), names.at(1));
     else
-        copy_tree(session, names, options);
+        copy_tree(session, names, options, tells_each, told);
 }
 
 void advise_on_copies(failure &what_failed, arguments &)
@@ -113,11 +119,24 @@ void add_cp_command(CLI::App &app, session &session)
                    ? "--as " + kind.word() + " takes no other options"
                    : "";
     });
-    auto const make = [&session, kind, options](arguments const &names) {
-        copy_one(session, names, kind.word(), options());
-        return may_pass_over(options()) ? "copied as far as asked for" : "copied";
+    option const verbose = cp.flag("-v,--verbose", "Tell each name, not with --as");
+    option const dry_run = cp.dry_run();
+    exclude(verbose, kind);
+    exclude(dry_run, kind);
+    auto const ask = [=, &session](arguments const &names) {
+        if (dry_run.is_given())
+            return foreseen_copy(names.at(0), names.at(1), options());
+        answer told;
+        told.attempt([&] {
+            copy_one(session, names, kind.word(), options(), verbose.is_given(), told);
+            char const *const done =
+                may_pass_over(options()) ? "copied as far as asked for" : "copied";
+            told.values["done"] = done;
+            told.text += told_change(done, names) + '\n';
+        });
+        return told;
     };
-    cp.changes(together({from, to}), make, advise_on_copies);
+    cp.changes(together({from, to}), {{"done", "names"}, ask, advise_on_copies});
 }
 
 } // namespace flfs

@@ -2,7 +2,9 @@
 
 #include <fl/filesystem/attempt.hpp>
 
+#include "flfs/colour.hpp"
 #include "flfs/text.hpp"
+#include "flfs/wildcards.hpp"
 
 #include <ostream>
 #include <string_view>
@@ -59,6 +61,8 @@ std::string sentence_of(fs::FsysExceptionBase const &exception)
     case fs::fsys_excp_system_error:
         break;
     }
+    if (exception.get_error_code() == 0)
+        return "The system refused, and didn't say why.";
     std::string const code = std::to_string(exception.get_error_code());
     return "The system refused. `net helpmsg " + code + "` tells what it means by that code.";
 }
@@ -113,10 +117,27 @@ void advise_on_links(failure &what_failed)
                                "developer mode, or be an administrator.";
 }
 
-void print_failure(std::ostream &err, failure const &what_failed,
-                   std::vector<std::u16string> const &written)
+void advise_on_quotes(failure &what_failed, std::vector<std::u16string> const &written)
 {
-    err << "flfs: " << what_failed.identifier << '\n';
+    for (std::u16string const &word : written)
+        if (word.find(u'"') != word.npos)
+            what_failed.sentence = "A quote became part of the name. Leave out the backslash ahead "
+                                   "of the closing quote, or write two.";
+}
+
+void advise_on_wildcards(failure &what_failed, std::vector<std::u16string> const &written)
+{
+    for (std::u16string const &word : written)
+        if (has_wildcard(word))
+            what_failed.sentence = written.size() == 1
+                                       ? "Nothing has a name like that, and no name holds a * or ?."
+                                       : "Wildcards stand for no names here. Write each pathname.";
+}
+
+void print_failure(std::ostream &err, failure const &what_failed,
+                   std::vector<std::u16string> const &written, bool in_colours)
+{
+    err << painted("flfs: " + what_failed.identifier, colour::red, in_colours) << '\n';
     char const *label = "  argument: ";
     if (!what_failed.pathname.empty()) {
         err << "  pathname: " << displayed_value(what_failed.pathname) << '\n';

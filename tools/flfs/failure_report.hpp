@@ -42,10 +42,17 @@ void advise(failure &what_failed, fl::filesystem::fsys_excp_id id, char const *s
 /// Replaces that of the missing right to make symbolic links.
 void advise_on_links(failure &what_failed);
 
+/// Replaces that of a pathname with a quote in it, which no Windows name holds: cmd has taken
+/// the backslash in `"C:\dir\" more` for one that the quote belongs to.
+void advise_on_quotes(failure &what_failed, std::vector<std::u16string> const &written);
+
+/// Replaces that of a pathname with a wildcard that stands for nothing.
+void advise_on_wildcards(failure &what_failed, std::vector<std::u16string> const &written);
+
 /// Prints `what_failed` to `err`. `written` is what the user wrote, any word of which could
 /// be about: they are shown where the library names no pathname.
 void print_failure(std::ostream &err, failure const &what_failed,
-                   std::vector<std::u16string> const &written);
+                   std::vector<std::u16string> const &written, bool in_colours = false);
 
 } // namespace flfs
 

@@ -4,6 +4,7 @@
 #include <fl/filesystem/directory.hpp>
 #include <fl/filesystem/operations.hpp>
 
+#include "flfs/colour.hpp"
 #include "flfs/command.hpp"
 #include "flfs/status_text.hpp"
 #include "flfs/text.hpp"
@@ -27,12 +28,14 @@ enum class listing_style
 };
 
 std::string shown_name(fs::directory_entry const &entry, std::u16string_view name,
-                       std::optional<std::u16string> const &target)
+                       std::optional<std::u16string> const &target, bool in_colours)
 {
     bool const is_directory = fs::file_status::is_directory(entry.known());
+    bool const is_link = entry.is_symlink() || entry.is_junction();
+    std::string const shown = painted(displayed_value(name), is_link ? colour::cyan : colour::blue,
+                                      in_colours && (is_link || is_directory));
     // no name holds a backslash or a `>`
-    return displayed_value(name) + (is_directory ? "\\" : "") +
-           (target ? " -> " + displayed_value(*target) : "");
+    return shown + (is_directory ? "\\" : "") + (target ? " -> " + displayed_value(*target) : "");
 }
 
 std::string padded(std::string const &text, std::size_t width)
@@ -67,8 +70,8 @@ class listing
 {
 public:
     /// Prints it to `out`, or keeps the values for programs if that is null.
-    listing(std::u16string directory, listing_style style, std::ostream *out)
-        : directory_(std::move(directory)), style_(style), out_(out)
+    listing(std::u16string directory, listing_style style, std::ostream *out, bool in_colours)
+        : directory_(std::move(directory)), style_(style), out_(out), in_colours_(in_colours)
     {
     }
 
@@ -107,9 +110,11 @@ private:
         std::u16string name = entry.filename();
         directories_.resize(depth);
         if (style_ == listing_style::drawing)
-            *out_ << std::string(4 * (depth + 1), ' ') << shown_name(entry, name, target) << '\n';
+            *out_ << std::string(4 * (depth + 1), ' ')
+                  << shown_name(entry, name, target, in_colours_) << '\n';
         else
-            *out_ << columns_of(entry) << shown_name(entry, joined_below(name), target) << '\n';
+            *out_ << columns_of(entry) << shown_name(entry, joined_below(name), target, in_colours_)
+                  << '\n';
         directories_.push_back(std::move(name));
     }
 
@@ -125,25 +130,26 @@ private:
     std::u16string directory_;
     listing_style style_;
     std::ostream *out_;
+    bool in_colours_;
     std::vector<std::u16string> directories_; ///< on the way to the entry, and the last entry
     answer told_;
 };
 
 /// What `ls` and `tree` have in common.
-void add_listing(command &listing_command, std::function<listing_style()> style)
+void add_listing(command &listing_command, session &session, std::function<listing_style()> style)
 {
     option const paths =
         listing_command.words_or_here("PATH", "directory to list; else the current one");
     option const follow = listing_command.flag("--follow", "Enter what links lead to");
     option const skip =
         listing_command.flag("--skip-denied", "Pass over directories that you may not list");
-    auto const list = [style, follow, skip](arguments const &about, std::ostream *out) {
+    auto const list = [=, &session](arguments const &about, std::ostream *out) {
         auto options = fs::directory_options::none;
         if (follow.is_given())
             options |= fs::directory_options::follow_directory_symlink;
         if (skip.is_given())
             options |= fs::directory_options::skip_permission_denied;
-        return listing(about.front(), style(), out).all(options);
+        return listing(about.front(), style(), out, session.has_colours).all(options);
     };
     question asked = {{"entries"}, [list](arguments const &about) { return list(about, nullptr); }};
     asked.print = [list](arguments const &about, std::ostream &out) { return list(about, &out); };
@@ -160,7 +166,7 @@ void add_ls_command(CLI::App &app, session &session)
         "directory can't be listed the rest is left out, and it is a failure. Links are not\n"
         "entered unless --follow is given, and then a link that leads back is a failure.");
     option const recursive = ls.flag("-r,--recursive", "List all directories below, too");
-    add_listing(ls, [recursive] {
+    add_listing(ls, session, [recursive] {
         return recursive.is_given() ? listing_style::all_entries : listing_style::entries;
     });
 }
@@ -169,7 +175,7 @@ void add_tree_command(CLI::App &app, session &session)
 {
     command tree(app, session, "tree", "Draw the names in a directory and in all below it",
                  "Options, links and failures are those of ls.");
-    add_listing(tree, [] { return listing_style::drawing; });
+    add_listing(tree, session, [] { return listing_style::drawing; });
 }
 
 } // namespace flfs

@@ -5,6 +5,7 @@
 #include <fl/filesystem/removal.hpp>
 
 #include "flfs/command.hpp"
+#include "flfs/foresight.hpp"
 #include "flfs/progress.hpp"
 #include "flfs/status_text.hpp"
 
@@ -49,22 +50,40 @@ std::string complaint_about_size(std::string const &word)
 
 /// What the options of a removal bring with them: all that is left is told, and what is gone is
 /// counted.
-answer remove_counted(session &session, std::u16string const &pathname, fs::removal_options options)
+answer remove_counted(session &session, std::u16string const &pathname, fs::removal_options options,
+                      bool tells_each)
 {
     progress shown(session, "removed");
-    options.on_progress([&shown](fs::removal_progress const &so_far) {
+    answer told;
+    options.on_progress([&](fs::removal_progress const &so_far) {
+        if (tells_each)
+            tell_change(told, "removed", {so_far.path_name});
         shown.tell(so_far.removed);
         return true;
     });
     fs::removal_report const report = fs::remove_all(pathname, options);
-    answer told;
     std::string const names =
         std::to_string(report.removed()) + (report.removed() == 1 ? " name" : " names");
-    told.text = report.is_complete() ? "removed " + shown_native(pathname) + ", " + names + '\n'
-                                     : "removed " + names + " of " + shown_native(pathname) + '\n';
+    told.values["removed"] = report.removed();
+    if (report.is_complete())
+        told.values["done"] = "removed";
+    told.text += report.is_complete() ? "removed " + shown_native(pathname) + ", " + names + '\n'
+                                      : "removed " + names + " of " + shown_native(pathname) + '\n';
     for (fs::failure const &left : report.failures())
         told.failures.push_back(describe(left));
     return told;
+}
+
+/// A directory that is there is no place to move something into, and Windows says that the right
+/// is missing.
+void advise_on_moves(failure &what_failed, std::u16string const &from, std::u16string const &to)
+{
+    bool is_directory = false;
+    static_cast<void>(failure_of([&] { is_directory = fs::is_directory(to); }));
+    if (is_directory)
+        what_failed.sentence = "TO is a directory. Give the whole new pathname: " +
+                               shown_native((fs::upath(to) / fs::upath(from).filename()).native()) +
+                               " moves into it.";
 }
 
 std::string remove_one(std::u16string const &pathname, bool is_tree, std::string const &kind)
@@ -113,7 +132,8 @@ void add_mkdir_command(CLI::App &app, session &session)
     auto const advise = [parents](failure &what_failed, arguments &) {
         advise_on_making(what_failed, parents.is_given());
     };
-    mkdir.changes(each(paths), make, advise, true); // what follows may be meant to stand in it
+    mkdir.changes(each_as_written(paths), make, advise,
+                  true); // what follows may be meant to stand in it
 }
 
 void add_ensure_command(CLI::App &app, session &session)
@@ -128,7 +148,7 @@ void add_ensure_command(CLI::App &app, session &session)
     auto const advise = [](failure &what_failed, arguments &) {
         advise_on_making(what_failed, true);
     };
-    ensure.changes(each(paths), make, advise);
+    ensure.changes(each_as_written(paths), make, advise);
 }
 
 void add_resize_command(CLI::App &app, session &session)
@@ -152,11 +172,16 @@ void add_mv_command(CLI::App &app, session &session)
                "link is renamed itself.");
     option const from = mv.word("FROM", "what to rename", complaint_about_stops);
     option const to = mv.word("TO", "its new pathname", complaint_about_stops);
-    auto const make = [](arguments const &names) {
+    option const dry_run = mv.dry_run();
+    auto const make = [dry_run](arguments const &names) -> std::string {
+        if (dry_run.is_given())
+            return foreseen_move(names.at(0), names.at(1));
         fs::rename(names.at(0), names.at(1));
         return "moved";
     };
-    mv.changes(together({from, to}), make);
+    mv.changes(together({from, to}), make, [](failure &what_failed, arguments &names) {
+        advise_on_moves(what_failed, names.at(0), names.at(1));
+    });
 }
 
 void add_rm_command(CLI::App &app, session &session)
@@ -172,10 +197,12 @@ void add_rm_command(CLI::App &app, session &session)
     option const read_only = rm.flag("-f,--force", "With -r: remove read-only names, too");
     option const on = rm.flag("-k,--keep-going", "With -r: go on after failures, and tell each");
     option const count = rm.flag("--count", "With -r: tell how many names were removed");
+    option const verbose = rm.flag("-v,--verbose", "With -r: tell each name that is removed");
+    option const dry_run = rm.dry_run();
     option const kind =
         rm.kind("Remove nothing else: file (not if read-only) or directory", {"file", "directory"});
     exclude(kind, tree);
-    for (option const &of_trees : {read_only, on, count})
+    for (option const &of_trees : {read_only, on, count, verbose})
         of_trees.raw().needs(&tree.raw())->option_text(" "); // else CLI11 writes "Needs:"
     question asked = change(
         [tree, kind](arguments const &names) {
@@ -184,11 +211,18 @@ void add_rm_command(CLI::App &app, session &session)
         [tree, kind](failure &what_failed, arguments &) {
             advise_on_removal(what_failed, tree.is_given() || kind.word() == "file");
         });
-    asked.ask = [&session, read_only, on, count, plain = asked.ask](arguments const &names) {
-        bool const is_plain = !read_only.is_given() && !on.is_given() && !count.is_given();
+    asked.keys = {"done", "removed", "names"};
+    asked.may_fail_often = true;
+    asked.ask = [=, &session, plain = asked.ask](arguments const &names) {
+        if (dry_run.is_given())
+            return foreseen_removal(names.front(), tree.is_given(),
+                                    read_only.is_given() || !tree.is_given());
+        bool const is_plain =
+            !read_only.is_given() && !on.is_given() && !count.is_given() && !verbose.is_given();
         fs::removal_options options;
         options.clear_read_only(read_only.is_given()).keep_going(on.is_given());
-        return is_plain ? plain(names) : remove_counted(session, names.front(), options);
+        return is_plain ? plain(names)
+                        : remove_counted(session, names.front(), options, verbose.is_given());
     };
     rm.changes(each(paths), asked);
 }

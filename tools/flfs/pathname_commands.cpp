@@ -55,7 +55,7 @@ void add_absolute_command(CLI::App &app, session &session)
                      ". and .. are dropped by text, and links stay: see canonical.");
     option const paths = absolute.words("PATH", "pathname to complete");
     option const base = absolute.base();
-    absolute.answers(each(paths), result_of([base](std::u16string const &pathname) {
+    absolute.answers(each_as_written(paths), result_of([base](std::u16string const &pathname) {
                          return fs::absolute(pathname, base.pathname());
                      }));
 }
@@ -72,7 +72,8 @@ void add_canonical_command(CLI::App &app, session &session)
     option const base = canonical.base();
     option const weakly = canonical.flag("--weakly", "Resolve as much as is there");
     exclude(weakly, base);
-    canonical.answers(each(paths), result_of([base, weakly](std::u16string const &pathname) {
+    canonical.answers(each_as_written(paths),
+                      result_of([base, weakly](std::u16string const &pathname) {
                           return weakly.is_given() ? fs::weakly_canonical(pathname)
                                                    : fs::canonical(pathname, base.pathname());
                       }));
@@ -101,9 +102,16 @@ void add_unc_command(CLI::App &app, session &session)
     option const paths = unc.words("PATH", "pathname on a network drive");
     option const tolerant =
         unc.flag("--tolerant", "Show the absolute pathname of what isn't on one");
-    unc.answers(each(paths), result_of([tolerant](std::u16string const &pathname) {
-                    return fs::get_unc_path(pathname, tolerant.is_given());
-                }));
+    question asked = result_of([tolerant](std::u16string const &pathname) {
+        return fs::get_unc_path(pathname, tolerant.is_given());
+    });
+    asked.advise = [](failure &what_failed, arguments &) {
+        if (what_failed.code == 0) // the network tells no more
+            advise(what_failed, fs::fsys_excp_system_error,
+                   "It isn't on a drive that stands for a share. `net use` lists these; "
+                   "--tolerant shows the pathname.");
+    };
+    unc.answers(each(paths), std::move(asked));
 }
 
 void add_forms_command(CLI::App &app, session &session)
@@ -116,9 +124,9 @@ resolved      absolute, without . and .., with a long prefix where it needs one,
 with cleanup  the same of the text, brought to native form on the way
 bridge        the same of the native form, insisting: else it is a failure)");
     option const paths = forms.words("PATH", "pathname to form");
-    forms.answers(each(paths), {{"native", "is_clean", "access_form", "native_access_form",
-                                 "with_cleanup", "bridge"},
-                                form});
+    forms.answers(each_as_written(paths), {{"native", "is_clean", "access_form",
+                                            "native_access_form", "with_cleanup", "bridge"},
+                                           form});
 }
 
 } // namespace flfs

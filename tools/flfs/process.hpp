@@ -10,8 +10,17 @@ namespace flfs {
 /// The arguments without the program's own name, in UTF-8.
 std::vector<std::string> process_arguments(int argc, char **argv);
 
-/// Whether standard error is a terminal, where somebody may be waiting.
-bool has_terminal();
+enum class stream
+{
+    out,
+    err
+};
+
+/// Whether it is a terminal, where somebody may be waiting.
+bool is_terminal(stream which);
+
+/// Whether that terminal shows colours, and nobody has set `NO_COLOR`.
+bool takes_colours(stream which);
 
 /// Makes the streams take UTF-8 and line ends as they are, and leaves the console
 /// as it was found when the program ends.
@@ -25,6 +34,7 @@ public:
 
 private:
     unsigned int former_code_page_ = 0;
+    unsigned long former_modes_[2] = {}; ///< of output and errors; 0 where it wasn't changed
 };
 
 } // namespace flfs

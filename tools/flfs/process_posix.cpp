@@ -1,5 +1,7 @@
 #include "flfs/process.hpp"
 
+#include <cstdlib>
+#include <string_view>
 #include <unistd.h>
 
 namespace flfs {
@@ -9,9 +11,17 @@ std::vector<std::string> process_arguments(int argc, char **argv)
     return argc > 0 ? std::vector<std::string>(argv + 1, argv + argc) : std::vector<std::string>();
 }
 
-bool has_terminal()
+bool is_terminal(stream which)
 {
-    return ::isatty(STDERR_FILENO) != 0;
+    return ::isatty(which == stream::out ? STDOUT_FILENO : STDERR_FILENO) != 0;
+}
+
+bool takes_colours(stream which)
+{
+    char const *const refused = std::getenv("NO_COLOR");
+    char const *const kind = std::getenv("TERM");
+    return is_terminal(which) && (refused == nullptr || *refused == '\0') && kind != nullptr &&
+           std::string_view(kind) != "dumb";
 }
 
 // Bytes go through as they are, and terminals take UTF-8.

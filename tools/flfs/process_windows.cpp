@@ -21,6 +21,18 @@ struct local_free
     void operator()(wchar_t **block) const noexcept { ::LocalFree(block); }
 };
 
+HANDLE handle_of(stream which)
+{
+    return ::GetStdHandle(which == stream::out ? STD_OUTPUT_HANDLE : STD_ERROR_HANDLE);
+}
+
+/// 0 for what is no console.
+DWORD console_mode(stream which)
+{
+    DWORD mode = 0;
+    return ::GetConsoleMode(handle_of(which), &mode) ? mode : 0;
+}
+
 } // namespace
 
 // The wide command line: `argv` comes through the code page, which has neither all
@@ -40,15 +52,28 @@ std::vector<std::string> process_arguments(int, char **)
     return arguments;
 }
 
-bool has_terminal()
+bool is_terminal(stream which)
 {
-    DWORD mode = 0;
-    return ::GetConsoleMode(::GetStdHandle(STD_ERROR_HANDLE), &mode) != 0;
+    return console_mode(which) != 0;
+}
+
+bool takes_colours(stream which)
+{
+    constexpr DWORD refused_size = 1; // without room: is it set to something?
+    return ::GetEnvironmentVariableW(L"NO_COLOR", nullptr, 0) <= refused_size &&
+           (console_mode(which) & ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
 }
 
 process_streams::process_streams() : former_code_page_(::GetConsoleOutputCP())
 {
     ::SetConsoleOutputCP(CP_UTF8);
+    for (stream const which : {stream::out, stream::err}) {
+        DWORD const mode = console_mode(which);
+        constexpr DWORD colours = ENABLE_PROCESSED_OUTPUT | ENABLE_VIRTUAL_TERMINAL_PROCESSING;
+        // Windows ahead of 10 refuses, and shows none
+        if (mode != 0 && ::SetConsoleMode(handle_of(which), mode | colours))
+            former_modes_[static_cast<int>(which)] = mode;
+    }
     // the text mode would put a carriage return ahead of every line feed
     ::_setmode(::_fileno(stdout), _O_BINARY);
     ::_setmode(::_fileno(stderr), _O_BINARY);
@@ -56,6 +81,9 @@ process_streams::process_streams() : former_code_page_(::GetConsoleOutputCP())
 
 process_streams::~process_streams()
 {
+    for (stream const which : {stream::out, stream::err})
+        if (unsigned long const mode = former_modes_[static_cast<int>(which)]; mode != 0)
+            ::SetConsoleMode(handle_of(which), mode);
     if (former_code_page_ != 0) // 0: there is no console
         ::SetConsoleOutputCP(former_code_page_);
 }

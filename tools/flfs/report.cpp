@@ -3,6 +3,7 @@
 #include <fl/filesystem/path.hpp>
 #include <fl/filesystem/text.hpp>
 
+#include "flfs/colour.hpp"
 #include "flfs/text.hpp"
 
 #include <ostream>
@@ -21,6 +22,11 @@ json object_of(question const &asked, arguments const &about, answer const &one)
     for (char const *key : asked.keys)
         object[key] = nullptr;
     object["failure"] = one.failures.empty() ? json() : to_json(one.failures.front());
+    if (asked.may_fail_often)
+        object["failures"] = json::array();
+    for (failure const &what_failed : one.failures)
+        if (asked.may_fail_often)
+            object["failures"].push_back(to_json(what_failed));
     object.update(one.values);
     return object;
 }
@@ -31,6 +37,15 @@ std::string shown(arguments const &names)
     for (std::u16string const &name : names)
         all.push_back(shown_native(name));
     return joined(all, " -> ");
+}
+
+void print(session &session, answer const &one, arguments const &blamed, output as)
+{
+    if (as == output::text)
+        session.out << (one.is_no ? painted(one.text, colour::yellow, session.has_colours)
+                                  : one.text);
+    for (failure const &what_failed : one.failures)
+        print_failure(session.err, what_failed, blamed, session.warns_in_colours);
 }
 
 } // namespace
@@ -54,36 +69,51 @@ question change(std::function<std::string(arguments const &)> make, adviser advi
 {
     auto ask = [make = std::move(make)](arguments const &names) {
         std::string const happened = make(names);
-        return answer{happened + ' ' + shown(names) + '\n'};
+        return answer{told_change(happened, names) + '\n', {{"done", happened}}};
     };
-    return {{}, std::move(ask), std::move(advise), stops_at_failure};
+    return {{"done"}, std::move(ask), std::move(advise), stops_at_failure};
+}
+
+std::string told_change(std::string_view happened, arguments const &names)
+{
+    return std::string(happened) + ' ' + shown(names);
+}
+
+void tell_change(answer &told, std::string_view happened, arguments const &names)
+{
+    told.text += told_change(happened, names) + '\n';
+    json row = {{"done", happened}, {"pathname", to_json(names.front())}};
+    if (names.size() > 1)
+        row["to"] = to_json(names.at(1));
+    told.values["names"].push_back(std::move(row));
 }
 
 int report(session &session, std::vector<arguments> const &rounds, output as, question const &asked)
 {
+    bool const is_for_programs = as == output::json_object || as == output::json_array;
     int exit_code = exit_success;
     json array = json::array();
     for (arguments const &about : rounds) {
         answer one;
-        bool const is_printed = as == output::text && asked.print;
+        bool const is_printed = !is_for_programs && asked.print;
         one.attempt([&] { one = is_printed ? asked.print(about, session.out) : asked.ask(about); });
         if (!one.failures.empty() || one.is_no)
             exit_code = exit_failure;
         arguments blamed = about;
-        for (failure &what_failed : one.failures)
+        for (failure &what_failed : one.failures) {
             if (asked.advise)
                 asked.advise(what_failed, blamed);
-        if (as == output::text) {
-            session.out << one.text;
-            for (failure const &what_failed : one.failures)
-                print_failure(session.err, what_failed, blamed);
-        } else {
-            array.push_back(object_of(asked, about, one));
+            advise_on_wildcards(what_failed, about);
+            advise_on_quotes(what_failed, about);
         }
+        if (is_for_programs)
+            array.push_back(object_of(asked, about, one));
+        else
+            print(session, one, blamed, as);
         if (!one.failures.empty() && asked.stops_at_failure)
             break;
     }
-    if (as != output::text)
+    if (is_for_programs)
         print_json(session.out, as == output::json_array ? array : array.front());
     return exit_code;
 }

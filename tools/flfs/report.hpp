@@ -48,19 +48,28 @@ struct question
     bool stops_at_failure = false;
     /// Asks for people, of answers too long to be kept: prints the text as it comes.
     std::function<answer(arguments const &, std::ostream &)> print = nullptr;
+    bool may_fail_often = false; ///< programs find all failures, too
 };
 
 /// The question whose answer is one text, `make` of the pathname.
 question result_of(std::function<std::u16string(std::u16string const &)> const &make);
 
 /// The question whose answer is a change of the disk: `make` makes it and returns what has
-/// happened to its names, "removed". Two names are told with an arrow between them.
+/// happened to its names, "removed", which programs find under `done`. Two names are told with
+/// an arrow between them.
 question change(std::function<std::string(arguments const &)> make, adviser advise = nullptr,
                 bool stops_at_failure = false);
+
+/// Adds the change of one name among several to `told`.
+void tell_change(answer &told, std::string_view happened, arguments const &names);
+
+/// "removed C:\a", or "moved C:\a -> C:\b".
+std::string told_change(std::string_view happened, arguments const &names);
 
 enum class output
 {
     text,
+    nothing,     ///< but failures
     json_object, ///< of the only round
     json_array   ///< of an object for each round
 };

@@ -6,6 +6,7 @@
 #include "flfs/argument_guard.hpp"
 #include "flfs/commands.hpp"
 #include "flfs/failure_report.hpp"
+#include "flfs/suggestion.hpp"
 #include "flfs/text.hpp"
 
 #include <CLI/CLI.hpp>
@@ -41,17 +42,49 @@ std::string version()
            std::to_string(FL_FILESYSTEM_VERSION_PATCH);
 }
 
+std::vector<std::string> commands_of(CLI::App const &app)
+{
+    std::vector<std::string> names;
+    for (CLI::App const *const one : app.get_subcommands({}))
+        names.push_back(one->get_name());
+    return names;
+}
+
+std::vector<std::string> long_options_of(CLI::App const &app)
+{
+    std::vector<std::string> names;
+    for (CLI::Option const *const one : app.get_options())
+        for (std::string const &name : one->get_lnames())
+            names.push_back("--" + name);
+    return names;
+}
+
+/// " Did you mean ls?", or nothing.
+std::string suggestion_for(CLI::App const *app, std::vector<std::string> const &unknown)
+{
+    std::string meant;
+    for (std::string const &word : unknown) {
+        std::string const plain = unprotected(word.substr(0, word.find('=')));
+        bool const is_option = plain.starts_with("--");
+        if (meant.empty() && (is_option || app->get_parent() == nullptr))
+            meant = nearest(plain, is_option ? long_options_of(*app) : commands_of(*app));
+    }
+    return meant.empty() ? "" : ". Did you mean " + meant + '?';
+}
+
 /// The message for wrong usage, and where to read on.
 std::string usage_message(CLI::App const *app, CLI::Error const &error)
 {
     std::vector<CLI::App *> const selected = app->get_subcommands();
-    std::vector<std::string> const unknown = app->remaining();
+    CLI::App const *const about = selected.empty() ? app : selected.back();
+    std::vector<std::string> const unknown = about->remaining();
     std::string message = error.what();
     std::string help = "flfs --help";
     if (!selected.empty())
         help = "flfs " + selected.back()->get_name() + " --help";
     else if (!unknown.empty()) // CLI11 would only say that a command is missing
         message = "There is no command or option " + unknown.front();
+    message += suggestion_for(about, unknown);
     std::optional<std::u16string> const units = units_from_utf8(unprotected(message));
     return "flfs: " + (units ? displayed(*units) : message) + "\nTry \"" + help + "\".\n";
 }
@@ -80,6 +113,7 @@ std::vector<group> const &groups()
          {add_ln_command, add_readlink_command, add_read_shortcut_command, add_resolve_command}},
         {"Process and installation", {add_cd_command, add_temp_command, add_where_command}},
         {"All of it at once", {add_tour_command}},
+        {"About flfs", {add_completion_command, add_manual_command}},
     };
     return all;
 }

@@ -56,3 +56,16 @@ extern "C" int lstrcmpiW(LPCWSTR one, LPCWSTR other)
     // It can't fail, and leaves the last error alone: no call that a test could break.
     return compare(one, other);
 }
+
+extern "C" int CompareStringOrdinal(LPCWSTR one, int length, LPCWSTR other, int other_length,
+                                    BOOL ignore_case)
+{
+    using namespace simulation;
+    auto const text_of = [ignore_case](LPCWSTR text, int units) {
+        std::u16string const all =
+            units < 0 ? from_wide(text) : std::u16string(text, text + units); // -1: up to the NUL
+        return ignore_case ? upcase(all) : all;
+    };
+    int const order = text_of(one, length).compare(text_of(other, other_length));
+    return order == 0 ? CSTR_EQUAL : (order < 0 ? CSTR_LESS_THAN : CSTR_GREATER_THAN);
+}

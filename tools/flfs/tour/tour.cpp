@@ -4,11 +4,13 @@
 
 #include "flfs/command.hpp"
 #include "flfs/process_state.hpp"
+#include "flfs/report.hpp"
 #include "flfs/tour/step.hpp"
 
 #include <chrono>
 #include <exception>
 #include <ostream>
+#include <sstream>
 #include <thread>
 
 // One narrated run through all that the library does, which checks itself.
@@ -55,27 +57,33 @@ std::string outcome_of(step const &one, std::u16string const &folder)
 
 /// Tells and checks a step; returns whether it came out as expected.
 bool run_step(std::ostream &out, step const &one, std::string const &number,
-              std::u16string const &folder)
+              std::u16string const &folder, json &told_steps)
 {
     out << (number.size() < 2 ? " " : "") << number << ". " << one.sentence << "\n        "
         << one.call << '\n';
     std::string const outcome = outcome_of(one, folder);
+    told_steps.push_back({{"does", one.sentence},
+                          {"call", one.call},
+                          {"outcome", outcome},
+                          {"expected", one.expected}});
     out << "        = " << outcome << '\n';
     if (outcome != one.expected)
         out << "        OTHERWISE THAN EXPECTED: " << one.expected << '\n';
     return outcome == one.expected;
 }
 
-int run_chapters(std::ostream &out, std::u16string const &folder)
+int run_chapters(std::ostream &out, std::u16string const &folder, json &told_chapters)
 {
     int steps = 0;
     std::string unexpected;
     for (auto const chapter_in_turn : chapters()) {
         chapter const one = chapter_in_turn();
         out << '\n' << one.title << '\n' << std::string(one.title.size(), '-') << "\n\n";
+        json &told_steps = told_chapters.emplace_back(
+            json{{"title", one.title}, {"steps", json::array()}})["steps"];
         for (step const &next : one.steps) {
             std::string const number = std::to_string(++steps);
-            if (!run_step(out, next, number, folder))
+            if (!run_step(out, next, number, folder, told_steps))
                 unexpected += ' ' + number;
         }
     }
@@ -87,14 +95,14 @@ int run_chapters(std::ostream &out, std::u16string const &folder)
 }
 
 /// Runs the chapters with `folder` as current directory, and returns from there.
-int run_inside(std::ostream &out, std::u16string const &folder)
+int run_inside(std::ostream &out, std::u16string const &folder, json &told_chapters)
 {
     std::u16string const former = fs::get_current_path();
     int exit_code = exit_failure;
     std::exception_ptr ended_by;
     fs::change_current_path(folder);
     try {
-        exit_code = run_chapters(out, folder);
+        exit_code = run_chapters(out, folder, told_chapters);
     } catch (...) { // the directory can't be removed while we stand in it
         ended_by = std::current_exception();
     }
@@ -121,14 +129,15 @@ void remove_folder(std::u16string const &folder)
     }
 }
 
-int run_in_fresh_folder(std::ostream &out, std::u16string const &wanted, bool keeps)
+int run_in_fresh_folder(std::ostream &out, std::u16string const &wanted, bool keeps, json &all)
 {
     fs::create_directories(wanted);
     std::u16string const folder = fs::canonical(wanted);
+    all["folder"] = to_json(folder);
     out << "A tour of fl::filesystem in " << displayed_value(folder)
         << ",\nwhich is <folder> from here on, and the current directory. It is "
         << (keeps ? "kept" : "removed") << " at the end.\n";
-    int const exit_code = run_inside(out, folder);
+    int const exit_code = run_inside(out, folder, all["chapters"]);
     if (!keeps)
         remove_folder(folder);
     return exit_code;
@@ -150,7 +159,7 @@ std::optional<std::u16string> fresh_folder()
 
 /// Returns the exit code: 1 if a step came out otherwise than expected, or if there is no way to
 /// begin or to clean up.
-int run(session &session, std::optional<std::u16string> const &folder, bool keeps)
+int run(session &session, std::optional<std::u16string> const &folder, bool keeps, bool as_json)
 {
     if (!folder) {
         session.err << "flfs: No temporary folder is known. Set the environment variable TEMP, or "
@@ -158,12 +167,18 @@ int run(session &session, std::optional<std::u16string> const &folder, bool keep
         return exit_failure;
     }
     int exit_code = exit_failure;
+    json all = {{"folder", to_json(*folder)}, {"chapters", json::array()}, {"failure", nullptr}};
+    std::ostringstream silenced;
+    std::ostream &out = as_json ? silenced : session.out;
     auto const what_failed =
-        failure_of([&] { exit_code = run_in_fresh_folder(session.out, *folder, keeps); });
-    if (!what_failed)
-        return exit_code;
-    print_failure(session.err, *what_failed, {*folder});
-    return exit_failure;
+        failure_of([&] { exit_code = run_in_fresh_folder(out, *folder, keeps, all); });
+    if (what_failed && as_json)
+        all["failure"] = to_json(*what_failed);
+    else if (what_failed)
+        print_failure(session.err, *what_failed, {*folder}, session.warns_in_colours);
+    if (as_json)
+        print_json(session.out, all);
+    return what_failed ? exit_failure : exit_code;
 }
 
 } // namespace
@@ -181,9 +196,10 @@ void add_tour_command(CLI::App &app, session &session)
     option const folder =
         tour.optional_word("FOLDER", "a name that isn't there yet; if left out, a temporary one");
     option const keeps = tour.flag("--keep", "Leave the folder behind");
-    tour.on_disk(disk_use::change, [&session, folder, keeps] {
+    option const as_json = tour.flag("--json", "Print a JSON object");
+    tour.on_disk(disk_use::change, [&session, folder, keeps, as_json] {
         return tour::run(session, folder.is_given() ? folder.pathname() : tour::fresh_folder(),
-                         keeps.is_given());
+                         keeps.is_given(), as_json.is_given());
     });
 }
 
