@@ -62,7 +62,7 @@ public:
     void item(std::string_view name) { out_ << ".SS \"" << plain(name) << "\"\n"; }
     void text(std::string_view paragraph)
     {
-        out_ << ".PP\n.nf\n";
+        out_ << ".nf\n";
         std::istringstream lines{std::string(paragraph)};
         for (std::string line; std::getline(lines, line);)
             out_ << (line.starts_with('.') || line.starts_with('\'') ? "\\&" : "") << plain(line)
