@@ -26,6 +26,7 @@ struct removal_settings
 {
     bool clears_read_only = false;
     bool keeps_going = false;
+    bool holds = true;
     std::function<bool(removal_progress const &)> callback;
 };
 
@@ -38,8 +39,8 @@ struct removal_record
 
 namespace {
 
-/// A directory that is being emptied. While `directory` is open nobody can delete or rename
-/// it, so that pathnames through it lead where they did.
+/// A directory that is being emptied. While `directory` is held nobody can delete or rename it,
+/// so that pathnames through it lead where they did.
 struct held_level
 {
     file_handle directory;
@@ -89,7 +90,7 @@ bool holds_entries(DWORD attributes)
     return (attributes & asked) == FILE_ATTRIBUTE_DIRECTORY;
 }
 
-/// Opens the name itself, to delete it. What holds entries isn't shared for deletion.
+/// Opens the name itself, to delete it. What is held isn't shared for deletion.
 standard::opened_file open_for_deletion(std::wstring const &form, bool is_held)
 {
     constexpr DWORD flags = FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT;
@@ -144,7 +145,7 @@ void held_remover::take_entry()
 /// Removes what is at hand, or begins to empty it.
 void held_remover::take(DWORD attributes)
 {
-    auto [file, code] = open_for_deletion(path_.form, holds_entries(attributes));
+    auto [file, code] = open_for_deletion(path_.form, settings_.holds && holds_entries(attributes));
     if (!file) {
         if (levels_.empty() || !is_missing_for_entering(code, path_.form.size()))
             fail(code);
@@ -247,9 +248,9 @@ void held_remover::fail(DWORD code)
         if (!settings_.keeps_going)
             throw;
         // some name nobody when they are thrown, but here they say what is left
-        record_.failures.emplace_back(FsysExceptionBase(
-            exception.what(), exception.get_excp_id(), path_.text,
-            exception.get_additional_path_names(), exception.get_error_code()));
+        record_.failures.emplace_back(
+            FsysExceptionBase(exception.what(), exception.get_excp_id(), path_.text,
+                              exception.get_additional_path_names(), exception.get_error_code()));
     }
 }
 
@@ -280,6 +281,12 @@ removal_options &removal_options::clear_read_only(bool clears)
 removal_options &removal_options::keep_going(bool keeps)
 {
     settings_ = changed(*settings_, [=](auto &settings) { settings.keeps_going = keeps; });
+    return *this;
+}
+
+removal_options &removal_options::hold(bool holds)
+{
+    settings_ = changed(*settings_, [=](auto &settings) { settings.holds = holds; });
     return *this;
 }
 

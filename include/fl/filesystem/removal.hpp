@@ -47,6 +47,11 @@ public:
     /// that isn't told a second time.
     removal_options &keep_going(bool keeps = true);
 
+    /// Keep others from renaming and deleting a directory while it is emptied; so it is from the
+    /// start. Turned off, a directory that another program holds open for deletion is no failure,
+    /// and one that others move out of the tree meanwhile goes all the same if it is empty by
+    /// then. Nothing else outside is lost in either case.
+    removal_options &hold(bool holds = true);
     /// Tell `callback` of each name when it is gone. If it returns false, the removal stops. What
     /// it throws ends the removal, and passes.
     removal_options &on_progress(std::function<bool(removal_progress const &)> callback);
@@ -87,9 +92,9 @@ private:
 /// that end in a full stop or blank. The empty path is passed over.
 ///
 /// Loses nothing outside the tree, whatever others do to it meanwhile: each directory is opened
-/// without leave to delete or rename it while it is emptied, it is looked at whether it is a link
-/// by then, and each name is removed by the handle that was opened on it. So a directory that
-/// another program holds open for deletion, or without leave for it, is a failure. A directory
+/// without leave to delete or rename it while it is emptied (`hold`), it is looked at whether it is
+/// a link by then, and each name is removed by the handle that was opened on it. So a directory
+/// that another program holds open for deletion, or without leave for it, is a failure. A directory
 /// that is another kind of reparse point is not emptied; it goes if it is empty. What has gone
 /// by itself when its turn comes isn't counted and is no failure. Two handles for each level.
 ///
