@@ -170,7 +170,10 @@ TEST(AbiGuide, ListsAreAsLongAsThePageSays)
             std::string const list = row[1].substr(at, row[1].find(".txt", at) + 4 - at);
             names += lines_of(list).size();
         }
-        EXPECT_EQ(std::to_string(names), row[2]) << row[0];
+        if (row[2] == "not released yet")
+            EXPECT_GT(names, lines_of("tests/abi/0.1.0.txt").size()) << row[0];
+        else
+            EXPECT_EQ(std::to_string(names), row[2]) << row[0];
     }
 }
 
