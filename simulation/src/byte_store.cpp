@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace simulation {
+namespace fl::simulation {
 
 void byte_store::resize(std::uint64_t size)
 {
@@ -65,4 +65,4 @@ std::string &byte_store::writable_page(std::uint64_t number)
     return *found;
 }
 
-} // namespace simulation
+} // namespace fl::simulation

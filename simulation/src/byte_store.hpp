@@ -10,7 +10,7 @@
 #include <string>
 #include <string_view>
 
-namespace simulation {
+namespace fl::simulation {
 
 class byte_store
 {
@@ -39,6 +39,6 @@ private:
     std::map<std::uint64_t, page> pages_; // by number
 };
 
-} // namespace simulation
+} // namespace fl::simulation
 
 #endif

@@ -6,7 +6,7 @@
 
 #include <algorithm>
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -61,4 +61,4 @@ int com_library::entered() const
     return sum;
 }
 
-} // namespace simulation
+} // namespace fl::simulation

@@ -8,7 +8,7 @@
 #include <map>
 #include <memory>
 
-namespace simulation {
+namespace fl::simulation {
 
 /// Shared by the machine and its objects: either may go first.
 struct interface_count
@@ -52,6 +52,6 @@ private:
     int orphans_ = 0;
 };
 
-} // namespace simulation
+} // namespace fl::simulation
 
 #endif

@@ -7,7 +7,7 @@
 
 #include <exception>
 
-namespace simulation {
+namespace fl::simulation {
 
 class failure : public std::exception
 {
@@ -20,6 +20,6 @@ private:
     DWORD code_;
 };
 
-} // namespace simulation
+} // namespace fl::simulation
 
 #endif

@@ -9,7 +9,7 @@
 #include <mutex>
 #include <utility>
 
-namespace simulation {
+namespace fl::simulation {
 
 fault::fault(std::shared_ptr<fault_record> record) noexcept : record_(std::move(record)) {}
 
@@ -127,4 +127,4 @@ void faults::forget_dead()
     std::erase_if(records_, [](auto const &record) { return !record->is_live; });
 }
 
-} // namespace simulation
+} // namespace fl::simulation

@@ -2,7 +2,7 @@
 #define FL_SIMULATION_FAULTS_HPP
 // Calls that tests break.
 
-#include <simulation/machine.hpp>
+#include <fl/simulation/machine.hpp>
 
 #include <atomic>
 #include <memory>
@@ -11,7 +11,7 @@
 #include <string_view>
 #include <vector>
 
-namespace simulation {
+namespace fl::simulation {
 
 /// Shared by the machine and the object that the test holds: either may go first.
 struct fault_record
@@ -58,6 +58,6 @@ private:
     records records_;
 };
 
-} // namespace simulation
+} // namespace fl::simulation
 
 #endif

@@ -7,7 +7,7 @@
 
 #include <vector>
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -245,4 +245,4 @@ std::u16string full_path(std::u16string_view text, machine_state &machine)
     return result;
 }
 
-} // namespace simulation
+} // namespace fl::simulation

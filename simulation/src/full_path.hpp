@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-namespace simulation {
+namespace fl::simulation {
 
 /// The forms of a pathname, told apart by its beginning.
 enum class path_form
@@ -31,6 +31,6 @@ bool is_literal(std::u16string_view text);
 /// it right.
 std::u16string full_path(std::u16string_view text, machine_state &machine);
 
-} // namespace simulation
+} // namespace fl::simulation
 
 #endif

@@ -4,7 +4,7 @@
 
 #include <atomic>
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -68,4 +68,4 @@ void handles::close_search(HANDLE handle)
     searches_.erase(handle);
 }
 
-} // namespace simulation
+} // namespace fl::simulation

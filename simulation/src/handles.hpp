@@ -12,7 +12,7 @@
 #include <map>
 #include <memory>
 
-namespace simulation {
+namespace fl::simulation {
 
 class handles
 {
@@ -38,6 +38,6 @@ private:
     std::map<HANDLE, std::shared_ptr<search>> searches_;
 };
 
-} // namespace simulation
+} // namespace fl::simulation
 
 #endif

@@ -4,7 +4,7 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
-namespace simulation {
+namespace fl::simulation {
 
 std::uintptr_t host_image_at(std::uintptr_t address)
 {
@@ -23,4 +23,4 @@ bool is_host_memory(std::uintptr_t address)
     return mincore(page, 1, &residence) == 0;
 }
 
-} // namespace simulation
+} // namespace fl::simulation

@@ -5,7 +5,7 @@
 
 #include <cstdint>
 
-namespace simulation {
+namespace fl::simulation {
 
 /// The unit in which the host's memory is told of here.
 inline constexpr std::uintptr_t page_size = 4096;
@@ -17,6 +17,6 @@ std::uintptr_t host_image_at(std::uintptr_t address);
 /// Whether there is any memory at the address.
 bool is_host_memory(std::uintptr_t address);
 
-} // namespace simulation
+} // namespace fl::simulation
 
 #endif

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <string>
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -70,4 +70,4 @@ std::u16string_view legacy_device(std::u16string_view text, edition runs)
     return is_device_name(name) ? name : std::u16string_view();
 }
 
-} // namespace simulation
+} // namespace fl::simulation

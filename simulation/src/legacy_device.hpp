@@ -2,11 +2,11 @@
 #define FL_SIMULATION_LEGACY_DEVICE_HPP
 // Names that have meant devices since before there were directories.
 
-#include <simulation/machine.hpp>
+#include <fl/simulation/machine.hpp>
 
 #include <string_view>
 
-namespace simulation {
+namespace fl::simulation {
 
 /// Whether `name` alone is one: CON, COM1 and the like, in any case.
 bool is_device_name(std::u16string_view name);
@@ -27,6 +27,6 @@ bool is_device_name(std::u16string_view name);
 ///     .\con, nul.txt    (empty: a file like any other)
 std::u16string_view legacy_device(std::u16string_view text, edition runs);
 
-} // namespace simulation
+} // namespace fl::simulation
 
 #endif

@@ -6,7 +6,7 @@
 
 #include <algorithm>
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -194,4 +194,4 @@ bool is_directory_at(std::u16string_view text, machine_state const &machine)
     }
 }
 
-} // namespace simulation
+} // namespace fl::simulation

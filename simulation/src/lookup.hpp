@@ -7,7 +7,7 @@
 #include <memory>
 #include <string_view>
 
-namespace simulation {
+namespace fl::simulation {
 
 /// What to do with a link that is the last name of a pathname. Those before it are
 /// always followed.
@@ -51,6 +51,6 @@ place find_existing(pathname path, machine_state const &machine, last_link last 
 /// Whether an absolute text, taken as it stands, leads to a directory.
 bool is_directory_at(std::u16string_view text, machine_state const &machine);
 
-} // namespace simulation
+} // namespace fl::simulation
 
 #endif

@@ -1,4 +1,4 @@
-#include <simulation/machine.hpp>
+#include <fl/simulation/machine.hpp>
 
 #include "calls/current_directory.hpp"
 #include "failure.hpp"
@@ -15,7 +15,7 @@
 #include <stdexcept>
 #include <utility>
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -157,45 +157,55 @@ void make_reparse_point(std::u16string_view path, reparse_point point, flavour i
 
 } // namespace
 
-simulated_machine::simulated_machine() : state_(std::make_shared<machine_state>())
+machine::machine() : state_(std::make_shared<machine_state>())
 {
     std::lock_guard const lock(machine_mutex());
     enter_machine(state_);
 }
 
-simulated_machine::~simulated_machine()
+machine::~machine()
 {
     std::lock_guard const lock(machine_mutex());
     leave_machine(state_);
 }
 
-simulated_machine &simulated_machine::set_edition(edition runs)
+on_this_thread::on_this_thread(machine const &windows)
+{
+    machines_of_thread().push_back(windows.state_);
+}
+
+on_this_thread::~on_this_thread()
+{
+    machines_of_thread().pop_back();
+}
+
+building &building::set_edition(edition runs)
 {
     std::lock_guard const lock(machine_mutex());
     state_->runs = runs;
     return *this;
 }
 
-edition simulated_machine::runs() const
+edition looking::runs() const
 {
     std::lock_guard const lock(machine_mutex());
     return state_->runs;
 }
 
-simulated_machine &simulated_machine::set_long_pathnames(bool takes_them)
+building &building::set_long_pathnames(bool takes_them)
 {
     std::lock_guard const lock(machine_mutex());
     state_->takes_long_pathnames = takes_them;
     return *this;
 }
 
-bool simulated_machine::takes_long_pathnames() const
+bool looking::takes_long_pathnames() const
 {
     std::lock_guard const lock(machine_mutex());
     return state_->takes_long_pathnames;
 }
 
-simulated_machine &simulated_machine::add_drive(char16_t letter)
+building &building::add_drive(char16_t letter)
 {
     std::lock_guard const lock(machine_mutex());
     if (!is_letter(letter))
@@ -206,14 +216,14 @@ simulated_machine &simulated_machine::add_drive(char16_t letter)
     return *this;
 }
 
-simulated_machine &simulated_machine::remove_drive(char16_t letter)
+building &building::remove_drive(char16_t letter)
 {
     std::lock_guard const lock(machine_mutex());
     state_->disks.remove_drive(letter);
     return *this;
 }
 
-simulated_machine &simulated_machine::take_letter(char16_t letter)
+building &building::take_letter(char16_t letter)
 {
     std::lock_guard const lock(machine_mutex());
     if (state_->disks.find_mapping(letter) || !state_->disks.find_drive(letter))
@@ -222,8 +232,7 @@ simulated_machine &simulated_machine::take_letter(char16_t letter)
     return *this;
 }
 
-simulated_machine &simulated_machine::add_share(std::u16string_view server,
-                                                std::u16string_view share)
+building &building::add_share(std::u16string_view server, std::u16string_view share)
 {
     std::lock_guard const lock(machine_mutex());
     if (!is_valid_name(server) || !is_valid_name(share))
@@ -232,14 +241,14 @@ simulated_machine &simulated_machine::add_share(std::u16string_view server,
     return *this;
 }
 
-simulated_machine &simulated_machine::add_dead_server(std::u16string_view name)
+building &building::add_dead_server(std::u16string_view name)
 {
     std::lock_guard const lock(machine_mutex());
     state_->disks.add_dead_server(name);
     return *this;
 }
 
-simulated_machine &simulated_machine::add_directory(std::u16string_view path)
+building &building::add_directory(std::u16string_view path)
 {
     arrange(path, [&] {
         if (!make_directory(parse_literal(path, *state_), *state_)->is_directory())
@@ -248,15 +257,15 @@ simulated_machine &simulated_machine::add_directory(std::u16string_view path)
     return *this;
 }
 
-simulated_machine &simulated_machine::add_file(std::u16string_view path, std::string_view content)
+building &building::add_file(std::u16string_view path, std::string_view content)
 {
     std::lock_guard const lock(machine_mutex());
     make_file(path, *state_)->content = byte_store(content);
     return *this;
 }
 
-simulated_machine &simulated_machine::add_sparse_file(std::u16string_view path, std::uint64_t size,
-                                                      std::string_view end)
+building &building::add_sparse_file(std::u16string_view path, std::uint64_t size,
+                                    std::string_view end)
 {
     std::lock_guard const lock(machine_mutex());
     if (end.size() > size || size > std::numeric_limits<std::int64_t>::max())
@@ -267,8 +276,7 @@ simulated_machine &simulated_machine::add_sparse_file(std::u16string_view path, 
     return *this;
 }
 
-simulated_machine &simulated_machine::add_deduplicated_file(std::u16string_view path,
-                                                            std::string_view content)
+building &building::add_deduplicated_file(std::u16string_view path, std::string_view content)
 {
     std::lock_guard const lock(machine_mutex());
     auto const made = make_file(path, *state_, FILE_ATTRIBUTE_ARCHIVE | FILE_ATTRIBUTE_SPARSE_FILE);
@@ -277,8 +285,7 @@ simulated_machine &simulated_machine::add_deduplicated_file(std::u16string_view 
     return *this;
 }
 
-simulated_machine &simulated_machine::add_hard_link(std::u16string_view path,
-                                                    std::u16string_view existing)
+building &building::add_hard_link(std::u16string_view path, std::u16string_view existing)
 {
     std::lock_guard const lock(machine_mutex());
     arrange(path, [&] {
@@ -292,8 +299,8 @@ simulated_machine &simulated_machine::add_hard_link(std::u16string_view path,
     return *this;
 }
 
-simulated_machine &simulated_machine::add_symbolic_link(std::u16string_view path,
-                                                        std::u16string_view target, flavour is)
+building &building::add_symbolic_link(std::u16string_view path, std::u16string_view target,
+                                      flavour is)
 {
     std::lock_guard const lock(machine_mutex());
     auto point = arrange(path, [&] { return make_symbolic_link(target, *state_); });
@@ -301,30 +308,26 @@ simulated_machine &simulated_machine::add_symbolic_link(std::u16string_view path
     return *this;
 }
 
-simulated_machine &simulated_machine::add_symbolic_link(std::u16string_view path,
-                                                        std::u16string_view substitute,
-                                                        std::u16string_view print, DWORD flags,
-                                                        flavour is)
+building &building::add_symbolic_link(std::u16string_view path, std::u16string_view substitute,
+                                      std::u16string_view print, DWORD flags, flavour is)
 {
     return add_reparse_point(path, DWORD{IO_REPARSE_TAG_SYMLINK},
                              symbolic_link_data(substitute, print, flags), is);
 }
 
-simulated_machine &simulated_machine::add_junction(std::u16string_view path,
-                                                   std::u16string_view target)
+building &building::add_junction(std::u16string_view path, std::u16string_view target)
 {
     return add_junction(path, u"\\??\\" + std::u16string(target), target);
 }
 
-simulated_machine &simulated_machine::add_junction(std::u16string_view path,
-                                                   std::u16string_view substitute,
-                                                   std::u16string_view print)
+building &building::add_junction(std::u16string_view path, std::u16string_view substitute,
+                                 std::u16string_view print)
 {
     return add_reparse_point(path, DWORD{IO_REPARSE_TAG_MOUNT_POINT},
                              mount_point_data(substitute, print), flavour::directory);
 }
 
-simulated_machine &simulated_machine::add_mount_point(std::u16string_view path, char16_t letter)
+building &building::add_mount_point(std::u16string_view path, char16_t letter)
 {
     std::lock_guard const lock(machine_mutex());
     auto const disk =
@@ -334,35 +337,35 @@ simulated_machine &simulated_machine::add_mount_point(std::u16string_view path, 
     return add_junction(path, u"\\??\\" + disk->guid_name + u'\\', {});
 }
 
-simulated_machine &simulated_machine::add_reparse_point(std::u16string_view path, DWORD tag,
-                                                        std::string_view data, flavour is)
+building &building::add_reparse_point(std::u16string_view path, DWORD tag, std::string_view data,
+                                      flavour is)
 {
     std::lock_guard const lock(machine_mutex());
     make_reparse_point(path, reparse_point{tag, std::string(data)}, is, *state_);
     return *this;
 }
 
-simulated_machine &simulated_machine::set_attributes(std::u16string_view path, DWORD attributes)
+building &building::set_attributes(std::u16string_view path, DWORD attributes)
 {
     std::lock_guard const lock(machine_mutex());
     demand(path, *state_)->set_attributes(attributes);
     return *this;
 }
 
-simulated_machine &simulated_machine::set_times(std::u16string_view path, times const &changed)
+building &building::set_times(std::u16string_view path, times const &changed)
 {
     std::lock_guard const lock(machine_mutex());
     demand(path, *state_)->times = changed;
     return *this;
 }
 
-simulated_machine &simulated_machine::set_current_directory(std::u16string_view path)
+building &building::set_current_directory(std::u16string_view path)
 {
     arrange(path, [&] { change_directory(*state_, std::u16string(path)); });
     return *this;
 }
 
-simulated_machine &simulated_machine::remove(std::u16string_view path)
+building &building::remove(std::u16string_view path)
 {
     std::lock_guard const lock(machine_mutex());
     place const here = demand_place(path, *state_);
@@ -372,66 +375,66 @@ simulated_machine &simulated_machine::remove(std::u16string_view path)
     return *this;
 }
 
-simulated_machine &simulated_machine::deny(std::u16string_view path, right denied)
+building &building::deny(std::u16string_view path, right denied)
 {
     std::lock_guard const lock(machine_mutex());
     demand(path, *state_)->denied.insert(denied);
     return *this;
 }
 
-simulated_machine &simulated_machine::allow(std::u16string_view path, right allowed)
+building &building::allow(std::u16string_view path, right allowed)
 {
     std::lock_guard const lock(machine_mutex());
     demand(path, *state_)->denied.erase(allowed);
     return *this;
 }
 
-simulated_machine &simulated_machine::deny_creation(std::u16string_view path)
+building &building::deny_creation(std::u16string_view path)
 {
     return deny(path, right::create_entries);
 }
 
-simulated_machine &simulated_machine::deny_symbolic_links()
+building &building::deny_symbolic_links()
 {
     std::lock_guard const lock(machine_mutex());
     state_->may_create_links = false;
     return *this;
 }
 
-simulated_machine &simulated_machine::handle_tag(DWORD tag)
+building &building::handle_tag(DWORD tag)
 {
     std::lock_guard const lock(machine_mutex());
     state_->handled_tags.insert(tag);
     return *this;
 }
 
-simulated_machine &simulated_machine::follow_remote_links()
+building &building::follow_remote_links()
 {
     std::lock_guard const lock(machine_mutex());
     state_->follows_remote_links = true;
     return *this;
 }
 
-bool simulated_machine::exists(std::u16string_view path) const
+bool looking::exists(std::u16string_view path) const
 {
     return look(path, *state_) != nullptr;
 }
 
-bool simulated_machine::is_directory(std::u16string_view path) const
+bool looking::is_directory(std::u16string_view path) const
 {
     std::lock_guard const lock(machine_mutex());
     auto const found = look(path, *state_);
     return found && found->is_directory();
 }
 
-bool simulated_machine::is_file(std::u16string_view path) const
+bool looking::is_file(std::u16string_view path) const
 {
     std::lock_guard const lock(machine_mutex());
     auto const found = look(path, *state_);
     return found && !found->is_directory();
 }
 
-std::vector<std::u16string> simulated_machine::entries(std::u16string_view path) const
+std::vector<std::u16string> looking::entries(std::u16string_view path) const
 {
     std::lock_guard const lock(machine_mutex());
     auto const found = demand(path, *state_);
@@ -444,26 +447,26 @@ std::vector<std::u16string> simulated_machine::entries(std::u16string_view path)
     return names;
 }
 
-DWORD simulated_machine::attributes(std::u16string_view path) const
+DWORD looking::attributes(std::u16string_view path) const
 {
     std::lock_guard const lock(machine_mutex());
     return demand(path, *state_)->attributes();
 }
 
-times simulated_machine::times_of(std::u16string_view path) const
+times looking::times_of(std::u16string_view path) const
 {
     std::lock_guard const lock(machine_mutex());
     return demand(path, *state_)->times;
 }
 
-std::string simulated_machine::content(std::u16string_view path) const
+std::string looking::content(std::u16string_view path) const
 {
     std::lock_guard const lock(machine_mutex());
     return demand(path, *state_)->content.text();
 }
 
-std::string simulated_machine::content(std::u16string_view path, std::uint64_t offset,
-                                       std::size_t count) const
+std::string looking::content(std::u16string_view path, std::uint64_t offset,
+                             std::size_t count) const
 {
     std::lock_guard const lock(machine_mutex());
     std::string bytes(count, '\0');
@@ -471,57 +474,57 @@ std::string simulated_machine::content(std::u16string_view path, std::uint64_t o
     return bytes;
 }
 
-std::uint64_t simulated_machine::size_of(std::u16string_view path) const
+std::uint64_t looking::size_of(std::u16string_view path) const
 {
     std::lock_guard const lock(machine_mutex());
     return demand(path, *state_)->content.size();
 }
 
-DWORD simulated_machine::link_count(std::u16string_view path) const
+DWORD looking::link_count(std::u16string_view path) const
 {
     std::lock_guard const lock(machine_mutex());
     return demand(path, *state_)->link_count;
 }
 
-DWORD simulated_machine::reparse_tag(std::u16string_view path) const
+DWORD looking::reparse_tag(std::u16string_view path) const
 {
     std::lock_guard const lock(machine_mutex());
     auto const found = demand(path, *state_);
     return found->reparse ? found->reparse->tag : 0;
 }
 
-std::string simulated_machine::reparse_data(std::u16string_view path) const
+std::string looking::reparse_data(std::u16string_view path) const
 {
     std::lock_guard const lock(machine_mutex());
     auto const found = demand(path, *state_);
     return found->reparse ? found->reparse->data : std::string();
 }
 
-bool simulated_machine::is_same(std::u16string_view path, std::u16string_view other) const
+bool looking::is_same(std::u16string_view path, std::u16string_view other) const
 {
     std::lock_guard const lock(machine_mutex());
     return demand(path, *state_) == demand(other, *state_);
 }
 
-int simulated_machine::open_handles() const
+int looking::open_handles() const
 {
     std::lock_guard const lock(machine_mutex());
     return state_->open->open_files();
 }
 
-int simulated_machine::find_handles() const
+int looking::find_handles() const
 {
     std::lock_guard const lock(machine_mutex());
     return state_->open->searches();
 }
 
-std::u16string simulated_machine::current_directory() const
+std::u16string looking::current_directory() const
 {
     std::lock_guard const lock(machine_mutex());
     return shown_current_directory(*state_);
 }
 
-fault simulated_machine::fail_call(std::string_view function, int nth, DWORD code)
+fault breaking::fail_call(std::string_view function, int nth, DWORD code)
 {
     std::lock_guard const lock(machine_mutex());
     auto record = std::make_shared<fault_record>();
@@ -531,29 +534,29 @@ fault simulated_machine::fail_call(std::string_view function, int nth, DWORD cod
     return state_->broken.add(std::move(record));
 }
 
-fault simulated_machine::fail_call(int nth, DWORD code)
+fault breaking::fail_call(int nth, DWORD code)
 {
     return fail_call(std::string_view(), nth, code);
 }
 
-fault simulated_machine::fail_every_call_on(std::string_view function, DWORD code)
+fault breaking::fail_every_call_on(std::string_view function, DWORD code)
 {
     return fail_call(function, 0, code);
 }
 
-fault simulated_machine::fail_every_call_on_name(std::u16string_view path, DWORD code)
+fault breaking::fail_every_call_on_name(std::u16string_view path, DWORD code)
 {
     return fail_every_call_on_name(std::string_view(), path, code);
 }
 
-fault simulated_machine::fail_every_call_on_name(std::string_view function,
-                                                 std::u16string_view path, DWORD code)
+fault breaking::fail_every_call_on_name(std::string_view function, std::u16string_view path,
+                                        DWORD code)
 {
     return fail_call_on_name(function, path, 0, code);
 }
 
-fault simulated_machine::fail_call_on_name(std::string_view function, std::u16string_view path,
-                                           int nth, DWORD code)
+fault breaking::fail_call_on_name(std::string_view function, std::u16string_view path, int nth,
+                                  DWORD code)
 {
     std::lock_guard const lock(machine_mutex());
     auto record = std::make_shared<fault_record>();
@@ -564,8 +567,7 @@ fault simulated_machine::fail_call_on_name(std::string_view function, std::u16st
     return state_->broken.add(std::move(record));
 }
 
-fault simulated_machine::before_call(std::string_view function, int nth,
-                                     std::function<void()> action)
+fault breaking::before_call(std::string_view function, int nth, std::function<void()> action)
 {
     std::lock_guard const lock(machine_mutex());
     auto record = std::make_shared<fault_record>();
@@ -575,7 +577,7 @@ fault simulated_machine::before_call(std::string_view function, int nth,
     return state_->broken.add(std::move(record));
 }
 
-fault simulated_machine::on_full_path_name(full_path_name_hook hook)
+fault breaking::on_full_path_name(full_path_name_hook hook)
 {
     std::lock_guard const lock(machine_mutex());
     auto record = std::make_shared<fault_record>();
@@ -583,26 +585,26 @@ fault simulated_machine::on_full_path_name(full_path_name_hook hook)
     return state_->broken.add(std::move(record));
 }
 
-std::vector<journal_entry> simulated_machine::journal() const
+std::vector<journal_entry> reading::journal() const
 {
     std::lock_guard const lock(machine_mutex());
     return state_->journal;
 }
 
-simulated_machine &simulated_machine::keep_journal(bool keeps)
+building &building::keep_journal(bool keeps)
 {
     std::lock_guard const lock(machine_mutex());
     state_->keeps_journal = keeps;
     return *this;
 }
 
-void simulated_machine::clear_journal()
+void reading::clear_journal()
 {
     std::lock_guard const lock(machine_mutex());
     state_->journal.clear();
 }
 
-int simulated_machine::calls_of(std::string_view function) const
+int reading::calls_of(std::string_view function) const
 {
     std::lock_guard const lock(machine_mutex());
     auto const count = std::count_if(state_->journal.begin(), state_->journal.end(),
@@ -610,4 +612,4 @@ int simulated_machine::calls_of(std::string_view function) const
     return static_cast<int>(count);
 }
 
-} // namespace simulation
+} // namespace fl::simulation

@@ -1,5 +1,5 @@
-// The part of `simulated_machine` about its program, COM and the kinds of volumes.
-#include <simulation/machine.hpp>
+// The parts of a machine about its program, COM and the kinds of volumes.
+#include <fl/simulation/machine.hpp>
 
 #include "failure.hpp"
 #include "lookup.hpp"
@@ -9,17 +9,17 @@
 
 #include <stdexcept>
 
-namespace simulation {
+namespace fl::simulation {
 
-simulated_machine &simulated_machine::forget_universal_names()
+building &building::forget_universal_names()
 {
     std::lock_guard const lock(machine_mutex());
     state_->knows_universal_names = false;
     return *this;
 }
 
-simulated_machine &simulated_machine::map_drive(char16_t letter, std::u16string_view server,
-                                                std::u16string_view share)
+building &building::map_drive(char16_t letter, std::u16string_view server,
+                              std::u16string_view share)
 {
     std::lock_guard const lock(machine_mutex());
     bool is_share_there = false;
@@ -36,9 +36,8 @@ simulated_machine &simulated_machine::map_drive(char16_t letter, std::u16string_
     return *this;
 }
 
-simulated_machine &simulated_machine::set_volume_space(std::u16string_view root,
-                                                       std::uint64_t capacity, std::uint64_t free,
-                                                       std::uint64_t available)
+building &building::set_volume_space(std::u16string_view root, std::uint64_t capacity,
+                                     std::uint64_t free, std::uint64_t available)
 {
     std::lock_guard const lock(machine_mutex());
     try {
@@ -52,15 +51,14 @@ simulated_machine &simulated_machine::set_volume_space(std::u16string_view root,
     return *this;
 }
 
-simulated_machine &simulated_machine::set_program_pathname(std::u16string_view pathname)
+building &building::set_program_pathname(std::u16string_view pathname)
 {
     std::lock_guard const lock(machine_mutex());
     state_->memory.program = pathname;
     return *this;
 }
 
-simulated_machine &simulated_machine::load_module(void const *base, std::size_t size,
-                                                  std::u16string_view pathname)
+building &building::load_module(void const *base, std::size_t size, std::u16string_view pathname)
 {
     std::lock_guard const lock(machine_mutex());
     if (base == nullptr || size == 0 || pathname.empty())
@@ -69,7 +67,7 @@ simulated_machine &simulated_machine::load_module(void const *base, std::size_t 
     return *this;
 }
 
-simulated_machine &simulated_machine::reserve_memory(void const *base, std::size_t size)
+building &building::reserve_memory(void const *base, std::size_t size)
 {
     std::lock_guard const lock(machine_mutex());
     if (base == nullptr || size == 0)
@@ -78,13 +76,12 @@ simulated_machine &simulated_machine::reserve_memory(void const *base, std::size
     return *this;
 }
 
-simulated_machine &simulated_machine::add_shortcut(std::u16string_view path,
-                                                   std::u16string_view target)
+building &building::add_shortcut(std::u16string_view path, std::u16string_view target)
 {
     return add_file(path, write_shell_link(target));
 }
 
-std::u16string simulated_machine::shortcut_target(std::u16string_view path) const
+std::u16string looking::shortcut_target(std::u16string_view path) const
 {
     try {
         return read_shell_link(content(path));
@@ -93,27 +90,27 @@ std::u16string simulated_machine::shortcut_target(std::u16string_view path) cons
     }
 }
 
-int simulated_machine::live_interfaces() const
+int looking::live_interfaces() const
 {
     return state_->com.interfaces->live;
 }
 
-int simulated_machine::com_apartments() const
+int looking::com_apartments() const
 {
     std::lock_guard const lock(machine_mutex());
     return state_->com.entered_here();
 }
 
-int simulated_machine::all_com_apartments() const
+int looking::all_com_apartments() const
 {
     std::lock_guard const lock(machine_mutex());
     return state_->com.entered();
 }
 
-int simulated_machine::orphaned_interfaces() const
+int looking::orphaned_interfaces() const
 {
     std::lock_guard const lock(machine_mutex());
     return state_->com.orphans();
 }
 
-} // namespace simulation
+} // namespace fl::simulation

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -42,7 +42,14 @@ std::recursive_mutex &machine_mutex()
 
 machine_state &current_machine()
 {
-    return *machines().back();
+    auto const &chosen = machines_of_thread();
+    return chosen.empty() ? *machines().back() : *chosen.back();
+}
+
+std::vector<std::shared_ptr<machine_state>> &machines_of_thread()
+{
+    thread_local std::vector<std::shared_ptr<machine_state>> chosen;
+    return chosen;
 }
 
 void enter_machine(std::shared_ptr<machine_state> machine)
@@ -55,4 +62,4 @@ void leave_machine(std::shared_ptr<machine_state> const &machine)
     std::erase(machines(), machine);
 }
 
-} // namespace simulation
+} // namespace fl::simulation

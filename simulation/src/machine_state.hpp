@@ -8,14 +8,14 @@
 #include "program_memory.hpp"
 #include "volumes.hpp"
 
-#include <simulation/machine.hpp>
+#include <fl/simulation/machine.hpp>
 
 #include <memory>
 #include <mutex>
 #include <set>
 #include <vector>
 
-namespace simulation {
+namespace fl::simulation {
 
 class handles;
 
@@ -56,12 +56,15 @@ public:
 /// run within a call and look into the machine.
 std::recursive_mutex &machine_mutex();
 
-/// The machine that calls run on. Hold the mutex.
+/// The machine that calls of this thread run on. Hold the mutex.
 machine_state &current_machine();
+
+/// Those that this thread has chosen for itself, the last one ahead of all others.
+std::vector<std::shared_ptr<machine_state>> &machines_of_thread();
 
 void enter_machine(std::shared_ptr<machine_state> machine);
 void leave_machine(std::shared_ptr<machine_state> const &machine);
 
-} // namespace simulation
+} // namespace fl::simulation
 
 #endif

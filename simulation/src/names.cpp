@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -83,4 +83,4 @@ std::u16string from_wide(wchar_t const *text)
     return std::u16string(wide.begin(), wide.end());
 }
 
-} // namespace simulation
+} // namespace fl::simulation

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace simulation {
+namespace fl::simulation {
 
 /// The longest name of one file or directory.
 inline constexpr std::size_t longest_name = 255;
@@ -38,6 +38,6 @@ bool is_stream_name(std::u16string_view name);
 /// Unit for unit; a null pointer is an empty text.
 std::u16string from_wide(wchar_t const *text);
 
-} // namespace simulation
+} // namespace fl::simulation
 
 #endif

@@ -4,7 +4,7 @@
 
 #include <utility>
 
-namespace simulation {
+namespace fl::simulation {
 
 void entry::doom(bool goes)
 {
@@ -104,4 +104,4 @@ std::vector<std::shared_ptr<entry>> node::entries() const
     return all;
 }
 
-} // namespace simulation
+} // namespace fl::simulation

@@ -4,7 +4,7 @@
 
 #include "byte_store.hpp"
 
-#include <simulation/machine.hpp>
+#include <fl/simulation/machine.hpp>
 
 #include <windows.h>
 
@@ -17,7 +17,7 @@
 #include <string_view>
 #include <vector>
 
-namespace simulation {
+namespace fl::simulation {
 
 class node;
 class open_file;
@@ -88,7 +88,7 @@ public:
     /// In the order in which a disk of NTFS tells them: by name in upper case.
     std::vector<std::shared_ptr<entry>> entries() const;
 
-    simulation::times times;
+    fl::simulation::times times;
     byte_store content;
     std::optional<reparse_point> reparse;
     std::set<right> denied;
@@ -108,6 +108,6 @@ private:
     entries_by_name entries_;
 };
 
-} // namespace simulation
+} // namespace fl::simulation
 
 #endif

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -239,4 +239,4 @@ void mark_for_deletion(open_file const &file, bool ignores_read_only)
     file.name->doom(true);
 }
 
-} // namespace simulation
+} // namespace fl::simulation

@@ -10,7 +10,7 @@
 #include <memory>
 #include <string>
 
-namespace simulation {
+namespace fl::simulation {
 
 inline constexpr DWORD share_all = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
@@ -103,6 +103,6 @@ std::shared_ptr<entry> create_entry(place const &here, bool ends_in_separator, D
 /// Has the name removed once nobody has it open. Fails if it has to stay.
 void mark_for_deletion(open_file const &file, bool ignores_read_only = false);
 
-} // namespace simulation
+} // namespace fl::simulation
 
 #endif

@@ -6,7 +6,7 @@
 #include "lookup.hpp"
 #include "names.hpp"
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -158,4 +158,4 @@ pathname parse_literal(std::u16string_view text, machine_state const &machine)
     }
 }
 
-} // namespace simulation
+} // namespace fl::simulation

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-namespace simulation {
+namespace fl::simulation {
 
 struct pathname
 {
@@ -41,6 +41,6 @@ pathname parse_object(std::u16string_view text, machine_state const &machine);
 /// will say so. One backslash at the end is fine.
 void split(std::u16string_view text, pathname &parsed);
 
-} // namespace simulation
+} // namespace fl::simulation
 
 #endif

@@ -3,7 +3,7 @@
 #include "names.hpp"
 #include "opening.hpp"
 
-namespace simulation {
+namespace fl::simulation {
 
 std::optional<std::u16string> environment::find(std::u16string_view name) const
 {
@@ -29,4 +29,4 @@ void process::stand_in(std::shared_ptr<volume> disk, std::shared_ptr<entry> dire
         std::make_shared<open_file>(std::move(disk), std::move(directory), access, share);
 }
 
-} // namespace simulation
+} // namespace fl::simulation

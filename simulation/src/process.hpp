@@ -11,7 +11,7 @@
 #include <string>
 #include <string_view>
 
-namespace simulation {
+namespace fl::simulation {
 
 class environment
 {
@@ -38,6 +38,6 @@ struct process
     environment variables;
 };
 
-} // namespace simulation
+} // namespace fl::simulation
 
 #endif

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace simulation {
+namespace fl::simulation {
 
 void program_memory::add(memory_region region)
 {
@@ -35,4 +35,4 @@ std::optional<std::u16string> program_memory::module_at(std::uintptr_t base) con
     return region.module;
 }
 
-} // namespace simulation
+} // namespace fl::simulation

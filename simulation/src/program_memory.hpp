@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-namespace simulation {
+namespace fl::simulation {
 
 /// What stands around an address. `base` is 0 where the memory is free.
 struct memory_region
@@ -36,6 +36,6 @@ private:
     std::vector<memory_region> regions_; // the last one counts
 };
 
-} // namespace simulation
+} // namespace fl::simulation
 
 #endif

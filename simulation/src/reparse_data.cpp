@@ -3,7 +3,7 @@
 #include "failure.hpp"
 #include "full_path.hpp"
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -131,4 +131,4 @@ reparse_point make_symbolic_link(std::u16string_view text, machine_state &machin
     return made;
 }
 
-} // namespace simulation
+} // namespace fl::simulation

@@ -6,7 +6,7 @@
 
 #include <string>
 
-namespace simulation {
+namespace fl::simulation {
 
 /// Where a reparse point sends whoever opens it.
 struct redirection
@@ -42,6 +42,6 @@ reparse_point make_symbolic_link(std::u16string_view text, machine_state &machin
 void append_number(std::string &bytes, std::size_t number, std::size_t size);
 DWORD number_at(std::string_view bytes, std::size_t offset, std::size_t size);
 
-} // namespace simulation
+} // namespace fl::simulation
 
 #endif

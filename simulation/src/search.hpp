@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-namespace simulation {
+namespace fl::simulation {
 
 /// One answer of an enumeration. The system reads many at once, so that what has
 /// been removed or changed since then may still be told as it was.
@@ -18,7 +18,7 @@ struct found_name
 {
     std::u16string name;
     DWORD attributes = 0;
-    simulation::times times;
+    fl::simulation::times times;
     std::uint64_t size = 0;
     DWORD reparse_tag = 0;
 };
@@ -31,6 +31,6 @@ struct search
     std::size_t next = 0;
 };
 
-} // namespace simulation
+} // namespace fl::simulation
 
 #endif

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <cstdint>
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -212,4 +212,4 @@ std::u16string read_shell_link(std::string_view content)
     return target;
 }
 
-} // namespace simulation
+} // namespace fl::simulation

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace simulation {
+namespace fl::simulation {
 
 /// An empty target makes a shortcut to nothing, which is a valid file.
 std::string write_shell_link(std::u16string_view target);
@@ -15,6 +15,6 @@ std::string write_shell_link(std::u16string_view target);
 /// shortcut.
 std::u16string read_shell_link(std::string_view content);
 
-} // namespace simulation
+} // namespace fl::simulation
 
 #endif

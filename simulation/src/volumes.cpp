@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -184,4 +184,4 @@ std::shared_ptr<volume> volumes::find_share(std::u16string_view server,
     return found->second;
 }
 
-} // namespace simulation
+} // namespace fl::simulation

@@ -11,7 +11,7 @@
 #include <string_view>
 #include <vector>
 
-namespace simulation {
+namespace fl::simulation {
 
 /// How much room a volume has, in bytes.
 struct volume_space
@@ -125,6 +125,6 @@ private:
     DWORD last_serial_number_ = 0x1A2B'3C00;
 };
 
-} // namespace simulation
+} // namespace fl::simulation
 
 #endif

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cstdint>
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -48,4 +48,4 @@ void write_whole_file(machine_state &machine, std::u16string_view text, std::str
     file->target().times.write = machine.now();
 }
 
-} // namespace simulation
+} // namespace fl::simulation

@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-namespace simulation {
+namespace fl::simulation {
 
 /// A device has no content, and of very large files only the beginning is read.
 std::string read_whole_file(machine_state &machine, std::u16string_view text);
@@ -16,6 +16,6 @@ std::string read_whole_file(machine_state &machine, std::u16string_view text);
 /// Makes the file, or replaces the content of the one that is there.
 void write_whole_file(machine_state &machine, std::u16string_view text, std::string_view content);
 
-} // namespace simulation
+} // namespace fl::simulation
 
 #endif

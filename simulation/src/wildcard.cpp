@@ -4,7 +4,7 @@
 
 #include <vector>
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -123,4 +123,4 @@ bool matches(std::u16string_view pattern, std::u16string_view name)
     return system_pattern == u"*" || comparison(upcase(system_pattern), upcase(name)).run();
 }
 
-} // namespace simulation
+} // namespace fl::simulation

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace simulation {
+namespace fl::simulation {
 
 /// Whether `text` has any unit that stands for others.
 bool has_wildcard(std::u16string_view text);
@@ -15,6 +15,6 @@ bool has_wildcard(std::u16string_view text);
 /// or before a full stop may mean nothing at all.
 bool matches(std::u16string_view pattern, std::u16string_view name);
 
-} // namespace simulation
+} // namespace fl::simulation
 
 #endif

@@ -13,7 +13,7 @@
 #include <functional>
 #include <optional>
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -466,4 +466,4 @@ TEST(BrokenCalls, AreCountedOverAllFunctions)
 
 } // namespace
 
-} // namespace simulation
+} // namespace fl::simulation

@@ -8,7 +8,7 @@
 
 #include <stdexcept>
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -247,4 +247,4 @@ TEST_F(MountPoints, LeadNowhereWithoutTheirVolume)
 
 } // namespace
 
-} // namespace simulation
+} // namespace fl::simulation

@@ -11,7 +11,7 @@
 #include <limits>
 #include <stdexcept>
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -258,4 +258,4 @@ TEST(Building, BothHalvesOfAnIdentityVary)
 
 } // namespace
 
-} // namespace simulation
+} // namespace fl::simulation

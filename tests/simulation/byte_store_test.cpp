@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <random>
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -107,4 +107,4 @@ TEST(ByteStore, DoesAsATextDoes)
 
 } // namespace
 
-} // namespace simulation
+} // namespace fl::simulation

@@ -8,7 +8,7 @@
 #include <stdexcept>
 #include <thread>
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -234,4 +234,4 @@ TEST(Shortcuts, SurviveBrokenBytes)
 
 } // namespace
 
-} // namespace simulation
+} // namespace fl::simulation

@@ -8,7 +8,7 @@
 
 #include <stdexcept>
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -244,4 +244,4 @@ TEST(NamesOfTheObjectManager, HaveVolumePaths)
 
 } // namespace
 
-} // namespace simulation
+} // namespace fl::simulation

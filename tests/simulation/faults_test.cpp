@@ -9,7 +9,7 @@
 #include <string>
 #include <utility>
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -154,4 +154,4 @@ TEST(Faults, AHookMayLetACallPassOrFail)
 
 } // namespace
 
-} // namespace simulation
+} // namespace fl::simulation

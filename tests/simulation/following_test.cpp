@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -261,4 +261,4 @@ TEST_F(Following, LooksSeeLinksInTheMiddleOnly)
 
 } // namespace
 
-} // namespace simulation
+} // namespace fl::simulation

@@ -10,7 +10,7 @@
 #include <memory>
 #include <optional>
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -192,4 +192,4 @@ TEST(HandleCounts, WhatATestRemovesMayBeOpen)
 
 } // namespace
 
-} // namespace simulation
+} // namespace fl::simulation

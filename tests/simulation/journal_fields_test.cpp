@@ -11,7 +11,7 @@
 
 #include <functional>
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -206,4 +206,4 @@ TEST(JournalFields, KeepTheTextOfAnOpeningThatTheFileHasLeft)
 
 } // namespace
 
-} // namespace simulation
+} // namespace fl::simulation

@@ -8,7 +8,7 @@
 #include <thread>
 #include <vector>
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -124,4 +124,4 @@ TEST(Threads, CallAndLookAtTheSameTime)
 
 } // namespace
 
-} // namespace simulation
+} // namespace fl::simulation

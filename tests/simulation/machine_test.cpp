@@ -5,7 +5,7 @@
 #include <optional>
 #include <stdexcept>
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -160,4 +160,4 @@ TEST(Machine, ComparesLettersBeyondAscii)
 
 } // namespace
 
-} // namespace simulation
+} // namespace fl::simulation

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -65,4 +65,4 @@ TEST(Names, DrivesAreLettersWithColons)
 
 } // namespace
 
-} // namespace simulation
+} // namespace fl::simulation

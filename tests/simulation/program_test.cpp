@@ -6,7 +6,7 @@
 
 #include <stdexcept>
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -142,4 +142,4 @@ TEST(SimulatedProgram, RefusesModulesWithoutAPlace)
 
 } // namespace
 
-} // namespace simulation
+} // namespace fl::simulation

@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -99,4 +99,4 @@ TEST(Refusals, TheObjectManagersPrefixIsTakenAsItStands)
 
 } // namespace
 
-} // namespace simulation
+} // namespace fl::simulation

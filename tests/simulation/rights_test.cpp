@@ -10,7 +10,7 @@
 #include <algorithm>
 #include <iterator>
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -257,4 +257,4 @@ TEST(Rights, NobodyMakesSymbolicLinks)
 
 } // namespace
 
-} // namespace simulation
+} // namespace fl::simulation

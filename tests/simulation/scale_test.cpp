@@ -10,7 +10,7 @@
 #include <chrono>
 #include <memory>
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -173,4 +173,4 @@ TEST(Scale, ALookDependsOnTheDepthOnly)
 
 } // namespace
 
-} // namespace simulation
+} // namespace fl::simulation

@@ -12,7 +12,7 @@
 #include <set>
 #include <thread>
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -236,6 +236,40 @@ TEST(SharedMachine, LastErrorsStayApart)
     EXPECT_EQ(wrong, 0);
 }
 
+TEST(TwoMachines, EachThreadOnItsOwn)
+{
+    std::atomic<int> wrong = 0;
+    run_together([&](int thread) {
+        machine mine;
+        on_this_thread const here(mine);
+        std::wstring const name = L"C:\\of" + std::to_wstring(thread);
+        for (int round = 0; round < rounds; ++round) {
+            auto const broken = mine.faults().fail_call("CreateDirectoryW", 2, ERROR_DISK_FULL);
+            wrong += ::CreateDirectoryW(name.c_str(), nullptr) ? 0 : 1;
+            wrong += ::CreateDirectoryW(L"C:\\full", nullptr) ? 1 : 0;
+            wrong += ::RemoveDirectoryW(name.c_str()) ? 0 : 1;
+        }
+        wrong += mine.calls().calls_of("CreateDirectoryW") == 2 * rounds ? 0 : 1;
+        wrong += mine.look().entries(u"C:\\").empty() ? 0 : 1;
+    });
+    EXPECT_EQ(wrong, 0);
+}
+
+TEST(TwoMachines, TheLastThatAThreadChoseIsItsOwn)
+{
+    machine outer;
+    machine inner; // that of the process
+    on_this_thread const here(outer);
+    ::CreateDirectoryW(L"C:\\outer", nullptr);
+    {
+        on_this_thread const there(inner);
+        ::CreateDirectoryW(L"C:\\inner", nullptr);
+    }
+    ::CreateDirectoryW(L"C:\\outer2", nullptr);
+    EXPECT_EQ(outer.look().entries(u"C:\\"), (std::vector<std::u16string>{u"outer", u"outer2"}));
+    EXPECT_EQ(inner.look().entries(u"C:\\"), std::vector<std::u16string>{u"inner"});
+}
+
 } // namespace
 
-} // namespace simulation
+} // namespace fl::simulation

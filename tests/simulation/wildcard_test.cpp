@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -101,4 +101,4 @@ TEST(Wildcard, TakesNoLongerForManyStars)
 
 } // namespace
 
-} // namespace simulation
+} // namespace fl::simulation

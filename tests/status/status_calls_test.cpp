@@ -458,7 +458,7 @@ struct query_case
 };
 
 /// A link `C:\l` to the file `C:\t`.
-void add_link_and_file(simulated_machine &machine)
+void add_link_and_file(simulation::building &machine)
 {
     machine.add_file(u"C:\\t", "12").add_symbolic_link(u"C:\\l", u"t");
     machine.set_times(u"C:\\t", {10, 20, 30}).set_attributes(u"C:\\t", 0x20);

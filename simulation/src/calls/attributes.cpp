@@ -3,7 +3,7 @@
 
 #include "opening.hpp"
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -52,11 +52,11 @@ void change_attributes(open_file const &file, DWORD attributes)
     target.set_attributes(kept | (attributes & settable_attributes));
 }
 
-} // namespace simulation
+} // namespace fl::simulation
 
 extern "C" DWORD GetFileAttributesW(LPCWSTR name)
 {
-    using namespace simulation;
+    using namespace fl::simulation;
     return perform("GetFileAttributesW", name, INVALID_FILE_ATTRIBUTES,
                    [&](machine_state &machine) {
                        return data_of(open_for_attributes(machine, name).get()).dwFileAttributes;
@@ -65,7 +65,7 @@ extern "C" DWORD GetFileAttributesW(LPCWSTR name)
 
 extern "C" BOOL GetFileAttributesExW(LPCWSTR name, GET_FILEEX_INFO_LEVELS level, LPVOID data)
 {
-    using namespace simulation;
+    using namespace fl::simulation;
     return perform("GetFileAttributesExW", name, BOOL{FALSE}, [&](machine_state &machine) {
         if (level != GetFileExInfoStandard)
             throw failure(ERROR_INVALID_PARAMETER);
@@ -77,7 +77,7 @@ extern "C" BOOL GetFileAttributesExW(LPCWSTR name, GET_FILEEX_INFO_LEVELS level,
 
 extern "C" BOOL SetFileAttributesW(LPCWSTR name, DWORD attributes)
 {
-    using namespace simulation;
+    using namespace fl::simulation;
     call const made{.function = "SetFileAttributesW", .text = name, .flags = attributes};
     return perform(made, BOOL{FALSE}, [&](machine_state &machine) {
         set_attributes(machine, name, attributes);

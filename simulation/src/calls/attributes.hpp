@@ -6,7 +6,7 @@
 
 #include <cstdint>
 
-namespace simulation {
+namespace fl::simulation {
 
 FILETIME as_file_time(std::uint64_t ticks);
 
@@ -25,6 +25,6 @@ void fill_record(Record &record, DWORD attributes, times const &taken, std::uint
 /// Sets those attributes that a caller can set, and leaves the others.
 void change_attributes(open_file const &file, DWORD attributes);
 
-} // namespace simulation
+} // namespace fl::simulation
 
 #endif

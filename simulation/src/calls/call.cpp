@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -66,4 +66,4 @@ DWORD hand_over(std::u16string_view text, DWORD room, LPWSTR buffer)
     return length;
 }
 
-} // namespace simulation
+} // namespace fl::simulation

@@ -14,7 +14,7 @@
 #include <type_traits>
 #include <utility>
 
-namespace simulation {
+namespace fl::simulation {
 
 void set_last_error(DWORD code) noexcept;
 
@@ -128,6 +128,6 @@ Answer perform(char const *function, LPCWSTR text, Answer on_failure, Body body)
 /// is filled with junk, since no call promises anything about it.
 DWORD hand_over(std::u16string_view text, DWORD room, LPWSTR buffer);
 
-} // namespace simulation
+} // namespace fl::simulation
 
 #endif

@@ -2,7 +2,7 @@
 
 #include <shlobj.h>
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -30,7 +30,7 @@ HRESULT initialize(char const *function, apartment_kind kind)
 
 } // namespace
 
-} // namespace simulation
+} // namespace fl::simulation
 
 extern "C" {
 
@@ -42,20 +42,21 @@ CLSID const CLSID_ShellLink = {0x00021401, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}}
 
 HRESULT CoInitialize(LPVOID)
 {
-    return simulation::initialize("CoInitialize", simulation::apartment_kind::single_threaded);
+    return fl::simulation::initialize("CoInitialize",
+                                      fl::simulation::apartment_kind::single_threaded);
 }
 
 HRESULT CoInitializeEx(LPVOID, DWORD kind)
 {
-    using simulation::apartment_kind;
+    using fl::simulation::apartment_kind;
     bool const is_single = (kind & COINIT_APARTMENTTHREADED) != 0;
-    return simulation::initialize("CoInitializeEx", is_single ? apartment_kind::single_threaded
-                                                              : apartment_kind::multi_threaded);
+    return fl::simulation::initialize("CoInitializeEx", is_single ? apartment_kind::single_threaded
+                                                                  : apartment_kind::multi_threaded);
 }
 
 void CoUninitialize()
 {
-    using namespace simulation;
+    using namespace fl::simulation;
     call const made{.function = "CoUninitialize", .happens_anyway = true};
     perform_com(made, [](machine_state &machine) {
         machine.com.leave();
@@ -66,7 +67,7 @@ void CoUninitialize()
 HRESULT CoCreateInstance(REFCLSID of_class, LPUNKNOWN outer, DWORD context, REFIID wanted,
                          LPVOID *object)
 {
-    using namespace simulation;
+    using namespace fl::simulation;
     if (object != nullptr)
         *object = nullptr;
     call const made{.function = "CoCreateInstance", .flags = context};

@@ -6,7 +6,7 @@
 
 #include <objbase.h>
 
-namespace simulation {
+namespace fl::simulation {
 
 /// An HRESULT stays what it is. No failure is a success, also not that with the code 0.
 inline HRESULT as_failing_result(DWORD code)
@@ -33,6 +33,6 @@ HRESULT perform_com(char const *function, LPCWSTR text, Body body)
 /// A fresh shell link object, by the interface that was asked for.
 HRESULT make_shell_link(machine_state &machine, REFIID wanted, void **object);
 
-} // namespace simulation
+} // namespace fl::simulation
 
 #endif

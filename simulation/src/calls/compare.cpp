@@ -4,7 +4,7 @@
 #include <compare>
 #include <utility>
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -48,11 +48,11 @@ int compare(LPCWSTR one, LPCWSTR other)
 
 } // namespace
 
-} // namespace simulation
+} // namespace fl::simulation
 
 extern "C" int lstrcmpiW(LPCWSTR one, LPCWSTR other)
 {
-    using namespace simulation;
+    using namespace fl::simulation;
     // It can't fail, and leaves the last error alone: no call that a test could break.
     return compare(one, other);
 }
@@ -60,7 +60,7 @@ extern "C" int lstrcmpiW(LPCWSTR one, LPCWSTR other)
 extern "C" int CompareStringOrdinal(LPCWSTR one, int length, LPCWSTR other, int other_length,
                                     BOOL ignore_case)
 {
-    using namespace simulation;
+    using namespace fl::simulation;
     auto const text_of = [ignore_case](LPCWSTR text, int units) {
         std::u16string const all =
             units < 0 ? from_wide(text) : std::u16string(text, text + units); // -1: up to the NUL

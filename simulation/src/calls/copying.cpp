@@ -3,7 +3,7 @@
 
 #include "opening.hpp"
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -94,11 +94,11 @@ void copy_file(machine_state &machine, std::u16string_view from, std::u16string_
     written.times.write = read.times.write;
 }
 
-} // namespace simulation
+} // namespace fl::simulation
 
 extern "C" BOOL CopyFileW(LPCWSTR from, LPCWSTR to, BOOL fail_if_there)
 {
-    using namespace simulation;
+    using namespace fl::simulation;
     call const made{.function = "CopyFileW",
                     .text = from,
                     .second_text = to,
@@ -111,7 +111,7 @@ extern "C" BOOL CopyFileW(LPCWSTR from, LPCWSTR to, BOOL fail_if_there)
 
 extern "C" BOOL CreateHardLinkW(LPCWSTR name, LPCWSTR existing, LPSECURITY_ATTRIBUTES)
 {
-    using namespace simulation;
+    using namespace fl::simulation;
     call const made{.function = "CreateHardLinkW", .text = name, .second_text = existing};
     return perform(made, BOOL{FALSE}, [&](machine_state &machine) {
         create_hard_link(machine, name, existing);

@@ -6,12 +6,12 @@
 
 #include <string_view>
 
-namespace simulation {
+namespace fl::simulation {
 
 /// Copies content, the attributes that calls can set, and the time of the last write.
 void copy_file(machine_state &machine, std::u16string_view from, std::u16string_view to,
                bool fails_if_there, last_link source = last_link::follow);
 
-} // namespace simulation
+} // namespace fl::simulation
 
 #endif

@@ -4,7 +4,7 @@
 #include "full_path.hpp"
 #include "lookup.hpp"
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -38,11 +38,11 @@ std::u16string shown_current_directory(machine_state const &machine)
     return text;
 }
 
-} // namespace simulation
+} // namespace fl::simulation
 
 extern "C" DWORD GetCurrentDirectoryW(DWORD room, LPWSTR buffer)
 {
-    using namespace simulation;
+    using namespace fl::simulation;
     call const made{.function = "GetCurrentDirectoryW", .room = room};
     return perform(made, DWORD{0}, [&](machine_state &machine) {
         return hand_over(shown_current_directory(machine), room, buffer);
@@ -51,7 +51,7 @@ extern "C" DWORD GetCurrentDirectoryW(DWORD room, LPWSTR buffer)
 
 extern "C" BOOL SetCurrentDirectoryW(LPCWSTR name)
 {
-    using namespace simulation;
+    using namespace fl::simulation;
     return perform("SetCurrentDirectoryW", name, BOOL{FALSE}, [&](machine_state &machine) {
         std::u16string full = full_path(from_wide(name), machine);
         std::size_t const added = full.ends_with(u'\\') ? 0 : 1;

@@ -6,7 +6,7 @@
 
 #include <string>
 
-namespace simulation {
+namespace fl::simulation {
 
 /// Makes the directory with this full pathname the current one.
 void change_directory(machine_state &machine, std::u16string full);
@@ -14,6 +14,6 @@ void change_directory(machine_state &machine, std::u16string full);
 /// As GetCurrentDirectoryW tells it: only `C:\` keeps its backslash.
 std::u16string shown_current_directory(machine_state const &machine);
 
-} // namespace simulation
+} // namespace fl::simulation
 
 #endif

@@ -2,7 +2,7 @@
 
 #include "opening.hpp"
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -27,11 +27,11 @@ void delete_name(machine_state &machine, LPCWSTR name, kind wanted)
 
 } // namespace
 
-} // namespace simulation
+} // namespace fl::simulation
 
 extern "C" BOOL DeleteFileW(LPCWSTR name)
 {
-    using namespace simulation;
+    using namespace fl::simulation;
     return perform("DeleteFileW", name, BOOL{FALSE}, [&](machine_state &machine) {
         delete_name(machine, name, kind::file);
         return BOOL{TRUE};
@@ -40,7 +40,7 @@ extern "C" BOOL DeleteFileW(LPCWSTR name)
 
 extern "C" BOOL RemoveDirectoryW(LPCWSTR name)
 {
-    using namespace simulation;
+    using namespace fl::simulation;
     return perform("RemoveDirectoryW", name, BOOL{FALSE}, [&](machine_state &machine) {
         delete_name(machine, name, kind::directory);
         return BOOL{TRUE};

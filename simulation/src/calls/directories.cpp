@@ -3,7 +3,7 @@
 #include "full_path.hpp"
 #include "opening.hpp"
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -38,11 +38,11 @@ void create_directory(machine_state &machine, std::u16string_view text)
 
 } // namespace
 
-} // namespace simulation
+} // namespace fl::simulation
 
 extern "C" BOOL CreateDirectoryW(LPCWSTR name, LPSECURITY_ATTRIBUTES)
 {
-    using namespace simulation;
+    using namespace fl::simulation;
     return perform("CreateDirectoryW", name, BOOL{FALSE}, [&](machine_state &machine) {
         create_directory(machine, from_wide(name));
         return BOOL{TRUE};

@@ -4,7 +4,7 @@
 #include "lookup.hpp"
 #include "reparse_data.hpp"
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -113,12 +113,12 @@ void get_volume_path_name(machine_state &machine, LPCWSTR name, LPWSTR buffer, D
 
 } // namespace
 
-} // namespace simulation
+} // namespace fl::simulation
 
 extern "C" BOOL GetDiskFreeSpaceExW(LPCWSTR directory, PULARGE_INTEGER available,
                                     PULARGE_INTEGER capacity, PULARGE_INTEGER free)
 {
-    using namespace simulation;
+    using namespace fl::simulation;
     return perform("GetDiskFreeSpaceExW", directory, BOOL{FALSE}, [&](machine_state &machine) {
         volume_space const space = space_at(machine, directory);
         store(space.available, available);
@@ -130,7 +130,7 @@ extern "C" BOOL GetDiskFreeSpaceExW(LPCWSTR directory, PULARGE_INTEGER available
 
 extern "C" BOOL GetVolumePathNameW(LPCWSTR name, LPWSTR buffer, DWORD room)
 {
-    using namespace simulation;
+    using namespace fl::simulation;
     call const made{.function = "GetVolumePathNameW", .text = name, .room = room};
     return perform(made, BOOL{FALSE}, [&](machine_state &machine) {
         get_volume_path_name(machine, name, buffer, room);

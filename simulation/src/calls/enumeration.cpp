@@ -9,7 +9,7 @@
 
 #include <algorithm>
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -164,12 +164,12 @@ void find_next(search &found, WIN32_FIND_DATAW &data)
 
 } // namespace
 
-} // namespace simulation
+} // namespace fl::simulation
 
 extern "C" HANDLE FindFirstFileExW(LPCWSTR pattern, FINDEX_INFO_LEVELS level, LPVOID data,
                                    FINDEX_SEARCH_OPS operation, LPVOID filter, DWORD flags)
 {
-    using namespace simulation;
+    using namespace fl::simulation;
     call const made{.function = "FindFirstFileExW", .text = pattern, .flags = flags};
     return perform(made, INVALID_HANDLE_VALUE, [&](machine_state &machine) {
         bool const is_known = level == FindExInfoStandard || level == FindExInfoBasic;
@@ -181,14 +181,14 @@ extern "C" HANDLE FindFirstFileExW(LPCWSTR pattern, FINDEX_INFO_LEVELS level, LP
 
 extern "C" HANDLE FindFirstFileW(LPCWSTR pattern, LPWIN32_FIND_DATAW data)
 {
-    using namespace simulation;
+    using namespace fl::simulation;
     return perform("FindFirstFileW", pattern, INVALID_HANDLE_VALUE,
                    [&](machine_state &machine) { return find_first(machine, pattern, *data); });
 }
 
 extern "C" BOOL FindNextFileW(HANDLE search, LPWIN32_FIND_DATAW data)
 {
-    using namespace simulation;
+    using namespace fl::simulation;
     call const made{.function = "FindNextFileW", .handle = search};
     return perform(made, BOOL{FALSE}, [&](machine_state &machine) {
         find_next(*machine.open->find(search), *data);
@@ -198,7 +198,7 @@ extern "C" BOOL FindNextFileW(HANDLE search, LPWIN32_FIND_DATAW data)
 
 extern "C" BOOL FindClose(HANDLE search)
 {
-    using namespace simulation;
+    using namespace fl::simulation;
     call const made{.function = "FindClose", .handle = search, .happens_anyway = true};
     return perform(made, BOOL{FALSE}, [&](machine_state &machine) {
         machine.open->close_search(search);

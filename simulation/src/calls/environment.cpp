@@ -1,6 +1,6 @@
 #include "calls/call.hpp"
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -14,11 +14,11 @@ void check_variable_name(std::u16string_view name)
 
 } // namespace
 
-} // namespace simulation
+} // namespace fl::simulation
 
 extern "C" DWORD GetEnvironmentVariableW(LPCWSTR name, LPWSTR buffer, DWORD room)
 {
-    using namespace simulation;
+    using namespace fl::simulation;
     call const made{
         .function = "GetEnvironmentVariableW", .text = name, .room = room, .pathnames = 0};
     return perform(made, DWORD{0}, [&](machine_state &machine) {
@@ -31,7 +31,7 @@ extern "C" DWORD GetEnvironmentVariableW(LPCWSTR name, LPWSTR buffer, DWORD room
 
 extern "C" BOOL SetEnvironmentVariableW(LPCWSTR name, LPCWSTR value)
 {
-    using namespace simulation;
+    using namespace fl::simulation;
     call const made{
         .function = "SetEnvironmentVariableW", .text = name, .second_text = value, .pathnames = 0};
     return perform(made, BOOL{FALSE}, [&](machine_state &machine) {

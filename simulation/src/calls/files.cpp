@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -211,12 +211,12 @@ DWORD write_file(open_file &file, std::string_view bytes, machine_state &machine
 
 } // namespace
 
-} // namespace simulation
+} // namespace fl::simulation
 
 extern "C" HANDLE CreateFileW(LPCWSTR name, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES,
                               DWORD disposition, DWORD flags, HANDLE)
 {
-    using namespace simulation;
+    using namespace fl::simulation;
     call const made{.function = "CreateFileW",
                     .text = name,
                     .flags = flags,
@@ -230,7 +230,7 @@ extern "C" HANDLE CreateFileW(LPCWSTR name, DWORD access, DWORD share, LPSECURIT
 
 extern "C" HANDLE ReOpenFile(HANDLE original, DWORD access, DWORD share, DWORD flags)
 {
-    using namespace simulation;
+    using namespace fl::simulation;
     call const made{.function = "ReOpenFile",
                     .handle = original,
                     .flags = flags,
@@ -243,7 +243,7 @@ extern "C" HANDLE ReOpenFile(HANDLE original, DWORD access, DWORD share, DWORD f
 
 extern "C" BOOL CloseHandle(HANDLE handle)
 {
-    using namespace simulation;
+    using namespace fl::simulation;
     call const made{.function = "CloseHandle", .handle = handle, .happens_anyway = true};
     return perform(made, BOOL{FALSE}, [&](machine_state &machine) {
         machine.open->close_file(handle);
@@ -253,7 +253,7 @@ extern "C" BOOL CloseHandle(HANDLE handle)
 
 extern "C" BOOL ReadFile(HANDLE file, LPVOID buffer, DWORD size, LPDWORD read, LPOVERLAPPED)
 {
-    using namespace simulation;
+    using namespace fl::simulation;
     call const made{.function = "ReadFile", .handle = file, .room = size};
     return perform(made, BOOL{FALSE}, [&](machine_state &machine) {
         *read = 0;
@@ -264,7 +264,7 @@ extern "C" BOOL ReadFile(HANDLE file, LPVOID buffer, DWORD size, LPDWORD read, L
 
 extern "C" BOOL WriteFile(HANDLE file, LPCVOID buffer, DWORD size, LPDWORD written, LPOVERLAPPED)
 {
-    using namespace simulation;
+    using namespace fl::simulation;
     call const made{.function = "WriteFile", .handle = file, .room = size};
     return perform(made, BOOL{FALSE}, [&](machine_state &machine) {
         *written = 0;

@@ -4,7 +4,7 @@
 
 #include <cwchar>
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -32,11 +32,11 @@ DWORD get_full_path_name(machine_state &machine, LPCWSTR name, DWORD room, LPWST
 
 } // namespace
 
-} // namespace simulation
+} // namespace fl::simulation
 
 extern "C" DWORD GetFullPathNameW(LPCWSTR name, DWORD room, LPWSTR buffer, LPWSTR *file_part)
 {
-    using namespace simulation;
+    using namespace fl::simulation;
     call const made{.function = "GetFullPathNameW", .text = name, .room = room};
     return perform(made, DWORD{0}, [&](machine_state &machine) {
         return get_full_path_name(machine, name, room, buffer, file_part);

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <cstring>
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -278,11 +278,11 @@ std::u16string final_path(open_file const &file, DWORD flags)
 
 } // namespace
 
-} // namespace simulation
+} // namespace fl::simulation
 
 extern "C" BOOL GetFileInformationByHandle(HANDLE file, LPBY_HANDLE_FILE_INFORMATION information)
 {
-    using namespace simulation;
+    using namespace fl::simulation;
     call const made{.function = "GetFileInformationByHandle", .handle = file};
     return perform(made, BOOL{FALSE}, [&](machine_state &machine) {
         *information = information_of(*machine.open->file(file));
@@ -293,7 +293,7 @@ extern "C" BOOL GetFileInformationByHandle(HANDLE file, LPBY_HANDLE_FILE_INFORMA
 extern "C" BOOL GetFileInformationByHandleEx(HANDLE file, FILE_INFO_BY_HANDLE_CLASS kind,
                                              LPVOID information, DWORD size)
 {
-    using namespace simulation;
+    using namespace fl::simulation;
     call const made{.function = "GetFileInformationByHandleEx",
                     .handle = file,
                     .flags = static_cast<DWORD>(kind),
@@ -307,7 +307,7 @@ extern "C" BOOL GetFileInformationByHandleEx(HANDLE file, FILE_INFO_BY_HANDLE_CL
 extern "C" BOOL SetFileInformationByHandle(HANDLE file, FILE_INFO_BY_HANDLE_CLASS kind,
                                            LPVOID information, DWORD size)
 {
-    using namespace simulation;
+    using namespace fl::simulation;
     call const made{.function = "SetFileInformationByHandle",
                     .handle = file,
                     .flags = static_cast<DWORD>(kind),
@@ -320,7 +320,7 @@ extern "C" BOOL SetFileInformationByHandle(HANDLE file, FILE_INFO_BY_HANDLE_CLAS
 
 extern "C" DWORD GetFinalPathNameByHandleW(HANDLE file, LPWSTR buffer, DWORD room, DWORD flags)
 {
-    using namespace simulation;
+    using namespace fl::simulation;
     call const made{
         .function = "GetFinalPathNameByHandleW", .handle = file, .flags = flags, .room = room};
     return perform(made, DWORD{0}, [&](machine_state &machine) {

@@ -1,6 +1,6 @@
 #include "calls/call.hpp"
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -13,14 +13,14 @@ void set_last_error(DWORD code) noexcept
     last_error = code;
 }
 
-} // namespace simulation
+} // namespace fl::simulation
 
 extern "C" DWORD GetLastError()
 {
-    return simulation::last_error;
+    return fl::simulation::last_error;
 }
 
 extern "C" void SetLastError(DWORD code)
 {
-    simulation::last_error = code;
+    fl::simulation::last_error = code;
 }

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstdarg>
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -91,13 +91,13 @@ std::u16string_view message_of(DWORD code)
 
 } // namespace
 
-} // namespace simulation
+} // namespace fl::simulation
 
 // Only the system's own texts, in English, into a buffer of the caller's.
 extern "C" DWORD FormatMessageW(DWORD flags, LPCVOID, DWORD code, DWORD language, LPWSTR buffer,
                                 DWORD room, va_list *)
 {
-    using namespace simulation;
+    using namespace fl::simulation;
     call const made{.function = "FormatMessageW", .flags = flags, .room = room, .pathnames = 0};
     return perform(made, DWORD{0}, [&](machine_state &) {
         bool const one_line =

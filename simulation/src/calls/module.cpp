@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -60,11 +60,11 @@ DWORD hand_over_cut(std::u16string_view text, DWORD room, LPWSTR buffer)
 
 } // namespace
 
-} // namespace simulation
+} // namespace fl::simulation
 
 extern "C" SIZE_T VirtualQuery(LPCVOID address, PMEMORY_BASIC_INFORMATION info, SIZE_T size)
 {
-    using namespace simulation;
+    using namespace fl::simulation;
     call const made{.function = "VirtualQuery", .room = size};
     return perform(made, SIZE_T{0}, [&](machine_state &machine) {
         return query(machine, number_of(address), info, size);
@@ -73,7 +73,7 @@ extern "C" SIZE_T VirtualQuery(LPCVOID address, PMEMORY_BASIC_INFORMATION info, 
 
 extern "C" DWORD GetModuleFileNameW(HMODULE module, LPWSTR buffer, DWORD room)
 {
-    using namespace simulation;
+    using namespace fl::simulation;
     call const made{.function = "GetModuleFileNameW", .room = room};
     return perform(made, DWORD{0}, [&](machine_state &machine, DWORD &last_error) {
         auto const pathname = machine.memory.module_at(number_of(module));

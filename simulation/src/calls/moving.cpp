@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -94,11 +94,11 @@ void move_file(machine_state &machine, LPCWSTR from, LPCWSTR to, DWORD flags)
 
 } // namespace
 
-} // namespace simulation
+} // namespace fl::simulation
 
 extern "C" BOOL MoveFileExW(LPCWSTR from, LPCWSTR to, DWORD flags)
 {
-    using namespace simulation;
+    using namespace fl::simulation;
     call const made{.function = "MoveFileExW", .text = from, .second_text = to, .flags = flags};
     return perform(made, BOOL{FALSE}, [&](machine_state &machine) {
         move_file(machine, from, to, flags);

@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <cstring>
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -110,11 +110,11 @@ void get_universal_name(machine_state &machine, LPCWSTR text, DWORD level, LPVOI
 
 } // namespace
 
-} // namespace simulation
+} // namespace fl::simulation
 
 extern "C" DWORD WNetGetUniversalNameW(LPCWSTR local_path, DWORD level, LPVOID buffer, DWORD *size)
 {
-    using namespace simulation;
+    using namespace fl::simulation;
     call const made{
         .function = "WNetGetUniversalNameW", .text = local_path, .flags = level, .room = *size};
     return perform_refusing(

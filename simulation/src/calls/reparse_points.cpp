@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <winioctl.h>
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -159,12 +159,12 @@ void create_symbolic_link(machine_state &machine, LPCWSTR name, LPCWSTR target, 
 
 } // namespace
 
-} // namespace simulation
+} // namespace fl::simulation
 
 extern "C" BOOL DeviceIoControl(HANDLE device, DWORD code, LPVOID input, DWORD input_size,
                                 LPVOID output, DWORD output_size, LPDWORD returned, LPOVERLAPPED)
 {
-    using namespace simulation;
+    using namespace fl::simulation;
     call const made{
         .function = "DeviceIoControl", .handle = device, .flags = code, .room = output_size};
     return perform(made, BOOL{FALSE}, [&](machine_state &machine) {
@@ -178,7 +178,7 @@ extern "C" BOOL DeviceIoControl(HANDLE device, DWORD code, LPVOID input, DWORD i
 
 extern "C" BOOLEAN CreateSymbolicLinkW(LPCWSTR name, LPCWSTR target, DWORD flags)
 {
-    using namespace simulation;
+    using namespace fl::simulation;
     call const made{.function = "CreateSymbolicLinkW",
                     .text = name,
                     .second_text = target,

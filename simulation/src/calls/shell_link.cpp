@@ -12,7 +12,7 @@
 #include <atomic>
 #include <memory>
 
-namespace simulation {
+namespace fl::simulation {
 
 namespace {
 
@@ -310,4 +310,4 @@ HRESULT make_shell_link(machine_state &machine, REFIID wanted, void **object)
     return answer;
 }
 
-} // namespace simulation
+} // namespace fl::simulation
