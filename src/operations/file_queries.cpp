@@ -5,7 +5,7 @@
 #include "access/filesystem_form.hpp"
 #include "failure/throw.hpp"
 #include "failure/win32_error.hpp"
-#include "platform/attribute_query.hpp"
+#include "standard/filesystem.hpp"
 #include "standard/opening.hpp"
 #include "status/file_information.hpp"
 #include "status/file_time.hpp"
@@ -13,6 +13,8 @@
 #include <windows.h>
 
 #include <cstdint>
+#include <filesystem>
+#include <system_error>
 #include <utility>
 
 namespace fl::filesystem {
@@ -45,8 +47,8 @@ detail::file_handle open_to_change(std::wstring const &form, DWORD access, DWORD
     // where it is that of a volume
     bool const may_be_directory = code == ERROR_ACCESS_DENIED || code == ERROR_PATH_NOT_FOUND;
     if (may_be_directory && (access & FILE_WRITE_DATA) != 0) {
-        detail::attribute_query const query(form);
-        if ((query.data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0)
+        std::error_code ec; // links followed: what one leads to that leads nowhere is no directory
+        if (detail::standard::status(form, ec).type() == std::filesystem::file_type::directory)
             detail::throw_exception(FileIsDirectory(p.native()));
     }
     detail::throw_win32_exception(code, p.wstring());

@@ -162,6 +162,9 @@ TEST(QueriesCalls, AMountPointIsADirectoryAndNoMissingFile)
     machine.add_drive(u'D').add_mount_point(uR"(C:\v)", u'D');
     EXPECT_FAILURE(resize_file(uR"(C:\v)", 0), file_is_directory(uR"(C:\v)"));
     EXPECT_FAILURE(resize_file(u"D:\\", 0), file_is_directory(u"D:\\"));
+    machine.add_junction(uR"(C:\nowhere)", uR"(C:\no\no)");
+    EXPECT_FAILURE(resize_file(uR"(C:\nowhere)", 0), not_found(uR"(C:\nowhere)"))
+        << "a link that leads nowhere leads to no directory either";
 }
 
 TEST(CreateHardLinkCalls, ToAnotherVolumeNamesBoth)

@@ -675,8 +675,11 @@ std::vector<rule> fault_rules()
         {{"permissions"}, reading, either({answers("done"), no_text})},
         {{"permissions"}, {"*"}, tells(handed)},
         {{"resize_file"}, // is it a directory? A volume says that it isn't there
-         {"GetFileAttributesExW"},
+         {"GetFileAttributesExW", "GetFileInformationByHandleEx"},
          either({throws_code(given, ERROR_ACCESS_DENIED), tells_missing(given)})},
+        {{"resize_file"},
+         {"CreateFileW"}, // also for that question
+         either({explains(given), throws_code(given, ERROR_ACCESS_DENIED), tells_missing(given)})},
         {{"resize_file"}, {"*"}, explains(given)},
 
         // The program's own place. What can't be found out below its module leaves the module.
