@@ -158,9 +158,9 @@ bool has_single_backslashes(std::basic_string_view<Char> text)
         return true;
     Char const *const units = text.data();
     auto const must_change = [units](std::size_t at) {
-        Char const is_slash = units[at] == slash;
-        Char const is_first = units[at] == backslash<Char>;
-        Char const is_second = units[at + 1] == backslash<Char>;
+        Char const is_slash = all_bits_if<Char>(units[at] == slash);
+        Char const is_first = all_bits_if<Char>(units[at] == backslash<Char>);
+        Char const is_second = all_bits_if<Char>(units[at + 1] == backslash<Char>);
         return static_cast<Char>(is_slash | (is_first & is_second));
     };
     return text.back() != slash && !has_hit<Char>(0, text.size() - 1, must_change);
@@ -174,50 +174,99 @@ bool is_native(native_parts<Char> const &parts)
            has_single_backslashes(parts.units.substr(prefix_size(parts.kind)));
 }
 
-/// The index of the first separator in `text` behind which another one stands, or of the last
-/// unit. There is one.
 template <typename Char>
-std::size_t find_run(std::basic_string_view<Char> text, std::size_t from)
+constexpr Char all_bits_if_separator(Char unit)
 {
-    Char const *const units = text.data();
-    auto const separates = [units](std::size_t at) {
-        Char const is_slash =
-            units[at] == pathname_traits<Char>::GENERIC_PATHNAME_SEPARATOR_CHARACTER;
-        Char const is_native = units[at] == backslash<Char>;
-        return static_cast<Char>(is_slash | is_native);
-    };
-    return find_hit<Char>(from, text.size() - 1, [separates](std::size_t at) {
-        return static_cast<Char>(separates(at) & separates(at + 1));
-    });
+    constexpr Char slash = pathname_traits<Char>::GENERIC_PATHNAME_SEPARATOR_CHARACTER;
+    return static_cast<Char>(all_bits_if<Char>(unit == slash) |
+                             all_bits_if<Char>(unit == backslash<Char>));
 }
 
-/// Appends `text` with every slash turned.
-template <typename Result, typename Char>
-void append_turned(std::basic_string<Result> &form, std::basic_string_view<Char> text)
+template <typename Char>
+constexpr Char with_slash_turned(Char unit)
 {
-    std::size_t const size = form.size();
-    append_units(form, text);
-    for (std::size_t at = size; at < form.size(); ++at) {
-        Result const unit = form[at];
-        form[at] = is_separator(unit) ? backslash<Result> : unit;
-    }
+    constexpr Char slash = pathname_traits<Char>::GENERIC_PATHNAME_SEPARATOR_CHARACTER;
+    constexpr Char difference = slash ^ backslash<Char>;
+    return static_cast<Char>(unit ^ (all_bits_if<Char>(unit == slash) & difference));
 }
+
+/// Writes the units of a text from `at` on with single backslashes, a block at a time where no
+/// two separators stand side by side. What is written is never longer than what is read.
+template <typename Result, typename Char>
+class collapser
+{
+public:
+    explicit collapser(Char const *units, Result *to) : units_(units), to_(to) {}
+
+    /// Reads up to `end`, from behind a unit that was read already. Returns behind the last one
+    /// written.
+    Result *run(std::size_t at, std::size_t end)
+    {
+        for (; end - at >= search_block; at += search_block) {
+            if (has_hit_in_block<search_block, Char>(
+                    at, [this](std::size_t i) { return separates_twice(i); }))
+                take_each(at, at + search_block);
+            else
+                take_block(at);
+        }
+        take_each(at, end);
+        return to_;
+    }
+
+    void take(std::size_t at) { *to_++ = static_cast<Result>(with_slash_turned(units_[at])); }
+
+private:
+    /// All bits if unit `at` is the second of two separators.
+    Char separates_twice(std::size_t at) const
+    {
+        return static_cast<Char>(all_bits_if_separator(units_[at - 1]) &
+                                 all_bits_if_separator(units_[at]));
+    }
+
+    void take_block(std::size_t at)
+    {
+        Result block[search_block];
+        for (std::size_t i = 0; i < search_block; ++i)
+            block[i] = static_cast<Result>(with_slash_turned(units_[at + i]));
+        to_ = std::copy_n(block, search_block, to_);
+    }
+
+    /// Writes each unit, and goes on behind it unless it is the second of two separators: sums
+    /// instead of branches, which nobody can foresee.
+    void take_each(std::size_t at, std::size_t end)
+    {
+        Result *to = to_;
+        unsigned int was_separator = is_separator(units_[at - 1]) ? 1 : 0;
+        for (; at < end; ++at) {
+            Char const unit = units_[at];
+            unsigned int const separates = static_cast<unsigned int>(unit == slash) |
+                                           static_cast<unsigned int>(unit == backslash<Char>);
+            *to = static_cast<Result>(with_slash_turned(unit));
+            to += 1 - (separates & was_separator);
+            was_separator = separates;
+        }
+        to_ = to;
+    }
+
+    static constexpr Char slash = pathname_traits<Char>::GENERIC_PATHNAME_SEPARATOR_CHARACTER;
+
+    Char const *units_;
+    Result *to_;
+};
 
 /// The first `keep` units as they are, and those behind them with single backslashes.
 template <typename Result, typename Char>
 std::basic_string<Result> collapse(std::basic_string_view<Char> text, std::size_t keep)
 {
-    std::basic_string<Result> collapsed;
-    collapsed.reserve(text.size());
-    append_units(collapsed, text.substr(0, keep));
-    for (std::size_t at = keep; at < text.size();) {
-        std::size_t const end = find_run(text, at) + 1;
-        append_turned(collapsed, text.substr(at, end - at));
-        at = end;
-        if (is_separator(text[end - 1]))
-            while (at < text.size() && is_separator(text[at]))
-                ++at;
+    std::basic_string<Result> collapsed(text.size(), Result());
+    Result *const begin = collapsed.data();
+    Result *end = std::copy_n(text.begin(), keep, begin);
+    if (keep < text.size()) {
+        collapser<Result, Char> behind(text.data(), end);
+        behind.take(keep);
+        end = behind.run(keep + 1, text.size());
     }
+    collapsed.resize(static_cast<std::size_t>(end - begin));
     if (collapsed.size() < text.size())
         collapsed.shrink_to_fit();
     return collapsed;

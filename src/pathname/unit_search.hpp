@@ -8,7 +8,14 @@
 
 namespace fl::filesystem::detail {
 
-/// Whether `hit` is 1 for one of the `size` indexes from `at` on.
+/// All bits of a unit for yes, none for no: what vector instructions answer.
+template <typename Unit>
+constexpr Unit all_bits_if(bool yes)
+{
+    return static_cast<Unit>(-static_cast<int>(yes));
+}
+
+/// Whether `hit` isn't 0 for one of the `size` indexes from `at` on.
 template <std::size_t size, typename Unit, typename Hit>
 constexpr bool has_hit_in_block(std::size_t at, Hit hit)
 {
@@ -18,10 +25,11 @@ constexpr bool has_hit_in_block(std::size_t at, Hit hit)
     return found != 0;
 }
 
-inline constexpr std::size_t search_block = 16;
-inline constexpr std::size_t large_search_block = 64;
+/// (GCC writes out loops of up to 16 steps, and then no longer sees what they have in common.)
+inline constexpr std::size_t search_block = 32;
+inline constexpr std::size_t large_search_block = 128;
 
-/// Whether `hit`, which returns a `Unit` of 0 or 1, is 1 for an index from `begin` up to `end`.
+/// Whether `hit`, which returns a `Unit`, isn't 0 for an index from `begin` up to `end`.
 /// It may be asked about an index twice.
 template <typename Unit, typename Hit>
 constexpr bool has_hit(std::size_t begin, std::size_t end, Hit hit)
@@ -39,18 +47,6 @@ constexpr bool has_hit(std::size_t begin, std::size_t end, Hit hit)
     for (; at < end; ++at)
         found = static_cast<Unit>(found | hit(at));
     return found != 0;
-}
-
-/// The first index from `begin` up to `end` for which `hit` is 1, or `end`.
-template <typename Unit, typename Hit>
-constexpr std::size_t find_hit(std::size_t begin, std::size_t end, Hit hit)
-{
-    std::size_t at = begin;
-    while (end - at >= search_block && !has_hit_in_block<search_block, Unit>(at, hit))
-        at += search_block;
-    while (at < end && hit(at) == 0)
-        ++at;
-    return at;
 }
 
 } // namespace fl::filesystem::detail

@@ -9,6 +9,7 @@ namespace fl::simulation {
 namespace {
 
 thread_local int calls_in_progress = 0;
+thread_local std::size_t calls_begun = 0;
 
 } // namespace
 
@@ -17,8 +18,14 @@ bool is_in_call() noexcept
     return calls_in_progress > 0;
 }
 
+std::size_t calls_made() noexcept
+{
+    return calls_begun;
+}
+
 call_in_progress::call_in_progress() noexcept
 {
+    ++calls_begun;
     ++calls_in_progress;
 }
 

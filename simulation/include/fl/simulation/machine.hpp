@@ -109,6 +109,9 @@ private:
 /// Whether the calling thread is inside a call: what it takes from the heap is the system's then.
 bool is_in_call() noexcept;
 
+/// How many calls the calling thread has made so far, on whatever machine.
+std::size_t calls_made() noexcept;
+
 /// Answers a GetFullPathNameW call in the system's place, or lets it pass. An
 /// answer of 0 is a failure with the code that the hook left by SetLastError.
 using full_path_name_hook = std::function<std::optional<DWORD>(DWORD room, wchar_t *buffer)>;

@@ -1,0 +1,142 @@
+// Each work is done by one contender after the other, round by round, so that what else the
+// machine does meets all of them alike. What counts is the ratio to the floor within a round,
+// and of those the median.
+//
+//     contest FOLDER [--rounds=N] [--only=TEXT]
+//
+// makes FOLDER, prints JSON, and removes FOLDER.
+
+#include "contest.hpp"
+
+#include "raw_calls.hpp"
+
+#include <windows.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+#include <string>
+#include <string_view>
+
+namespace {
+
+using bench::contender;
+using bench::work;
+
+double now()
+{
+    LARGE_INTEGER count = {};
+    LARGE_INTEGER frequency = {};
+    ::QueryPerformanceCounter(&count);
+    ::QueryPerformanceFrequency(&frequency);
+    return static_cast<double>(count.QuadPart) / static_cast<double>(frequency.QuadPart);
+}
+
+double seconds(contender const &who, long count)
+{
+    if (who.prepare)
+        who.prepare();
+    double const begin = now();
+    who.run(count);
+    return now() - begin;
+}
+
+/// How often the work is done at once: for some milliseconds, or once if it must be prepared.
+long batch_of(work const &work, bool is_smoke)
+{
+    contender const &floor = work.contenders.front();
+    if (is_smoke || floor.prepare)
+        return 1;
+    constexpr double enough = 0.004;
+    long count = 1;
+    while (seconds(floor, count) < enough && count < 1L << 24)
+        count *= 2;
+    return count;
+}
+
+double quantile(std::vector<double> values, double share)
+{
+    std::sort(values.begin(), values.end());
+    return values[static_cast<std::size_t>(share * static_cast<double>(values.size() - 1) + 0.5)];
+}
+
+/// The ratios of each contender to the first, one for each round.
+std::vector<std::vector<double>> run(work const &work, int rounds)
+{
+    long const batch = batch_of(work, rounds == 1);
+    std::vector<std::vector<double>> ratios(work.contenders.size());
+    if (rounds > 1) // nobody pays for having been first
+        for (contender const &who : work.contenders)
+            seconds(who, batch);
+    for (int round = 0; round < rounds; ++round) {
+        double floor = 0;
+        for (std::size_t at = 0; at < work.contenders.size(); ++at) {
+            double const taken = seconds(work.contenders[at], batch);
+            if (at == 0)
+                floor = taken;
+            ratios[at].push_back(taken / floor);
+        }
+    }
+    return ratios;
+}
+
+void print(work const &work, int rounds, bool is_last)
+{
+    auto const ratios = run(work, rounds);
+    std::printf("  {\"name\": \"%s\", \"target\": %g, \"contenders\": {", work.name.c_str(),
+                work.target);
+    for (std::size_t at = 0; at < ratios.size(); ++at)
+        std::printf("%s\"%s\": [%.4f, %.4f, %.4f]", at == 0 ? "" : ", ",
+                    work.contenders[at].name.c_str(), quantile(ratios[at], 0.25),
+                    quantile(ratios[at], 0.5), quantile(ratios[at], 0.75));
+    std::printf("}}%s\n", is_last ? "" : ",");
+    std::fflush(stdout);
+}
+
+void contest(std::wstring const &folder, int rounds, std::string_view only)
+{
+    std::vector<work> works = bench::disk_works(folder);
+    for (work &text : bench::text_contest())
+        works.push_back(std::move(text));
+#ifdef FL_BENCH_WITH_BOOST
+    bench::add_boost(works, folder);
+#endif
+    std::erase_if(works,
+                  [only](work const &work) { return work.name.find(only) == std::string::npos; });
+    std::printf("{\"rounds\": %d, \"works\": [\n", rounds);
+    for (work const &work : works)
+        print(work, rounds, &work == &works.back());
+    std::printf("]}\n");
+}
+
+} // namespace
+
+int main(int count, char **arguments)
+{
+    int rounds = 15;
+    std::string_view only;
+    std::wstring folder;
+    for (int at = 1; at < count; ++at) {
+        std::string_view const argument = arguments[at];
+        if (argument.starts_with("--rounds="))
+            rounds = std::max(1, std::atoi(arguments[at] + 9));
+        else if (argument.starts_with("--only="))
+            only = argument.substr(7);
+        else
+            folder.assign(argument.begin(), argument.end());
+    }
+    if (folder.empty() || !::CreateDirectoryW(folder.c_str(), nullptr)) {
+        std::fprintf(stderr, "contest needs the name of a folder that isn't there\n");
+        return 2;
+    }
+    int status = 0;
+    try {
+        contest(folder, rounds, only);
+    } catch (std::exception const &failure) {
+        std::fprintf(stderr, "%s\n", failure.what());
+        status = 1;
+    }
+    bench::raw::remove_tree(folder);
+    return status;
+}
