@@ -32,6 +32,18 @@ TEST(FirstProgramGuide, ShowsWhatThePageShows)
     EXPECT_EQ(exit_code, 1);
 }
 
+TEST(FirstProgramGuide, TwiceIsTheSame)
+{
+    workspace space;
+    std::ostringstream first, second;
+    for (std::ostringstream *const out : {&first, &second}) {
+        std::streambuf *const before = std::cout.rdbuf(out->rdbuf());
+        first_program();
+        std::cout.rdbuf(before);
+    }
+    EXPECT_EQ(first.str(), second.str());
+}
+
 TEST(FirstProgramGuide, MakingWhatIsThereIsAFailure)
 {
     workspace space;

@@ -169,6 +169,22 @@ TEST(LongPathnamesGuide, WhereTheOldLimitRules)
     play(page, "| operation | longest | what one unit more leads to |", rows);
 }
 
+TEST(LongPathnamesGuide, WithTheOptInTheOldLimitIsGone)
+{
+    simulated_machine machine;
+    machine.set_long_pathnames(true);
+    std::u16string const deep = of_units(u"C:", 400), to = of_units(u"C:\\f", 400);
+    machine.add_directory(deep).add_symbolic_link(u"C:\\l", u"x");
+    fs::create_symlink(u"x", deep + u"\\a", fs::file_status::regular_file);
+    fs::copy_symlink(deep + u"\\a", deep + u"\\b");
+    EXPECT_EQ(machine.entries(deep), (test_support::names{u"a", u"b"}));
+    machine.add_file(to);
+    fs::copy(u"C:\\f", u"C:\\g", copy_options::recursive);
+    EXPECT_TRUE(machine.exists(u"C:\\g" + to.substr(4)));
+    machine.add_file(u"C:\\target").add_symbolic_link(deep + u"\\c", u"C:\\target");
+    EXPECT_EQ(fs::relative(deep + u"\\c", u"C:\\"), u"target");
+}
+
 TEST(LongPathnamesGuide, TheRule)
 {
     simulated_machine machine;

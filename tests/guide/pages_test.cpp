@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <fstream>
 #include <set>
+#include <sstream>
 
 namespace {
 
@@ -38,6 +39,29 @@ bool is_others(std::string const &page)
         "docs/reliability.md", "docs/simulation.md", "docs/windows-kit.md",
     };
     return others.count(page) != 0;
+}
+
+/// The sources of all tests, one behind the other.
+std::string all_tests()
+{
+    std::string all;
+    for (auto const &entry : std::filesystem::recursive_directory_iterator(FL_CHECKOUT "/tests")) {
+        if (entry.path().extension() != ".cpp")
+            continue;
+        std::ifstream file(entry.path(), std::ios::binary);
+        all.append(std::istreambuf_iterator<char>(file), {});
+    }
+    return all;
+}
+
+/// Whether there is such a test, "Suite.Name", or such a script.
+bool is_held_by(std::string const &name, std::string const &tests)
+{
+    std::size_t const stop = name.find('.');
+    if (stop == std::string::npos)
+        return name == "nothing" || std::filesystem::exists(FL_CHECKOUT "/" + name);
+    return tests.find("TEST(" + name.substr(0, stop) + ", " + name.substr(stop + 1) + ")") !=
+           std::string::npos;
 }
 
 lines pages()
@@ -78,6 +102,46 @@ TEST(Guide, CodeAndOutputStandInTheSourceOfTheirPage)
         }
     }
     EXPECT_GT(blocks, 30);
+}
+
+// What a section says is shown by code or a table in it, held by tests that it names in a comment,
+// or told to be Windows' own.
+TEST(Guide, SectionsAreHeldByTests)
+{
+    std::string const tests = all_tests();
+    EXPECT_FALSE(is_held_by("Guide.NoSuchTest", tests));
+    EXPECT_FALSE(is_held_by("scripts/none", tests));
+    int named = 0, sections = 0;
+    for (std::string const &page : pages()) {
+        if (is_others(page) || page == "README.md" || page == "docs/abi.md")
+            continue;
+        std::string heading;
+        bool is_held = true;
+        lines text = lines_of(page);
+        text.push_back("## ");
+        for (std::string const &line : text) {
+            if (line.rfind("## ", 0) == 0) {
+                EXPECT_TRUE(is_held) << page << ", " << heading << ": held by which test?";
+                heading = line;
+                is_held = false;
+                ++sections;
+            }
+            is_held = is_held || line == "```cpp" || line == "```text" ||
+                      line.rfind("|---", 0) == 0 || line.find("Windows' own") != std::string::npos;
+            std::string const mark = "<!-- held by ";
+            if (line.rfind(mark, 0) != 0)
+                continue;
+            is_held = true;
+            std::istringstream names(line.substr(mark.size(), line.rfind(" -->") - mark.size()));
+            for (std::string name; names >> name; ++named) {
+                if (name.back() == ',')
+                    name.pop_back();
+                EXPECT_TRUE(is_held_by(name, tests)) << page << ": " << name;
+            }
+        }
+    }
+    EXPECT_GT(named, 40);
+    EXPECT_GT(sections, 50);
 }
 
 } // namespace

@@ -34,7 +34,7 @@ std::uint64_t bytes_in(fs::upath const &folder)
 TEST(ThreadsGuide, AFolderEach)
 {
     simulated_machine machine;
-    for (char16_t const name : u"abcd"_path.native())
+    for (char16_t const name : std::u16string(u"abcd"))
         machine.add_file(std::u16string(u"C:\\data\\") + name + u"\\x\\f", "soup");
 
     std::vector<std::future<std::uint64_t>> parts;

@@ -47,7 +47,8 @@ TEST(WhyGuide, TestsThatAreNamedExist)
         ++named;
     }
     EXPECT_EQ(named, 10);
-    EXPECT_FALSE(has_suite("NoSuch" "Suite"));
+    EXPECT_FALSE(has_suite("NoSuch"
+                           "Suite"));
 }
 
 TEST(WhyGuide, RemovingATreeGoesOnAndTellsAll)
