@@ -1,12 +1,17 @@
 # The package that Windows developers use: DLL, import library, headers, and
-# find_package(fl_filesystem) with its target fl::filesystem.
+# find_package(fl_filesystem) with its target fl::filesystem. Of a native build it has
+# fl::simulation, too, the machine that the library runs on there.
 include(CMakePackageConfigHelpers)
 
 # Where an installed program has its modules. get_install_path() goes by the names of the
 # default; in any other folder, such as the `bin` of package managers, it answers with the
 # module's own pathname.
-set(FL_INSTALL_PROGRAM_FOLDER "${CMAKE_INSTALL_BINDIR}/win64" CACHE STRING
-    "Where DLL and programs are installed")
+if(WIN32)
+  set(program_folder "${CMAKE_INSTALL_BINDIR}/win64")
+else()
+  set(program_folder "${CMAKE_INSTALL_BINDIR}")
+endif()
+set(FL_INSTALL_PROGRAM_FOLDER "${program_folder}" CACHE STRING "Where DLL and programs are installed")
 
 install(TARGETS fl_filesystem EXPORT fl_filesystem-targets
         RUNTIME DESTINATION "${FL_INSTALL_PROGRAM_FOLDER}" COMPONENT runtime
@@ -14,6 +19,14 @@ install(TARGETS fl_filesystem EXPORT fl_filesystem-targets
         ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT development
         INCLUDES DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
 install(DIRECTORY include/ DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}" COMPONENT development)
+if(TARGET fl_filesystem_simulation)
+  install(TARGETS fl_filesystem_simulation EXPORT fl_filesystem-targets
+          LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT runtime
+          ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT development)
+  # but what our own tests have beside them
+  install(DIRECTORY simulation/include/ DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/fl_simulation"
+          COMPONENT development PATTERN include/simulation EXCLUDE)
+endif()
 
 set(package_folder "${CMAKE_INSTALL_LIBDIR}/cmake/fl_filesystem")
 install(EXPORT fl_filesystem-targets NAMESPACE fl:: FILE fl_filesystem-targets.cmake
@@ -32,13 +45,13 @@ get_target_property(FL_PKGCONFIG_LIBRARY fl_filesystem OUTPUT_NAME)
 if(NOT FL_PKGCONFIG_LIBRARY)
   set(FL_PKGCONFIG_LIBRARY fl_filesystem)
 endif()
-if(NOT BUILD_SHARED_LIBS)
+if(NOT BUILD_SHARED_LIBS AND WIN32)
   set(FL_PKGCONFIG_CFLAGS " -DFL_FILESYSTEM_STATIC")
   list(TRANSFORM FL_SYSTEM_LIBRARIES PREPEND " -l" OUTPUT_VARIABLE FL_PKGCONFIG_LIBS)
   list(JOIN FL_PKGCONFIG_LIBS "" FL_PKGCONFIG_LIBS)
 endif()
 configure_file(cmake/fl_filesystem.pc.in fl_filesystem.pc @ONLY)
-if(NOT CMAKE_BUILD_TYPE STREQUAL "Debug") # it has no word for two configurations
+if(WIN32 AND NOT CMAKE_BUILD_TYPE STREQUAL "Debug") # it has no word for two configurations
   install(FILES "${PROJECT_BINARY_DIR}/fl_filesystem.pc"
           DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig" COMPONENT development)
 endif()
@@ -62,7 +75,7 @@ foreach(target IN ITEMS fl_filesystem flfs)
   if(MSVC)
     set(symbols "$<TARGET_PDB_FILE:${target}>")
   endif()
-  if(TARGET ${target} AND (BUILD_SHARED_LIBS OR target STREQUAL "flfs"))
+  if(WIN32 AND TARGET ${target} AND (BUILD_SHARED_LIBS OR target STREQUAL "flfs"))
     install(FILES "${symbols}" DESTINATION "${FL_INSTALL_PROGRAM_FOLDER}" COMPONENT symbols OPTIONAL)
   endif()
 endforeach()

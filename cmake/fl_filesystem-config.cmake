@@ -3,6 +3,10 @@
 cmake_policy(VERSION 3.22)
 include("${CMAKE_CURRENT_LIST_DIR}/HeaderLibraries.cmake")
 fl_header_library(fl_boost_headers boost/version.hpp Boost 1.74)
+include(CMakeFindDependencyMacro)
+if(NOT WIN32) # there the library is linked to call_once
+  find_dependency(Boost 1.74 CONFIG COMPONENTS thread)
+endif()
 if(TARGET fl_boost_headers)
   if(NOT TARGET fl::boost_headers)
     add_library(fl::boost_headers ALIAS fl_boost_headers)
