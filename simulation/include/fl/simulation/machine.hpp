@@ -30,10 +30,11 @@ inline constexpr wchar_t buffer_junk = 0xDBAD;
 /// Ticks of 100 ns since 1601-01-01 UTC, as in a FILETIME.
 struct times
 {
-    std::uint64_t creation = 0;
-    std::uint64_t access = 0;
-    std::uint64_t write = 0;
+    std::uint64_t creation = 0; ///< when it was made
+    std::uint64_t access = 0;   ///< when it was last read
+    std::uint64_t write = 0;    ///< when it was last written to
 
+    /// Whether all three are the same.
     friend bool operator==(times const &, times const &) = default;
 };
 
@@ -68,7 +69,7 @@ enum class flavour
 /// One call, in the order in which calls ended.
 struct journal_entry
 {
-    std::string function;
+    std::string function; ///< `CreateFileW`, or `IPersistFile::Load` for a method
     /// The name or pathname as the caller handed it over. For a call on a handle, what
     /// the handle was opened with.
     std::u16string text;
@@ -94,8 +95,11 @@ std::string mount_point_data(std::u16string_view substitute, std::u16string_view
 class [[nodiscard]] fault
 {
 public:
+    /// For the machine.
     explicit fault(std::shared_ptr<fault_record> record) noexcept;
+    /// Takes it over.
     fault(fault &&other) noexcept;
+    /// Ends what it was, and takes another over.
     fault &operator=(fault other) noexcept;
     ~fault();
 
@@ -120,12 +124,13 @@ using full_path_name_hook = std::function<std::optional<DWORD>(DWORD room, wchar
 class machine_part
 {
 public:
+    /// For the machine.
     explicit machine_part(std::shared_ptr<machine_state> state) noexcept : state_(std::move(state))
     {
     }
 
 protected:
-    std::shared_ptr<machine_state> state_;
+    std::shared_ptr<machine_state> state_; ///< shared with the machine
 };
 
 /// Makes what is there, before a test or while it runs.
@@ -148,9 +153,13 @@ public:
     /// Without it, handles forget the text that they were opened with.
     building &keep_journal(bool keeps);
 
+    /// A volume of its own, `X:\`, with an empty root.
     building &add_drive(char16_t letter);
+    /// A folder of a server, `\\server\share`, empty.
     building &add_share(std::u16string_view server, std::u16string_view share);
+    /// Fine if it is there already.
     building &add_directory(std::u16string_view path);
+    /// With those bytes. Takes the place of a former file.
     building &add_file(std::u16string_view path, std::string_view content = {});
     /// A file of that many zeros, which takes no memory for them, with some bytes at its
     /// end.
@@ -194,7 +203,9 @@ public:
     building &take_letter(char16_t letter);
 
     // What the caller may not do, and whom it can't reach.
+    /// Whoever asks for this of the file or directory gets 5.
     building &deny(std::u16string_view path, right denied);
+    /// Takes a denial back.
     building &allow(std::u16string_view path, right allowed);
     /// No entry may be made in this directory.
     building &deny_creation(std::u16string_view path);
@@ -221,6 +232,7 @@ public:
 
     // The program and its memory. At first all that this host has loaded counts as
     // the program's file, `C:\program\program.exe`; nothing puts that on the disk.
+    /// The program's file, which nothing puts on the disk.
     building &set_program_pathname(std::u16string_view pathname);
     /// A module at these addresses, which needn't exist on this host.
     building &load_module(void const *base, std::size_t size, std::u16string_view pathname);
@@ -241,11 +253,16 @@ class looking : protected machine_part
 public:
     using machine_part::machine_part;
 
+    /// The Windows that it runs.
     edition runs() const;
+    /// Whether the opt-in to long pathnames is on.
     bool takes_long_pathnames() const;
 
+    /// Whether there is such a name, whatever it is.
     bool exists(std::u16string_view path) const;
+    /// Whether it is a directory, or a link of that flavour.
     bool is_directory(std::u16string_view path) const;
+    /// Whether it is a file, or a link of that flavour.
     bool is_file(std::u16string_view path) const;
     /// The names in a directory, sorted by their units.
     std::vector<std::u16string> entries(std::u16string_view path) const;
@@ -287,8 +304,11 @@ class breaking : protected machine_part
 public:
     using machine_part::machine_part;
 
+    /// The nth call of a function fails with this code and does nothing.
     fault fail_call(std::string_view function, int nth, DWORD code);
+    /// The nth call of whatever function.
     fault fail_call(int nth, DWORD code);
+    /// Every call of a function.
     fault fail_every_call_on(std::string_view function, DWORD code);
     /// Every call on a name, however it is written, or on a handle that was opened by it.
     /// The target of a link that is made is no such name, nor is a variable's.
@@ -308,8 +328,11 @@ class reading : protected machine_part
 public:
     using machine_part::machine_part;
 
+    /// All calls since the machine was made, or since the journal was cleared.
     std::vector<journal_entry> journal() const;
+    /// Forgets them.
     void clear_journal();
+    /// How many of them were of this function.
     int calls_of(std::string_view function) const;
 };
 
@@ -324,14 +347,19 @@ public:
 class machine
 {
 public:
+    /// With an empty drive C:.
     machine();
     ~machine();
     machine(machine const &) = delete;
     machine &operator=(machine const &) = delete;
 
+    /// To make what is there.
     building build() { return building(state_); }
+    /// To see what is there.
     looking look() const { return looking(state_); }
+    /// To break calls.
     breaking faults() { return breaking(state_); }
+    /// To read what was called.
     reading calls() { return reading(state_); }
 
 private:
@@ -346,6 +374,7 @@ private:
 class [[nodiscard]] on_this_thread
 {
 public:
+    /// From now on.
     explicit on_this_thread(machine const &windows);
     ~on_this_thread();
     on_this_thread(on_this_thread const &) = delete;
