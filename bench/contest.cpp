@@ -2,9 +2,9 @@
 // machine does meets all of them alike. What counts is the ratio to the floor within a round,
 // and of those the median.
 //
-//     contest FOLDER [--rounds=N] [--only=TEXT]
+//     contest FOLDER [--smoke] [--rounds=N] [--only=TEXT]
 //
-// makes FOLDER, prints JSON, and removes FOLDER.
+// makes FOLDER, prints JSON, and removes FOLDER. A smoke does everything once.
 
 #include "contest.hpp"
 
@@ -48,7 +48,7 @@ long batch_of(work const &work, bool is_smoke)
     contender const &floor = work.contenders.front();
     if (is_smoke || floor.prepare)
         return 1;
-    constexpr double enough = 0.004;
+    constexpr double enough = 0.001;
     long count = 1;
     while (seconds(floor, count) < enough && count < 1L << 24)
         count *= 2;
@@ -96,7 +96,7 @@ void print(work const &work, int rounds, bool is_last)
 
 void contest(std::wstring const &folder, int rounds, std::string_view only)
 {
-    std::vector<work> works = bench::disk_works(folder);
+    std::vector<work> works = bench::disk_works(folder, rounds == 1);
     for (work &text : bench::text_contest())
         works.push_back(std::move(text));
 #ifdef FL_BENCH_WITH_BOOST
@@ -119,7 +119,9 @@ int main(int count, char **arguments)
     std::wstring folder;
     for (int at = 1; at < count; ++at) {
         std::string_view const argument = arguments[at];
-        if (argument.starts_with("--rounds="))
+        if (argument == "--smoke")
+            rounds = 1;
+        else if (argument.starts_with("--rounds="))
             rounds = std::max(1, std::atoi(arguments[at] + 9));
         else if (argument.starts_with("--only="))
             only = argument.substr(7);

@@ -143,10 +143,10 @@ void add_deep_pathname(std::vector<work> &works, std::wstring const &folder)
            times([path = standard::path(there.back())] { keep(standard::canonical(path)); })}}});
 }
 
-void add_trees(std::vector<work> &works, std::wstring const &folder)
+void add_trees(std::vector<work> &works, std::wstring const &folder, int share)
 {
     std::wstring const tree = folder + L"\\tree";
-    auto const plant = [tree] { make_tree(tree, 50, 40); };
+    auto const plant = [tree, share] { make_tree(tree, 50 / share, 40); };
     works.push_back(
         {"remove_all, 2,000 files in 50 directories",
          1.03,
@@ -160,7 +160,7 @@ void add_trees(std::vector<work> &works, std::wstring const &folder)
 
     std::wstring const source = folder + L"\\source";
     std::wstring const target = folder + L"\\target";
-    make_tree(source, 20, 25);
+    make_tree(source, 20 / share, 25);
     auto const clear = [target] { remove_if_there(target); };
     works.push_back({"copy, 500 files in 20 directories",
                      1.03,
@@ -180,11 +180,11 @@ void add_trees(std::vector<work> &works, std::wstring const &folder)
                        clear}}});
 }
 
-void add_listing(std::vector<work> &works, std::wstring const &folder)
+void add_listing(std::vector<work> &works, std::wstring const &folder, int share)
 {
     std::wstring const wide = folder + L"\\wide";
     ::CreateDirectoryW(wide.c_str(), nullptr);
-    for (int file = 0; file < 10000; ++file)
+    for (int file = 0; file < 10000 / share; ++file)
         raw::make_file(wide + L"\\a-file-" + std::to_wstring(file) + L".txt");
     works.push_back(
         {"listing of 10,000 entries with type and size",
@@ -215,13 +215,14 @@ void add_listing(std::vector<work> &works, std::wstring const &folder)
 
 } // namespace
 
-std::vector<work> disk_works(std::wstring const &folder)
+std::vector<work> disk_works(std::wstring const &folder, bool is_smoke)
 {
+    int const share = is_smoke ? 20 : 1;
     std::vector<work> works;
     add_queries(works, folder);
     add_deep_pathname(works, folder);
-    add_trees(works, folder);
-    add_listing(works, folder);
+    add_trees(works, folder, share);
+    add_listing(works, folder, share);
     return works;
 }
 
