@@ -176,9 +176,9 @@ TEST(DebuggingGuide, WithoutWindows)
 {
     std::ostringstream log;
 
-    simulation::simulated_machine machine;
-    machine.add_file(u"C:\\data\\june.txt", "soup");
-    auto const fault = machine.fail_call("MoveFileExW", 1, ERROR_DISK_FULL);
+    fl::simulation::machine windows;
+    windows.build().add_file(u"C:\\data\\june.txt", "soup");
+    auto const fault = windows.faults().fail_call("MoveFileExW", 1, ERROR_DISK_FULL);
     auto const moved = fs::attempt([] { fs::rename(u"C:/data/june.txt", u"C:/data/july.txt"); });
     log << moved.error().describe() << '\n';
 
