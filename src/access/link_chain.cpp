@@ -71,6 +71,37 @@ std::u16string plain(std::wstring path)
     return narrow(strip_long_path_prefix(path, path.size(), std::wstring::npos));
 }
 
+/// What is to come of a pathname. Taking from its front moves nothing: a pathname of 16,000
+/// elements would be moved as often.
+class text_to_come
+{
+public:
+    /// Good until something is put ahead.
+    std::wstring_view view() const { return std::wstring_view(text_).substr(begin_); }
+    bool empty() const { return begin_ == text_.size(); }
+
+    /// Takes away up to `size` units.
+    void drop(std::size_t size) { begin_ += std::min(size, text_.size() - begin_); }
+
+    void put_ahead(std::wstring_view text)
+    {
+        if (text.size() <= begin_) { // where the link itself stood
+            begin_ -= text.size();
+            std::copy(text.begin(), text.end(), &text_[begin_]);
+            return;
+        }
+        std::wstring joined;
+        joined.reserve(text.size() + view().size());
+        joined.append(text).append(view());
+        text_ = std::move(joined);
+        begin_ = 0;
+    }
+
+private:
+    std::wstring text_;
+    std::size_t begin_ = 0;
+};
+
 /// One walk. What is settled stands in `resolved_`, what is to come in `rest_`, where a
 /// separator stands ahead of it once an element has been taken.
 class walk
@@ -103,7 +134,7 @@ private:
 
     std::wstring resolved_;
     std::wstring root_; ///< at the start of `resolved_`, and no `..` removes it
-    std::wstring rest_;
+    text_to_come rest_;
     path_type_enum initial_type_;
     path_type_enum current_type_; ///< of the last link's target, before of the pathname
     int link_count_ = 0;
@@ -117,7 +148,7 @@ walk::walk(std::wstring_view path, path_type_enum path_type, std::vector<link_ho
     resolved_.reserve(round_up_to_512(path.size() + 9));
     std::size_t const size = first_root_size(path, initial_type_);
     resolved_ += long_root(path, size, initial_type_);
-    rest_ = path.substr(std::min(size, path.size()));
+    rest_.put_ahead(path.substr(std::min(size, path.size())));
     root_ = resolved_;
     if (initial_type_ == windows::PATH_TYPE_UNC) // by the size that it is written in: see settle
         root_.append(server_prefix_size, L'\0');
@@ -133,9 +164,9 @@ std::wstring walk::run()
 
 walk::answer walk::take_element()
 {
-    std::size_t const size = find_backslash<wchar_t>(rest_, 0);
-    std::wstring const element = rest_.substr(0, size);
-    rest_.erase(0, size);
+    std::wstring_view const rest = rest_.view();
+    std::wstring_view const element = rest.substr(0, find_backslash(rest, 0));
+    rest_.drop(element.size());
     if (element != L"." && element != L"..")
         return take_name(element);
     demand_directory();
@@ -195,7 +226,7 @@ walk::answer walk::follow(found_link link, std::size_t parent)
     resolved_.resize(parent);
     answer over = enter_target(target);
     if (hops_ != nullptr)
-        hops_->back().leads_to = plain(over ? *over : resolved_ + rest_);
+        hops_->back().leads_to = plain(over ? *over : resolved_ + std::wstring(rest_.view()));
     return over;
 }
 
@@ -230,13 +261,13 @@ walk::answer walk::enter_root(std::wstring_view target)
     if (target.size() == size && rest_.empty())
         return root;
     if (ends_in_backslash(target))
-        rest_.erase(0, 1); // the target brings its own separator
+        rest_.drop(1); // the target brings its own separator
     put_ahead(target.substr(std::min(size, target.size())));
     if (is_server(current_type_)) {
         if (!ends_in_backslash<wchar_t>(root))
             root += backslash<wchar_t>;
-        if (is_backslash(unit_at<wchar_t>(rest_, 0))) // the root has it now
-            rest_.erase(0, 1);
+        if (is_backslash(unit_at(rest_.view(), 0))) // the root has it now
+            rest_.drop(1);
     }
     // the same drive stays as it was written, and the prefix with it
     bool const is_same_drive =
@@ -259,7 +290,7 @@ walk::answer walk::keep_remote_link()
 /// On to the next element, past the separator ahead of it.
 walk::answer walk::go_on()
 {
-    rest_.erase(0, 1);
+    rest_.drop(1);
     return std::nullopt;
 }
 
@@ -314,9 +345,9 @@ void walk::put_ahead(std::wstring_view text)
 {
     if (ends_in_backslash(text))
         text.remove_suffix(1);
-    if (!text.empty() && !rest_.empty() && !is_backslash(rest_.front()))
-        rest_.insert(0, 1, backslash<wchar_t>);
-    rest_.insert(0, text);
+    if (!text.empty() && !rest_.empty() && !is_backslash(rest_.view().front()))
+        rest_.put_ahead({&backslash<wchar_t>, 1});
+    rest_.put_ahead(text);
 }
 
 } // namespace

@@ -133,6 +133,46 @@ TEST_F(costs, OfOneMoreEntryOfATree)
         << "the pattern of the directory";
 }
 
+/// What a walk through `names` directories of a name takes.
+std::size_t cost_of_walk(std::size_t names)
+{
+    std::u16string path = u"C:";
+    for (std::size_t level = 0; level < names; ++level)
+        path += u"\\a-directory";
+    simulated_machine machine;
+    machine.keep_journal(false);
+    machine.add_directory(uR"(\\?\)" + path);
+    return allocations_of([&] { canonical(path); });
+}
+
+TEST_F(costs, ADirectoryOnTheWayOfCanonicalTakesNoMemory)
+{
+    EXPECT_EQ(cost_of_walk(21), cost_of_walk(20));
+    EXPECT_EQ(cost_of_walk(20), 8U)
+        << "the path, four texts of the walk, its end, and the result twice";
+}
+
+// Of the deepest, a pathname of 32,767 units, it is eight. Each call walks down all the names,
+// which takes minutes where all memory is checked.
+#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+TEST_F(costs, ATreeOfEightThousandLevelsIsRemovedInFourMebibytes)
+{
+    std::u16string path = uR"(\\?\C:)";
+    while (path.size() < 16000)
+        path += u"\\d";
+    simulated_machine machine;
+    machine.keep_journal(false);
+    machine.add_directory(path);
+    most_bytes_held();
+    std::size_t const before = most_bytes_held();
+    remove_all(uR"(C:\d)");
+    std::size_t const taken = most_bytes_held() - before;
+    EXPECT_LT(taken, 4U * 1024 * 1024);
+    EXPECT_GT(taken, path.size()) << "it was counted";
+    EXPECT_FALSE(machine.exists(uR"(C:\d)"));
+}
+#endif
+
 TEST_F(costs, AnEntryThatSomebodyKeepsStaysWhatItIs)
 {
     simulated_machine machine;

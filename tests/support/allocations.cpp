@@ -1,7 +1,10 @@
 #include "support/allocations.hpp"
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdlib>
 #include <new>
+#include <utility>
 
 namespace {
 
@@ -10,6 +13,34 @@ bool (*is_left_out)() noexcept = nullptr;
 thread_local std::size_t until_failure = 0; // 0: none fails
 thread_local std::size_t size_to_fail = 0;  // 0: none fails
 thread_local bool size_has_failed = false;
+thread_local std::ptrdiff_t held = 0;
+thread_local std::ptrdiff_t most_held = 0;
+
+/// Stands ahead of each block. As large as what any type's address must be a multiple of.
+struct alignas(__STDCPP_DEFAULT_NEW_ALIGNMENT__) block_head
+{
+    std::ptrdiff_t counted_size; ///< 0 if it is left out
+};
+
+void *take(std::size_t size, bool is_counted)
+{
+    void *const memory = std::malloc(sizeof(block_head) + size);
+    if (memory == nullptr)
+        throw std::bad_alloc();
+    auto const counted_size = is_counted ? static_cast<std::ptrdiff_t>(size) : 0;
+    held += counted_size;
+    most_held = std::max(most_held, held);
+    return ::new (memory) block_head{counted_size} + 1;
+}
+
+void give_back(void *memory) noexcept
+{
+    if (memory == nullptr)
+        return;
+    block_head *const head = static_cast<block_head *>(memory) - 1;
+    held -= head->counted_size;
+    std::free(head);
+}
 
 } // namespace
 
@@ -49,6 +80,12 @@ void test_support::count_all_but(bool (*is_systems)() noexcept)
     is_left_out = is_systems;
 }
 
+std::size_t test_support::most_bytes_held()
+{
+    std::ptrdiff_t const most = std::exchange(most_held, held);
+    return static_cast<std::size_t>(std::max<std::ptrdiff_t>(most, 0));
+}
+
 std::size_t test_support::allocations()
 {
     return count;
@@ -67,9 +104,7 @@ void *operator new(std::size_t size)
         size_has_failed = true;
         throw std::bad_alloc();
     }
-    if (void *const memory = std::malloc(size == 0 ? 1 : size))
-        return memory;
-    throw std::bad_alloc();
+    return take(size, is_counted);
 }
 
 void *operator new[](std::size_t size)
@@ -94,20 +129,20 @@ void *operator new[](std::size_t size, std::nothrow_t const &nothrow) noexcept
 
 void operator delete(void *memory) noexcept
 {
-    std::free(memory);
+    give_back(memory);
 }
 
 void operator delete[](void *memory) noexcept
 {
-    std::free(memory);
+    give_back(memory);
 }
 
 void operator delete(void *memory, std::size_t) noexcept
 {
-    std::free(memory);
+    give_back(memory);
 }
 
 void operator delete[](void *memory, std::size_t) noexcept
 {
-    std::free(memory);
+    give_back(memory);
 }

@@ -9,6 +9,10 @@ namespace test_support {
 /// How often this thread has called `operator new` so far.
 std::size_t allocations();
 
+/// How many bytes this thread has taken and not given back, of what is counted: the most since
+/// the last time that it was asked.
+std::size_t most_bytes_held();
+
 /// Leaves out, on every thread, what is allocated while `is_systems()`; null leaves nothing out.
 /// It neither counts nor fails by its number.
 void count_all_but(bool (*is_systems)() noexcept);
