@@ -6,6 +6,8 @@
 
 #include <fl/filesystem.hpp>
 
+#include <regex>
+
 namespace fs = fl::filesystem;
 
 namespace {
@@ -25,6 +27,38 @@ TEST(PathnamesGuide, Shapes)
         EXPECT_EQ(fs::to_utf8(fs::detail::extract_relative_path(text)), row[3]) << row[0];
         EXPECT_EQ(fs::upath(text).is_absolute() ? "yes" : "no", row[4]) << row[0];
     }
+}
+
+/// What the drawing calls a part of a pathname, as the library tells it.
+std::string part_of(fs::upath const &path, std::string const &name)
+{
+    std::map<std::string, std::u16string> const parts = {
+        {"root name", path.root_name()},         {"root directory", path.root_directory()},
+        {"relative path", path.relative_path()}, {"parent path", path.parent_path()},
+        {"filename", path.filename()},           {"stem", path.stem()},
+        {"extension", path.extension()}};
+    auto const found = parts.find(name);
+    EXPECT_NE(found, parts.end()) << name;
+    return found == parts.end() ? "" : fs::to_utf8(found->second);
+}
+
+TEST(PathnamesGuide, TheDrawingShowsTheParts)
+{
+    std::string text; // of the drawing that is read
+    int shown = 0;
+    std::regex const part(R"(\((\d+), (\d+), '([a-z ]+)', \d\))");
+    for (std::string const &line : lines_of("docs/site/draw-pathname")) {
+        if (line.rfind("('", 0) == 0)
+            text = std::regex_replace(line.substr(2, line.rfind('\'') - 2), std::regex(R"(\\\\)"),
+                                      R"(\)");
+        for (std::sregex_iterator it(line.begin(), line.end(), part), end; it != end; ++it) {
+            auto const first = std::stoul((*it)[1]), last = std::stoul((*it)[2]);
+            EXPECT_EQ(text.substr(first, last - first), part_of(fs::upath(u16(text)), (*it)[3]))
+                << text << ", " << (*it)[3];
+            ++shown;
+        }
+    }
+    EXPECT_EQ(shown, 14);
 }
 
 TEST(PathnamesGuide, Parts)
