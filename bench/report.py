@@ -65,7 +65,8 @@ def contest_table(rows):
 
 def native_table(times, targets):
     body = []
-    for name, by_who in times.items():
+    for name in (name for name in targets if name in times):
+        by_who = times[name]
         value = by_who["ours"] / by_who["floor"]
         target = targets.get(name, 0)
         body.append([name, ratio(value), ratio(target) if target else "", verdict(value, target)])
@@ -207,7 +208,7 @@ def page(contest, times, growth, size, notes):
 
 `scripts/bench` measures all of this anew and writes this page. Machines are noisy: a figure is
 either a count, or the ratio of times that were taken in turn, one contender after the other in one
-process, and of {contest["rounds"]} rounds the median. No figure is a bare time.
+process, and of at least {contest["rounds"]} rounds the median. No figure is a bare time.
 
 ## On a disk
 

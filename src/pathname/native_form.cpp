@@ -231,24 +231,22 @@ private:
         to_ = std::copy_n(block, search_block, to_);
     }
 
-    /// Writes each unit, and goes on behind it unless it is the second of two separators: sums
-    /// instead of branches, which nobody can foresee.
+    /// Writes each unit but the second of two separators.
     void take_each(std::size_t at, std::size_t end)
     {
         Result *to = to_;
-        unsigned int was_separator = is_separator(units_[at - 1]) ? 1 : 0;
+        bool was_separator = is_separator(units_[at - 1]);
         for (; at < end; ++at) {
             Char const unit = units_[at];
-            unsigned int const separates = static_cast<unsigned int>(unit == slash) |
-                                           static_cast<unsigned int>(unit == backslash<Char>);
-            *to = static_cast<Result>(with_slash_turned(unit));
-            to += 1 - (separates & was_separator);
+            bool const separates = is_separator(unit);
+            if (!separates)
+                *to++ = static_cast<Result>(unit);
+            else if (!was_separator)
+                *to++ = backslash<Result>;
             was_separator = separates;
         }
         to_ = to;
     }
-
-    static constexpr Char slash = pathname_traits<Char>::GENERIC_PATHNAME_SEPARATOR_CHARACTER;
 
     Char const *units_;
     Result *to_;
