@@ -32,3 +32,14 @@ function(fl_compile_as_ours target)
     target_compile_definitions(${target} PRIVATE UNICODE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0A00)
   endif()
 endfunction()
+
+# What is shipped is looked at more closely: paths on which a pointer is null are only found where
+# code is optimised, as tests aren't.
+function(fl_look_closely target)
+  if(NOT MSVC)
+    target_compile_options(${target} PRIVATE -Wnull-dereference)
+  endif()
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    target_compile_options(${target} PRIVATE -Wduplicated-cond -Wlogical-op)
+  endif()
+endfunction()

@@ -61,9 +61,9 @@ TEST(Threads, TheCurrentDirectoryAndItsVariableNeverPart)
     machine.keep_journal(false);
     for (int number = 0; number < 16; ++number)
         machine.add_directory(u"C:\\d" + name_of(number));
-    for (int round = 0; round < 10; ++round) {
+    for (int round = 0; round < 60; ++round) {
         run_together(16, [&](int number) {
-            for (int i = 0; i < 5; ++i)
+            for (int i = 0; i < 8; ++i)
                 ff::change_current_path(u"C:\\d" + name_of((number + i) % 16));
         });
         wchar_t value[300] = {};
