@@ -231,8 +231,7 @@ On this host, by Google Benchmark:
 {native_table(times, targets)}
 ![Time for each unit of a text, as the text grows](performance-text.svg)
 
-A line that doesn't rise is linear growth: up to the longest pathname a unit never costs more than
-one of a short text.
+A line that doesn't rise is linear growth, up to the longest pathname.
 
 ## Growth
 
