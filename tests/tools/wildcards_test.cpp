@@ -167,6 +167,9 @@ TEST(FlfsAdvice, OfMovingIntoADirectory)
               std::string::npos)
         << result.err;
     EXPECT_TRUE(work.is_file(work.path(u"a.txt")));
+    flfs_result const missing =
+        run_flfs_on_disk({"mv", utf8(work.path(u"no.txt")), utf8(work.path(u"dir"))});
+    EXPECT_NE(missing.err.find("Check the spelling."), std::string::npos) << missing.err;
 }
 
 } // namespace

@@ -80,7 +80,7 @@ void advise_on_moves(failure &what_failed, std::u16string const &from, std::u16s
 {
     bool is_directory = false;
     static_cast<void>(failure_of([&] { is_directory = fs::is_directory(to); }));
-    if (is_directory)
+    if (is_directory && what_failed.id != fs::fsys_excp_path_not_found)
         what_failed.sentence = "TO is a directory. Give the whole new pathname: " +
                                shown_native((fs::upath(to) / fs::upath(from).filename()).native()) +
                                " moves into it.";
