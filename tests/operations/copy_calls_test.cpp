@@ -247,9 +247,9 @@ TEST(CopyCalls, DevicesBeyondTheLimitHaveNoForm)
     machine.add_file(uR"(C:\f)");
     std::u16string const device = of_size(uR"(\\.\)", 248);
     auto const expected = invalid_argument("Long UNC path without root not permitted");
-    for (auto const &[from, to] : {std::pair(device, std::u16string(u"f")), {u"f", device}}) {
-        EXPECT_FAILURE(copy(from, to), expected);
-        EXPECT_FAILURE(copy_file(from, to), expected);
+    for (auto const &names : {std::pair(device, std::u16string(u"f")), {u"f", device}}) {
+        EXPECT_FAILURE(copy(names.first, names.second), expected);
+        EXPECT_FAILURE(copy_file(names.first, names.second), expected);
     }
     EXPECT_FAILURE(copy_directory(device, u"f"), expected);
     EXPECT_FAILURE(copy_directory(u"C:\\", device), expected);

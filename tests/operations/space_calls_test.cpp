@@ -161,9 +161,8 @@ TEST(SpaceCalls, FailingNetworks)
 {
     simulated_machine machine;
     machine.add_share(u"server", u"share").add_dead_server(u"dead");
-    for (auto const &[text, code] :
-         {std::pair{uR"(\\dead\share\a)", 53U}, std::pair{uR"(\\server\other)", 67U}})
-        EXPECT_FAILURE(space(upath(text)), system_error(code, text));
+    EXPECT_FAILURE(space(upath(uR"(\\dead\share\a)")), system_error(53, uR"(\\dead\share\a)"));
+    EXPECT_FAILURE(space(upath(uR"(\\server\other)")), system_error(67, uR"(\\server\other)"));
 }
 
 } // namespace

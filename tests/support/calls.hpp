@@ -10,7 +10,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <initializer_list>
-#include <source_location>
 
 namespace test_support {
 
@@ -108,21 +107,24 @@ inline void expect_nothing_open(simulated_machine const &machine, std::string co
 class sure_fault
 {
 public:
-    sure_fault(simulation::fault is, std::source_location at = std::source_location::current())
-        : fault_(std::move(is)), at_(at)
+    // (Clang 14 has no std::source_location)
+    sure_fault(simulation::fault is, char const *file = __builtin_FILE(),
+               int line = __builtin_LINE())
+        : fault_(std::move(is)), file_(file), line_(line)
     {
     }
     ~sure_fault()
     {
         if (!fault_.fired())
-            ADD_FAILURE_AT(at_.file_name(), static_cast<int>(at_.line())) << "no call met it";
+            ADD_FAILURE_AT(file_, line_) << "no call met it";
     }
     sure_fault(sure_fault const &) = delete;
     sure_fault &operator=(sure_fault const &) = delete;
 
 private:
     simulation::fault fault_;
-    std::source_location at_;
+    char const *file_;
+    int line_;
 };
 
 /// Lets GetFullPathNameW answer `text`, whatever it is asked.

@@ -75,13 +75,13 @@ extern "C" DWORD GetModuleFileNameW(HMODULE module, LPWSTR buffer, DWORD room)
 {
     using namespace fl::simulation;
     call const made{.function = "GetModuleFileNameW", .room = room};
-    return perform(made, DWORD{0}, [&](machine_state &machine, DWORD &last_error) {
+    return perform(made, DWORD{0}, [&](machine_state &machine, DWORD &left_behind) {
         auto const pathname = machine.memory.module_at(number_of(module));
         if (!pathname)
             throw failure(ERROR_MOD_NOT_FOUND);
         DWORD const answer = hand_over_cut(*pathname, room, buffer);
         // callers tell a cut text from a whole one by the last error: it is set in each case
-        last_error = answer < room ? ERROR_SUCCESS : ERROR_INSUFFICIENT_BUFFER;
+        left_behind = answer < room ? ERROR_SUCCESS : ERROR_INSUFFICIENT_BUFFER;
         return answer;
     });
 }
