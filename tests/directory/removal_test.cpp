@@ -187,7 +187,7 @@ TEST(RemovalOptions, AreValues)
     clearing.clear_read_only();
     EXPECT_FAILURE(remove_all(work.path(u"file"), plain), denied(work.path(u"file")));
     removal_options taken_back = clearing;
-    taken_back.clear_read_only(false).keep_going().keep_going(false);
+    taken_back.clear_read_only(false).keep_going().keep_going(false).hold(false).hold();
     EXPECT_FAILURE(remove_all(work.path(u"file"), taken_back), denied(work.path(u"file")));
     EXPECT_EQ(remove_all(work.path(u"file"), clearing).removed(), 1U);
 }

@@ -3,6 +3,7 @@
 #include <fl/filesystem/queries.hpp>
 
 #include <fl/filesystem/exceptions.hpp>
+#include <fl/filesystem/operations.hpp>
 
 #include "support/names.hpp"
 #include "support/workspace.hpp"
@@ -343,6 +344,33 @@ TEST(CreateDirectoryLikeAnother, TakesOverItsAttributes)
                    file_exists(work.path(u"like")));
     EXPECT_FAILURE(create_directory(work.path(u"x"), u""), empty_path());
     EXPECT_FALSE(work.exists(work.path(u"x")));
+}
+
+TEST(MixedArguments, APathAndALiteralDoWhatTwoPathsDo)
+{
+    workspace work;
+    work.make_file(work.path(u"file"), "content");
+    work.change_directory(work.root());
+    upath const file(work.path(u"file"));
+    EXPECT_EQ(absolute(upath(u"file"), work.root().c_str()), file);
+    EXPECT_EQ(canonical(upath(u"file"), work.root().c_str()), canonical(file));
+    EXPECT_EQ(relative(file, work.root().c_str()), upath(u"file"));
+    EXPECT_TRUE(equivalent(file, u"file"));
+    EXPECT_EQ(space(u".").capacity, space(upath(u".")).capacity);
+    EXPECT_EQ(status_express_light(file).get_size(), 7U);
+    copy(file, u"copied");
+    rename(upath(u"copied"), u"renamed");
+    create_directory(upath(u"directory"), u".");
+    EXPECT_EQ(work.entries(work.root()), (names{u"directory", u"file", u"renamed"}));
+    EXPECT_EQ(work.content(work.path(u"renamed")), "content");
+    if (work.has_junctions()) {
+        create_junction(upath(u"directory"), u"junction");
+        EXPECT_EQ(read_symlink(u"junction"), work.path(u"directory"));
+    }
+    if (work.has_symbolic_links()) {
+        create_directory_symlink(upath(u"directory"), u"link");
+        EXPECT_EQ(read_symlink(u"link"), u"directory");
+    }
 }
 
 // What is called with one argument means what it meant.
