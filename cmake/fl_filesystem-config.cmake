@@ -12,7 +12,14 @@ if(TARGET fl_boost_headers)
     add_library(fl::boost_headers ALIAS fl_boost_headers)
   endif()
   include("${CMAKE_CURRENT_LIST_DIR}/fl_filesystem-targets.cmake")
-  # where both configurations are installed, only Debug is compiled for Debug
+  # where both configurations are installed, only Debug is compiled for Debug: a build of no type
+  # takes the first
+  get_target_property(fl_configurations fl::filesystem IMPORTED_CONFIGURATIONS)
+  if("RELEASE" IN_LIST fl_configurations)
+    list(REMOVE_ITEM fl_configurations RELEASE)
+    list(PREPEND fl_configurations RELEASE)
+    set_target_properties(fl::filesystem PROPERTIES IMPORTED_CONFIGURATIONS "${fl_configurations}")
+  endif()
   set_target_properties(fl::filesystem PROPERTIES
     MAP_IMPORTED_CONFIG_RELWITHDEBINFO "RelWithDebInfo;Release;"
     MAP_IMPORTED_CONFIG_MINSIZEREL "MinSizeRel;Release;"
