@@ -1,7 +1,9 @@
 #include "guide/page.hpp"
 
 #include <algorithm>
+#include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <set>
 
 namespace guide {
@@ -15,6 +17,18 @@ lines lines_of(std::string const &name)
         if (!line.empty() && line.back() == '\r')
             line.pop_back();
         all.push_back(line.erase(0, std::min(line.find_first_not_of(' '), line.size())));
+    }
+    return all;
+}
+
+std::string all_tests()
+{
+    std::string all;
+    for (auto const &entry : std::filesystem::recursive_directory_iterator(FL_CHECKOUT "/tests")) {
+        if (entry.path().extension() != ".cpp")
+            continue;
+        std::ifstream file(entry.path(), std::ios::binary);
+        all.append(std::istreambuf_iterator<char>(file), {});
     }
     return all;
 }

@@ -20,6 +20,9 @@ using test_support::lines;
 /// The lines of a file in the checkout, without blanks ahead and carriage returns.
 lines lines_of(std::string const &name);
 
+/// The sources of all tests, one behind the other.
+std::string all_tests();
+
 /// The blocks between fences of that language.
 std::vector<lines> blocks_of(lines const &page, std::string const &language);
 

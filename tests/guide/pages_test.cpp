@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 #include <set>
 #include <sstream>
 
@@ -39,19 +38,6 @@ bool is_others(std::string const &page)
         "docs/reliability.md", "docs/simulation.md", "docs/windows-kit.md",
     };
     return others.count(page) != 0;
-}
-
-/// The sources of all tests, one behind the other.
-std::string all_tests()
-{
-    std::string all;
-    for (auto const &entry : std::filesystem::recursive_directory_iterator(FL_CHECKOUT "/tests")) {
-        if (entry.path().extension() != ".cpp")
-            continue;
-        std::ifstream file(entry.path(), std::ios::binary);
-        all.append(std::istreambuf_iterator<char>(file), {});
-    }
-    return all;
 }
 
 /// Whether there is such a test, "Suite.Name", or such a script.

@@ -6,8 +6,6 @@
 
 #include <fl/filesystem.hpp>
 
-#include <filesystem>
-#include <fstream>
 #include <iterator>
 
 namespace fs = fl::filesystem;
@@ -16,19 +14,6 @@ namespace {
 
 using namespace guide;
 using simulation::simulated_machine;
-
-/// All sources of tests, one behind the other.
-std::string all_tests()
-{
-    std::string all;
-    for (auto const &entry : std::filesystem::recursive_directory_iterator(FL_CHECKOUT "/tests")) {
-        if (entry.path().extension() != ".cpp")
-            continue;
-        std::ifstream file(entry.path(), std::ios::binary);
-        all.append(std::istreambuf_iterator<char>(file), {});
-    }
-    return all;
-}
 
 TEST(WhyGuide, TestsThatAreNamedExist)
 {
