@@ -49,8 +49,8 @@ public:
     /// other, so that no pattern takes longer than its length times the name's.
     bool run() const
     {
-        std::vector<bool> row(name_.size() + 1);
-        row[0] = true;
+        std::vector<bool> row = {true};
+        row.resize(name_.size() + 1);
         for (char16_t const unit : pattern_)
             row = after(unit, row);
         return row.back();
