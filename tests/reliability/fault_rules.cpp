@@ -68,7 +68,7 @@ text below_given(occurrence const &at)
             made = (prefix.size() == 8 ? u"\\\\" : u"") + made.substr(prefix.size());
     }
     if (made.ends_with(u"\\*"))
-        made.resize(made.size() - 2);
+        made.erase(made.size() - 2);
     text const base =
         made.starts_with(u"C:\\d\\o") && given(at) == u"C:\\d\\o..." ? u"C:\\d\\o" : given(at);
     return made.starts_with(base) ? given(at) + made.substr(base.size()) : made;
