@@ -3,6 +3,7 @@
 #include <fl/filesystem/attempt.hpp>
 #include <fl/filesystem/directory.hpp>
 #include <fl/filesystem/operations.hpp>
+#include <fl/filesystem/queries.hpp>
 
 #include "flfs/text.hpp"
 
@@ -27,9 +28,7 @@ bool is_link(fs::file_status const &status)
 
 fs::file_status seen(std::u16string const &pathname, bool follows_links)
 {
-    fs::file_status const status =
-        follows_links ? fs::status(pathname) : fs::symlink_status(pathname);
-    return status;
+    return follows_links ? fs::status(pathname) : fs::symlink_status(pathname);
 }
 
 fs::file_status demanded(std::u16string const &pathname, bool follows_links)

@@ -3,10 +3,13 @@
 #include <fl/filesystem/attempt.hpp>
 #include <fl/filesystem/directory.hpp>
 #include <fl/filesystem/operations.hpp>
+#include <fl/filesystem/queries.hpp>
 
 #include "flfs/failure_report.hpp"
 
 #include <windows.h>
+
+#include <algorithm>
 
 namespace flfs {
 
