@@ -1,16 +1,19 @@
 // Many threads at once: in what is found once, in what the process has one of, in trees of their
 // own and in the same tree.
 
-#include "reliability/subjects.hpp"
+#include "support/calls.hpp"
 
 #include <fl/filesystem.hpp>
 
 #include <boost/exception_ptr.hpp>
 
+#include <algorithm>
 #include <atomic>
+#include <deque>
 #include <exception>
 #include <filesystem>
 #include <functional>
+#include <mutex>
 #include <thread>
 
 namespace reliability {
@@ -141,6 +144,55 @@ TEST(Threads, InTheSameTreeMeetTheLibrarysFailuresAndNothingElse)
     EXPECT_EQ(machine.open_handles() + machine.find_handles(), 0);
     EXPECT_EQ(machine.all_com_apartments(), 0);
     EXPECT_EQ(machine.content(uR"(C:\t\f)"), "kept") << "nobody was to remove it";
+}
+
+// What an iterator knows of an entry it fills anew for the next one, unless somebody has kept it.
+TEST(Threads, EntriesAreReadByOneWhileTheIteratorOfAnotherGoesOn)
+{
+    constexpr int count = 600;
+    simulated_machine machine;
+    machine.keep_journal(false);
+    names expected;
+    for (int number = 0; number < count; ++number) {
+        expected.push_back(name_of(number));
+        machine.add_file(u"C:\\t\\" + expected.back(), std::string(3, 'x'));
+    }
+    std::mutex lock;
+    std::deque<ff::directory_entry> handed;
+    auto const take = [&] {
+        std::lock_guard const here(lock);
+        ff::directory_entry taken;
+        if (!handed.empty()) {
+            taken = std::move(handed.front());
+            handed.pop_front();
+        }
+        return taken;
+    };
+    names read;
+    std::uint64_t bytes = 0;
+    std::thread reader([&] {
+        while (read.size() < std::size_t{count}) {
+            ff::directory_entry const taken = take(); // let go of without the lock
+            if (taken.path().empty()) {
+                std::this_thread::yield();
+                continue;
+            }
+            read.push_back(taken.filename());
+            bytes += taken.file_size();
+        }
+    });
+    for (ff::directory_entry const &entry : ff::directory_iterator(text(uR"(C:\t)"))) {
+        {
+            std::lock_guard const here(lock);
+            handed.push_back(entry);
+        }
+        std::this_thread::yield();
+    }
+    reader.join();
+    std::sort(expected.begin(), expected.end());
+    std::sort(read.begin(), read.end());
+    EXPECT_EQ(read, expected);
+    EXPECT_EQ(bytes, 3U * count);
 }
 
 TEST(Threads, FailuresAreCarriedFromOneToAnother)
