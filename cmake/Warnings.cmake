@@ -40,6 +40,7 @@ function(fl_look_closely target)
     target_compile_options(${target} PRIVATE -Wnull-dereference)
   endif()
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-    target_compile_options(${target} PRIVATE -Wduplicated-cond -Wlogical-op)
+    # a cast between sizes of 64 bits is one for other hosts, for which this isn't made
+    target_compile_options(${target} PRIVATE -Wduplicated-cond -Wlogical-op -Wuseless-cast)
   endif()
 endfunction()

@@ -54,8 +54,9 @@ inline bool operator==(GUID const &one, GUID const &other)
 #define REGDB_E_CLASSNOTREG FL_SIMULATION_HRESULT(0x80040154L)
 #define CO_E_NOTINITIALIZED FL_SIMULATION_HRESULT(0x800401F0L)
 
-#define SUCCEEDED(result) (static_cast<HRESULT>(result) >= 0)
-#define FAILED(result) (static_cast<HRESULT>(result) < 0)
+// by the sign, of a DWORD, too
+#define FAILED(result) ((static_cast<std::uint64_t>(result) & 0x80000000U) != 0)
+#define SUCCEEDED(result) (!FAILED(result))
 
 #define FACILITY_WIN32 7
 

@@ -8,7 +8,7 @@ void byte_store::resize(std::uint64_t size)
 {
     if (size < size_) {
         pages_.erase(pages_.lower_bound((size + page_size - 1) / page_size), pages_.end());
-        std::size_t const kept = static_cast<std::size_t>(size % page_size);
+        std::size_t const kept = size % page_size;
         if (kept != 0 && pages_.contains(size / page_size)) {
             std::string &last = writable_page(size / page_size);
             last.resize(std::min(last.size(), kept));
@@ -21,11 +21,10 @@ std::size_t byte_store::read(std::uint64_t offset, char *buffer, std::size_t cou
 {
     if (offset >= size_)
         return 0;
-    std::size_t const total =
-        static_cast<std::size_t>(std::min<std::uint64_t>(count, size_ - offset));
+    std::size_t const total = std::min<std::uint64_t>(count, size_ - offset);
     std::fill(buffer, buffer + total, '\0');
     for (std::size_t done = 0; done < total;) {
-        std::size_t const begin = static_cast<std::size_t>((offset + done) % page_size);
+        std::size_t const begin = (offset + done) % page_size;
         std::size_t const length = std::min(total - done, page_size - begin);
         auto const found = pages_.find((offset + done) / page_size);
         if (found != pages_.end() && begin < found->second->size())
@@ -38,7 +37,7 @@ std::size_t byte_store::read(std::uint64_t offset, char *buffer, std::size_t cou
 void byte_store::write(std::uint64_t offset, std::string_view bytes)
 {
     for (std::size_t done = 0; done < bytes.size();) {
-        std::size_t const begin = static_cast<std::size_t>((offset + done) % page_size);
+        std::size_t const begin = (offset + done) % page_size;
         std::size_t const length = std::min(bytes.size() - done, page_size - begin);
         std::string &held = writable_page((offset + done) / page_size);
         held.resize(std::max(held.size(), begin + length));

@@ -215,7 +215,7 @@ bool is_path_clean(std::wstring_view path, std::size_t length)
 
 bool windows::is_path_clean_bridge(std::wstring const &path, std::uint64_t length)
 {
-    return is_path_clean(path, static_cast<std::size_t>(length));
+    return is_path_clean(path, length);
 }
 
 } // namespace fl::filesystem::detail
