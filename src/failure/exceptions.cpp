@@ -77,6 +77,7 @@ char const *InvalidArgument::what() const noexcept
     return what_text.c_str();
 }
 
+// A member that is exported: NOLINTNEXTLINE(readability-convert-member-functions-to-static)
 std::string InvalidArgument::printHelper(std::u16string const &text) const
 {
     std::ostringstream printed;

@@ -29,7 +29,7 @@ std::optional<module_name> read_module_name(HMODULE module, DWORD room)
     DWORD const code = ::GetLastError();
     if (length == 0)
         return std::nullopt;
-    return module_name{buffer.c_str(), code != ERROR_SUCCESS};
+    return module_name{buffer.substr(0, buffer.find(L'\0')), code != ERROR_SUCCESS};
 }
 
 std::wstring query_module_file_name(void *address)

@@ -37,7 +37,7 @@ std::wstring temporary_folder()
 
 upath temp_directory_path()
 {
-    upath const folder = detail::make_absolute(upath(detail::narrow(temporary_folder())));
+    upath folder = detail::make_absolute(upath(detail::narrow(temporary_folder())));
     file_status const found = status(folder);
     if (!file_status::exists(found))
         detail::throw_exception(PathNotFound(folder.native()));

@@ -5,6 +5,7 @@
 #include "pathname/parent_size.hpp"
 #include "pathname/root_length.hpp"
 
+#include <algorithm>
 #include <utility>
 
 namespace fl::filesystem::detail {
@@ -25,7 +26,7 @@ bool takes_rooted_addition(std::basic_string_view<Char> base)
            base.rfind(pathname_traits<Char>::PATHNAME_SEPARATOR_CHARACTER) < prefix.size();
 }
 
-template <typename Char>
+template <typename Char> // calls itself once, with a copy: NOLINTNEXTLINE(misc-no-recursion)
 std::basic_string<Char> &concatenate(std::basic_string<Char> &base,
                                      std::basic_string<Char> const &raw_addition)
 {
@@ -66,10 +67,8 @@ bool is_invalid_extension(std::u16string_view extension)
     constexpr char16_t dot = pathname_traits<char16_t>::DOT_CHARACTER;
     if (extension[0] == dot && (extension.size() == 1 || extension[1] == dot))
         return true;
-    for (char16_t const unit : extension)
-        if (is_separator(unit))
-            return true;
-    return false;
+    return std::any_of(extension.begin(), extension.end(),
+                       [](char16_t unit) { return is_separator(unit); });
 }
 
 /// The index behind what stays of `pathname`: behind the full stop of the old

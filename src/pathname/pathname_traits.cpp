@@ -5,16 +5,10 @@
 namespace fl::filesystem {
 
 template <typename Char>
-pathname_traits<Char> &pathname_traits<Char>::operator=(pathname_traits const &) noexcept
-{
-    return *this;
-}
+pathname_traits<Char> &pathname_traits<Char>::operator=(pathname_traits const &) noexcept = default;
 
 template <typename Char>
-pathname_traits<Char> &pathname_traits<Char>::operator=(pathname_traits &&) noexcept
-{
-    return *this;
-}
+pathname_traits<Char> &pathname_traits<Char>::operator=(pathname_traits &&) noexcept = default;
 
 template <typename Char>
 std::wstring pathname_traits<Char>::to_filesystem(std::basic_string<Char> const &text)

@@ -32,7 +32,7 @@ std::uint32_t number_at(reparse_bytes bytes, std::size_t at, std::size_t width) 
 /// from where names begin: the lowest bit of an offset doesn't count.
 std::wstring text_at(reparse_bytes bytes, std::size_t names_at, std::size_t field)
 {
-    std::size_t const offset = number_at(bytes, field, 2) / 2 * 2;
+    std::size_t const offset = number_at(bytes, field, 2) & ~std::size_t{1};
     std::size_t const length = number_at(bytes, field + 2, 2);
     std::size_t const begin = std::min(names_at + offset, bytes.size());
     std::size_t const units = std::min(length, bytes.size() - begin) / 2;

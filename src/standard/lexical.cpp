@@ -111,7 +111,7 @@ std::vector<std::wstring_view> elements_of(std::wstring_view text)
     std::vector<std::wstring_view> const names = names_of(text);
     elements.insert(elements.end(), names.begin(), names.end());
     if (!names.empty() && ends_in_separator(text))
-        elements.push_back({});
+        elements.emplace_back();
     return elements;
 }
 

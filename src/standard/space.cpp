@@ -36,7 +36,7 @@ std::wstring volume_of(std::wstring const &text, std::error_code &ec)
     std::wstring root(path.size() + 1, L'\0'); // a file is below it
     DWORD const room = static_cast<DWORD>(root.size());
     attempt(ec, [&] { return ::GetVolumePathNameW(path.c_str(), root.data(), room); });
-    return root.c_str();
+    return root.substr(0, root.find(L'\0'));
 }
 
 } // namespace

@@ -22,7 +22,7 @@ int compare_units(std::u16string_view left, std::u16string_view right)
     auto const order = std::lexicographical_compare_three_way(
         left.begin(), left.end(), right.begin(), right.end(),
         [](char16_t a, char16_t b) { return rank(a) <=> rank(b); });
-    return (order > 0) - (order < 0);
+    return (order > 0) - (order < 0); // no pointers: NOLINT(modernize-use-nullptr)
 }
 
 /// Signs within words, which keep `co-op` beside `coop`.

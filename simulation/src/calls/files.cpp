@@ -143,7 +143,7 @@ std::shared_ptr<open_file> open_or_make(pathname const &path, creation const &as
         return open_raw_volume(asked, machine);
     bool const keeps = has(asked.flags, FILE_FLAG_OPEN_REPARSE_POINT);
     place const here = find_place(path, machine, keeps ? last_link::keep : last_link::follow);
-    auto const file = here.found ? open_it(here, path, asked, machine) : make_it(here, path, asked);
+    auto file = here.found ? open_it(here, path, asked, machine) : make_it(here, path, asked);
     file->deletes_on_close = has(asked.flags, FILE_FLAG_DELETE_ON_CLOSE);
     if (asked.disposition == CREATE_ALWAYS || asked.disposition == OPEN_ALWAYS)
         last_error = here.found ? ERROR_ALREADY_EXISTS : ERROR_SUCCESS;

@@ -50,7 +50,7 @@ void check_replacement(place const &to, node const &moved, DWORD flags)
 }
 
 /// Onto another volume a file goes as a copy.
-void move_across(machine_state &machine, std::shared_ptr<open_file> source, LPCWSTR from,
+void move_across(machine_state &machine, std::shared_ptr<open_file> const &source, LPCWSTR from,
                  LPCWSTR to, DWORD flags)
 {
     if ((flags & MOVEFILE_COPY_ALLOWED) == 0)

@@ -17,6 +17,7 @@ namespace fl::simulation {
 namespace {
 
 /// One object with two interfaces, which share the count of references.
+// Deleted by Release alone: NOLINTNEXTLINE(cppcoreguidelines-virtual-class-destructor)
 class shell_link final : public IShellLinkW, public IPersistFile
 {
 public:
