@@ -127,11 +127,9 @@ bool begins_with_dot_element(std::wstring_view text)
 /// `.` or `..` with a backslash ahead of it.
 bool ends_in_dot_element(std::wstring_view text)
 {
-    auto const ends_in = [text](std::wstring_view end) {
-        return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
-    };
     // `\.` and `\..` alone are too short to be looked at
-    return (text.size() >= 3 && ends_in(L"\\.")) || (text.size() >= 4 && ends_in(L"\\.."));
+    return (text.size() >= 3 && text.ends_with(L"\\.")) ||
+           (text.size() >= 4 && text.ends_with(L"\\.."));
 }
 
 /// Whether an element of `path` is exactly `name`.

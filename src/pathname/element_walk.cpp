@@ -14,18 +14,6 @@ std::u16string_view element_at(std::u16string_view text, std::size_t from)
     return text.substr(from, find_backslash(text, from) - from);
 }
 
-/// Makes `element` these units of `text`. Appending to an empty string does it in half of the
-/// instructions of an assignment, which has to reckon with units of its own.
-void take(std::u16string &element, std::u16string const &text, std::u16string_view units)
-{
-    if (&element == &text) {
-        element = units;
-        return;
-    }
-    element.clear();
-    element.append(units);
-}
-
 /// Steps back from a position behind the root.
 void move_up_to_name(std::u16string_view text, std::size_t root, std::uint64_t &position,
                      std::u16string &element)
@@ -77,7 +65,10 @@ void move_down(std::u16string const &text, std::uint64_t root_length, std::uint6
     bool const at_root_directory = position + 1 == root_length;
     bool const at_separator = !at_root_directory && is_backslash(text[end]);
     position = at_separator ? end + 1 : end;
-    take(element, text, element_at(text, position));
+    // Appending to an empty string takes half of the instructions of an assignment, which has to
+    // reckon with units of its own. `element` isn't `text` here: that one ends where it ends.
+    element.clear();
+    element.append(element_at(text, position));
 }
 
 void move_up(std::u16string const &text, std::uint64_t root_length, std::uint64_t &position,

@@ -69,13 +69,8 @@ bool copy_over_existing(std::wstring const &from, std::wstring const &to, copy_o
     return !ec;
 }
 
-/// The types that can be copied, and none for what isn't there.
-bool is_other(file_type type)
-{
-    return type != file_type::none && type != file_type::not_found && type != file_type::regular &&
-           type != file_type::directory && type != file_type::symlink && type != junction;
-}
-
+/// A file, a directory, a symbolic link, a junction, or none of them: there is nothing else that
+/// couldn't be copied, such as the devices of other systems.
 file_type look_at(std::wstring const &text, bool is_followed, std::error_code &ec)
 {
     return (is_followed ? status(text, ec) : symlink_status(text, ec)).type();
@@ -237,8 +232,6 @@ void copier::copy_as(file_type from_type, file_type to_type)
         ec_ = generic_code(generic_file_exists);
     else if (is_unexplained(compared))
         ec_ = compared;
-    else if (is_other(from_type) || is_other(to_type))
-        ec_ = generic_code(generic_not_supported);
     else if (from_type == file_type::regular)
         copy_regular(to_type);
     else if (from_type == file_type::directory && goes_below())

@@ -31,9 +31,10 @@ std::vector<std::wstring_view> names_of(std::wstring_view text)
     return names;
 }
 
+/// Of a text that isn't empty.
 bool ends_in_separator(std::wstring_view text)
 {
-    return !text.empty() && is_separator(text.back());
+    return is_separator(text.back());
 }
 
 /// What is left of the names, and whether what goes took the end with it: then the text
