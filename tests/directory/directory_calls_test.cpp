@@ -217,6 +217,29 @@ TEST(DirectoryCalls, FailingClosesAreNoFailures)
     expect_nothing_open(machine);
 }
 
+TEST(DirectoryCalls, AFailureWhileADirectoryIsLeftNamesTheOneAboveAndEndsTheListing)
+{
+    simulated_machine machine;
+    machine.add_file(uR"(C:\t\a\x)").add_file(uR"(C:\t\b)");
+    recursive_directory_iterator it(uR"(C:\t)");
+    ++it;
+    ASSERT_EQ(it.depth(), 1);
+    sure_fault const fault = machine.fail_every_call_on("FindNextFileW", ERROR_IO_DEVICE);
+    EXPECT_FAILURE(it.pop(), system_error(ERROR_IO_DEVICE, uR"(C:\t)"));
+    EXPECT_EQ(it, recursive_directory_iterator());
+    expect_nothing_open(machine);
+}
+
+TEST(DirectoryCalls, LeavingTheTopEndsTheListing)
+{
+    simulated_machine machine;
+    machine.add_file(uR"(C:\t\a)").add_file(uR"(C:\t\b)");
+    recursive_directory_iterator it(uR"(C:\t)");
+    it.pop();
+    EXPECT_EQ(it, recursive_directory_iterator());
+    expect_nothing_open(machine);
+}
+
 TEST(DirectoryCalls, ACallThatFailsWithoutACodeIsReported)
 {
     for (char const *function : {"FindFirstFileExW", "FindNextFileW", "CreateFileW"}) {
@@ -242,7 +265,21 @@ TEST(DirectoryCalls, DeniedDirectoriesFailOrAreSkipped)
     EXPECT_FAILURE(tree_of(uR"(C:\t)", follow), denied(uR"(C:\t\a)"));
     EXPECT_FAILURE(directory_iterator(uR"(C:\no)", skip), not_found(uR"(C:\no)"))
         << "that is another thing";
+    // what a filter of the file system lets nobody open is denied, too
+    sure_fault const fault = machine.fail_every_call_on_name(uR"(C:\t\b\*)", 1920);
+    EXPECT_FAILURE(names_in(uR"(C:\t\b)"), denied(uR"(C:\t\b)"));
+    EXPECT_EQ(directory_iterator(uR"(C:\t\b)", skip), directory_iterator());
     expect_nothing_open(machine);
+}
+
+TEST(DirectoryCalls, BehindADirectoryOfTwoLettersASeparatorFollows)
+{
+    simulated_machine machine;
+    machine.add_file(uR"(C:\ab\f)").set_current_directory(uR"(C:\ab)");
+    EXPECT_EQ(names_in(u"C:"), names{u"f"});
+    EXPECT_EQ(directory_iterator(u"C:")->path(), u"C:f") << "in the directory of the drive";
+    machine.set_current_directory(u"C:\\");
+    EXPECT_EQ(directory_iterator(u"ab")->path(), uR"(ab\f)");
 }
 
 struct change_case
@@ -348,6 +385,18 @@ TEST(DirectoryCalls, TheTagTellsLinksApartAndOtherReparsePointsAreNone)
                                                 std::uint32_t{IO_REPARSE_TAG_MOUNT_POINT},
                                                 std::uint32_t{IO_REPARSE_TAG_MOUNT_POINT}, 0, cloud,
                                                 std::uint32_t{IO_REPARSE_TAG_MOUNT_POINT}}));
+}
+
+TEST(DirectoryCalls, WhatCantBeReadAsALinkCountsAsNone)
+{
+    simulated_machine machine;
+    machine.add_symbolic_link(uR"(C:\l)", u"x");
+    sure_fault const fault = machine.fail_every_call_on("DeviceIoControl", ERROR_IO_DEVICE);
+    directory_entry const entry(uR"(C:\l)");
+    EXPECT_FALSE(entry.is_symlink());
+    EXPECT_EQ(entry.reparse_tag(), 0U);
+    EXPECT_EQ(entry.known().get_type(), file_status::regular_file);
+    expect_nothing_open(machine);
 }
 
 TEST(DirectoryCalls, RefreshingFailsForWhatIsDeniedAndKeepsWhatIsKnown)

@@ -324,6 +324,8 @@ TEST(DirectoryIterator, CopiesShareOneSearch)
     directory_iterator first(work.root());
     directory_iterator second = first;
     EXPECT_EQ(first, second);
+    EXPECT_NE(first, directory_iterator());
+    EXPECT_NE(directory_iterator(), first);
     std::u16string const passed = (*first++).filename();
     EXPECT_NE(passed, first->filename());
     EXPECT_EQ(second->filename(), first->filename());
@@ -374,6 +376,8 @@ TEST(RecursiveDirectoryIterator, KnowsHowDeepItIsAndLeavesWhenTold)
     workspace work;
     make_files(work, {uR"(t\a\1)", uR"(t\a\2)", uR"(t\a\3)"});
     recursive_directory_iterator it(work.path(u"t"));
+    EXPECT_NE(it, recursive_directory_iterator());
+    EXPECT_NE(recursive_directory_iterator(), it);
     EXPECT_EQ(it.depth(), 0);
     EXPECT_EQ(it.options(), directory_options::none);
     ++it;

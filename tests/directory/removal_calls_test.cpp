@@ -183,6 +183,34 @@ TEST(RemovalCalls, AReportNamesWhatIsLeftAlsoWhereAnExceptionWouldNameNobody)
     }
 }
 
+// Its search finds nothing at all, as it has no dots either.
+TEST(RemovalCalls, AnEmptyRootStays)
+{
+    simulated_machine machine;
+    machine.add_drive(u'E');
+    EXPECT_FAILURE(remove_all(u"E:\\", removal_options()), denied(u"E:\\"));
+    EXPECT_TRUE(machine.is_directory(u"E:\\"));
+    expect_nothing_open(machine);
+}
+
+TEST(RemovalCalls, WhatDoesntTellWhereItIsStaysAndIsNamed)
+{
+    simulated_machine machine;
+    machine.add_file(uR"(C:\t\x)");
+    {
+        sure_fault const fault = machine.fail_call("GetFinalPathNameByHandleW", 2, ERROR_IO_DEVICE);
+        EXPECT_FAILURE(remove_all(uR"(C:\t)", removal_options()),
+                       system_error(ERROR_IO_DEVICE, uR"(C:\t\x)"));
+    }
+    sure_fault const fault = machine.fail_call("GetFinalPathNameByHandleW", 2, ERROR_IO_DEVICE);
+    auto const report = remove_all(uR"(C:\t)", removal_options().keep_going());
+    ASSERT_EQ(report.failures().size(), 1U);
+    EXPECT_EQ(report.failures().front().path_name(), uR"(C:\t\x)");
+    EXPECT_EQ(report.failures().front().error_code(), DWORD{ERROR_IO_DEVICE});
+    EXPECT_EQ(report.removed(), 0U);
+    EXPECT_EQ(machine.entries(uR"(C:\t)"), names{u"x"});
+}
+
 TEST(RemovalCalls, ATreeAsDeepAsAnyOnASmallStack)
 {
     run_on_stack_of(256 * 1024, [] {

@@ -192,5 +192,35 @@ TEST(RemovalOptions, AreValues)
     EXPECT_EQ(remove_all(work.path(u"file"), clearing).removed(), 1U);
 }
 
+/// Whether somebody can rename a directory while it is being emptied.
+bool can_be_renamed_meanwhile(workspace &work, removal_options options)
+{
+    std::u16string const tree = work.path(u"t");
+    work.make_file(tree + uR"(\file)");
+    bool is_renamed = false;
+    options.on_progress([&](removal_progress const &) {
+        is_renamed = !failure_of([&] { rename(tree, work.path(u"renamed")); });
+        return false;
+    });
+    EXPECT_TRUE(remove_all(tree, options).was_stopped());
+    remove_all(is_renamed ? work.path(u"renamed") : tree);
+    return is_renamed;
+}
+
+TEST(RemovalOptions, HoldIsOneOfTheValues)
+{
+    workspace work;
+    FL_SKIP_UNLESS_HELD(work);
+    removal_options const plain;
+    removal_options loose = plain;
+    loose.hold(false);
+    EXPECT_TRUE(can_be_renamed_meanwhile(work, loose));
+    EXPECT_FALSE(can_be_renamed_meanwhile(work, plain)) << "unless told otherwise";
+    removal_options const copied = loose;
+    loose.hold();
+    EXPECT_FALSE(can_be_renamed_meanwhile(work, loose));
+    EXPECT_TRUE(can_be_renamed_meanwhile(work, copied));
+}
+
 } // namespace
 } // namespace fl::filesystem

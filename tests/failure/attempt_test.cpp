@@ -30,6 +30,8 @@ TEST(Attempt, HasTheResultOfACallThatDoesntThrow)
     auto const copied = attempt([&]() -> std::string const & { return text; });
     EXPECT_EQ(copied->size(), 4U);
     EXPECT_EQ(*attempt([] { return std::make_unique<int>(7); }).value(), 7) << "moved out";
+    std::unique_ptr<int> const moved = *attempt([] { return std::make_unique<int>(7); });
+    EXPECT_EQ(*moved, 7);
     int calls = 0;
     EXPECT_TRUE(attempt([&] { ++calls; }));
     EXPECT_NO_THROW(attempt([&] { ++calls; }).value());
@@ -81,6 +83,20 @@ TEST(Attempt, TakesWhatOperationsThrowThatIsNotOfTheFamily)
     EXPECT_EQ(refused.error().describe(),
               "fl:filesystem:InvalidArgument: Empty Path not permitted");
     EXPECT_THROW(of_standard.value(), std::filesystem::filesystem_error);
+}
+
+TEST(Attempt, FailuresAreEqualIfEachFieldIs)
+{
+    auto const told = [](char const *identifier, char16_t const *path, char16_t const *more,
+                         unsigned int code) {
+        return failure(FsysExceptionBase(identifier, fsys_excp_access_denied, path, {more}, code));
+    };
+    failure const one = told("id", u"p", u"m", 1);
+    EXPECT_EQ(one, told("id", u"p", u"m", 1));
+    for (failure const &other :
+         {told("i", u"p", u"m", 1), told("id", u"q", u"m", 1), told("id", u"p", u"n", 1),
+          told("id", u"p", u"m", 2), failure(AccessDenied(u"p"))})
+        EXPECT_NE(one, other);
 }
 
 TEST(Attempt, LetsAllOtherExceptionsPass)

@@ -263,6 +263,9 @@ TEST(Exceptions, AssignedThroughTheirBasesTheyAreTheOther)
     static_cast<CtypeExceptionBase &>(character) = text;
     EXPECT_STREQ(character.what(), "text");
     EXPECT_EQ(character.*address_of(ctype_code()), 7U);
+    character = CtypeInvalidCharacter();
+    EXPECT_STREQ(character.what(), "Invalid character error.");
+    EXPECT_EQ(character.*address_of(ctype_code()), 3U);
 }
 
 TEST(Exceptions, SelfAssignmentLeavesEverythingAsItIs)

@@ -5,6 +5,7 @@
 #include <fl/filesystem/windows.hpp>
 
 #include "links/link_cases.hpp"
+#include "platform/reparse_point.hpp"
 #include "support/allocations.hpp"
 #include "support/names.hpp"
 
@@ -18,6 +19,34 @@ TEST(ReparseTag, Table)
     for (link_case const &row : link_cases)
         EXPECT_EQ(reparse_tag(data_of(row.tag, row.substitute, row.print, row.flags)), row.tag)
             << row.why;
+}
+
+TEST(LinkName, OfWhatIsNoLinkIsEmpty)
+{
+    for (link_case const &row : link_cases) {
+        bool const is_link = row.tag == symlink_tag || row.tag == mount_point_tag;
+        std::u16string_view const name = *row.print == 0 ? row.substitute : row.print;
+        EXPECT_EQ(link_name(data_of(row.tag, row.substitute, row.print, row.flags).buffer),
+                  is_link ? wide(name) : L"")
+            << row.why;
+    }
+}
+
+TEST(LinkName, BehindTheEndOfTheDataEverythingIsZero)
+{
+    unsigned char const bytes[] = {0x0C, 0x00};
+    EXPECT_EQ(reparse_tag(bytes), 0x0CU);
+    EXPECT_EQ(reparse_size(bytes), 2U);
+    EXPECT_EQ(symbolic_link_flags(bytes), 0U);
+    EXPECT_EQ(link_name(bytes), L"");
+    reparse_data const whole = data_of(symlink_tag, u"abc", u"abc", 0);
+    auto const name_of = [&](std::size_t size) {
+        return link_name(reparse_bytes(whole.buffer).first(size));
+    };
+    constexpr std::size_t behind = 20 + 8; // where names begin, and the first with its NUL
+    EXPECT_EQ(name_of(behind + 6), L"abc");
+    EXPECT_EQ(name_of(behind + 5), L"ab") << "no unit is cut in half";
+    EXPECT_EQ(name_of(behind), L"");
 }
 
 TEST(LinkText, AllocatesTheTextOnly)

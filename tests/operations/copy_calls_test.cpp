@@ -1,5 +1,6 @@
 // Which calls copying makes, what it does when they fail, and what it takes over.
 
+#include <fl/filesystem/copy_progress.hpp>
 #include <fl/filesystem/operations.hpp>
 
 #include "support/calls.hpp"
@@ -63,6 +64,46 @@ TEST(CopyCalls, OfWhatIsMissingDontLookAtTheTarget)
     EXPECT_FALSE(made.empty());
     for (std::string const &call : made)
         EXPECT_EQ(call.find(R"(C:\b)"), std::string::npos) << call;
+}
+
+TEST(CopyCalls, ATargetThatCantBeLookedAtEndsIt)
+{
+    simulated_machine machine;
+    machine.add_file(uR"(C:\a)", "from").add_file(uR"(C:\b)", "to");
+    sure_fault const fault = machine.fail_every_call_on_name(uR"(C:\b)", ERROR_IO_DEVICE);
+    EXPECT_FAILURE(copy(u"a", u"b", copy_options::overwrite_existing),
+                   system_error(ERROR_IO_DEVICE, u"b"))
+        << "what alone can't be looked at is to blame";
+    EXPECT_EQ(machine.content(uR"(C:\b)"), "to");
+    EXPECT_EQ(machine.calls_of("CopyFileW"), 0);
+}
+
+// The pathname of a root ends in the separator that the names below go behind, and a drive alone
+// stands for its current directory.
+TEST(CopyCalls, NamesBelowARootAreToldAsTheyAreWritten)
+{
+    struct
+    {
+        char16_t const *from;
+        names told;
+        char const *why;
+    } const cases[] = {
+        {u"D:\\", {uR"(D:\ > C:\to)", uR"(D:\f > C:\to\f)"}, "a root"},
+        {u"D:", {uR"(D: > C:\to)", uR"(D:f > C:\to\f)"}, "a drive that is in its root"},
+        {uR"(D:\.)", {uR"(D:\. > C:\to)", uR"(D:\.\f > C:\to\f)"}, "as it was written"},
+    };
+    for (auto const &row : cases) {
+        simulated_machine machine;
+        machine.add_drive(u'D').add_file(uR"(D:\f)", "text");
+        names told;
+        auto const note = [&](copy_progress const &progress) {
+            told.push_back(progress.from + u" > " + progress.to);
+            return true;
+        };
+        EXPECT_TRUE(fl::filesystem::copy(row.from, uR"(C:\to)", copy_options::recursive, note));
+        EXPECT_EQ(told, row.told) << row.why;
+        EXPECT_EQ(machine.content(uR"(C:\to\f)"), "text") << row.why;
+    }
 }
 
 TEST(CopyDirectoryCalls, LookAndCreate)

@@ -67,6 +67,15 @@ TEST(CopyProgress, StopsWhenItIsTold)
     EXPECT_EQ(work.entries(work.path(u"c")), names{});
 }
 
+TEST(CopyProgress, WithoutAnybodyToTellItCopies)
+{
+    workspace work;
+    work.make_file(work.path(u"a"), "text");
+    EXPECT_TRUE(fl::filesystem::copy(work.path(u"a"), work.path(u"b"), copy_options::none,
+                                     std::function<bool(copy_progress const &)>()));
+    EXPECT_EQ(work.content(work.path(u"b")), "text");
+}
+
 TEST(CopyProgress, FailsAsCopyDoes)
 {
     workspace work;

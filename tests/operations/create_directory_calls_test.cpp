@@ -58,6 +58,15 @@ TEST(CreateDirectoriesCalls, BeginAtTheShareOfAServer)
               (lines{R"(\\server\share)", R"(\\server\share\a)"}));
 }
 
+// The root is then as long as a long prefix, and none.
+TEST(CreateDirectoriesCalls, BeginAtTheShareOfAServerOfOneLetter)
+{
+    simulated_machine machine;
+    machine.add_share(u"s", u"t");
+    create_directories(uR"(\\s\t\a)");
+    EXPECT_EQ(texts_of(machine, "CreateDirectoryW"), (lines{R"(\\s\t)", R"(\\s\t\a)"}));
+}
+
 TEST(CreateDirectoriesCalls, NoneOfTheEmptyPath)
 {
     simulated_machine machine;

@@ -149,6 +149,9 @@ TEST(LastWriteTime, IsReadAndSet)
     last_write_time(file, std::chrono::time_point_cast<std::chrono::nanoseconds>(past) +
                               std::chrono::nanoseconds(199));
     EXPECT_EQ(last_write_time(file), past + file_time_type::duration(1)) << "cut";
+    last_write_time(upath(file), std::chrono::time_point_cast<std::chrono::nanoseconds>(past) -
+                                     std::chrono::nanoseconds(1));
+    EXPECT_EQ(last_write_time(file), past - file_time_type::duration(1)) << "no time moves forward";
     last_write_time(work.root(), past);
     EXPECT_EQ(last_write_time(work.root()), past) << "a directory has one, too";
     EXPECT_FAILURE(last_write_time(work.path(u"no"), past), not_found(work.path(u"no")));

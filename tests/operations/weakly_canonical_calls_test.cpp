@@ -33,6 +33,14 @@ TEST(WeaklyCanonicalCalls, WhatIsThereIsntWalked)
     EXPECT_EQ(calls(machine), expected) << "one question, and then it is canonical";
 }
 
+TEST(WeaklyCanonicalCalls, WhatAppearsMeanwhileIsWalkedToItsEnd)
+{
+    simulated_machine machine;
+    machine.add_file(uR"(C:\d\f)");
+    sure_fault const missing = machine.fail_call("GetFileAttributesExW", 1, ERROR_FILE_NOT_FOUND);
+    EXPECT_EQ(weakly_canonical(uR"(C:\d\f)"), uR"(C:\d\f)");
+}
+
 TEST(WeaklyCanonicalCalls, AskAboutEachElementUpToTheFirstThatIsMissing)
 {
     simulated_machine machine;

@@ -37,6 +37,7 @@ constexpr shape_case shape_cases[] = {
     {u"//?/uNc/x", false, false, true, true, false},
     {uR"(\\?\UNC)", false, false, true, false, false},
     {uR"(\\?\UNCx)", false, false, true, false, false},
+    {uR"(\\?\UNX\)", false, false, true, false, false},
     {u"\\\\?\\\u0055\u00D1C\\", false, false, true, false, false},
     {uR"(\\)", false, false, false, false, true},
     {uR"(\\s)", false, false, false, false, true},
@@ -102,6 +103,14 @@ TEST(Shapes, DotElements)
     EXPECT_FALSE(is_dot_element(text, 1, 0)) << "nothing is no dot";
     EXPECT_FALSE(is_dot_element(text, 8, 2)) << "the second unit is behind the end";
     EXPECT_FALSE(is_dot_element(text, 9, 1));
+}
+
+TEST(Shapes, NamesThatLoseTheirEnd)
+{
+    for (wchar_t const *name : {L"a.", L"a ", L"a. ", L"...", L" ", L"."})
+        EXPECT_TRUE(loses_its_end<wchar_t>(name)) << printable(units(name));
+    for (wchar_t const *name : {L"a", L".a", L" a", L""})
+        EXPECT_FALSE(loses_its_end<wchar_t>(name)) << printable(units(name));
 }
 
 } // namespace

@@ -268,6 +268,18 @@ TEST(StandardRemove, ADenialStaysOneIfTheFileCantBeLookedAtAgain)
     }
 }
 
+TEST(StandardRemove, ADenialStaysOneIfTheAttributeCantBeTakenAway)
+{
+    simulated_machine machine;
+    add_read_only(machine);
+    sure_fault const unknown = machine.fail_call("SetFileInformationByHandle", 1, 87);
+    sure_fault const fault = machine.fail_call("SetFileInformationByHandle", 3, ERROR_IO_DEVICE);
+    EXPECT_EQ(removal(), fails(5));
+    EXPECT_EQ(classes_set(machine), (classes{disposition_with_flags, disposition, basic}));
+    EXPECT_EQ(machine.attributes(u"C:\\f"), DWORD{FILE_ATTRIBUTE_READONLY});
+    EXPECT_EQ(machine.open_handles(), 0);
+}
+
 TEST(StandardRemove, ADenialStaysOneWithoutTheRightToChangeAttributes)
 {
     simulated_machine machine;

@@ -106,6 +106,28 @@ TEST(FileTime, TimesBeyondTheYear9999)
     }
 }
 
+TEST(FileTime, CountsSince1970AsFarAsTheyGo)
+{
+    constexpr std::uint64_t to_1970 = 116'444'736'000'000'000;
+    constexpr std::int64_t most = std::numeric_limits<std::int64_t>::max();
+    struct
+    {
+        std::uint64_t ticks;
+        std::int64_t expected;
+        char const *why;
+    } const cases[] = {
+        {0, -static_cast<std::int64_t>(to_1970), "the start of 1601"},
+        {to_1970 - 1, -1, "the last tick of 1969"},
+        {to_1970, 0, "where the clock begins"},
+        {to_1970 + static_cast<std::uint64_t>(most), most, "the last that fits"},
+        {to_1970 + static_cast<std::uint64_t>(most) + 1, most, "one more"},
+        {greatest, most, "the greatest"},
+    };
+    for (auto const &row : cases)
+        EXPECT_EQ(to_file_time(file_time(row.ticks)).time_since_epoch().count(), row.expected)
+            << row.why;
+}
+
 TEST(FileTime, EveryDayFollowsTheOneBefore)
 {
     // up to the year 3000: the rules of leap years come round every 400 years

@@ -73,6 +73,9 @@ TEST(Describe, InvalidArgumentTellsItsMessageAndItsPathnameOnce)
               "fl:filesystem:InvalidArgument: the argument makes no sense");
     EXPECT_EQ(describe(InvalidArgument("", u"x", {})),
               "fl:filesystem:InvalidArgument: the argument makes no sense: \"x\"");
+    EXPECT_EQ(describe(FsysExceptionBase("id", fsys_excp_invalid_argument, u"longer", {}, 0)),
+              "id: the argument makes no sense: \"longer\"")
+        << "made without the class, and so without its text";
     EXPECT_EQ(describe(InvalidArgument("two: {parts}", u"x", {})),
               "fl:filesystem:InvalidArgument: two: {parts}: \"x\"");
 }

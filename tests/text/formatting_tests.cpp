@@ -139,6 +139,7 @@ TEST(TextOutput, OfTimes)
     ptime const first(date(1601, 1, 1));
     EXPECT_EQ(written(first), "1601-01-01 00:00:00 UTC");
     EXPECT_EQ(written(first - boost::posix_time::microseconds(1)), "1600-12-31 23:59:59 UTC");
+    EXPECT_EQ(written(first - seconds(1)), "1600-12-31 23:59:59 UTC");
     EXPECT_EQ(written(ptime(date(1970, 1, 1))), "1970-01-01 00:00:00 UTC");
     EXPECT_EQ(written(ptime(date(1999, 12, 31), seconds(86399))), "1999-12-31 23:59:59 UTC");
     EXPECT_EQ(written(ptime(date(2000, 2, 29))), "2000-02-29 00:00:00 UTC");
