@@ -138,6 +138,9 @@ starting_point start_at(std::u16string_view full)
     return start;
 }
 
+// The entry of a drive is a full pathname, which asks for no other: once round, and no further.
+// NOLINTBEGIN(misc-no-recursion)
+
 /// Whether `=X:` is taken as it is: a full pathname, as the system itself would
 /// write it, of a directory that is there. It may be on another drive.
 bool is_usable_entry(std::u16string const &entry, machine_state &machine)
@@ -244,5 +247,7 @@ std::u16string full_path(std::u16string_view text, machine_state &machine)
         throw failure(ERROR_INVALID_NAME);
     return result;
 }
+
+// NOLINTEND(misc-no-recursion)
 
 } // namespace fl::simulation

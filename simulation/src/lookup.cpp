@@ -178,7 +178,7 @@ place find_place(pathname path, machine_state const &machine, last_link last, lo
 
 place find_existing(pathname path, machine_state const &machine, last_link last, looker who)
 {
-    place const here = find_place(std::move(path), machine, last, who);
+    place here = find_place(std::move(path), machine, last, who);
     if (!here.found)
         throw failure(ERROR_FILE_NOT_FOUND);
     return here;

@@ -25,7 +25,7 @@ public:
     machine_state();
     ~machine_state();
 
-    std::uint64_t now() noexcept { return disks.clock()->now(); }
+    std::uint64_t now() const noexcept { return disks.clock()->now(); }
 
     edition runs = edition::windows_11;
     /// Without it, pathnames without a long prefix end at 259 units.

@@ -54,7 +54,9 @@ std::shared_ptr<entry> const &node::find(std::u16string_view name) const
     return found == entries_.end() ? none : found->second;
 }
 
+// The target by value, since what is replaced may hold the only other one.
 std::shared_ptr<entry> node::add(std::shared_ptr<node> const &directory, std::u16string_view name,
+                                 // NOLINTNEXTLINE(performance-unnecessary-value-param)
                                  std::shared_ptr<node> target, std::uint64_t now)
 {
     directory->remove(name, now);
@@ -83,7 +85,9 @@ void node::remove(std::u16string_view name, std::uint64_t now)
 void node::move(std::shared_ptr<entry> const &moved, std::shared_ptr<node> const &to,
                 std::u16string_view name, std::uint64_t now)
 {
-    std::shared_ptr<entry> const kept = moved; // the directory may hold the only other one
+    // The directory may hold the only other one.
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
+    std::shared_ptr<entry> const kept = moved;
     if (std::shared_ptr<node> const from = kept->parent.lock()) {
         from->entries_.erase(upcase(kept->name));
         from->times.write = now;

@@ -26,6 +26,7 @@ std::string long_names_of(described_command const &one)
 std::string names_of(std::vector<described_command> const &commands, char const *separator)
 {
     std::vector<std::string> names;
+    names.reserve(commands.size());
     for (described_command const &one : commands)
         names.push_back(one.name);
     return joined(names, separator);

@@ -13,7 +13,7 @@ CLI::App const &program_of(CLI::App const &any)
 
 described_option described(CLI::Option const &one)
 {
-    std::string const text = one.get_option_text();
+    std::string const &text = one.get_option_text();
     bool const is_word = one.get_positional();
     described_option told{{},      is_word || text == " " ? "" : text, one.get_description(),
                           is_word, one.get_expected_max() > 1,         one.get_required()};

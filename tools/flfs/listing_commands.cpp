@@ -136,7 +136,8 @@ private:
 };
 
 /// What `ls` and `tree` have in common.
-void add_listing(command &listing_command, session &session, std::function<listing_style()> style)
+void add_listing(command &listing_command, session &session,
+                 std::function<listing_style()> const &style)
 {
     option const paths =
         listing_command.words_or_here("PATH", "directory to list; else the current one");

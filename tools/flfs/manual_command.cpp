@@ -55,7 +55,7 @@ public:
 
     void title(std::string_view name, std::string_view what)
     {
-        out_ << ".TH FLFS 1 \"\" \"" << plain(name) << "\"\n.SH NAME\n"
+        out_ << R"(.TH FLFS 1 "" ")" << plain(name) << "\"\n.SH NAME\n"
              << plain(name) << " \\- " << plain(what) << '\n';
     }
     void section(std::string_view name) { out_ << ".SH \"" << plain(name) << "\"\n"; }

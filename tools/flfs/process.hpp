@@ -33,8 +33,10 @@ public:
     ~process_streams();
 
 private:
-    unsigned int former_code_page_ = 0;
-    unsigned long former_modes_[2] = {}; ///< of output and errors; 0 where it wasn't changed
+    // used on Windows
+    [[maybe_unused]] unsigned int former_code_page_ = 0;
+    /// Of output and errors; 0 where it wasn't changed.
+    [[maybe_unused]] unsigned long former_modes_[2] = {};
 };
 
 } // namespace flfs

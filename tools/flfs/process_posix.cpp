@@ -18,8 +18,9 @@ bool is_terminal(stream which)
 
 bool takes_colours(stream which)
 {
+    // One thread alone: NOLINTNEXTLINE(concurrency-mt-unsafe)
     char const *const refused = std::getenv("NO_COLOR");
-    char const *const kind = std::getenv("TERM");
+    char const *const kind = std::getenv("TERM"); // NOLINT(concurrency-mt-unsafe): the same
     return is_terminal(which) && (refused == nullptr || *refused == '\0') && kind != nullptr &&
            std::string_view(kind) != "dumb";
 }

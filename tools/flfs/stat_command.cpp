@@ -35,7 +35,7 @@ std::vector<std::string> flags_in(unsigned int perms, char const *term::*word)
     std::vector<std::string> names;
     for (attribute_flag const &flag : attribute_flags)
         if ((perms & flag.bit) != 0)
-            names.push_back(flag.name.*word);
+            names.emplace_back(flag.name.*word);
     return names;
 }
 
