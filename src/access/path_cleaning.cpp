@@ -19,7 +19,6 @@ namespace {
 
 using windows::path_type_enum;
 
-constexpr wchar_t dot = pathname_traits<wchar_t>::DOT_CHARACTER;
 
 /// An absolute pathname with its long prefix, and the type that the caller is told.
 struct long_form
@@ -121,6 +120,7 @@ long_form clean_by_type(std::wstring_view path, path_type_enum &type, std::wstri
 bool begins_with_dot_element(std::wstring_view text)
 {
     std::size_t const dots = text.substr(0, 2) == L".." ? 2 : 1;
+    constexpr wchar_t dot = pathname_traits<wchar_t>::DOT_CHARACTER;
     return unit_at(text, 0) == dot && (text.size() == dots || is_backslash(text[dots]));
 }
 

@@ -11,13 +11,13 @@ namespace fl::filesystem::detail {
 
 namespace {
 
-constexpr std::wstring_view extension = L".lnk";
+constexpr std::wstring_view shortcut_extension = L".lnk";
 
 } // namespace
 
 bool is_shortcut_path(std::wstring const &path) noexcept
 {
-    return path.size() > extension.size() && path.ends_with(extension);
+    return path.size() > shortcut_extension.size() && path.ends_with(shortcut_extension);
 }
 
 HRESULT read_stored_target(std::wstring const &path, std::wstring &target)

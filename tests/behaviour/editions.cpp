@@ -252,7 +252,7 @@ endings endings_of(situation const &each)
     return all;
 }
 
-constexpr char introduction[] = R"(
+constexpr char editions_introduction[] = R"(
 ## On one Windows and another
 
 The tables above are those of Windows 11 without long pathnames allowed by system and program.
@@ -264,7 +264,7 @@ Of some twenty situations in which Windows itself differs, these don't end alike
 
 void write_editions(std::ostream &page)
 {
-    page << introduction << "| |";
+    page << editions_introduction << "| |";
     for (system const &each : systems)
         page << ' ' << each.name << " |";
     page << "\n|---|";

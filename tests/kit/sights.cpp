@@ -4,7 +4,7 @@ namespace kit {
 
 namespace {
 
-constexpr probe rows[] = {
+constexpr probe all_sights[] = {
     {"260 units", "directories of less than 248 units are made, longer ones are not: 206",
      "mkdir #247; mkdir #248 =206", pathnames::short_ones},
     {"260 units", "files of less than 260 units are made and found, longer ones are not: 3",
@@ -84,7 +84,7 @@ constexpr probe rows[] = {
 
 std::span<probe const> sights()
 {
-    return rows;
+    return all_sights;
 }
 
 } // namespace kit

@@ -12,6 +12,7 @@ namespace fl::filesystem {
 namespace {
 
 using namespace test_support;
+using test_support::failure; // the library has one, too
 
 char16_t const *const from = u"C:\\from";
 char16_t const *const to = u"C:\\to";

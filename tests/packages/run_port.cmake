@@ -1,11 +1,11 @@
 # Runs the port for vcpkg over functions that do what vcpkg's do, with our toolchain:
-# cmake -DWORK=... -DTOOLCHAIN=... -DPORT_FOLDER=... -P run_port.cmake
+# cmake -DWORK=... -DBUILD_FOLDERS=... -DTOOLCHAIN=... -DPORT_FOLDER=... -P run_port.cmake
 cmake_minimum_required(VERSION 3.22)
 
 get_filename_component(PORT "${PORT_FOLDER}" NAME)
 set(CURRENT_PACKAGES_DIR "${WORK}/packages/${PORT}_x64-windows")
-set(build_Release "${WORK}/buildtrees/${PORT}/x64-windows-rel")
-set(build_Debug "${WORK}/buildtrees/${PORT}/x64-windows-dbg")
+set(build_Release "${BUILD_FOLDERS}-rel")
+set(build_Debug "${BUILD_FOLDERS}-dbg")
 set(prefix_Release "${CURRENT_PACKAGES_DIR}")
 set(prefix_Debug "${CURRENT_PACKAGES_DIR}/debug")
 

@@ -8,7 +8,7 @@ namespace fl::simulation {
 namespace {
 
 /// The most names that NTFS gives one file.
-constexpr DWORD most_links = 1024;
+constexpr DWORD most_hard_links = 1024;
 
 /// A file that is there gives way unless it is protected by what it is.
 void check_replaceable(node const &there, node const &source, bool fails_if_there)
@@ -68,7 +68,7 @@ void create_hard_link(machine_state &machine, LPCWSTR name, LPCWSTR existing)
         throw failure(ERROR_INVALID_NAME);
     if (here.found)
         throw collision(*here.found, ERROR_ALREADY_EXISTS);
-    if (source->target().link_count == most_links)
+    if (source->target().link_count == most_hard_links)
         throw failure(ERROR_TOO_MANY_LINKS);
     node::add(here.parent, here.name, source->name->target, machine.now());
 }
