@@ -1,9 +1,9 @@
 // Reparse data of any bytes, read from a buffer and from a disk: names stay inside the data, and
 // nothing but what the functions tell is thrown.
 
+#include "fuzz/call.hpp"
 #include "fuzz/input.hpp"
 
-#include <fl/filesystem/exceptions.hpp>
 #include <fl/filesystem/links.hpp>
 #include <fl/filesystem/operations.hpp>
 #include <fl/filesystem/windows.hpp>
@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <stdexcept>
 
+using fuzz::call;
 using fuzz::must;
 namespace ff = fl::filesystem;
 using namespace ff::detail::windows;
@@ -30,16 +31,6 @@ void decode(std::string const &bytes)
         must(text.size() <= sizeof data.buffer / 2, "the text is inside");
     } catch (foundation::ustring::CtypeInvalidCharacter const &) {
         // of a mount point's name
-    }
-}
-
-template <typename Call>
-void call(Call asked)
-{
-    try {
-        asked();
-    } catch (ff::FsysExceptionBase const &) {
-    } catch (foundation::ustring::CtypeExceptionBase const &) {
     }
 }
 

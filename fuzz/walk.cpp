@@ -1,28 +1,15 @@
 // Cleaning and walking on a disk built from the input: it ends, within bounds, and closes all.
 
+#include "fuzz/call.hpp"
 #include "fuzz/disk.hpp"
 
-#include <fl/filesystem/exceptions.hpp>
 #include <fl/filesystem/links.hpp>
 #include <fl/filesystem/operations.hpp>
 #include <fl/filesystem/windows.hpp>
 
+using fuzz::call;
 using fuzz::must;
 namespace ff = fl::filesystem;
-
-namespace {
-
-template <typename Call>
-void call(Call asked)
-{
-    try {
-        asked();
-    } catch (ff::FsysExceptionBase const &) {
-    } catch (foundation::ustring::CtypeExceptionBase const &) {
-    }
-}
-
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const *data, std::size_t size)
 {

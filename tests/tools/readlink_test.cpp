@@ -41,18 +41,7 @@ TEST(FlfsReadlink, EachFailureIsTold)
     flfs_result const result = report({missing, u""});
     EXPECT_EQ(result.exit_code, 1);
     EXPECT_EQ(result.out, "");
-    EXPECT_EQ(result.err,
-              "flfs: fl:filesystem:PathNotFound\n"
-              "  pathname: " +
-                  utf8(missing) +
-                  "\n"
-                  "  code:     0\n"
-                  "  The name, or a directory on the way to it, doesn't exist. Check the "
-                  "spelling.\n"
-                  "flfs: fl:filesystem:InvalidArgument\n"
-                  "  argument: (empty)\n"
-                  "  code:     0\n"
-                  "  Empty Path not permitted.\n");
+    EXPECT_EQ(result.err, told_of_missing_and_empty("pathname", utf8(missing)));
 }
 
 TEST(FlfsReadlink, AFailureAsJson)

@@ -50,18 +50,7 @@ TEST(FlfsResolve, EachFailureIsTold)
     flfs_result const result = report({work.path(u"no"), u""});
     EXPECT_EQ(result.exit_code, 1);
     EXPECT_EQ(result.out, missing + '\n');
-    EXPECT_EQ(result.err,
-              "flfs: fl:filesystem:PathNotFound\n"
-              "  argument: " +
-                  missing +
-                  "\n"
-                  "  code:     0\n"
-                  "  The name, or a directory on the way to it, doesn't exist. Check the "
-                  "spelling.\n"
-                  "flfs: fl:filesystem:InvalidArgument\n"
-                  "  argument: (empty)\n"
-                  "  code:     0\n"
-                  "  Empty Path not permitted.\n");
+    EXPECT_EQ(result.err, told_of_missing_and_empty("argument", missing));
 }
 
 TEST(FlfsResolve, WhatIsNoPathnameToWalk)

@@ -60,6 +60,19 @@ inline flfs_result run_flfs_on_disk(char const *command,
     return run_flfs_on_disk(arguments);
 }
 
+/// What is said of a name that isn't there, and then of an empty one.
+inline std::string told_of_missing_and_empty(std::string const &label, std::string const &missing)
+{
+    return "flfs: fl:filesystem:PathNotFound\n  " + label + ": " + missing +
+           "\n"
+           "  code:     0\n"
+           "  The name, or a directory on the way to it, doesn't exist. Check the spelling.\n"
+           "flfs: fl:filesystem:InvalidArgument\n"
+           "  argument: (empty)\n"
+           "  code:     0\n"
+           "  Empty Path not permitted.\n";
+}
+
 /// The one object of `flfs inspect --json -- text`. Throws on JSON that isn't well
 /// formed.
 inline nlohmann::ordered_json inspect_as_json(std::string const &text)
