@@ -22,7 +22,7 @@ struct ascii_tables
     std::array<unsigned char, ascii_size> lower_case{};
 };
 
-constexpr ascii_tables make_ascii_tables()
+consteval ascii_tables make_ascii_tables()
 {
     ascii_tables tables;
     for (std::size_t unit = 0; unit < ascii_size; ++unit) {

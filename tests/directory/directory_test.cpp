@@ -312,6 +312,9 @@ TEST(DirectoryEntry, OutlivesItsIteratorAndMoves)
     EXPECT_EQ(kept[1].filename(), u"b");
     EXPECT_TRUE(kept[0] < kept[1] && kept[0] <= kept[1] && kept[1] > kept[0] &&
                 kept[1] >= kept[0] && kept[0] != kept[1]);
+    directory_entry const same = kept[0];
+    EXPECT_TRUE(same <= kept[0] && same >= kept[0]);
+    EXPECT_FALSE(same < kept[0] || same > kept[0] || kept[1] <= same || same >= kept[1]);
     directory_entry const taken = std::move(kept[0]);
     EXPECT_EQ(taken.filename(), u"a");
     EXPECT_TRUE(kept[0].path().empty()) << "no entry is left"; // NOLINT: what is told of it
@@ -337,6 +340,13 @@ TEST(DirectoryIterator, CopiesShareOneSearch)
     EXPECT_FAILURE(++second, invalid_operation());
     EXPECT_FAILURE(*first, invalid_operation());
     EXPECT_FAILURE(++directory_iterator(), invalid_operation());
+
+    recursive_directory_iterator const all(work.root());
+    recursive_directory_iterator const copy = all;
+    EXPECT_EQ(all, copy);
+    EXPECT_NE(all, recursive_directory_iterator());
+    EXPECT_NE(recursive_directory_iterator(), all);
+    EXPECT_NE(all, recursive_directory_iterator(work.root())) << "another search";
 }
 
 TEST(DirectoryIterator, OfWhatIsNoDirectoryNamesIt)

@@ -130,6 +130,14 @@ TEST(RemoveAllWithOptions, GoesOnAndTellsAllThatIsLeft)
     EXPECT_EQ(left, (names{work.path(uR"(t\a\1)"), work.path(uR"(t\c)")}))
         << "and not the directories that hold them";
     EXPECT_EQ(work.entries(work.path(u"t")), (names{u"a", u"c"}));
+
+    work.make_file(work.path(uR"(deep\a\b\1)"));
+    work.set_attributes(work.path(uR"(deep\a\b\1)"), read_only);
+    removal_report const deep = remove_all(work.path(u"deep"), removal_options().keep_going());
+    ASSERT_EQ(deep.failures().size(), 1U) << "no directory above, at any distance";
+    EXPECT_EQ(deep.failures()[0].path_name(), work.path(uR"(deep\a\b\1)"));
+    remove_all(work.path(u"deep"), removal_options().clear_read_only());
+
     removal_report const missing = remove_all(work.path(u"no"), removal_options().keep_going());
     ASSERT_EQ(missing.failures().size(), 1U);
     EXPECT_EQ(missing.failures()[0].id(), fsys_excp_path_not_found);

@@ -95,8 +95,11 @@ TEST(Attempt, FailuresAreEqualIfEachFieldIs)
     EXPECT_EQ(one, told("id", u"p", u"m", 1));
     for (failure const &other :
          {told("i", u"p", u"m", 1), told("id", u"q", u"m", 1), told("id", u"p", u"n", 1),
-          told("id", u"p", u"m", 2), failure(AccessDenied(u"p"))})
+          told("id", u"p", u"m", 2), failure(AccessDenied(u"p")),
+          failure(FsysExceptionBase("id", fsys_excp_path_not_found, u"p", {u"m"}, 1))}) {
         EXPECT_NE(one, other);
+        EXPECT_NE(other, one);
+    }
 }
 
 TEST(Attempt, LetsAllOtherExceptionsPass)

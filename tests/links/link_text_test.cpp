@@ -39,6 +39,8 @@ TEST(LinkName, BehindTheEndOfTheDataEverythingIsZero)
     EXPECT_EQ(reparse_size(bytes), 2U);
     EXPECT_EQ(symbolic_link_flags(bytes), 0U);
     EXPECT_EQ(link_name(bytes), L"");
+    unsigned char const reserved[64] = {0x0C, 0x00, 0x00, 0xA0, 0x01, 0x00, 0x01};
+    EXPECT_EQ(reparse_size(reserved), 9U) << "what is reserved behind the length is no part of it";
     reparse_data const whole = data_of(symlink_tag, u"abc", u"abc", 0);
     auto const name_of = [&](std::size_t size) {
         return link_name(reparse_bytes(whole.buffer).first(size));

@@ -4,7 +4,7 @@
 // is the one that is chosen. Included ahead of everything else, so it includes nothing itself.
 
 extern "C" {
-extern int fl_chosen_mutant;              ///< from FL_MUTANT; none where that isn't set
+extern int fl_chosen_mutant;               ///< from FL_MUTANT; none where that isn't set
 extern unsigned char fl_reached_mutants[]; ///< 1 behind the first question
 }
 
@@ -21,7 +21,7 @@ constexpr bool fl_mutant(int number) noexcept
 template <typename Value>
 constexpr Value fl_next(Value value) noexcept
 {
-    return static_cast<Value>(static_cast<long long>(value) + 1);
+    return static_cast<Value>(static_cast<unsigned long long>(value) + 1);
 }
 
 /// `value`, but one that no label has in place of `label`.

@@ -11,9 +11,10 @@ The changes, each of one place:
     statement    an expression, `return`, `break`, `continue`, `throw` left out
     arguments    two neighbours of the same type swapped
 
-What the compiler evaluates stays as it is: labels, constexpr variables, arguments of templates,
-sizes of arrays, `if constexpr`. So do an end that a function must not come to (a last `return`),
-and everything at namespace scope.
+What the compiler evaluates stays as it is: labels, constexpr variables, consteval functions,
+arguments of templates, sizes of arrays, `if constexpr`. So do an end that a function must not come to
+(a last `return`, the throw of one that never returns), everything at namespace scope, `reserve`, which
+only makes room ahead of time, and the order of what `std::min`, `std::max` and `std::swap` take.
 """
 
 import bisect
@@ -201,8 +202,12 @@ class Maker:
         scope = [outer.spelling] if outer is not None and outer.kind in CLASSES else self.scope[-1:]
         self.function = '::'.join([*scope, name])
         self.digest = self.digest_of(cursor)
-        returns = (cursor.kind not in (K.CONSTRUCTOR, K.DESTRUCTOR)
-                   and cursor.result_type.get_canonical().kind != TypeKind.VOID)
+        words = self.words_ahead(cursor) + self.words_ahead(cursor.canonical)
+        if 'consteval' in words:
+            return
+        returns = 'noreturn' in words or (
+            cursor.kind not in (K.CONSTRUCTOR, K.DESTRUCTOR)
+            and cursor.result_type.get_canonical().kind != TypeKind.VOID)
         initialising = False
         for child in cursor.get_children():
             if child.kind == K.COMPOUND_STMT:
@@ -213,6 +218,17 @@ class Maker:
                 initialising = True
             elif initialising and child.kind.is_expression():
                 self.expression(child, cursor)
+
+    @staticmethod
+    def words_ahead(function):
+        """What stands ahead of a function's name, attributes included."""
+        words = [token.spelling for child in function.get_children() if child.kind.is_attribute()
+                 for token in child.get_tokens()]
+        for token in function.get_tokens():
+            if token.extent.start.offset >= function.location.offset:
+                break
+            words.append(token.spelling)
+        return words
 
     # --- statements
 
@@ -252,7 +268,8 @@ class Maker:
         elif kind in (K.BREAK_STMT, K.CONTINUE_STMT):
             self.left_out(cursor)
         elif kind.is_expression():
-            if may_end and not self.source.text.startswith('static_cast<void>', span(cursor)[0]):
+            is_nothing = self.source.text.startswith('static_cast<void>', span(cursor)[0])
+            if may_end and not is_nothing and self.called(cursor) != 'reserve':
                 self.left_out(cursor)
             self.expression(cursor, parent)
         else:
@@ -424,7 +441,11 @@ class Maker:
             if children:
                 self.condition(children[0])
         if kind == K.CALL_EXPR:
-            self.swapped(cursor, parent)
+            name = self.called(cursor)
+            if name == 'reserve':
+                return
+            if name not in ('min', 'max', 'swap'):
+                self.swapped(cursor, parent)
         for child in cursor.get_children():
             self.expression(child, cursor)
 
@@ -440,6 +461,11 @@ class Maker:
         if body is not None:
             text = self.source.flat[slice(*span(body))]
             self.statement(body, cursor, not re.search(r'\breturn\b(?! *;)', text), False)
+
+    def called(self, cursor):
+        """The last name ahead of the first parenthesis, also where no function is known yet."""
+        ahead = self.source.flat[slice(*span(cursor))].split('(')[0]
+        return re.split(r'::|\.|->', re.sub(r'<.*', '', ahead))[-1].strip()
 
     def single_token(self, begin, end):
         at = self.source.index(begin)

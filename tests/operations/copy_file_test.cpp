@@ -25,6 +25,29 @@ TEST(CopyFile, TakesTextsAndPathsInAnyNotation)
     EXPECT_TRUE(work.is_file(work.path(u"text")));
 }
 
+TEST(CopyFile, OfAPathAndATextKeepsTheirOrderAndReplacesNothing)
+{
+    workspace work;
+    work.make_file(work.path(u"a"), "content");
+    std::u16string const to = work.path(u"to");
+    copy_file(upath(work.path(u"a")), std::u16string_view(to));
+    EXPECT_TRUE(work.is_file(to));
+    EXPECT_FAILURE(copy_file(upath(work.path(u"a")), std::u16string_view(to)), file_exists(to));
+}
+
+TEST(CopyFile, ThatFailsForAnotherReasonThanAnExistingTargetSaysSo)
+{
+    workspace work;
+    NEEDS(work.can_deny_rights(), "this workspace writes no access control lists");
+    work.make_file(work.path(u"a"), "content");
+    work.make_directory(work.path(u"closed"));
+    work.deny_creation(work.path(u"closed"));
+    for (copy_options const options : {copy_options::skip_existing, copy_options::update_existing})
+        EXPECT_FAILURE(
+            fl::filesystem::copy_file(work.path(u"a"), work.path(uR"(closed\b)"), options),
+            denied(work.path(uR"(closed\b)")));
+}
+
 TEST(CopyFile, RefusesTwoWaysWithAnExistingTargetAheadOfAllElse)
 {
     workspace work;

@@ -88,6 +88,12 @@ TEST(CopyProgress, FailsAsCopyDoes)
                                       copy_options::copy_symlinks | copy_options::skip_symlinks,
                                       count),
                  InvalidArgument);
+    work.make_file(work.path(u"a"), "text");
+    work.make_file(work.path(u"b"), "text");
+    EXPECT_FAILURE(
+        fl::filesystem::copy(work.path(u"a"), work.path(u"b"), copy_options::none, count),
+        file_exists(work.path(u"b")))
+        << "found out late, and told of as little";
     EXPECT_EQ(calls, 0);
 }
 

@@ -242,5 +242,22 @@ TEST(TempDirectoryPathCalls, TakesTheFirstVariableThatIsSet)
     EXPECT_FAILURE(temp_directory_path(), not_directory(uR"(C:\file)"));
 }
 
+TEST(QueriesCalls, ADirectoryIsNoReasonWhyATimeCannotBeSet)
+{
+    simulated_machine machine;
+    machine.add_directory(u"C:\\d").deny(u"C:\\d", right::write);
+    EXPECT_FAILURE(last_write_time(u"C:\\d", some_time()), denied(u"C:\\d"));
+}
+
+TEST(QueriesCalls, OneAttributeAloneOfADirectoryLikeAnotherIsTakenOverToo)
+{
+    for (DWORD const attribute : {DWORD{FILE_ATTRIBUTE_READONLY}, DWORD{FILE_ATTRIBUTE_HIDDEN}}) {
+        simulated_machine machine;
+        machine.add_directory(u"C:\\old").set_attributes(u"C:\\old", attribute);
+        create_directory(upath(u"C:\\new"), upath(u"C:\\old"));
+        EXPECT_EQ(machine.attributes(u"C:\\new") & attribute, attribute);
+    }
+}
+
 } // namespace
 } // namespace fl::filesystem

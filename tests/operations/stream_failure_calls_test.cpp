@@ -28,6 +28,10 @@ TEST(StreamFailureCalls, OpenAsStreamsDo)
     EXPECT_EQ(machine.open_handles(), 0);
 
     machine.clear_journal();
+    EXPECT_EQ(failure_at(u"C:\\file", detail::stream_reads), system_error(110, u"C:\\file"));
+    EXPECT_EQ(opened(0).access, DWORD{GENERIC_READ});
+
+    machine.clear_journal();
     EXPECT_EQ(failure_at(u"C:\\new", detail::stream_writes | detail::stream_creates),
               system_error(110, u"C:\\new"));
     EXPECT_EQ(opened(1).access, DWORD{GENERIC_WRITE} | DWORD{DELETE});

@@ -92,6 +92,7 @@ TEST(StreamNeeds, GoByTheMode)
         {ios::trunc, 0, "empties what isn't written to"},
         {ios::in | ios::trunc, 0, "the same"},
         {ios::out | ios::trunc | ios::app, 0, "empty it, and keep what is in it"},
+        {ios::in | ios::trunc | ios::app, 0, "the same, and reads"},
         {ios::binary, 0, "nothing is to be done with it"},
     };
     for (auto const &row : cases)

@@ -129,6 +129,8 @@ TEST(MakeNativeForm, FindsWhatMustChangeWhereverItStandsInATextOfAnySize)
             }
         }
     }
+    for (std::size_t size = 1; size <= 150; ++size)
+        ASSERT_EQ(make_native_form(u"a" + std::u16string(size, u'\\') + u"b"), u"a\\b") << size;
 }
 
 TEST(MakeNativeForm, AgreesInBothCharacterTypesAndNeverGrows)

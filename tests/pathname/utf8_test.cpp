@@ -52,6 +52,7 @@ constexpr utf8_case utf8_cases[] = {
     {u"\xFFFF"sv, "\xEF\xBF\xBF"sv, "the last with three"},
     {u"\U00010000"sv, "\xF0\x90\x80\x80"sv, "the first pair"},
     {u"\U0001F600"sv, "\xF0\x9F\x98\x80"sv, "a pair"},
+    {u"\U0001F601"sv, "\xF0\x9F\x98\x81"sv, "the next, whose last byte is another"},
     {u"\U0010FFFF"sv, "\xF4\x8F\xBF\xBF"sv, "the last number"},
 };
 
@@ -86,6 +87,9 @@ constexpr refused_case refused_cases[] = {
     {"\xF5\x80\x80\x80"sv, "a lead of numbers that there aren't"},
     {"\xF8\x88\x80\x80\x80"sv, "five bytes"},
     {"\xFF"sv, "never a byte of it"},
+    {"\x80\x80\x80\x80\x80\x80\x80"sv, "tails without a lead"},
+    {"\xC0\x80\x80\x80\x80\x80\x80"sv, "a lead of nothing, and tails enough"},
+    {"\xF8\x80\x80\x80\x80\x80\x80"sv, "a lead of five bytes, and tails enough"},
     {"\xED\xA0\xBD\xED\xB8\x80"sv, "a pair as two halves"},
     {"caf\xE9.txt"sv, "Latin-1"},
 };

@@ -175,12 +175,18 @@ TEST(StandardCreateSymlink, ClearsTheCode)
     ec = stale;
     standard::copy_symlink(L"C:\\b", L"C:\\c", ec);
     EXPECT_EQ(ec, std::error_code());
+    machine.set_attributes(u"C:\\a", FILE_ATTRIBUTE_READONLY);
+    ec = stale;
+    standard::copy_symlink(L"C:\\a", L"C:\\of a file", ec);
+    EXPECT_EQ(ec, std::error_code());
+    EXPECT_EQ(machine.attributes(u"C:\\of a file") & FILE_ATTRIBUTE_DIRECTORY, 0U)
+        << "of a read-only link";
     ec = stale;
     standard::rename(L"C:\\c", L"C:\\d", ec);
     EXPECT_EQ(ec, std::error_code());
     standard::rename(L"C:\\no", L"C:\\e", ec);
     EXPECT_EQ(ec, system_code(2));
-    EXPECT_EQ(machine.entries(u"C:\\"), (names{u"a", u"b", u"d"}));
+    EXPECT_EQ(machine.entries(u"C:\\"), (names{u"a", u"b", u"d", u"of a file"}));
 }
 
 TEST(StandardCreateSymlink, WithoutMemoryForTheTextIsCode12)

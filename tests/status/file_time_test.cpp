@@ -119,6 +119,7 @@ TEST(FileTime, CountsSince1970AsFarAsTheyGo)
         {0, -static_cast<std::int64_t>(to_1970), "the start of 1601"},
         {to_1970 - 1, -1, "the last tick of 1969"},
         {to_1970, 0, "where the clock begins"},
+        {to_1970 + static_cast<std::uint64_t>(most) - 1, most - 1, "the last but one"},
         {to_1970 + static_cast<std::uint64_t>(most), most, "the last that fits"},
         {to_1970 + static_cast<std::uint64_t>(most) + 1, most, "one more"},
         {greatest, most, "the greatest"},

@@ -69,6 +69,12 @@ TEST(Describe, InvalidArgumentTellsItsMessageAndItsPathnameOnce)
               "fl:filesystem:InvalidArgument: Empty Path not permitted");
     EXPECT_EQ(describe(InvalidArgument("Bad", u"C:\\caf\u00E9\t\u202E", {u"other"})),
               "fl:filesystem:InvalidArgument: Bad: \"C:\\caf\xC3\xA9\\u0009\\u202E\", \"other\"");
+    EXPECT_EQ(describe(InvalidArgument("Bad", u"a b~\x7F", {})),
+              "fl:filesystem:InvalidArgument: Bad: \"a b~\\u007F\"")
+        << "the ends of what the class writes as it is";
+    EXPECT_EQ(describe(FsysExceptionBase(": {x}", fsys_excp_invalid_argument, u"x", {}, 0)),
+              ": {x}: \"x\"")
+        << "nothing but what looks like the pathname";
     EXPECT_EQ(describe(InvalidArgument("", {}, {})),
               "fl:filesystem:InvalidArgument: the argument makes no sense");
     EXPECT_EQ(describe(InvalidArgument("", u"x", {})),
@@ -134,9 +140,15 @@ TEST(Describe, EscapesWhatCannotBeSeen)
         {u"\u200B\u200F"sv, "\\u200B\\u200F"sv, "nothing to see"},
         {u"\u2028\u202Egpj.exe"sv, "\\u2028\\u202Egpj.exe"sv, "exe.jpg, backwards"},
         {u"\u2027\u202F"sv, "\xE2\x80\xA7\xE2\x80\xAF"sv, "at either side of them"},
+        {u"\u200A\u2010"sv, "\xE2\x80\x8A\xE2\x80\x90"sv, "a thin blank and a hyphen"},
+        {u"\u205F\u2070"sv, "\xE2\x81\x9F\xE2\x81\xB0"sv, "at either side of those to come"},
         {u"\u2060\u2069\u206F"sv, "\\u2060\\u2069\\u206F"sv, "more of these"},
         {u"\uFEFF\uFFFB\uFFFE\uFFFF"sv, "\\uFEFF\\uFFFB\\uFFFE\\uFFFF"sv, "no characters"},
+        {u"\uFFF9"sv, "\\uFFF9"sv, "the first of the notes between lines"},
+        {u"\uFFF8\uFFFC"sv, "\xEF\xBF\xB8\xEF\xBF\xBC"sv, "at either side of them"},
         {u"\xD800"sv, "\\uD800"sv, "half of a pair"},
+        {u"\xDFFF"sv, "\\uDFFF"sv, "the last half"},
+        {u"\uD7FF\uE000"sv, "\xED\x9F\xBF\xEE\x80\x80"sv, "at either side of the halves"},
         {u"\xDC00\xD800"sv, "\\uDC00\\uD800"sv, "halves in the wrong order"},
     };
     for (auto const &row : cases)

@@ -98,6 +98,9 @@ TEST(TextOutput, OfARecord)
                                 file_status::non_indexed_file,
                             evening, 1)),
               "file, 0444, hidden, system, not indexed, 1 byte, 2026-11-21 22:09:23 UTC");
+    EXPECT_EQ(narrow(record(file_status::regular_file, 0777, evening, 2)),
+              "file, 0777, 2 bytes, 2026-11-21 22:09:23 UTC")
+        << "no right is taken for an attribute";
     EXPECT_EQ(narrow(file_status()), "not found");
     file_status cleared;
     cleared.clear();
@@ -139,7 +142,10 @@ TEST(TextOutput, OfTimes)
     ptime const first(date(1601, 1, 1));
     EXPECT_EQ(written(first), "1601-01-01 00:00:00 UTC");
     EXPECT_EQ(written(first - boost::posix_time::microseconds(1)), "1600-12-31 23:59:59 UTC");
+    EXPECT_EQ(written(first + boost::posix_time::microseconds(1)), "1601-01-01 00:00:00 UTC");
     EXPECT_EQ(written(first - seconds(1)), "1600-12-31 23:59:59 UTC");
+    EXPECT_EQ(written(first - seconds(86399)), "1600-12-31 00:00:01 UTC");
+    EXPECT_EQ(written(first - seconds(86400)), "1600-12-31 00:00:00 UTC");
     EXPECT_EQ(written(ptime(date(1970, 1, 1))), "1970-01-01 00:00:00 UTC");
     EXPECT_EQ(written(ptime(date(1999, 12, 31), seconds(86399))), "1999-12-31 23:59:59 UTC");
     EXPECT_EQ(written(ptime(date(2000, 2, 29))), "2000-02-29 00:00:00 UTC");
