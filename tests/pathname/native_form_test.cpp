@@ -13,6 +13,7 @@ constexpr text_row<char16_t> native_cases[] = {
     {u"foo  ", u"foo", "trailing blanks go"},
     {uR"(foo\  )", uR"(foo\  )", "unless they are a name behind a separator"},
     {uR"(foo/  )", uR"(foo\  )", "of either kind"},
+    {u"\\  ", u"\\  ", "also at the root"},
     {u"foo/", u"foo", "a trailing separator goes"},
     {u"a\\", u"a", "behind a single unit, too"},
     {u"foo//bar", uR"(foo\bar)", "doubled separators become one"},
