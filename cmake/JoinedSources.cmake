@@ -3,10 +3,10 @@
 # fl_join_sources(<variable> <name> <file>...) puts into <variable> what to compile in
 # place of the files: sources in the build tree that each hold FL_TEST_FILES_AT_A_TIME of
 # them. There a test's unnamed namespace is named after the file, so that tests may use the
-# same words for different things; what tests share may not. Files named *_tests.cpp are compiled by themselves: they
-# have definitions of their own, or include something ahead of the library. With
-# -DFL_TEST_FILES_AT_A_TIME=1 each is, as tools want it that go by compile_commands.json, and
-# who changes one test again and again.
+# same words for different things; what tests share may not. Files named *_tests.cpp are
+# compiled by themselves: they have definitions of their own, or include something ahead of
+# the library. With -DFL_TEST_FILES_AT_A_TIME=1 each file is, as tools want it that go by
+# compile_commands.json, and who changes one test again and again.
 #
 # This file is also the script that writes such a source.
 if(CMAKE_SCRIPT_MODE_FILE)
