@@ -199,7 +199,9 @@ walk::answer walk::take_name(std::wstring_view element)
     std::optional<found_link> link = read_link(resolved_, is_last, error);
     if (error != ERROR_SUCCESS && is_last)
         throw_win32_exception(error, resolved_);
-    return link ? follow(*std::move(link), parent) : keep_name();
+    if (link)
+        return follow(*std::move(link), parent);
+    return keep_name();
 }
 
 walk::answer walk::keep_name()
@@ -225,8 +227,12 @@ walk::answer walk::follow(found_link link, std::size_t parent)
         return keep_remote_link();
     resolved_.resize(parent);
     answer over = enter_target(target);
-    if (hops_ != nullptr)
-        hops_->back().leads_to = plain(over ? *over : resolved_ + std::wstring(rest_.view()));
+    if (hops_ != nullptr) {
+        std::wstring whole = over ? *over : resolved_;
+        if (!over)
+            whole += rest_.view();
+        hops_->back().leads_to = plain(std::move(whole));
+    }
     return over;
 }
 
@@ -284,7 +290,9 @@ walk::answer walk::keep_remote_link()
 {
     if (hops_ != nullptr)
         hops_->back().is_kept = true;
-    return ends_in_backslash<wchar_t>(resolved_) ? end() : keep_name();
+    if (ends_in_backslash<wchar_t>(resolved_))
+        return end();
+    return keep_name();
 }
 
 /// On to the next element, past the separator ahead of it.
@@ -299,8 +307,13 @@ void walk::count_link(found_link const &link)
     if (link_count_ >= most_links)
         throw_exception(SystemError(ERROR_DS_LOOP_DETECT, narrow(resolved_)));
     ++link_count_;
-    if (hops_ != nullptr)
-        hops_->push_back({plain(resolved_), link.kind, narrow(link.text), std::nullopt, false});
+    if (hops_ == nullptr)
+        return;
+    link_hop hop;
+    hop.link = plain(resolved_);
+    hop.kind = link.kind;
+    hop.text = narrow(link.text);
+    hops_->push_back(std::move(hop));
 }
 
 /// Whether a link in the directory that the first `parent` units name is a server's.

@@ -90,7 +90,9 @@ std::optional<long_form> clean_by_itself(std::wstring_view text, path_type_enum 
 /// `type` is told even where there is a rejection: from here on it is the anchor's.
 long_form clean_relative(std::wstring_view path, path_type_enum &type, std::wstring_view base)
 {
-    std::wstring const anchor = base.empty() ? current_path_wide() : std::wstring(base);
+    std::wstring anchor(base);
+    if (anchor.empty())
+        anchor = current_path_wide();
     type = classify_path_type<wchar_t>(anchor);
     std::optional<long_form> joined = clean_by_itself(anchor, type);
     if (!joined)

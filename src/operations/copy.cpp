@@ -78,8 +78,11 @@ bool copy(upath const &from, upath const &to, copy_options options,
         from, to, [&](std::wstring const &source, std::wstring const &target, std::error_code &ec) {
             std::uint64_t names = 0;
             auto const tell = [&](std::wstring const &source_now, std::wstring const &target_now) {
-                return !callback || callback({shown_as(from, source_now, source.size()),
-                                              shown_as(to, target_now, target.size()), ++names});
+                if (!callback)
+                    return true;
+                std::u16string const shown_from = shown_as(from, source_now, source.size());
+                std::u16string const shown_to = shown_as(to, target_now, target.size());
+                return callback({shown_from, shown_to, ++names});
             };
             is_complete = detail::standard::copy(source, target, options, ec, tell);
         });

@@ -18,7 +18,8 @@ namespace fl::filesystem {
 void remove(upath const &p)
 {
     std::error_code ec;
-    if (detail::standard::remove(detail::make_filesystem_form(p), ec) || p.empty())
+    std::wstring const form = detail::make_filesystem_form(p);
+    if (detail::standard::remove(form, ec) || p.empty())
         return;
     if (ec)
         detail::throw_win32_exception(static_cast<unsigned int>(ec.value()), p.wstring());

@@ -108,7 +108,9 @@ void tree_remover::run()
 void tree_remover::descend(detail::addition added)
 {
     std::wstring const pattern = search_pattern();
-    level below{begin_search(pattern), open_directory(pattern), added};
+    detail::find_handle search = begin_search(pattern);
+    detail::file_handle directory = open_directory(pattern);
+    level below{std::move(search), std::move(directory), added};
     if (!is_reparse_point(below.directory)) {
         levels_.push_back(std::move(below));
         return;

@@ -116,7 +116,9 @@ std::u16string extract_extension(std::u16string const &text)
 {
     std::u16string_view const filename = filename_of<char16_t>(text);
     std::size_t const stop = find_extension(filename);
-    return stop == filename.npos ? std::u16string() : std::u16string(filename.substr(stop + 1));
+    if (stop == filename.npos)
+        return {};
+    return std::u16string(filename.substr(stop + 1));
 }
 
 pathname_element_context<char16_t> extract_pathname_elements(std::u16string const &text)

@@ -145,7 +145,9 @@ std::wstring lexically_normal(std::wstring_view text)
     bool const has_end = normal.lost_its_end || ends_in_separator(text);
     if (has_end && !normal.names.empty() && normal.names.back() != dot_dot)
         result += backslash<wchar_t>;
-    return result.empty() ? std::wstring(dot) : result;
+    if (result.empty())
+        result = dot;
+    return result;
 }
 
 std::wstring lexically_relative(std::wstring_view text, std::wstring_view base)

@@ -86,8 +86,11 @@ bool remove(std::wstring const &text, std::error_code &ec)
 {
     ec.clear();
     auto const [file, open_code] = open_entry(text, DELETE);
-    if (!file)
-        return !is_missing_for_standard(open_code) && fail(open_code, ec);
+    if (!file) {
+        if (!is_missing_for_standard(open_code))
+            ec = system_code(open_code);
+        return false;
+    }
     ec = system_code(mark_for_deletion(file, read_only_names::are_removed));
     return !ec;
 }

@@ -2,6 +2,7 @@
 
 #include <fl/filesystem/install_path.hpp>
 
+#include "support/allocations.hpp"
 #include "support/calls.hpp"
 #include "support/memory_for_text.hpp"
 
@@ -26,6 +27,27 @@ TEST(GetBasePathMemory, ThatRunsOutOnceTheModuleIsKnownLeavesTheModule)
     memory_for_text const none(machine, 2);
     EXPECT_EQ(units(detail::get_base_path(base)), uR"(C:\Root\bin\win64\lib.dll)");
     EXPECT_TRUE(none.ran_out());
+}
+
+char const some_code = 0; // an address in the program
+
+// No other test of this program asks for the installation, which is found once.
+TEST(GetInstallPathMemory, ThatRunsOutLeavesTheQuestionToTheNextOne)
+{
+    simulated_machine machine;
+    machine.add_file(uR"(C:\Program\bin\win64\program.exe)");
+    machine.set_program_pathname(uR"(C:\Program\bin\win64\program.exe)");
+    count_all_but(simulation::is_in_call);
+    std::size_t const for_base = allocations_of(
+        [] { static_cast<void>(detail::get_base_path(const_cast<char *>(&some_code))); });
+    // what keeps the answer, the module, and the answer as callers have it
+    for (std::size_t const nth : {std::size_t{1}, std::size_t{2}, for_base + 2}) {
+        failing_allocation const none(nth);
+        EXPECT_THROW(static_cast<void>(get_install_path()), std::bad_alloc) << nth;
+        EXPECT_TRUE(none.fired()) << nth;
+    }
+    count_all_but(nullptr);
+    EXPECT_EQ(get_install_path(), uR"(C:\Program)");
 }
 
 } // namespace

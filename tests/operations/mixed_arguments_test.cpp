@@ -75,12 +75,15 @@ TEST(MixedArguments, FailAboutWhatWasGiven)
     EXPECT_FAILURE(create_hard_link(missing, u"x"), not_found(u"no"));
     EXPECT_FAILURE(create_symlink(f, u"taken", file_status::regular_file), file_exists(u""));
     EXPECT_FAILURE(create_directory_symlink(d, u"taken"), file_exists(u""));
+    EXPECT_FAILURE(create_directory_symlink(u"d", upath(u"taken")), file_exists(u""));
     EXPECT_FAILURE(create_junction(d, u"taken"), file_exists(u"taken"));
+    EXPECT_FAILURE(create_junction(u"d", upath(u"taken")), file_exists(u"taken"));
     EXPECT_FAILURE(create_directory(upath(u"x"), u"no"), not_found(u"no"));
     EXPECT_FAILURE(canonical(missing, u"C:/"), not_found(u""));
     EXPECT_FAILURE(equivalent(missing, u"x"), not_found(u"no"));
     sure_fault const fault = machine.fail_every_call_on("GetFullPathNameW", ERROR_ACCESS_DENIED);
     EXPECT_FAILURE(absolute(f, uR"(C:\d)"), denied(u"f"));
+    EXPECT_FAILURE(absolute(u"f", upath(uR"(C:\d)")), denied(u"f"));
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "pathname/native_form.hpp"
 
+#include "pathname/native_path.hpp"
+
 #include <gtest/gtest.h>
 
 namespace fl::filesystem::detail {
@@ -35,6 +37,16 @@ TEST(CollapseSeparatorsFrom, Table)
         EXPECT_EQ(collapse_separators_from<wchar_t>(owned, row.start, row.keep),
                   std::wstring(expected.begin(), expected.end()))
             << row.why;
+    }
+}
+
+// Most names have it as they stand, and a hostile disk tells others.
+TEST(AssignNativeForm, IsThatOfAPath)
+{
+    for (char16_t const *text : {uR"(C:\a\b)", uR"(C:\a\b\)", u"C:/a//b", u"", u"a  "}) {
+        upath path(u"was");
+        assign_native_form(path, text);
+        EXPECT_EQ(path, upath(std::u16string(text)));
     }
 }
 
