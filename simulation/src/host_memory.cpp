@@ -19,8 +19,8 @@ bool is_host_memory(std::uintptr_t address)
     // asks about a page of the host, which may be larger than ours
     std::uintptr_t const unit = static_cast<std::uintptr_t>(sysconf(_SC_PAGESIZE));
     unsigned char residence = 0;
-    void *const page = reinterpret_cast<void *>(address / unit * unit);
-    return mincore(page, 1, &residence) == 0;
+    void *const page_begin = reinterpret_cast<void *>(address / unit * unit);
+    return mincore(page_begin, 1, &residence) == 0;
 }
 
 } // namespace fl::simulation
