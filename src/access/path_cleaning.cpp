@@ -19,7 +19,6 @@ namespace {
 
 using windows::path_type_enum;
 
-
 /// An absolute pathname with its long prefix, and the type that the caller is told.
 struct long_form
 {

@@ -68,7 +68,8 @@ std::wstring restore_true_case(std::wstring_view text)
         static_cast<wchar_t>(std::towupper(static_cast<std::wint_t>(out[drive_letter_at])));
     if (root == full.size())
         return out;
-    out.pop_back(); // a root that has names behind it ends in a backslash, and each brings its own
+    if (ends_in_backslash<wchar_t>(out))
+        out.pop_back(); // each element brings its own
     find_handle search;
     for (std::size_t begin = root; begin < full.size();) {
         std::size_t const end = find_backslash<wchar_t>(full, begin);
