@@ -120,11 +120,12 @@ struct full_disk
 // had himself told of it, and no more than that is there.
 TEST(Scale, AFullDiskLeavesWholeFilesAndTellsWhich)
 {
-    long const files = std::min(number_from("FL_RELIABILITY_ENTRIES", 4000) / 4, 10'000L);
-    // each of the hundred directories of a tree has a hundredth of them
+    // each of the hundred directories of a tree has as many of them
+    long const each = std::min(number_from("FL_RELIABILITY_ENTRIES", 4000) / 400, 100L);
+    long const files = 100 * each;
     full_disk const cases[] = {{false, "CopyFileW", files / 2, files / 2 - 1},
                                {true, "CopyFileW", files / 2, files / 2 - 1},
-                               {true, "CreateDirectoryW", 50, 48 * (files / 100)}};
+                               {true, "CreateDirectoryW", 50, 48 * each}};
     for (full_disk const &when : cases) {
         simulated_machine machine;
         fill(machine, files, when.is_deep);
