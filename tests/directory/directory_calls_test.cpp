@@ -272,6 +272,56 @@ TEST(DirectoryCalls, DeniedDirectoriesFailOrAreSkipped)
     expect_nothing_open(machine);
 }
 
+TEST(DirectoryCalls, OnlyWhatIsDeniedIsSkipped)
+{
+    simulated_machine machine;
+    machine.add_file(uR"(C:\t\a\x)");
+    sure_fault const fault = machine.fail_every_call_on_name(uR"(\\?\C:\t\a\*)", ERROR_IO_DEVICE);
+    EXPECT_FAILURE(tree_of(uR"(C:\t)", skip), system_error(ERROR_IO_DEVICE, uR"(C:\t\a)"));
+}
+
+struct length_case
+{
+    std::size_t size; // of the pathname; that of the pattern is six more: \\?\ and \*
+    DWORD code;
+    failure (*expected)(std::u16string const &path);
+    char const *why;
+};
+
+TEST(DirectoryCalls, CodeThreeMeansTooLongOnlyOfWhatIsTooLong)
+{
+    constexpr length_case cases[] = {
+        {32761, ERROR_PATH_NOT_FOUND, not_found, "a pattern that just fits"},
+        {32762, ERROR_PATH_NOT_FOUND, too_large, "one unit more"},
+        {32762, ERROR_ACCESS_DENIED, denied, "another code is what it says"},
+    };
+    for (length_case const &row : cases) {
+        simulated_machine machine;
+        sure_fault const fault = machine.fail_every_call_on("FindFirstFileExW", row.code);
+        std::u16string path = u"C:\\";
+        path.resize(row.size, u'a');
+        EXPECT_FAILURE(names_in(path), row.expected(path)) << row.why;
+    }
+}
+
+TEST(DirectoryCalls, OnlyAReparsePointIsAskedForItsTag)
+{
+    simulated_machine machine;
+    machine.add_file(uR"(C:\f)");
+    EXPECT_EQ(directory_entry(uR"(C:\f)").reparse_tag(), 0U);
+    EXPECT_EQ(calls_on_disk(machine), lines{R"(GetFileAttributesExW(\\?\C:\f))"});
+}
+
+TEST(DirectoryCalls, AnEntryWithoutAPathnameAsksNothing)
+{
+    simulated_machine machine;
+    directory_entry entry;
+    entry.refresh();
+    EXPECT_FALSE(file_status::exists(entry.status()));
+    EXPECT_FALSE(file_status::exists(entry.symlink_status()));
+    EXPECT_EQ(calls_on_disk(machine), lines{});
+}
+
 TEST(DirectoryCalls, BehindADirectoryOfTwoLettersASeparatorFollows)
 {
     simulated_machine machine;

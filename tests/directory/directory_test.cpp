@@ -264,7 +264,12 @@ TEST(DirectoryEntry, OfANameThatIsntThereKnowsThat)
     workspace work;
     for (directory_entry const &entry : {directory_entry(), directory_entry(work.path(u"no")),
                                          directory_entry(work.path(uR"(no\no)"))}) {
-        EXPECT_FALSE(file_status::exists(entry.known()));
+        file_status const known = entry.known();
+        file_status const nothing;
+        EXPECT_FALSE(file_status::exists(known));
+        EXPECT_EQ(known.get_perms(), nothing.get_perms());
+        EXPECT_EQ(known.get_mtime(), nothing.get_mtime());
+        EXPECT_EQ(known.get_size(), nothing.get_size());
         EXPECT_FALSE(file_status::exists(entry.status()));
         EXPECT_FALSE(file_status::exists(entry.symlink_status()));
         EXPECT_EQ(entry.attributes(), 0U);

@@ -118,6 +118,14 @@ TEST(RemovalCalls, WhatGoesByItselfIsNoFailure)
     EXPECT_FALSE(machine.exists(uR"(C:\t)"));
 }
 
+TEST(RemovalCalls, TheEmptyRootOfADriveStays)
+{
+    simulated_machine machine;
+    machine.add_drive(u'E');
+    EXPECT_FAILURE(remove_all(uR"(E:\)", removal_options()), denied(uR"(E:\)"));
+    expect_nothing_open(machine);
+}
+
 TEST(RemovalCalls, WhatIsDeniedOrInUseIsNamedAsItWasGiven)
 {
     simulated_machine machine;

@@ -551,5 +551,37 @@ TEST(CopyCalls, HardLinksAreNamesOfTheSameFile)
         << "the system's own 17: another volume";
 }
 
+TEST(CopyCalls, WhoIsStoppedReadsNoFurtherEntry)
+{
+    simulated_machine machine;
+    machine.add_file(uR"(C:\a\1)").add_file(uR"(C:\a\2)");
+    auto read = machine.calls_of("FindNextFileW");
+    auto const one = [&](copy_progress const &progress) {
+        read = machine.calls_of("FindNextFileW");
+        return progress.names < 1;
+    };
+    EXPECT_FALSE(copy(upath(uR"(C:\a)"), upath(uR"(C:\b)"), copy_options::none, one));
+    EXPECT_EQ(machine.calls_of("FindNextFileW"), read);
+}
+
+TEST(CopyCalls, WithoutTheTreeAReadOnlyFileIsCopiedToo)
+{
+    simulated_machine machine;
+    machine.add_file(uR"(C:\d\f)", "text").set_attributes(uR"(C:\d\f)", FILE_ATTRIBUTE_READONLY);
+    copy(uR"(C:\d)", uR"(C:\e)");
+    EXPECT_EQ(machine.content(uR"(C:\e\f)"), "text");
+}
+
+TEST(CopyCalls, WithoutTheTreeNothingIsAskedAboutItsDirectories)
+{
+    simulated_machine machine;
+    machine.add_directory(uR"(C:\d\below)");
+    machine.set_attributes(uR"(C:\d\below)", FILE_ATTRIBUTE_READONLY);
+    copy(uR"(C:\d)", uR"(C:\e)");
+    EXPECT_EQ(texts_of(machine, "GetFileAttributesExW"), (lines{R"(C:\d)", R"(C:\e)"}))
+        << "the search has told what they are";
+    EXPECT_FALSE(machine.exists(uR"(C:\e\below)"));
+}
+
 } // namespace
 } // namespace fl::filesystem

@@ -45,6 +45,15 @@ void add_links(simulated_machine &machine)
     machine.add_shortcut(uR"(\\s\h\k.lnk)", uR"(C:\absolute)");
 }
 
+TEST(LinkHopsCalls, OfTheEmptyPathAreNoneWhereverTheCurrentDirectoryIs)
+{
+    simulated_machine machine;
+    add_links(machine);
+    machine.set_current_directory(uR"(C:\relative)");
+    EXPECT_EQ(link_hops(u""), hops{});
+    EXPECT_EQ(link_hops(upath()), hops{});
+}
+
 struct way
 {
     char16_t const *path;

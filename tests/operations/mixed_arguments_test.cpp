@@ -71,6 +71,7 @@ TEST(MixedArguments, FailAboutWhatWasGiven)
     EXPECT_FAILURE(copy(missing, u"x"), not_found(u"no"));
     EXPECT_FAILURE(copy(u"no", upath(u"x")), not_found(u"no"));
     EXPECT_FAILURE(copy_file(missing, u"x"), not_found(u"no"));
+    EXPECT_FAILURE(copy_file(f, u"taken"), file_exists(u"taken"));
     EXPECT_FAILURE(copy_directory(missing, u"x"), not_found(u"no"));
     EXPECT_FAILURE(create_hard_link(missing, u"x"), not_found(u"no"));
     EXPECT_FAILURE(create_symlink(f, u"taken", file_status::regular_file), file_exists(u""));

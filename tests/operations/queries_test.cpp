@@ -343,6 +343,8 @@ TEST(CreateDirectoryLikeAnother, TakesOverItsAttributes)
                    not_directory(work.path(u"file")));
     EXPECT_FAILURE(create_directory(work.path(u"x"), work.path(u"no")),
                    not_found(work.path(u"no")));
+    EXPECT_FAILURE(create_directory(upath(), upath(work.path(u"no"))), empty_path());
+    EXPECT_FAILURE(create_directory(upath(work.path(u"x")), upath()), empty_path());
     EXPECT_FAILURE(create_directory(work.path(u"like"), work.path(u"model")),
                    file_exists(work.path(u"like")));
     EXPECT_FAILURE(create_directory(work.path(u"x"), u""), empty_path());

@@ -36,8 +36,16 @@ TEST(StreamFailureCalls, OpenAsStreamsDo)
               system_error(110, u"C:\\new"));
     EXPECT_EQ(opened(1).access, DWORD{GENERIC_WRITE} | DWORD{DELETE});
     EXPECT_EQ(opened(1).disposition, DWORD{CREATE_NEW});
+    EXPECT_EQ(opened(1).flags, DWORD{FILE_ATTRIBUTE_NORMAL} | DWORD{FILE_FLAG_DELETE_ON_CLOSE})
+        << "read-only, it couldn't go";
     EXPECT_FALSE(machine.exists(u"C:\\new"));
     EXPECT_EQ(machine.open_handles(), 0);
+}
+
+TEST(StreamFailureCalls, AStreamThatDidNotOpenIsAFailure)
+{
+    simulated_machine machine;
+    EXPECT_FAILURE(open(upath(u"C:\\no\\file")), not_found(u"C:\\no\\file"));
 }
 
 TEST(StreamFailureCalls, TellTheCodeOfTheCallThatFailed)

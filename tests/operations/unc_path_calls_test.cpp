@@ -77,6 +77,16 @@ TEST(GetUncPathCalls, RelativeTextsGoByTheCurrentDirectory)
     EXPECT_EQ(get_unc_path(u"file", false), uR"(\\server\share\file)");
 }
 
+// The provider fills the room that it is given, to the last byte.
+TEST(GetUncPathCalls, NamesOfEveryLengthAreWhole)
+{
+    simulated_machine machine;
+    map_a_drive(machine);
+    for (std::u16string name = u"a"; name.size() <= 64; name += u'a') {
+        EXPECT_EQ(get_unc_path(u"X:\\" + name, false), u"\\\\server\\share\\" + name);
+    }
+}
+
 // With a long prefix a pathname is on no drive for the provider.
 TEST(GetUncPathCalls, NoneBehindALongPrefix)
 {

@@ -177,6 +177,7 @@ constexpr extension_case extension_cases[] = {
     {uR"(\\server)", u"txt", uR"(\\server)"},
     {u"//server/share", u"txt", u"//server/share"}, // nothing ends the server: all is its name
     {uR"(\\server\share\foo)", u"txt", uR"(\\server\share\foo.txt)"},
+    {uR"(\\\share\foo)", u"txt", uR"(\\\share\foo.txt)"}, // behind a server without a name
     // what stays as it is doesn't look at the extension
     {u"", u"..", u""},
     {u"C:", u"a\\b", u"C:"},

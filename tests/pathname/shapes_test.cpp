@@ -38,6 +38,8 @@ constexpr shape_case shape_cases[] = {
     {uR"(\\?\UNC)", false, false, true, false, false},
     {uR"(\\?\UNCx)", false, false, true, false, false},
     {uR"(\\?\UNX\)", false, false, true, false, false},
+    {uR"(\\?\XNC\)", false, false, true, false, false},
+    {uR"(\\?\UXC\)", false, false, true, false, false},
     {u"\\\\?\\\u0055\u00D1C\\", false, false, true, false, false},
     {uR"(\\)", false, false, false, false, true},
     {uR"(\\s)", false, false, false, false, true},

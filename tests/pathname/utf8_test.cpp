@@ -90,6 +90,10 @@ constexpr refused_case refused_cases[] = {
     {"\x80\x80\x80\x80\x80\x80\x80"sv, "tails without a lead"},
     {"\xC0\x80\x80\x80\x80\x80\x80"sv, "a lead of nothing, and tails enough"},
     {"\xF8\x80\x80\x80\x80\x80\x80"sv, "a lead of five bytes, and tails enough"},
+    {"\x80\x84\x8F\xBF\xBF"sv, "a tail in the place of a lead of five"},
+    {"\xC0\x84\x8F\xBF\xBF"sv, "a lead of nothing in that place"},
+    {"\xF8\x84\x8F\xBF\xBF"sv, "five bytes for the last number"},
+    {"\xFC\x80\x84\x8F\xBF\xBF"sv, "six bytes for the last number"},
     {"\xED\xA0\xBD\xED\xB8\x80"sv, "a pair as two halves"},
     {"caf\xE9.txt"sv, "Latin-1"},
 };

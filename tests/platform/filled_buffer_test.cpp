@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <optional>
 #include <string>
 #include <vector>
@@ -74,6 +75,16 @@ TEST(FilledBuffer, Table)
         if (text) {
             EXPECT_EQ(*text, letters(*row.size)) << row.why;
         }
+    }
+}
+
+TEST(FilledBuffer, AFirstBufferIsNeverLargerThanItsRoom)
+{
+    constexpr DWORD most = text_buffer::most_at_first;
+    for (DWORD const asked : {most - 1, most, most + 1, 10 * most}) {
+        std::vector<DWORD> rooms;
+        filled_buffer(asked, growth::once, scripted_call{{1}, &rooms});
+        EXPECT_EQ(rooms, std::vector<DWORD>{std::min(asked, most)}) << asked;
     }
 }
 

@@ -124,6 +124,9 @@ TEST(StandardRemove, TakesReadOnlyAwayWhereFlagsAreUnknown)
         EXPECT_FALSE(machine.exists(u"C:\\f"));
         EXPECT_EQ(classes_set(machine),
                   (classes{disposition_with_flags, disposition, basic, disposition}));
+        EXPECT_EQ(entries_of(machine, "ReOpenFile").at(0).share,
+                  DWORD{FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE})
+            << "whoever has it open is in nobody's way";
         EXPECT_EQ(machine.open_handles(), 0);
     }
 }

@@ -92,6 +92,7 @@ TEST(StandardStatusOfRefusingFiles, IsWhatTheirDirectorySays)
         {LR"(C:\d\plai?)", in_use, in_use, "a pattern is no name"},
         {LR"(C:\d\*)", in_use, in_use, "a pattern is no name"},
         {LR"(?:\d\plain)", in_use, in_use, "a pattern is no name, wherever it stands"},
+        {L"*", in_use, in_use, "a pattern is no name, wherever it stands"},
         {LR"(\\?\C:\d\?)", in_use, in_use, "a pattern is one behind a long prefix, too"},
     };
     refusing_files refusing;
@@ -157,6 +158,16 @@ TEST(StandardSymlinkStatus, OfALinkThatIsReplacedIsOfOneMoment)
     });
     EXPECT_EQ(answer_of(standard::symlink_status, L"C:\\l"),
               (answer{file_type::symlink, perms::all & ~write, 0}));
+}
+
+TEST(StandardStatus, OfALinkHasThePermissionsOfWhatItLeadsTo)
+{
+    simulated_machine machine;
+    machine.add_file(u"C:\\f").add_symbolic_link(u"C:\\l", u"f");
+    EXPECT_EQ(answer_of(standard::status, L"C:\\l"), (answer{file_type::regular, perms::all, 0}));
+    machine.set_attributes(u"C:\\f", FILE_ATTRIBUTE_READONLY);
+    EXPECT_EQ(answer_of(standard::status, L"C:\\l"),
+              (answer{file_type::regular, perms::all & ~write, 0}));
 }
 
 TEST(StandardStatus, AFailureWithoutACodeIs31)

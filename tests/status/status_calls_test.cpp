@@ -188,6 +188,16 @@ TEST(StatusCodes, AnEmptyAnswerRunsByItsName)
     EXPECT_EQ(target_status_bridge(L"C:\\l").get_perms(), 0777U);
 }
 
+// Also of a form that nothing could be put ahead of.
+TEST(StatusCalls, ALongTextWithAPrefixGoesToTheSystemAsItIs)
+{
+    simulated_machine machine;
+    std::u16string const text =
+        of_size(uR"(\\?\Volume{01234567-89ab-cdef-0123-456789abcdef}\)", 300);
+    EXPECT_EQ(outcome_of([&] { return status_express_light(text); }), missing_light());
+    EXPECT_EQ(texts_of(machine, "GetFileAttributesExW"), lines{printable(text)});
+}
+
 // Code 3 says nothing but the length beyond 32,767 units.
 TEST(StatusCodes, OverlongPathnames)
 {
