@@ -14,7 +14,8 @@ The changes, each of one place:
 What the compiler evaluates stays as it is: labels, constexpr variables, consteval functions,
 arguments of templates, sizes of arrays, `if constexpr`. So do an end that a function must not come to
 (a last `return`, the throw of one that never returns), everything at namespace scope, `reserve`, which
-only makes room ahead of time, and the order of what `std::min`, `std::max` and `std::swap` take.
+only makes room ahead of time, and the order of what `std::min`, `std::max` and `std::swap` take, and
+of two that are asked whether they are equal.
 """
 
 import bisect
@@ -444,10 +445,15 @@ class Maker:
             name = self.called(cursor)
             if name == 'reserve':
                 return
-            if name not in ('min', 'max', 'swap'):
+            if name not in ('min', 'max', 'swap', 'equivalent') and (
+                    name == 'compare' or not self.is_compared_to_zero(end)):
                 self.swapped(cursor, parent)
         for child in cursor.get_children():
             self.expression(child, cursor)
+
+    def is_compared_to_zero(self, end):
+        at = self.source.index(end)
+        return [token[2] for token in self.source.tokens[at:at + 2]] == ['==', '0']
 
     def closure(self, cursor):
         body = None

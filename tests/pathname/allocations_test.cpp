@@ -4,6 +4,7 @@
 #include "access/absolute.hpp"
 #include "pathname/native_form.hpp"
 #include "pathname/path_type.hpp"
+#include "platform/wide_text.hpp"
 #include "support/allocations.hpp"
 #include "support/names.hpp"
 
@@ -22,6 +23,14 @@ TEST(Allocations, AreCounted)
     EXPECT_EQ(allocations_of([] { std::u16string const copy = tail; }), 1U);
     EXPECT_EQ(allocations_of([] { std::wstring const text(64, L'n'); }), 1U);
     EXPECT_EQ(allocations_of([] {}), 0U);
+}
+
+TEST(Allocations, NoneIsMadeForATextThatFitsOnTheStack)
+{
+    std::u16string const fits(259, u'a');
+    EXPECT_EQ(allocations_of([&] { static_cast<void>(wide_text(fits).c_str()); }), 0U);
+    std::u16string const longer(260, u'a');
+    EXPECT_EQ(allocations_of([&] { static_cast<void>(wide_text(longer).c_str()); }), 1U);
 }
 
 template <typename Char>

@@ -99,16 +99,6 @@ TEST(StandardCreateDirectories, AnswersForTheLastLevelOnly)
     EXPECT_TRUE(work.is_directory(work.path(uR"(x\y)")));
 }
 
-TEST(StandardCreateDirectories, ADriveCountsToTheRootOnlyBehindALongPrefix)
-{
-    workspace work;
-    work.change_directory(work.root());
-    std::error_code ec;
-    EXPECT_FALSE(standard::create_directories(LR"(a\b\C:\x)", ec));
-    EXPECT_TRUE(ec) << "no name has a colon";
-    EXPECT_TRUE(work.is_directory(work.path(uR"(a\b)")));
-}
-
 TEST(StandardCreateDirectories, NotesTheMoreTellingCode)
 {
     workspace work;

@@ -1,5 +1,6 @@
-// What the standard facility's two queries make of names that tell little: files that nobody
-// may open, reparse points that change, and failures without a reason.
+// What the standard facility makes of names that tell little: files that nobody may open,
+// reparse points that change, and failures without a reason; and of a drive in the middle of a
+// text.
 
 #include "standard/filesystem.hpp"
 
@@ -182,6 +183,15 @@ TEST(StandardStatus, AFailureWithoutACodeIs31)
         EXPECT_EQ(answer_of(standard::symlink_status, L"C:\\l"), expected) << function;
         EXPECT_EQ(machine.open_handles(), 0) << function;
     }
+}
+
+TEST(StandardCreateDirectories, ADriveCountsToTheRootOnlyBehindALongPrefix)
+{
+    simulated_machine machine;
+    std::error_code ec;
+    EXPECT_FALSE(standard::create_directories(LR"(a\b\C:\x)", ec));
+    EXPECT_TRUE(ec) << "no name has a colon";
+    EXPECT_TRUE(machine.is_directory(uR"(C:\a\b)"));
 }
 
 } // namespace
