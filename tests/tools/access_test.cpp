@@ -1,18 +1,10 @@
-#include "support/workspace.hpp"
 #include "tools/run_flfs.hpp"
 
-#include <gtest/gtest.h>
-
 #include <string>
-
-#if FLFS_SYSTEM_IS_SIMULATED
-#include <simulation/machine.hpp>
-#endif
 
 namespace {
 
 using namespace test_support;
-using nlohmann::ordered_json;
 
 struct answer_case
 {
@@ -46,10 +38,10 @@ TEST(FlfsAccess, Answers)
     work.make_directory(work.path(u"dir"));
     for (answer_case const &row : answer_cases) {
         std::string const name = utf8(work.path(row.name));
-        flfs_result const result = run_flfs_on_disk({"access", row.modes, name});
-        EXPECT_EQ(result.exit_code, row.is_yes ? 0 : 1) << row.why;
-        EXPECT_EQ(result.out, (row.is_yes ? "yes  " : "no   ") + name + "\n") << row.why;
-        EXPECT_EQ(result.err, "") << row.why;
+        EXPECT_EQ(
+            run_flfs_on_disk({"access", row.modes, name}),
+            (flfs_result{row.is_yes ? 0 : 1, (row.is_yes ? "yes  " : "no   ") + name + "\n", ""}))
+            << row.why;
     }
 }
 
@@ -59,10 +51,9 @@ TEST(FlfsAccess, AFailureDoesNotStopIt)
     work.make_file(work.path(u"a.txt"));
     std::string const file = utf8(work.path(u"a.txt"));
     std::string const missing = utf8(work.path(u"no"));
-    flfs_result const result = run_flfs_on_disk({"access", "r", missing, "", file});
-    EXPECT_EQ(result.exit_code, 1);
-    EXPECT_EQ(result.out, "yes  " + file + "\n");
-    EXPECT_EQ(result.err, told_of_missing_and_empty("argument", missing));
+    EXPECT_EQ(
+        run_flfs_on_disk({"access", "r", missing, "", file}),
+        (flfs_result{1, "yes  " + file + "\n", told_of_missing_and_empty("argument", missing)}));
 }
 
 TEST(FlfsAccess, AsJson)
@@ -104,14 +95,12 @@ TEST(FlfsAccess, DeniedALook)
     auto const broken =
         machine.fail_every_call_on_name("GetFileAttributesExW", u"C:\\a.txt", ERROR_ACCESS_DENIED);
     EXPECT_EQ(run_flfs_on_disk({"access", "r", "C:\\a.txt"}).out, "no   C:\\a.txt\n");
-    flfs_result const result = run_flfs_on_disk({"access", "e", "C:\\a.txt"});
-    EXPECT_EQ(result.exit_code, 1);
-    EXPECT_EQ(result.out, "");
-    EXPECT_EQ(result.err,
-              "flfs: fl:filesystem:AccessDenied\n"
-              "  pathname: C:\\a.txt\n"
-              "  code:     0\n"
-              "  You have no right to do this. Check the permissions, or ask who owns it.\n");
+    EXPECT_EQ(
+        run_flfs_on_disk({"access", "e", "C:\\a.txt"}),
+        refused(
+            1,
+            report_of("AccessDenied", "pathname", {"C:\\a.txt"},
+                      "You have no right to do this. Check the permissions, or ask who owns it.")));
 }
 
 #endif

@@ -1,37 +1,21 @@
-#include "support/workspace.hpp"
 #include "tools/run_flfs.hpp"
 
-#include <gtest/gtest.h>
-
 #include <string>
-
-#if FLFS_SYSTEM_IS_SIMULATED
-#include <simulation/machine.hpp>
-#endif
 
 namespace {
 
 using namespace test_support;
-using nlohmann::ordered_json;
-
-char const *const not_there =
-    "  code:     0\n"
-    "  The name, or a directory on the way to it, doesn't exist. Check the spelling.\n";
 
 TEST(FlfsAbsolute, WithAndWithoutABase)
 {
     workspace work;
     work.change_directory(work.root());
-    flfs_result const here = run_flfs_on_disk({"absolute", "a/../b", ""});
-    EXPECT_EQ(here.exit_code, 0) << here.err;
-    EXPECT_EQ(here.out, utf8(work.path(u"b")) + "\n(empty)\n");
-    EXPECT_EQ(here.err, "");
+    EXPECT_EQ(run_flfs_on_disk({"absolute", "a/../b", ""}),
+              printed(utf8(work.path(u"b")) + "\n(empty)\n"));
     for (std::vector<std::string> const &arguments :
          {std::vector<std::string>{"absolute", "--base", "C:\\[x]", "a", "C:\\b"},
           {"absolute", "--base=C:\\[x]", "a", "C:\\b"}}) {
-        flfs_result const below = run_flfs_on_disk(arguments);
-        EXPECT_EQ(below.exit_code, 0) << below.err;
-        EXPECT_EQ(below.out, "C:\\[x]\\a\nC:\\b\n");
+        EXPECT_EQ(run_flfs_on_disk(arguments), printed("C:\\[x]\\a\nC:\\b\n"));
     }
 }
 
@@ -40,13 +24,9 @@ TEST(FlfsAbsolute, ABaseInBracketsIsNoList)
     for (std::vector<std::string> const &arguments :
          {std::vector<std::string>{"absolute", "--base", "[x]", "a"},
           {"absolute", "--base=[x]", "a"}}) {
-        flfs_result const result = run_flfs_on_disk(arguments);
-        EXPECT_EQ(result.exit_code, 1);
-        EXPECT_EQ(result.out, "");
-        EXPECT_EQ(result.err, "flfs: fl:filesystem:InvalidArgument\n"
-                              "  argument: a\n"
-                              "  code:     0\n"
-                              "  Invalid path type for base path.\n")
+        EXPECT_EQ(run_flfs_on_disk(arguments),
+                  refused(1, report_of("InvalidArgument", "argument", {"a"},
+                                       "Invalid path type for base path.")))
             << "a relative base is refused, not taken apart";
     }
 }
@@ -55,32 +35,28 @@ TEST(FlfsCanonical, AFailureDoesNotStopIt)
 {
     workspace work;
     work.make_file(work.path(u"dir\\a.txt"));
-    flfs_result const result = run_flfs_on_disk(
-        {"canonical", utf8(work.root()) + "/dir/../no", utf8(work.root()) + "/./dir/../dir/a.txt"});
-    EXPECT_EQ(result.exit_code, 1);
-    EXPECT_EQ(result.out, utf8(work.path(u"dir\\a.txt")) + "\n");
-    EXPECT_EQ(result.err, "flfs: fl:filesystem:PathNotFound\n  argument: " + utf8(work.root()) +
-                              "/dir/../no\n" + not_there);
+    EXPECT_EQ(run_flfs_on_disk({"canonical", utf8(work.root()) + "/dir/../no",
+                                utf8(work.root()) + "/./dir/../dir/a.txt"}),
+              (flfs_result{1, utf8(work.path(u"dir\\a.txt")) + "\n",
+                           report_of("PathNotFound", "argument", {utf8(work.root()) + "/dir/../no"},
+                                     not_there)}));
 }
 
 TEST(FlfsCanonical, BelowABase)
 {
     workspace work;
     work.make_directory(work.path(u"dir\\sub"));
-    flfs_result const result =
-        run_flfs_on_disk({"canonical", "--base", utf8(work.path(u"dir")), "sub\\.."});
-    EXPECT_EQ(result.exit_code, 0) << result.err;
-    EXPECT_EQ(result.out, utf8(work.path(u"dir")) + "\n");
+    EXPECT_EQ(run_flfs_on_disk({"canonical", "--base", utf8(work.path(u"dir")), "sub\\.."}),
+              printed(utf8(work.path(u"dir")) + "\n"));
 }
 
 TEST(FlfsCanonical, Weakly)
 {
     workspace work;
     work.make_directory(work.path(u"dir"));
-    flfs_result const result =
-        run_flfs_on_disk({"canonical", "--weakly", utf8(work.path(u"dir\\no\\..\\new")), "no\\x"});
-    EXPECT_EQ(result.exit_code, 0) << result.err;
-    EXPECT_EQ(result.out, utf8(work.path(u"dir\\new")) + "\nno\\x\n");
+    EXPECT_EQ(
+        run_flfs_on_disk({"canonical", "--weakly", utf8(work.path(u"dir\\no\\..\\new")), "no\\x"}),
+        printed(utf8(work.path(u"dir\\new")) + "\nno\\x\n"));
 }
 
 TEST(FlfsCanonical, AsJson)
@@ -105,11 +81,9 @@ TEST(FlfsRelative, BetweenDirectories)
     workspace work;
     work.make_file(work.path(u"a\\x.txt"));
     work.make_directory(work.path(u"b\\c"));
-    flfs_result const result =
-        run_flfs_on_disk({"relative", utf8(work.path(u"a\\x.txt")), utf8(work.path(u"b\\c"))});
-    EXPECT_EQ(result.exit_code, 0) << result.err;
-    EXPECT_EQ(result.out, "..\\..\\a\\x.txt\n");
-    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(
+        run_flfs_on_disk({"relative", utf8(work.path(u"a\\x.txt")), utf8(work.path(u"b\\c"))}),
+        printed("..\\..\\a\\x.txt\n"));
 }
 
 TEST(FlfsExists, Answers)
@@ -118,10 +92,8 @@ TEST(FlfsExists, Answers)
     work.make_file(work.path(u"a.txt"));
     std::string const file = utf8(work.path(u"a.txt"));
     std::string const missing = utf8(work.path(u"no"));
-    flfs_result const both = run_flfs_on_disk({"exists", file, missing});
-    EXPECT_EQ(both.exit_code, 1);
-    EXPECT_EQ(both.out, "yes  " + file + "\nno   " + missing + "\n");
-    EXPECT_EQ(both.err, "");
+    EXPECT_EQ(run_flfs_on_disk({"exists", file, missing}),
+              (flfs_result{1, "yes  " + file + "\nno   " + missing + "\n", ""}));
     EXPECT_EQ(run_flfs_on_disk({"exists", file}).exit_code, 0);
     EXPECT_EQ(ordered_json::parse(run_flfs_on_disk({"exists", "--json", missing}).out).at(0),
               (ordered_json{{"pathname", missing}, {"exists", false}, {"failure", nullptr}}));
@@ -134,14 +106,9 @@ TEST(FlfsSame, Answers)
     work.make_file(work.path(u"b.txt"));
     std::string const a = utf8(work.path(u"a.txt"));
     std::string const b = utf8(work.path(u"b.txt"));
-    flfs_result const same = run_flfs_on_disk({"same", a, utf8(work.root()) + "/./a.txt"});
-    EXPECT_EQ(same.exit_code, 0) << same.err;
-    EXPECT_EQ(same.out, "yes\n");
+    EXPECT_EQ(run_flfs_on_disk({"same", a, utf8(work.root()) + "/./a.txt"}), printed("yes\n"));
     for (std::string const &other : {b, utf8(work.path(u"no"))}) {
-        flfs_result const result = run_flfs_on_disk({"same", a, other});
-        EXPECT_EQ(result.exit_code, 1) << other;
-        EXPECT_EQ(result.out, "no\n") << other;
-        EXPECT_EQ(result.err, "") << other;
+        EXPECT_EQ(run_flfs_on_disk({"same", a, other}), (flfs_result{1, "no\n", ""})) << other;
     }
     EXPECT_EQ(ordered_json::parse(run_flfs_on_disk({"same", "--json", a, b}).out),
               (ordered_json{{"pathnames", {a, b}}, {"same", false}, {"failure", nullptr}}));
@@ -151,11 +118,8 @@ TEST(FlfsSame, NeitherIsThere)
 {
     workspace work;
     std::string const one = utf8(work.path(u"no"));
-    flfs_result const result = run_flfs_on_disk({"same", one, utf8(work.path(u"none"))});
-    EXPECT_EQ(result.exit_code, 1);
-    EXPECT_EQ(result.out, "");
-    EXPECT_EQ(result.err,
-              "flfs: fl:filesystem:PathNotFound\n  pathname: " + one + "\n" + not_there);
+    EXPECT_EQ(run_flfs_on_disk({"same", one, utf8(work.path(u"none"))}),
+              refused(1, report_of("PathNotFound", "pathname", {one}, not_there)));
 }
 
 TEST(FlfsForms, OfAPathname)
@@ -192,9 +156,7 @@ TEST(FlfsRelative, BetweenDrivesThereIsNoWay)
 {
     simulated_machine machine;
     machine.add_drive(u'D').add_directory(u"D:\\dir");
-    flfs_result const result = run_flfs_on_disk({"relative", "D:\\dir", "C:\\"});
-    EXPECT_EQ(result.exit_code, 0) << result.err;
-    EXPECT_EQ(result.out, "(empty)\n");
+    EXPECT_EQ(run_flfs_on_disk({"relative", "D:\\dir", "C:\\"}), printed("(empty)\n"));
     EXPECT_EQ(ordered_json::parse(run_flfs_on_disk({"relative", "--json", "D:\\dir", "C:\\"}).out)
                   .at(0)
                   .at("result"),
@@ -205,23 +167,19 @@ TEST(FlfsUnc, OnAMappedDrive)
 {
     simulated_machine machine;
     machine.add_share(u"server", u"share").map_drive(u'X', u"server", u"share");
-    flfs_result const result = run_flfs_on_disk({"unc", "X:/dir/a.txt"});
-    EXPECT_EQ(result.exit_code, 0) << result.err;
-    EXPECT_EQ(result.out, "\\\\server\\share\\dir\\a.txt\n");
+    EXPECT_EQ(run_flfs_on_disk({"unc", "X:/dir/a.txt"}),
+              printed("\\\\server\\share\\dir\\a.txt\n"));
 }
 
 TEST(FlfsUnc, ElsewhereOnlyIfTolerated)
 {
     simulated_machine machine;
     EXPECT_EQ(run_flfs_on_disk({"unc", "--tolerant", "C:/dir//a.txt"}).out, "C:\\dir\\a.txt\n");
-    flfs_result const result = run_flfs_on_disk({"unc", "C:/dir//a.txt"});
-    EXPECT_EQ(result.exit_code, 1);
-    EXPECT_EQ(result.out, "");
-    EXPECT_EQ(result.err, "flfs: fl:filesystem:SystemError\n"
-                          "  pathname: C:\\dir\\a.txt\n"
-                          "  code:     0\n"
-                          "  It isn't on a drive that stands for a share. `net use` lists these; "
-                          "--tolerant shows the pathname.\n");
+    EXPECT_EQ(
+        run_flfs_on_disk({"unc", "C:/dir//a.txt"}),
+        refused(1, report_of("SystemError", "pathname", {"C:\\dir\\a.txt"},
+                             "It isn't on a drive that stands for a share. `net use` lists these; "
+                             "--tolerant shows the pathname.")));
 }
 
 #endif

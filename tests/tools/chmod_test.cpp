@@ -1,16 +1,9 @@
 #include "flfs/status_text.hpp"
-#include "support/workspace.hpp"
 #include "tools/run_flfs.hpp"
 
 #include <fl/filesystem/operations.hpp>
 
-#include <gtest/gtest.h>
-
 #include <string>
-
-#if FLFS_SYSTEM_IS_SIMULATED
-#include <simulation/machine.hpp>
-#endif
 
 namespace {
 
@@ -76,10 +69,9 @@ TEST(FlfsChmod, AFailureDoesNotStopIt)
     std::string const missing = fl::filesystem::to_utf8(work.path(u"no"));
     std::string const file = fl::filesystem::to_utf8(work.path(u"a.txt"));
     work.make_file(work.path(u"a.txt"));
-    flfs_result const result = run_flfs_on_disk({"chmod", "+w", missing, "", file});
-    EXPECT_EQ(result.exit_code, 1);
-    EXPECT_EQ(result.out, "changed " + file + "\n");
-    EXPECT_EQ(result.err, told_of_missing_and_empty("pathname", missing));
+    EXPECT_EQ(
+        run_flfs_on_disk({"chmod", "+w", missing, "", file}),
+        (flfs_result{1, "changed " + file + "\n", told_of_missing_and_empty("pathname", missing)}));
 }
 
 #if FLFS_SYSTEM_IS_SIMULATED
@@ -145,13 +137,10 @@ TEST(FlfsChmod, Denied)
 {
     simulated_machine machine;
     machine.add_file(u"C:\\a.txt").deny(u"C:\\a.txt", simulation::right::write);
-    flfs_result const result = run_flfs_on_disk({"chmod", "-w", "C:\\a.txt"});
-    EXPECT_EQ(result.exit_code, 1);
-    EXPECT_EQ(result.out, "");
-    EXPECT_EQ(result.err, "flfs: fl:filesystem:AccessDenied\n"
-                          "  pathname: C:\\a.txt\n"
-                          "  code:     0\n"
-                          "  You have no right to change its attributes. Ask who owns it.\n");
+    EXPECT_EQ(
+        run_flfs_on_disk({"chmod", "-w", "C:\\a.txt"}),
+        refused(1, report_of("AccessDenied", "pathname", {"C:\\a.txt"},
+                             "You have no right to change its attributes. Ask who owns it.")));
 }
 
 #endif

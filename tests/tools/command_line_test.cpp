@@ -1,7 +1,5 @@
 #include "tools/run_flfs.hpp"
 
-#include <gtest/gtest.h>
-
 #include <string>
 #include <vector>
 
@@ -172,10 +170,7 @@ usage_case const usage_cases[] = {
 TEST(FlfsCommandLine, WrongUsage)
 {
     for (usage_case const &row : usage_cases) {
-        flfs_result const result = run_flfs(row.arguments);
-        EXPECT_EQ(result.exit_code, 2) << row.why;
-        EXPECT_EQ(result.out, "") << row.why;
-        EXPECT_EQ(result.err, row.err) << row.why;
+        EXPECT_EQ(run_flfs(row.arguments), refused(2, row.err)) << row.why;
     }
 }
 
@@ -255,10 +250,7 @@ TEST(FlfsCommandLine, Help)
 
 TEST(FlfsCommandLine, Version)
 {
-    flfs_result const result = run_flfs({"--version"});
-    EXPECT_EQ(result.exit_code, 0);
-    EXPECT_EQ(result.out, "flfs 0.2.0\n");
-    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(run_flfs({"--version"}), printed("flfs 0.2.0\n"));
 }
 
 struct word_case
@@ -345,11 +337,11 @@ TEST(FlfsCommandLine, CommandsOnDisksAreRefusedWhereThereIsNoWindows)
     for (refused_case const &row : refused_cases) {
         flfs_result const result = run_flfs(row.arguments);
         std::string const name = row.arguments.front();
-        EXPECT_EQ(result.exit_code, 2) << name;
-        EXPECT_EQ(result.out, "") << name;
-        EXPECT_EQ(result.err, "flfs: " + name +
-                                  " works on Windows only: there is no Windows file system to " +
-                                  row.use + " here.\n");
+        EXPECT_EQ(result,
+                  refused(2, "flfs: " + name +
+                                 " works on Windows only: there is no Windows file system to " +
+                                 row.use + " here.\n"))
+            << name;
     }
 }
 

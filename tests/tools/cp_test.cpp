@@ -1,14 +1,7 @@
 #include "flfs/tour/disk.hpp"
-#include "support/workspace.hpp"
 #include "tools/run_flfs.hpp"
 
-#include <gtest/gtest.h>
-
 #include <string>
-
-#if FLFS_SYSTEM_IS_SIMULATED
-#include <simulation/machine.hpp>
-#endif
 
 namespace {
 
@@ -21,10 +14,8 @@ TEST(FlfsCp, AFileAndATree)
     work.make_file(work.path(u"from\\sub\\b.txt"), "2");
     std::string const from = utf8(work.path(u"from"));
     std::string const to = utf8(work.path(u"to"));
-    flfs_result const flat = run_flfs_on_disk({"cp", utf8(work.root()) + "/from", to});
-    EXPECT_EQ(flat.exit_code, 0) << flat.err;
-    EXPECT_EQ(flat.out, "copied " + from + " -> " + to + "\n");
-    EXPECT_EQ(flat.err, "");
+    EXPECT_EQ(run_flfs_on_disk({"cp", utf8(work.root()) + "/from", to}),
+              printed("copied " + from + " -> " + to + "\n"));
     EXPECT_EQ(work.entries(work.path(u"to")), std::vector<std::u16string>{u"a.txt"});
     EXPECT_EQ(run_flfs_on_disk({"cp", "--recursive", from, to}).exit_code, 1)
         << "a.txt is there by now";
@@ -59,16 +50,12 @@ TEST(FlfsCp, OverAFileThatIsThere)
         std::vector<std::string> arguments = {"cp"};
         arguments.insert(arguments.end(), row.options.begin(), row.options.end());
         arguments.insert(arguments.end(), {from, to});
-        flfs_result const result = run_flfs_on_disk(arguments);
-        EXPECT_EQ(result.exit_code, row.exit_code) << result.err;
-        EXPECT_EQ(result.out, row.exit_code == 0 ? row.said + from + " -> " + to + "\n" : "");
-        EXPECT_EQ(result.err,
+        EXPECT_EQ(run_flfs_on_disk(arguments),
                   row.exit_code == 0
-                      ? ""
-                      : "flfs: fl:filesystem:FileExistsError\n  pathname: " + to +
-                            "\n  code:     0\n"
-                            "  Something of that name is there already. Choose another name, or "
-                            "remove it first.\n");
+                      ? printed(row.said + from + " -> " + to + "\n")
+                      : refused(1, report_of("FileExistsError", "pathname", {to},
+                                             "Something of that name is there already. Choose "
+                                             "another name, or remove it first.")));
         EXPECT_EQ(flfs::tour::content_of(work.path(u"b.txt")), row.content);
     }
 }
@@ -85,24 +72,21 @@ TEST(FlfsCp, AsDirectory)
     std::string const file = from + "\\a.txt";
     flfs_result const result =
         run_flfs_on_disk({"cp", "--as", "directory", file, utf8(work.path(u"no"))});
-    EXPECT_EQ(result.exit_code, 1);
-    EXPECT_EQ(result.err, "flfs: fl:filesystem:NotDirectoryError\n  pathname: " + file +
-                              "\n  code:     0\n"
-                              "  A directory is needed here, and this is something else. Check the "
-                              "pathname.\n");
+    EXPECT_EQ(
+        result,
+        refused(
+            1, report_of(
+                   "NotDirectoryError", "pathname", {file},
+                   "A directory is needed here, and this is something else. Check the pathname.")));
 }
 
 TEST(FlfsCp, OptionsThatTheLibraryRefusesTogether)
 {
-    flfs_result const result = run_flfs_on_disk({"cp", "--update", "--overwrite", "a", "b"});
-    EXPECT_EQ(result.exit_code, 1);
-    EXPECT_EQ(result.out, "");
-    EXPECT_EQ(result.err, "flfs: fl:filesystem:InvalidArgument\n"
-                          "  argument: a\n"
-                          "  and:      b\n"
-                          "  code:     0\n"
-                          "  Invalid combination selected: overwrite_if_exists, skip_existing & "
-                          "update_existing cannot be used together.\n");
+    EXPECT_EQ(
+        run_flfs_on_disk({"cp", "--update", "--overwrite", "a", "b"}),
+        refused(1, report_of("InvalidArgument", "argument", {"a", "b"},
+                             "Invalid combination selected: overwrite_if_exists, skip_existing & "
+                             "update_existing cannot be used together.")));
 }
 
 TEST(FlfsCp, OntoItself)
@@ -111,11 +95,11 @@ TEST(FlfsCp, OntoItself)
     work.make_file(work.path(u"a.txt"));
     std::string const name = utf8(work.path(u"a.txt"));
     flfs_result const result = run_flfs_on_disk({"cp", name, name});
-    EXPECT_EQ(result.exit_code, 1);
-    EXPECT_EQ(result.err,
-              "flfs: fl:filesystem:SystemError\n  pathname: " + name + "\n  and:      " + name +
-                  "\n  code:     17\n"
-                  "  They are the same, or a file stands where a directory is to go.\n");
+    EXPECT_EQ(
+        result,
+        refused(1,
+                report_of("SystemError", "pathname", {name, name},
+                          "They are the same, or a file stands where a directory is to go.", 17)));
 }
 
 #if FLFS_SYSTEM_IS_SIMULATED
@@ -184,13 +168,14 @@ TEST(FlfsCp, ALinkOverAFile)
     machine.add_file(u"C:\\a.txt", "x").add_symbolic_link(u"C:\\link", u"a.txt");
     machine.add_file(u"C:\\b.txt", "y");
     flfs_result const result = run_flfs_on_disk({"cp", "-P", "C:\\link", "C:\\b.txt"});
-    EXPECT_EQ(result.exit_code, 1);
-    EXPECT_EQ(result.err, "flfs: fl:filesystem:SystemError\n"
-                          "  pathname: C:\\link\n"
-                          "  and:      C:\\b.txt\n"
-                          "  code:     130\n"
-                          "  A link can't be copied over something that is there, and devices "
-                          "can't be copied.\n");
+    EXPECT_EQ(
+        result,
+        refused(
+            1,
+            report_of(
+                "SystemError", "pathname", {"C:\\link", "C:\\b.txt"},
+                "A link can't be copied over something that is there, and devices can't be copied.",
+                130)));
     EXPECT_EQ(machine.content(u"C:\\b.txt"), "y");
 }
 

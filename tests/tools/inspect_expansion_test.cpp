@@ -5,14 +5,11 @@
 
 #include "tools/run_flfs.hpp"
 
-#include <gtest/gtest.h>
-
 #include <simulation/machine.hpp>
 
 namespace {
 
 using namespace test_support;
-using nlohmann::ordered_json;
 
 TEST(FlfsInspectExpansion, PlainMachineStandsInTheRootOfC)
 {

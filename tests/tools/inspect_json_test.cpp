@@ -1,7 +1,5 @@
 #include "tools/run_flfs.hpp"
 
-#include <gtest/gtest.h>
-
 #include <optional>
 #include <string>
 #include <vector>
@@ -9,7 +7,6 @@
 namespace {
 
 using namespace test_support;
-using nlohmann::ordered_json;
 
 /// What is asked of the text as given.
 struct kind_case

@@ -1,7 +1,5 @@
 #include "tools/run_flfs.hpp"
 
-#include <gtest/gtest.h>
-
 #include <string>
 
 namespace {
@@ -88,17 +86,14 @@ TEST(FlfsInspect, WholeOutput)
                    ^^^       stem       foo
                        ^^^   extension  txt
 )";
-    flfs_result const result = run_flfs({"inspect", R"(\\server\share\foo.txt)"});
-    EXPECT_EQ(result.exit_code, 0);
-    EXPECT_EQ(result.err, "");
-    EXPECT_EQ(result.out, flfs::system_is_simulated ? expected + simulated_note : expected);
+    EXPECT_EQ(run_flfs({"inspect", R"(\\server\share\foo.txt)"}),
+              printed(flfs::system_is_simulated ? expected + simulated_note : expected));
 }
 
 TEST(FlfsInspect, BrieflyTheTypeAndTheDrawing)
 {
-    flfs_result const result = run_flfs({"inspect", "--brief", "C:/dir//a.b", R"(\\server\share)"});
-    EXPECT_EQ(result.exit_code, 0);
-    EXPECT_EQ(result.out, R"(C:/dir//a.b
+    EXPECT_EQ(run_flfs({"inspect", "--brief", "C:/dir//a.b", R"(\\server\share)"}),
+              printed(R"(C:/dir//a.b
     PATH_TYPE_DRIVE_ABSOLUTE; as given PATH_TYPE_DRIVE_RELATIVE
 
     C:\dir\a.b
@@ -114,7 +109,7 @@ TEST(FlfsInspect, BrieflyTheTypeAndTheDrawing)
     ^^^^^^^^^        root       \\server\
     ^^^^^^^^^        parent     \\server\
              ^^^^^   stem       share
-)");
+)"));
 }
 
 TEST(FlfsInspect, BrieflyAndAsJsonExcludeEachOther)

@@ -1,22 +1,14 @@
-#include "support/workspace.hpp"
 #include "tools/run_flfs.hpp"
 
 #include <fl/filesystem/queries.hpp>
-
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <string>
 #include <vector>
 
-#if FLFS_SYSTEM_IS_SIMULATED
-#include <simulation/machine.hpp>
-#endif
-
 namespace {
 
 namespace fs = fl::filesystem;
-using nlohmann::ordered_json;
 using namespace test_support;
 
 /// The lines below the heading, in any order, without their times.
@@ -90,13 +82,9 @@ TEST(FlfsLs, AFailureDoesNotStopIt)
     make_entries(work);
     std::string const missing = utf8(work.path(u"no"));
     std::string const deep = utf8(work.path(u"dir\\sub\\deep"));
-    flfs_result const result = run_flfs_on_disk({"ls", missing, deep});
-    EXPECT_EQ(result.exit_code, 1);
-    EXPECT_EQ(result.out, missing + '\n' + deep + '\n');
-    EXPECT_EQ(result.err, "flfs: fl:filesystem:PathNotFound\n  pathname: " + missing +
-                              "\n  code:     0\n"
-                              "  The name, or a directory on the way to it, doesn't exist. Check "
-                              "the spelling.\n");
+    EXPECT_EQ(run_flfs_on_disk({"ls", missing, deep}),
+              (flfs_result{1, missing + '\n' + deep + '\n',
+                           report_of("PathNotFound", "pathname", {missing}, not_there)}));
 }
 
 TEST(FlfsLs, AsJson)
@@ -129,10 +117,9 @@ TEST(FlfsTree, IsDrawn)
 {
     workspace work;
     work.make_file(work.path(u"dir\\sub\\deep\\c.txt"));
-    flfs_result const result = run_flfs_on_disk({"tree", utf8(work.path(u"dir"))});
-    EXPECT_EQ(result.exit_code, 0) << result.err;
-    EXPECT_EQ(result.out,
-              utf8(work.path(u"dir")) + "\n    sub\\\n        deep\\\n            c.txt\n");
+    EXPECT_EQ(
+        run_flfs_on_disk({"tree", utf8(work.path(u"dir"))}),
+        printed(utf8(work.path(u"dir")) + "\n    sub\\\n        deep\\\n            c.txt\n"));
 }
 
 #if FLFS_SYSTEM_IS_SIMULATED
@@ -198,9 +185,8 @@ TEST(FlfsLs, ADirectoryThatMayNotBeListed)
     EXPECT_EQ(result.out, "C:\\dir\n    a\\\n");
     EXPECT_EQ(result.err.rfind("flfs: fl:filesystem:AccessDenied\n  pathname: C:\\dir\\a\n", 0), 0u)
         << result.err;
-    flfs_result const skipping = run_flfs_on_disk({"tree", "--skip-denied", "C:\\dir"});
-    EXPECT_EQ(skipping.exit_code, 0) << skipping.err;
-    EXPECT_EQ(skipping.out, "C:\\dir\n    a\\\n    b\\\n        y\n");
+    EXPECT_EQ(run_flfs_on_disk({"tree", "--skip-denied", "C:\\dir"}),
+              printed("C:\\dir\n    a\\\n    b\\\n        y\n"));
 }
 
 TEST(FlfsLs, NamesThatNoPathnameLeadsTo)

@@ -1,13 +1,6 @@
-#include "support/workspace.hpp"
 #include "tools/run_flfs.hpp"
 
-#include <gtest/gtest.h>
-
 #include <string>
-
-#if FLFS_SYSTEM_IS_SIMULATED
-#include <simulation/machine.hpp>
-#endif
 
 namespace {
 
@@ -19,10 +12,8 @@ TEST(FlfsLn, AShortcut)
     work.make_directory(work.path(u"dir"));
     std::string const target = utf8(work.path(u"dir"));
     std::string const link = utf8(work.path(u"to dir.lnk"));
-    flfs_result const result = run_flfs_on_disk({"ln", "--shortcut", target, link});
-    EXPECT_EQ(result.exit_code, 0) << result.err;
-    EXPECT_EQ(result.out, "made " + link + " -> " + target + "\n");
-    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(run_flfs_on_disk({"ln", "--shortcut", target, link}),
+              printed("made " + link + " -> " + target + "\n"));
     EXPECT_EQ(run_flfs_on_disk({"readlink", link}).out,
               link + "\n    kind  shortcut\n    text  " + target + "\n");
 }
@@ -32,15 +23,9 @@ TEST(FlfsLn, AShortcutNeedsItsExtension)
     workspace work;
     std::string const target = utf8(work.path(u"a.txt"));
     std::string const link = utf8(work.path(u"link"));
-    flfs_result const result = run_flfs_on_disk({"ln", "--shortcut", target, link});
-    EXPECT_EQ(result.exit_code, 1);
-    EXPECT_EQ(result.out, "");
-    EXPECT_EQ(result.err, "flfs: fl:filesystem:InvalidArgument\n"
-                          "  argument: " +
-                              target + "\n  and:      " + link +
-                              "\n"
-                              "  code:     0\n"
-                              "  Shortcut path input must have .lnk file extension.\n");
+    EXPECT_EQ(run_flfs_on_disk({"ln", "--shortcut", target, link}),
+              refused(1, report_of("InvalidArgument", "argument", {target, link},
+                                   "Shortcut path input must have .lnk file extension.")));
     EXPECT_FALSE(work.exists(work.path(u"link")));
 }
 
@@ -88,14 +73,11 @@ TEST(FlfsLn, AnExistingLinkIsToBlame)
 {
     simulated_machine machine;
     machine.add_file(u"C:\\link", "x");
-    flfs_result const result = run_flfs_on_disk({"ln", "-s", "C:\\target", "C:\\link"});
-    EXPECT_EQ(result.exit_code, 1);
-    EXPECT_EQ(result.out, "");
-    EXPECT_EQ(result.err, "flfs: fl:filesystem:FileExistsError\n"
-                          "  argument: C:\\link\n"
-                          "  code:     0\n"
-                          "  Something of that name is there already. Choose another name, or "
-                          "remove it first.\n");
+    EXPECT_EQ(
+        run_flfs_on_disk({"ln", "-s", "C:\\target", "C:\\link"}),
+        refused(1, report_of("FileExistsError", "argument", {"C:\\link"},
+                             "Something of that name is there already. Choose another name, or "
+                             "remove it first.")));
     EXPECT_EQ(machine.content(u"C:\\link"), "x");
 }
 
@@ -103,13 +85,11 @@ TEST(FlfsLn, WithoutTheRightToMakeLinks)
 {
     simulated_machine machine;
     machine.deny_symbolic_links();
-    flfs_result const result = run_flfs_on_disk({"ln", "-s", "C:\\target", "C:\\link"});
-    EXPECT_EQ(result.exit_code, 1);
-    EXPECT_EQ(result.err, "flfs: fl:filesystem:SystemError\n"
-                          "  argument: C:\\link\n"
-                          "  code:     1314\n"
-                          "  You have no right to make symbolic links. Turn on Windows' developer "
-                          "mode, or be an administrator.\n");
+    EXPECT_EQ(run_flfs_on_disk({"ln", "-s", "C:\\target", "C:\\link"}),
+              refused(1, report_of("SystemError", "argument", {"C:\\link"},
+                                   "You have no right to make symbolic links. Turn on Windows' "
+                                   "developer mode, or be an administrator.",
+                                   1314)));
     EXPECT_FALSE(machine.exists(u"C:\\link"));
 }
 
@@ -119,15 +99,16 @@ TEST(FlfsLn, ATargetBeyondAsciiMayBeToBlame)
     machine.add_file(u"C:\\a.\u00E9\u00E9\u00E9");
     std::string const target = "C:\\a.\xC3\xA9\xC3\xA9\xC3\xA9";
     flfs_result const result = run_flfs_on_disk({"ln", "-s", target, "C:\\link"});
-    EXPECT_EQ(result.exit_code, 1);
-    EXPECT_EQ(result.err,
-              "flfs: foundation::ustring::CtypeInvalidCharacter\n"
-              "  argument: " +
-                  target +
-                  "\n"
-                  "  and:      C:\\link\n"
-                  "  code:     0\n"
-                  "  An extension of three characters must be ASCII here. Rename the file.\n");
+    EXPECT_EQ(
+        result,
+        refused(1,
+                "flfs: foundation::ustring::CtypeInvalidCharacter\n"
+                "  argument: " +
+                    target +
+                    "\n"
+                    "  and:      C:\\link\n"
+                    "  code:     0\n"
+                    "  An extension of three characters must be ASCII here. Rename the file.\n"));
 }
 
 #endif

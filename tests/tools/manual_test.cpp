@@ -2,8 +2,6 @@
 
 #include "flfs/suggestion.hpp"
 
-#include <gtest/gtest.h>
-
 #include <string>
 
 namespace {

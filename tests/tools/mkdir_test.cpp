@@ -1,7 +1,5 @@
 #include "tools/run_flfs.hpp"
 
-#include <gtest/gtest.h>
-
 #include <string>
 
 #if FLFS_SYSTEM_IS_SIMULATED
@@ -13,11 +11,9 @@ using namespace test_support;
 TEST(FlfsMkdir, IsRefusedWhereThereIsNoWindows)
 {
     for (char const *option : {"--parents", "-p", "other"}) {
-        flfs_result const result = run_flfs({"mkdir", option, "C:\\dir"});
-        EXPECT_EQ(result.exit_code, 2) << option;
-        EXPECT_EQ(result.out, "") << option;
-        EXPECT_EQ(result.err, "flfs: mkdir works on Windows only: there is no Windows file system "
-                              "to change here.\n")
+        EXPECT_EQ(run_flfs({"mkdir", option, "C:\\dir"}),
+                  refused(2, "flfs: mkdir works on Windows only: there is no Windows file system "
+                             "to change here.\n"))
             << option;
     }
 }
@@ -97,33 +93,25 @@ private:
 
 TEST_F(FlfsMkdir, MakesDirectoriesInOrder)
 {
-    flfs_result const result = run_flfs({"mkdir", path(u"a"), path(u"a\\b")});
-    EXPECT_EQ(result.exit_code, 0) << result.err;
-    EXPECT_EQ(result.out, "made " + path(u"a") + "\nmade " + path(u"a\\b") + "\n");
-    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(run_flfs({"mkdir", path(u"a"), path(u"a\\b")}),
+              printed("made " + path(u"a") + "\nmade " + path(u"a\\b") + "\n"));
     EXPECT_TRUE(is_directory(u"a\\b"));
 }
 
 TEST_F(FlfsMkdir, ShowsTheNativeForm)
 {
-    flfs_result const result = run_flfs({"mkdir", path(u"") + "/a//"});
-    EXPECT_EQ(result.exit_code, 0) << result.err;
-    EXPECT_EQ(result.out, "made " + path(u"a") + "\n");
+    EXPECT_EQ(run_flfs({"mkdir", path(u"") + "/a//"}), printed("made " + path(u"a") + "\n"));
     EXPECT_TRUE(is_directory(u"a"));
 }
 
 TEST_F(FlfsMkdir, MissingParentStopsIt)
 {
-    flfs_result const result = run_flfs({"mkdir", path(u"a"), path(u"no\\dir"), path(u"b")});
-    EXPECT_EQ(result.exit_code, 1);
-    EXPECT_EQ(result.out, "made " + path(u"a") + "\n");
-    EXPECT_EQ(result.err,
-              "flfs: fl:filesystem:PathNotFound\n"
-              "  pathname: " +
-                  path(u"no\\dir") +
-                  "\n"
-                  "  code:     0\n"
-                  "  The directory above it doesn't exist. Use --parents to make it, too.\n");
+    EXPECT_EQ(
+        run_flfs({"mkdir", path(u"a"), path(u"no\\dir"), path(u"b")}),
+        (flfs_result{
+            1, "made " + path(u"a") + "\n",
+            report_of("PathNotFound", "pathname", {path(u"no\\dir")},
+                      "The directory above it doesn't exist. Use --parents to make it, too.")}));
     EXPECT_FALSE(exists(u"no"));
     EXPECT_FALSE(exists(u"b")) << "nothing is made behind a failure";
 }
@@ -132,9 +120,7 @@ TEST_F(FlfsMkdir, ParentsMakesWhatIsMissing)
 {
     for (char const *option : {"--parents", "-p"}) {
         std::u16string const chain = option[1] == 'p' ? u"p\\q\\r" : u"x\\y\\z";
-        flfs_result const result = run_flfs({"mkdir", option, path(chain)});
-        EXPECT_EQ(result.exit_code, 0) << result.err;
-        EXPECT_EQ(result.out, "made " + path(chain) + "\n");
+        EXPECT_EQ(run_flfs({"mkdir", option, path(chain)}), printed("made " + path(chain) + "\n"));
         EXPECT_TRUE(is_directory(chain)) << option;
     }
 }
@@ -143,31 +129,20 @@ TEST_F(FlfsMkdir, ExistingDirectoryIsAFailure)
 {
     run_flfs({"mkdir", path(u"a")});
     for (char const *option : {"--parents", "--"}) {
-        flfs_result const result = run_flfs({"mkdir", option, path(u"a")});
-        EXPECT_EQ(result.exit_code, 1) << option;
-        EXPECT_EQ(result.out, "") << option;
         EXPECT_EQ(
-            result.err,
-            "flfs: fl:filesystem:FileExistsError\n"
-            "  pathname: " +
-                path(u"a") +
-                "\n"
-                "  code:     0\n"
-                "  Something of that name is there already. Choose another name, or remove it "
-                "first.\n")
+            run_flfs({"mkdir", option, path(u"a")}),
+            refused(1, report_of("FileExistsError", "pathname", {path(u"a")},
+                                 "Something of that name is there already. Choose another name, "
+                                 "or remove it first.")))
             << option;
     }
 }
 
 TEST_F(FlfsMkdir, EmptyPathname)
 {
-    flfs_result const result = run_flfs({"mkdir", ""});
-    EXPECT_EQ(result.exit_code, 1);
-    EXPECT_EQ(result.out, "");
-    EXPECT_EQ(result.err, "flfs: fl:filesystem:InvalidArgument\n"
-                          "  argument: (empty)\n"
-                          "  code:     0\n"
-                          "  Empty Path not permitted.\n");
+    EXPECT_EQ(run_flfs({"mkdir", ""}),
+              refused(1, report_of("InvalidArgument", "argument", {"(empty)"},
+                                   "Empty Path not permitted.")));
 }
 
 TEST_F(FlfsMkdir, PathnameBeyondTheOldLimit)
@@ -181,9 +156,7 @@ TEST_F(FlfsMkdir, PathnameBeyondTheOldLimit)
 TEST_F(FlfsMkdir, NameBeyondAscii)
 {
     std::u16string const name = {u'\u00E9', 0xD83D, 0xDE00};
-    flfs_result const result = run_flfs({"mkdir", path(name)});
-    EXPECT_EQ(result.exit_code, 0) << result.err;
-    EXPECT_EQ(result.out, "made " + path(name) + "\n");
+    EXPECT_EQ(run_flfs({"mkdir", path(name)}), printed("made " + path(name) + "\n"));
     EXPECT_TRUE(is_directory(name));
 }
 

@@ -1,18 +1,10 @@
-#include "support/workspace.hpp"
 #include "tools/run_flfs.hpp"
 
-#include <gtest/gtest.h>
-
 #include <string>
-
-#if FLFS_SYSTEM_IS_SIMULATED
-#include <simulation/machine.hpp>
-#endif
 
 namespace {
 
 using namespace test_support;
-using nlohmann::ordered_json;
 
 TEST(FlfsCd, ShowsWhatHasChanged)
 {
@@ -48,13 +40,8 @@ TEST(FlfsCd, AFailureChangesNothing)
     work.make_file(work.path(u"a.txt"));
     work.change_directory(work.root());
     std::string const missing = utf8(work.path(u"no"));
-    flfs_result const result = run_flfs_on_disk({"cd", missing});
-    EXPECT_EQ(result.exit_code, 1);
-    EXPECT_EQ(result.out, "");
-    EXPECT_EQ(result.err, "flfs: fl:filesystem:PathNotFound\n  pathname: " + missing +
-                              "\n  code:     0\n"
-                              "  The name, or a directory on the way to it, doesn't exist. Check "
-                              "the spelling.\n");
+    EXPECT_EQ(run_flfs_on_disk({"cd", missing}),
+              refused(1, report_of("PathNotFound", "pathname", {missing}, not_there)));
     EXPECT_EQ(run_flfs_on_disk({"absolute", "x"}).out, utf8(work.path(u"x")) + "\n");
 }
 
@@ -104,21 +91,18 @@ TEST(FlfsCd, AServerHasNoVariable)
 TEST(FlfsCd, TheEmptyPathnameStays)
 {
     simulated_machine machine;
-    flfs_result const result = run_flfs_on_disk({"cd", ""});
-    EXPECT_EQ(result.exit_code, 0) << result.err;
-    EXPECT_EQ(result.out, "directory  C:\\ -> C:\\\n");
+    EXPECT_EQ(run_flfs_on_disk({"cd", ""}), printed("directory  C:\\ -> C:\\\n"));
 }
 
 TEST(FlfsDf, Readable)
 {
     simulated_machine machine;
     machine.set_volume_space(u"C:\\", 1536ULL << 30, 1023, 2047);
-    flfs_result const result = run_flfs_on_disk({"df", "C:/"});
-    EXPECT_EQ(result.exit_code, 0) << result.err;
-    EXPECT_EQ(result.out, "C:\\\n"
-                          "    capacity   1649267441664 bytes (1.5 TiB)\n"
-                          "    free       1023 bytes\n"
-                          "    available  2047 bytes (1.9 KiB)\n");
+    EXPECT_EQ(run_flfs_on_disk({"df", "C:/"}),
+              printed("C:\\\n"
+                      "    capacity   1649267441664 bytes (1.5 TiB)\n"
+                      "    free       1023 bytes\n"
+                      "    available  2047 bytes (1.9 KiB)\n"));
 }
 
 // The library finds the installation once for each process, so all tests of this program
@@ -127,20 +111,17 @@ TEST(FlfsWhere, TheModuleWhereNoInstallationIs)
 {
     simulated_machine machine;
     machine.add_file(u"C:\\program\\program.exe");
-    flfs_result const plain = run_flfs_on_disk({"where"});
-    EXPECT_EQ(plain.exit_code, 0) << plain.err;
-    EXPECT_EQ(plain.out, "C:\\program\\program.exe\n");
+    EXPECT_EQ(run_flfs_on_disk({"where"}), printed("C:\\program\\program.exe\n"));
     machine.set_program_pathname(u"C:\\Tool\\bin\\win64\\program.exe");
     machine.add_file(u"C:\\Tool\\bin\\win64\\program.exe");
-    flfs_result const modules = run_flfs_on_disk({"where", "--module"});
-    EXPECT_EQ(modules.exit_code, 0) << modules.err;
-    EXPECT_EQ(modules.out, "C:\\program\\program.exe\n"
-                           "library\n"
-                           "    module  C:\\Tool\\bin\\win64\\program.exe\n"
-                           "    base    C:\\Tool\n"
-                           "flfs\n"
-                           "    module  C:\\Tool\\bin\\win64\\program.exe\n"
-                           "    base    C:\\Tool\n");
+    EXPECT_EQ(run_flfs_on_disk({"where", "--module"}),
+              printed("C:\\program\\program.exe\n"
+                      "library\n"
+                      "    module  C:\\Tool\\bin\\win64\\program.exe\n"
+                      "    base    C:\\Tool\n"
+                      "flfs\n"
+                      "    module  C:\\Tool\\bin\\win64\\program.exe\n"
+                      "    base    C:\\Tool\n"));
     ordered_json const object = ordered_json::parse(run_flfs_on_disk({"where", "--json"}).out);
     EXPECT_EQ(object.at("install_path"), "C:\\program\\program.exe");
     EXPECT_EQ(object.at("program").at("base"), "C:\\Tool");

@@ -1,21 +1,13 @@
-#include "support/workspace.hpp"
 #include "tools/run_flfs.hpp"
 
 #include <fl/filesystem/queries.hpp>
 
-#include <gtest/gtest.h>
-
 #include <string>
 #include <vector>
-
-#if FLFS_SYSTEM_IS_SIMULATED
-#include <simulation/machine.hpp>
-#endif
 
 namespace {
 
 namespace fs = fl::filesystem;
-using nlohmann::ordered_json;
 using namespace test_support;
 
 struct kind_case
@@ -78,13 +70,12 @@ TEST(FlfsSize, OfFiles)
     work.make_file(work.path(u"a.txt"), "hello");
     std::string const file = utf8(work.path(u"a.txt"));
     std::string const directory = utf8(work.root());
-    flfs_result const result = run_flfs_on_disk({"size", directory, file});
-    EXPECT_EQ(result.exit_code, 1);
-    EXPECT_EQ(result.out, file + "\n    5 bytes\n");
-    EXPECT_EQ(result.err, "flfs: fl:filesystem:FileIsDirectory\n  pathname: " + directory +
-                              "\n  code:     0\n"
-                              "  A file is needed here, and this is a directory. Check the "
-                              "pathname.\n");
+    EXPECT_EQ(
+        run_flfs_on_disk({"size", directory, file}),
+        (flfs_result{
+            1, file + "\n    5 bytes\n",
+            report_of("FileIsDirectory", "pathname", {directory},
+                      "A file is needed here, and this is a directory. Check the pathname.")}));
     EXPECT_EQ(ordered_json::parse(run_flfs_on_disk({"size", "--json", file}).out).at(0),
               (ordered_json{{"pathname", file}, {"size", 5}, {"failure", nullptr}}));
 }
@@ -94,9 +85,7 @@ TEST(FlfsResize, CutsAndGrows)
     workspace work;
     work.make_file(work.path(u"a.txt"), "hello");
     std::string const file = utf8(work.path(u"a.txt"));
-    flfs_result const result = run_flfs_on_disk({"resize", "3", file});
-    EXPECT_EQ(result.exit_code, 0) << result.err;
-    EXPECT_EQ(result.out, "resized " + file + '\n');
+    EXPECT_EQ(run_flfs_on_disk({"resize", "3", file}), printed("resized " + file + '\n'));
     EXPECT_EQ(work.content(work.path(u"a.txt")), "hel");
     EXPECT_EQ(run_flfs_on_disk({"resize", "4", file}).exit_code, 0);
     EXPECT_EQ(work.content(work.path(u"a.txt")), std::string("hel\0", 4));
@@ -110,9 +99,8 @@ TEST(FlfsNames, AHardLinkIsOneMore)
     std::string const file = utf8(work.path(u"a.txt"));
     std::string const link = utf8(work.path(u"b.txt"));
     EXPECT_EQ(run_flfs_on_disk({"names", file}).out, file + "\n    1\n");
-    flfs_result const made = run_flfs_on_disk({"ln", "--hard", file, link});
-    EXPECT_EQ(made.exit_code, 0) << made.err;
-    EXPECT_EQ(made.out, "made " + link + " -> " + file + '\n');
+    EXPECT_EQ(run_flfs_on_disk({"ln", "--hard", file, link}),
+              printed("made " + link + " -> " + file + '\n'));
     EXPECT_EQ(work.content(work.path(u"b.txt")), "x");
     EXPECT_EQ(ordered_json::parse(run_flfs_on_disk({"names", "--json", link}).out).at(0),
               (ordered_json{{"pathname", link}, {"names", 2}, {"failure", nullptr}}));
@@ -146,8 +134,7 @@ TEST(FlfsTouch, TimesToTheLastDigit)
     std::string const file = utf8(work.path(u"a.txt"));
     for (time_case const &row : time_cases) {
         flfs_result const result = run_flfs_on_disk({"touch", "--time", row.given, file});
-        EXPECT_EQ(result.exit_code, 0) << row.given << result.err;
-        EXPECT_EQ(result.out, "changed " + file + '\n');
+        EXPECT_EQ(result, printed("changed " + file + '\n')) << row.given << result.err;
         EXPECT_EQ(run_flfs_on_disk({"time", file}).out, file + "\n    " + row.kept + '\n');
     }
     EXPECT_EQ(ordered_json::parse(run_flfs_on_disk({"time", "--json", file}).out).at(0),
@@ -198,9 +185,8 @@ TEST(FlfsEnsure, ADirectoryThatIsThereIsNoFailure)
     work.make_file(work.path(u"a.txt"));
     std::string const directory = utf8(work.path(u"a\\b"));
     EXPECT_EQ(run_flfs_on_disk({"ensure", directory}).out, "made " + directory + '\n');
-    flfs_result const again = run_flfs_on_disk({"ensure", directory});
-    EXPECT_EQ(again.exit_code, 0) << again.err;
-    EXPECT_EQ(again.out, "there already: " + directory + '\n');
+    EXPECT_EQ(run_flfs_on_disk({"ensure", directory}),
+              printed("there already: " + directory + '\n'));
     EXPECT_TRUE(work.is_directory(work.path(u"a\\b")));
     EXPECT_EQ(run_flfs_on_disk({"ensure", utf8(work.path(u"a.txt"))}).exit_code, 1);
 }
@@ -211,9 +197,8 @@ TEST(FlfsReadShortcut, WhereItLeads)
     work.make_directory(work.path(u"dir"));
     work.make_shortcut(work.path(u"to.lnk"), work.path(u"dir"));
     std::string const target = utf8(work.path(u"dir"));
-    flfs_result const result = run_flfs_on_disk({"read-shortcut", utf8(work.path(u"to.lnk"))});
-    EXPECT_EQ(result.exit_code, 0) << result.err;
-    EXPECT_EQ(result.out, target + '\n');
+    EXPECT_EQ(run_flfs_on_disk({"read-shortcut", utf8(work.path(u"to.lnk"))}),
+              printed(target + '\n'));
     std::string const other = utf8(work.path(u"dir"));
     flfs_result const refused = run_flfs_on_disk({"read-shortcut", "--json", other});
     EXPECT_EQ(refused.exit_code, 1);
@@ -228,9 +213,7 @@ TEST(FlfsTemp, IsADirectory)
     std::wstring const root(work.root().begin(), work.root().end());
     ::SetEnvironmentVariableW(L"TMP", root.c_str());
 #endif
-    flfs_result const result = run_flfs_on_disk({"temp"});
-    EXPECT_EQ(result.exit_code, 0) << result.err;
-    EXPECT_EQ(result.out, fs::temp_directory_path().string() + '\n');
+    EXPECT_EQ(run_flfs_on_disk({"temp"}), printed(fs::temp_directory_path().string() + '\n'));
 }
 
 #if FLFS_SYSTEM_IS_SIMULATED
@@ -263,17 +246,12 @@ TEST(FlfsLn, AJunction)
 {
     simulated_machine machine;
     machine.add_file(u"C:\\dir\\a.txt").set_current_directory(u"C:\\dir");
-    flfs_result const result = run_flfs_on_disk({"ln", "--junction", ".", "C:\\to"});
-    EXPECT_EQ(result.exit_code, 0) << result.err;
-    EXPECT_EQ(result.out, "made C:\\to -> .\n");
+    EXPECT_EQ(run_flfs_on_disk({"ln", "--junction", ".", "C:\\to"}), printed("made C:\\to -> .\n"));
     EXPECT_EQ(run_flfs_on_disk({"readlink", "C:\\to"}).out,
               "C:\\to\n    kind  junction\n    text  C:\\dir\n    tag   0xA0000003\n");
-    flfs_result const server = run_flfs_on_disk({"ln", "--junction", "\\\\server\\x", "C:\\no"});
-    EXPECT_EQ(server.exit_code, 1);
-    EXPECT_EQ(server.err, "flfs: fl:filesystem:InvalidArgument\n"
-                          "  pathname: \\\\server\\x\n"
-                          "  code:     0\n"
-                          "  The path type of the given path is not valid.\n");
+    EXPECT_EQ(run_flfs_on_disk({"ln", "--junction", "\\\\server\\x", "C:\\no"}),
+              refused(1, report_of("InvalidArgument", "pathname", {"\\\\server\\x"},
+                                   "The path type of the given path is not valid.")));
 }
 
 TEST(FlfsMkdir, LikeAnother)
@@ -302,10 +280,9 @@ TEST(FlfsCp, IsShownAtATerminal)
 {
     simulated_machine machine;
     machine.add_file(u"C:\\from\\a.txt", "1").add_file(u"C:\\from\\b.txt", "2");
-    flfs_result const result = run_at_a_terminal({"cp", "C:\\from", "C:\\to"});
-    EXPECT_EQ(result.exit_code, 0);
-    EXPECT_EQ(result.out, "copied C:\\from -> C:\\to\n");
-    EXPECT_EQ(result.err, "\r1 name copied\r2 names copied\r3 names copied\r              \r");
+    EXPECT_EQ(run_at_a_terminal({"cp", "C:\\from", "C:\\to"}),
+              (flfs_result{0, "copied C:\\from -> C:\\to\n",
+                           "\r1 name copied\r2 names copied\r3 names copied\r              \r"}));
     EXPECT_EQ(run_flfs_on_disk({"cp", "C:\\from", "C:\\more"}).err, "") << "no terminal";
 }
 
@@ -313,10 +290,10 @@ TEST(FlfsRm, IsCountedAndShownAtATerminal)
 {
     simulated_machine machine;
     machine.add_file(u"C:\\dir\\sub\\a.txt");
-    flfs_result const result = run_at_a_terminal({"rm", "-r", "--count", "C:\\dir"});
-    EXPECT_EQ(result.exit_code, 0);
-    EXPECT_EQ(result.out, "removed C:\\dir, 3 names\n");
-    EXPECT_EQ(result.err, "\r1 name removed\r2 names removed\r3 names removed\r               \r");
+    EXPECT_EQ(
+        run_at_a_terminal({"rm", "-r", "--count", "C:\\dir"}),
+        (flfs_result{0, "removed C:\\dir, 3 names\n",
+                     "\r1 name removed\r2 names removed\r3 names removed\r               \r"}));
     EXPECT_FALSE(machine.exists(u"C:\\dir"));
 }
 
@@ -326,10 +303,8 @@ TEST(FlfsRm, ReadOnlyNamesGoByForce)
     machine.add_file(u"C:\\dir\\a.txt");
     machine.set_attributes(u"C:\\dir\\a.txt", FILE_ATTRIBUTE_READONLY);
     EXPECT_EQ(run_flfs_on_disk({"rm", "-r", "C:\\dir"}).exit_code, 1);
-    flfs_result const result = run_flfs_on_disk({"rm", "-r", "--force", "C:\\dir"});
-    EXPECT_EQ(result.exit_code, 0) << result.err;
-    EXPECT_EQ(result.out, "removed C:\\dir, 2 names\n");
-    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(run_flfs_on_disk({"rm", "-r", "--force", "C:\\dir"}),
+              printed("removed C:\\dir, 2 names\n"));
 }
 
 TEST(FlfsRm, GoesOnAndTellsEachFailure)

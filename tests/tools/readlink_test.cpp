@@ -1,18 +1,10 @@
-#include "support/workspace.hpp"
 #include "tools/run_flfs.hpp"
 
-#include <gtest/gtest.h>
-
 #include <string>
-
-#if FLFS_SYSTEM_IS_SIMULATED
-#include <simulation/machine.hpp>
-#endif
 
 namespace {
 
 using namespace test_support;
-using nlohmann::ordered_json;
 
 flfs_result report(std::vector<std::u16string> const &pathnames, bool as_json = false)
 {
@@ -23,25 +15,17 @@ TEST(FlfsReadlink, WhatIsNoLink)
 {
     workspace work;
     work.make_file(work.path(u"file"));
-    flfs_result const result = report({work.path(u"file")});
-    EXPECT_EQ(result.exit_code, 1);
-    EXPECT_EQ(result.out, "");
-    EXPECT_EQ(result.err, "flfs: fl:filesystem:InvalidArgument\n"
-                          "  argument: " +
-                              utf8(work.path(u"file")) +
-                              "\n"
-                              "  code:     0\n"
-                              "  The file or directory is not a reparse point.\n");
+    EXPECT_EQ(report({work.path(u"file")}),
+              refused(1, report_of("InvalidArgument", "argument", {utf8(work.path(u"file"))},
+                                   "The file or directory is not a reparse point.")));
 }
 
 TEST(FlfsReadlink, EachFailureIsTold)
 {
     workspace work;
     std::u16string const missing = work.path(u"no");
-    flfs_result const result = report({missing, u""});
-    EXPECT_EQ(result.exit_code, 1);
-    EXPECT_EQ(result.out, "");
-    EXPECT_EQ(result.err, told_of_missing_and_empty("pathname", utf8(missing)));
+    EXPECT_EQ(report({missing, u""}),
+              refused(1, told_of_missing_and_empty("pathname", utf8(missing))));
 }
 
 TEST(FlfsReadlink, AFailureAsJson)
@@ -60,16 +44,12 @@ TEST(FlfsReadlink, AFileCalledLikeAShortcut)
 {
     workspace work;
     work.make_file(work.path(u"a.lnk"), std::string(200, 'x'));
-    flfs_result const result = report({work.path(u"a.lnk")});
-    EXPECT_EQ(result.exit_code, 1);
-    EXPECT_EQ(result.out, "");
-    EXPECT_EQ(result.err,
-              "flfs: fl:filesystem:SystemError\n"
-              "  pathname: " +
-                  utf8(work.path(u"a.lnk")) +
-                  "\n"
-                  "  code:     14077\n"
-                  "  The system refused. `net helpmsg 14077` tells what it means by that code.\n");
+    EXPECT_EQ(
+        report({work.path(u"a.lnk")}),
+        refused(1, report_of(
+                       "SystemError", "pathname", {utf8(work.path(u"a.lnk"))},
+                       "The system refused. `net helpmsg 14077` tells what it means by that code.",
+                       14077)));
 }
 
 #if FLFS_SYSTEM_IS_SIMULATED
@@ -80,11 +60,9 @@ using simulation::simulated_machine;
 TEST(FlfsReadlink, IsRefusedWhereThereIsNoWindows)
 {
     for (char const *option : {"--json", "other"}) {
-        flfs_result const result = run_flfs({"readlink", option, "C:\\link"});
-        EXPECT_EQ(result.exit_code, 2) << option;
-        EXPECT_EQ(result.out, "") << option;
-        EXPECT_EQ(result.err, "flfs: readlink works on Windows only: there is no Windows file "
-                              "system to read here.\n")
+        EXPECT_EQ(run_flfs({"readlink", option, "C:\\link"}),
+                  refused(2, "flfs: readlink works on Windows only: there is no Windows file "
+                             "system to read here.\n"))
             << option;
     }
 }
@@ -153,10 +131,7 @@ ordered_json value_or_null(char const *text)
 TEST_F(FlfsReadlinkKinds, ForPeople)
 {
     for (kind_case const &row : kind_cases) {
-        flfs_result const result = report({row.pathname});
-        EXPECT_EQ(result.exit_code, 0) << result.err;
-        EXPECT_EQ(result.out, row.lines);
-        EXPECT_EQ(result.err, "");
+        EXPECT_EQ(report({row.pathname}), printed(row.lines));
         EXPECT_EQ(machine.open_handles(), 0) << row.lines;
         EXPECT_EQ(machine.live_interfaces(), 0) << row.lines;
         EXPECT_EQ(machine.com_apartments(), 0) << row.lines;

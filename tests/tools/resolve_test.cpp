@@ -1,18 +1,10 @@
-#include "support/workspace.hpp"
 #include "tools/run_flfs.hpp"
 
-#include <gtest/gtest.h>
-
 #include <string>
-
-#if FLFS_SYSTEM_IS_SIMULATED
-#include <simulation/machine.hpp>
-#endif
 
 namespace {
 
 using namespace test_support;
-using nlohmann::ordered_json;
 
 flfs_result report(std::vector<std::u16string> const &pathnames, bool as_json = false)
 {
@@ -25,11 +17,9 @@ TEST(FlfsResolve, WithoutAnyLink)
     work.make_file(work.path(u"dir\\file"));
     std::string const file = utf8(work.path(u"dir\\file"));
     std::string const directory = utf8(work.path(u"dir"));
-    flfs_result const result = report({work.path(u"dir\\file"), work.path(u"dir\\no\\..\\")});
-    EXPECT_EQ(result.exit_code, 0) << result.err;
-    EXPECT_EQ(result.out, file + "\n    ends  " + file + " (file)\n" + //
-                              directory + "\n    ends  " + directory + " (directory)\n");
-    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(report({work.path(u"dir\\file"), work.path(u"dir\\no\\..\\")}),
+              printed(file + "\n    ends  " + file + " (file)\n" + //
+                      directory + "\n    ends  " + directory + " (directory)\n"));
 }
 
 TEST(FlfsResolve, FromTheCurrentDirectory)
@@ -38,19 +28,15 @@ TEST(FlfsResolve, FromTheCurrentDirectory)
     work.make_directory(work.path(u"dir"));
     work.change_directory(work.root());
     std::string const directory = utf8(work.path(u"dir"));
-    flfs_result const result = report({u"dir"});
-    EXPECT_EQ(result.exit_code, 0) << result.err;
-    EXPECT_EQ(result.out, directory + "\n    ends  " + directory + " (directory)\n");
+    EXPECT_EQ(report({u"dir"}), printed(directory + "\n    ends  " + directory + " (directory)\n"));
 }
 
 TEST(FlfsResolve, EachFailureIsTold)
 {
     workspace work;
     std::string const missing = utf8(work.path(u"no"));
-    flfs_result const result = report({work.path(u"no"), u""});
-    EXPECT_EQ(result.exit_code, 1);
-    EXPECT_EQ(result.out, missing + '\n');
-    EXPECT_EQ(result.err, told_of_missing_and_empty("argument", missing));
+    EXPECT_EQ(report({work.path(u"no"), u""}),
+              (flfs_result{1, missing + '\n', told_of_missing_and_empty("argument", missing)}));
 }
 
 TEST(FlfsResolve, WhatIsNoPathnameToWalk)
@@ -73,9 +59,7 @@ TEST(FlfsResolve, BeyondTheOldLimit)
                                           std::u16string(200, u'n'));
     work.make_file(name);
     std::string const shown = utf8(name);
-    flfs_result const result = report({name});
-    EXPECT_EQ(result.exit_code, 0) << result.err;
-    EXPECT_EQ(result.out, shown + "\n    ends  \\\\?\\" + shown + " (file)\n");
+    EXPECT_EQ(report({name}), printed(shown + "\n    ends  \\\\?\\" + shown + " (file)\n"));
 }
 
 #if FLFS_SYSTEM_IS_SIMULATED
@@ -86,11 +70,9 @@ using simulation::simulated_machine;
 TEST(FlfsResolve, IsRefusedWhereThereIsNoWindows)
 {
     for (char const *option : {"--json", "other"}) {
-        flfs_result const result = run_flfs({"resolve", option, "C:\\link"});
-        EXPECT_EQ(result.exit_code, 2) << option;
-        EXPECT_EQ(result.out, "") << option;
-        EXPECT_EQ(result.err, "flfs: resolve works on Windows only: there is no Windows file "
-                              "system to read here.\n")
+        EXPECT_EQ(run_flfs({"resolve", option, "C:\\link"}),
+                  refused(2, "flfs: resolve works on Windows only: there is no Windows file "
+                             "system to read here.\n"))
             << option;
     }
 }

@@ -1,13 +1,6 @@
-#include "support/workspace.hpp"
 #include "tools/run_flfs.hpp"
 
-#include <gtest/gtest.h>
-
 #include <string>
-
-#if FLFS_SYSTEM_IS_SIMULATED
-#include <simulation/machine.hpp>
-#endif
 
 namespace {
 
@@ -18,12 +11,9 @@ TEST(FlfsRm, FilesAndEmptyDirectories)
     workspace work;
     work.make_file(work.path(u"a.txt"));
     work.make_directory(work.path(u"dir"));
-    flfs_result const result =
-        run_flfs_on_disk({"rm", utf8(work.root()) + "/a.txt", utf8(work.path(u"dir"))});
-    EXPECT_EQ(result.exit_code, 0) << result.err;
-    EXPECT_EQ(result.out, "removed " + utf8(work.path(u"a.txt")) + "\nremoved " +
-                              utf8(work.path(u"dir")) + "\n");
-    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(run_flfs_on_disk({"rm", utf8(work.root()) + "/a.txt", utf8(work.path(u"dir"))}),
+              printed("removed " + utf8(work.path(u"a.txt")) + "\nremoved " +
+                      utf8(work.path(u"dir")) + "\n"));
     EXPECT_TRUE(work.entries(work.root()).empty());
 }
 
@@ -32,24 +22,13 @@ TEST(FlfsRm, AFailureDoesNotStopIt)
     workspace work;
     work.make_file(work.path(u"dir\\a.txt"));
     work.make_file(work.path(u"b.txt"));
-    flfs_result const result = run_flfs_on_disk(
-        {"rm", utf8(work.path(u"dir")), utf8(work.path(u"no")), utf8(work.path(u"b.txt"))});
-    EXPECT_EQ(result.exit_code, 1);
-    EXPECT_EQ(result.out, "removed " + utf8(work.path(u"b.txt")) + "\n");
-    EXPECT_EQ(result.err,
-              "flfs: fl:filesystem:DirectoryNotEmpty\n"
-              "  pathname: " +
-                  utf8(work.path(u"dir")) +
-                  "\n"
-                  "  code:     0\n"
-                  "  The directory isn't empty. Use -r to remove what is in it, too.\n"
-                  "flfs: fl:filesystem:PathNotFound\n"
-                  "  pathname: " +
-                  utf8(work.path(u"no")) +
-                  "\n"
-                  "  code:     0\n"
-                  "  The name, or a directory on the way to it, doesn't exist. Check the "
-                  "spelling.\n");
+    EXPECT_EQ(run_flfs_on_disk({"rm", utf8(work.path(u"dir")), utf8(work.path(u"no")),
+                                utf8(work.path(u"b.txt"))}),
+              (flfs_result{
+                  1, "removed " + utf8(work.path(u"b.txt")) + "\n",
+                  report_of("DirectoryNotEmpty", "pathname", {utf8(work.path(u"dir"))},
+                            "The directory isn't empty. Use -r to remove what is in it, too.") +
+                      report_of("PathNotFound", "pathname", {utf8(work.path(u"no"))}, not_there)}));
     EXPECT_TRUE(work.is_file(work.path(u"dir\\a.txt")));
     EXPECT_FALSE(work.exists(work.path(u"b.txt")));
 }
@@ -60,9 +39,9 @@ TEST(FlfsRm, Trees)
         workspace work;
         work.make_file(work.path(u"dir\\sub\\a.txt"));
         work.make_file(work.path(u"dir\\b.txt"));
-        flfs_result const result = run_flfs_on_disk({"rm", option, utf8(work.path(u"dir"))});
-        EXPECT_EQ(result.exit_code, 0) << result.err;
-        EXPECT_EQ(result.out, "removed " + utf8(work.path(u"dir")) + "\n") << option;
+        EXPECT_EQ(run_flfs_on_disk({"rm", option, utf8(work.path(u"dir"))}),
+                  printed("removed " + utf8(work.path(u"dir")) + "\n"))
+            << option;
         EXPECT_TRUE(work.entries(work.root()).empty()) << option;
     }
 }
@@ -71,17 +50,10 @@ TEST(FlfsRm, TreesFailOneByOne)
 {
     workspace work;
     work.make_directory(work.path(u"dir"));
-    flfs_result const result =
-        run_flfs_on_disk({"rm", "-r", utf8(work.path(u"no")), utf8(work.path(u"dir"))});
-    EXPECT_EQ(result.exit_code, 1);
-    EXPECT_EQ(result.out, "removed " + utf8(work.path(u"dir")) + "\n");
-    EXPECT_EQ(result.err, "flfs: fl:filesystem:PathNotFound\n"
-                          "  pathname: " +
-                              utf8(work.path(u"no")) +
-                              "\n"
-                              "  code:     0\n"
-                              "  The name, or a directory on the way to it, doesn't exist. Check "
-                              "the spelling.\n");
+    EXPECT_EQ(
+        run_flfs_on_disk({"rm", "-r", utf8(work.path(u"no")), utf8(work.path(u"dir"))}),
+        (flfs_result{1, "removed " + utf8(work.path(u"dir")) + "\n",
+                     report_of("PathNotFound", "pathname", {utf8(work.path(u"no"))}, not_there)}));
 }
 
 TEST(FlfsRm, NothingElseThanAFileOrADirectory)
@@ -92,11 +64,11 @@ TEST(FlfsRm, NothingElseThanAFileOrADirectory)
     std::string const file = utf8(work.path(u"a.txt"));
     std::string const directory = utf8(work.path(u"dir"));
     flfs_result const wrong = run_flfs_on_disk({"rm", "--as", "file", directory});
-    EXPECT_EQ(wrong.exit_code, 1);
-    EXPECT_EQ(wrong.err, "flfs: fl:filesystem:FileIsDirectory\n  pathname: " + directory +
-                             "\n  code:     0\n"
-                             "  A file is needed here, and this is a directory. Check the "
-                             "pathname.\n");
+    EXPECT_EQ(
+        wrong,
+        refused(1,
+                report_of("FileIsDirectory", "pathname", {directory},
+                          "A file is needed here, and this is a directory. Check the pathname.")));
     EXPECT_EQ(run_flfs_on_disk({"rm", "--as", "directory", file}).exit_code, 1);
     EXPECT_EQ(work.entries(work.root()).size(), 2u);
     EXPECT_EQ(run_flfs_on_disk({"rm", "--as", "file", file}).out, "removed " + file + "\n");
@@ -160,9 +132,7 @@ TEST(FlfsRm, TheEmptyPathnameIsPassedOver)
     work.make_file(work.path(u"a.txt"));
     for (std::vector<std::string> const &arguments :
          {std::vector<std::string>{"rm", ""}, {"rm", "-r", ""}}) {
-        flfs_result const result = run_flfs_on_disk(arguments);
-        EXPECT_EQ(result.exit_code, 0) << result.err;
-        EXPECT_EQ(result.out, "passed over (empty)\n");
+        EXPECT_EQ(run_flfs_on_disk(arguments), printed("passed over (empty)\n"));
     }
     EXPECT_TRUE(work.is_file(work.path(u"a.txt")));
 }
@@ -175,15 +145,10 @@ TEST(FlfsRm, ReadOnlyFilesEndATree)
 {
     simulated_machine machine;
     machine.add_file(u"C:\\dir\\a.txt").set_attributes(u"C:\\dir\\a.txt", FILE_ATTRIBUTE_READONLY);
-    flfs_result const result = run_flfs_on_disk({"rm", "-r", "C:\\dir"});
-    EXPECT_EQ(result.exit_code, 1);
-    EXPECT_EQ(result.out, "");
-    EXPECT_EQ(result.err,
-              "flfs: fl:filesystem:AccessDenied\n"
-              "  pathname: C:\\dir\\a.txt\n"
-              "  code:     0\n"
-              "  It is read-only, which `flfs chmod +w` changes, or you have no right to remove "
-              "it.\n");
+    EXPECT_EQ(run_flfs_on_disk({"rm", "-r", "C:\\dir"}),
+              refused(1, report_of("AccessDenied", "pathname", {"C:\\dir\\a.txt"},
+                                   "It is read-only, which `flfs chmod +w` changes, or you have no "
+                                   "right to remove it.")));
     EXPECT_EQ(run_flfs_on_disk({"rm", "C:\\dir\\a.txt"}).exit_code, 0) << "by itself it goes";
     EXPECT_FALSE(machine.exists(u"C:\\dir\\a.txt"));
 }
@@ -193,12 +158,9 @@ TEST(FlfsRm, Denied)
     simulated_machine machine;
     machine.add_file(u"C:\\a.txt");
     auto const broken = machine.fail_every_call_on_name(u"C:\\a.txt", ERROR_ACCESS_DENIED);
-    flfs_result const result = run_flfs_on_disk({"rm", "C:\\a.txt"});
-    EXPECT_EQ(result.exit_code, 1);
-    EXPECT_EQ(result.err, "flfs: fl:filesystem:AccessDenied\n"
-                          "  pathname: C:\\a.txt\n"
-                          "  code:     0\n"
-                          "  You have no right to remove it. Check the permissions.\n");
+    EXPECT_EQ(run_flfs_on_disk({"rm", "C:\\a.txt"}),
+              refused(1, report_of("AccessDenied", "pathname", {"C:\\a.txt"},
+                                   "You have no right to remove it. Check the permissions.")));
     EXPECT_TRUE(machine.exists(u"C:\\a.txt"));
 }
 

@@ -1,18 +1,10 @@
-#include "support/workspace.hpp"
 #include "tools/run_flfs.hpp"
 
-#include <gtest/gtest.h>
-
 #include <string>
-
-#if FLFS_SYSTEM_IS_SIMULATED
-#include <simulation/machine.hpp>
-#endif
 
 namespace {
 
 using namespace test_support;
-using nlohmann::ordered_json;
 
 TEST(FlfsStat, FileAndDirectory)
 {
@@ -38,19 +30,16 @@ TEST(FlfsStat, AMissingNameIsAnAnswer)
 {
     workspace work;
     for (char const *option : {"--links", "--"}) {
-        flfs_result const result = run_flfs_on_disk({"stat", option, utf8(work.root()) + "/no"});
-        EXPECT_EQ(result.exit_code, 1) << option;
-        EXPECT_EQ(result.out, utf8(work.path(u"no")) + "\n    type         not found\n") << option;
-        EXPECT_EQ(result.err, "") << option;
+        EXPECT_EQ(run_flfs_on_disk({"stat", option, utf8(work.root()) + "/no"}),
+                  (flfs_result{1, utf8(work.path(u"no")) + "\n    type         not found\n", ""}))
+            << option;
     }
 }
 
 TEST(FlfsStat, TheEmptyPathnameIsNotThere)
 {
-    flfs_result const result = run_flfs_on_disk({"stat", ""});
-    EXPECT_EQ(result.exit_code, 1);
-    EXPECT_EQ(result.out, "(empty)\n    type         not found\n");
-    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(run_flfs_on_disk({"stat", ""}),
+              (flfs_result{1, "(empty)\n    type         not found\n", ""}));
 }
 
 // the library compares extensions of three units, and only ASCII ones
@@ -59,16 +48,16 @@ TEST(FlfsStat, AnExtensionBeyondAsciiIsAFailure)
     workspace work;
     std::u16string const name = work.path(u"a.\u00E9\u00E9\u00E9");
     work.make_file(name);
-    flfs_result const result = run_flfs_on_disk({"stat", utf8(name), utf8(work.path(u"no"))});
-    EXPECT_EQ(result.exit_code, 1);
-    EXPECT_EQ(result.out, utf8(work.path(u"no")) + "\n    type         not found\n");
-    EXPECT_EQ(result.err,
-              "flfs: foundation::ustring::CtypeInvalidCharacter\n"
-              "  argument: " +
-                  utf8(name) +
-                  "\n"
-                  "  code:     0\n"
-                  "  An extension of three characters must be ASCII here. Rename the file.\n");
+    EXPECT_EQ(
+        run_flfs_on_disk({"stat", utf8(name), utf8(work.path(u"no"))}),
+        (flfs_result{
+            1, utf8(work.path(u"no")) + "\n    type         not found\n",
+            "flfs: foundation::ustring::CtypeInvalidCharacter\n"
+            "  argument: " +
+                utf8(name) +
+                "\n"
+                "  code:     0\n"
+                "  An extension of three characters must be ASCII here. Rename the file.\n"}));
 }
 
 #if FLFS_SYSTEM_IS_SIMULATED
@@ -106,25 +95,21 @@ char const *const record_lines = R"(    type         file
 
 TEST_F(FlfsStatRecord, ForPeople)
 {
-    flfs_result const result = run_flfs_on_disk({"stat", "C:/a.txt", "C:/link"});
-    EXPECT_EQ(result.exit_code, 0);
-    EXPECT_EQ(result.out, std::string("C:\\a.txt\n") + record_lines + "C:\\link\n" + record_lines);
-    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(run_flfs_on_disk({"stat", "C:/a.txt", "C:/link"}),
+              printed(std::string("C:\\a.txt\n") + record_lines + "C:\\link\n" + record_lines));
 }
 
 TEST_F(FlfsStatRecord, OfALinkItself)
 {
-    flfs_result const result = run_flfs_on_disk({"stat", "--links", "C:\\link"});
-    EXPECT_EQ(result.exit_code, 0);
-    EXPECT_EQ(result.out, "C:\\link\n"
-                          "    type         symbolic link\n"
-                          "    permissions  0666 rw-rw-rw-\n"
-                          "    attributes   (none)\n"
-                          "    created      2026-01-02T03:04:05Z\n"
-                          "    written      2024-02-29T12:00:00.250000Z\n"
-                          "    accessed     1999-12-31T23:59:59Z\n"
-                          "    size         0 bytes\n");
-    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(run_flfs_on_disk({"stat", "--links", "C:\\link"}),
+              printed("C:\\link\n"
+                      "    type         symbolic link\n"
+                      "    permissions  0666 rw-rw-rw-\n"
+                      "    attributes   (none)\n"
+                      "    created      2026-01-02T03:04:05Z\n"
+                      "    written      2024-02-29T12:00:00.250000Z\n"
+                      "    accessed     1999-12-31T23:59:59Z\n"
+                      "    size         0 bytes\n"));
 }
 
 TEST_F(FlfsStatRecord, OfAJunctionItself)
@@ -170,12 +155,11 @@ TEST_F(FlfsStatRecord, AsJson)
 
 TEST_F(FlfsStatRecord, Express)
 {
-    flfs_result const result = run_flfs_on_disk({"stat", "--express", "C:\\link"});
-    EXPECT_EQ(result.exit_code, 0) << result.err;
-    EXPECT_EQ(result.out, "C:\\link\n"
-                          "    type         file\n"
-                          "    written      2024-02-29T12:00:00.250000Z\n"
-                          "    size         1 byte\n");
+    EXPECT_EQ(run_flfs_on_disk({"stat", "--express", "C:\\link"}),
+              printed("C:\\link\n"
+                      "    type         file\n"
+                      "    written      2024-02-29T12:00:00.250000Z\n"
+                      "    size         1 byte\n"));
     ordered_json const one =
         ordered_json::parse(run_flfs_on_disk({"stat", "--express", "--json", "C:\\link"}).out)
             .at(0);
@@ -193,13 +177,9 @@ TEST_F(FlfsStatRecord, OfATarget)
     EXPECT_NE(run_flfs_on_disk({"stat", "--target", "C:\\volume"})
                   .out.find("    written      (not known)\n"),
               std::string::npos);
-    flfs_result const result = run_flfs_on_disk({"stat", "--target", "C:\\a.txt"});
-    EXPECT_EQ(result.exit_code, 1);
-    EXPECT_EQ(result.out, "");
-    EXPECT_EQ(result.err, "flfs: fl:filesystem:InvalidArgument\n"
-                          "  argument: C:\\a.txt\n"
-                          "  code:     0\n"
-                          "  The file or directory is not a reparse point.\n");
+    EXPECT_EQ(run_flfs_on_disk({"stat", "--target", "C:\\a.txt"}),
+              refused(1, report_of("InvalidArgument", "argument", {"C:\\a.txt"},
+                                   "The file or directory is not a reparse point.")));
 }
 
 TEST_F(FlfsStatRecord, ATimeThatTheNotationCanNotHold)
@@ -222,14 +202,13 @@ TEST_F(FlfsStatRecord, AFailureDoesNotStopIt)
     machine.deny(u"C:\\a.txt", simulation::right::read_attributes);
     auto const broken =
         machine.fail_every_call_on_name("GetFileAttributesExW", u"C:\\a.txt", ERROR_ACCESS_DENIED);
-    flfs_result const result = run_flfs_on_disk({"stat", "C:\\a.txt", "C:\\no"});
-    EXPECT_EQ(result.exit_code, 1);
-    EXPECT_EQ(result.out, "C:\\no\n    type         not found\n");
-    EXPECT_EQ(result.err,
-              "flfs: fl:filesystem:AccessDenied\n"
-              "  pathname: C:\\a.txt\n"
-              "  code:     0\n"
-              "  You have no right to do this. Check the permissions, or ask who owns it.\n");
+    EXPECT_EQ(
+        run_flfs_on_disk({"stat", "C:\\a.txt", "C:\\no"}),
+        (flfs_result{
+            1, "C:\\no\n    type         not found\n",
+            report_of(
+                "AccessDenied", "pathname", {"C:\\a.txt"},
+                "You have no right to do this. Check the permissions, or ask who owns it.")}));
     flfs_result const as_json = run_flfs_on_disk({"stat", "--json", "C:\\a.txt"});
     EXPECT_EQ(as_json.exit_code, 1);
     ordered_json const one = ordered_json::parse(as_json.out).at(0);

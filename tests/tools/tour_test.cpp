@@ -1,13 +1,6 @@
-#include "support/workspace.hpp"
 #include "tools/run_flfs.hpp"
 
-#include <gtest/gtest.h>
-
 #include <string>
-
-#if FLFS_SYSTEM_IS_SIMULATED
-#include <simulation/machine.hpp>
-#endif
 
 namespace {
 
@@ -62,13 +55,11 @@ TEST(FlfsTour, AFolderThatIsThereIsNotTouched)
     workspace work;
     work.make_file(work.path(u"mine\\a.txt"));
     std::string const folder = utf8(work.path(u"mine"));
-    flfs_result const result = run_flfs_on_disk({"tour", folder});
-    EXPECT_EQ(result.exit_code, 1);
-    EXPECT_EQ(result.out, "");
-    EXPECT_EQ(result.err, "flfs: fl:filesystem:FileExistsError\n  pathname: " + folder +
-                              "\n  code:     0\n"
-                              "  Something of that name is there already. Choose another name, "
-                              "or remove it first.\n");
+    EXPECT_EQ(
+        run_flfs_on_disk({"tour", folder}),
+        refused(1, report_of("FileExistsError", "pathname", {folder},
+                             "Something of that name is there already. Choose another name, or "
+                             "remove it first.")));
     EXPECT_EQ(work.entries(work.path(u"mine")), std::vector<std::u16string>{u"a.txt"});
 }
 
@@ -91,10 +82,9 @@ TEST(FlfsTour, InAFreshTemporaryFolder)
 TEST(FlfsTour, NobodyKnowsATemporaryFolder)
 {
     simulated_machine machine;
-    flfs_result const result = run_flfs_on_disk({"tour"});
-    EXPECT_EQ(result.exit_code, 1);
-    EXPECT_EQ(result.err, "flfs: No temporary folder is known. Set the environment variable "
-                          "TEMP, or say FOLDER.\n");
+    EXPECT_EQ(run_flfs_on_disk({"tour"}),
+              refused(1, "flfs: No temporary folder is known. Set the environment variable "
+                         "TEMP, or say FOLDER.\n"));
 }
 
 TEST(FlfsTour, WithoutTheRightToMakeSymbolicLinks)
