@@ -3,14 +3,10 @@
 
 #include "guide/page.hpp"
 
-#include <fl/filesystem.hpp>
-
 #include <array>
 #include <cstddef>
 #include <cstring>
 #include <new>
-
-namespace fs = fl::filesystem;
 
 namespace {
 

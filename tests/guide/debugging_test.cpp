@@ -2,20 +2,12 @@
 
 #include "guide/page.hpp"
 
-#include "simulation/machine.hpp"
-
-#include <fl/filesystem.hpp>
-
 #include <sstream>
-
-namespace fs = fl::filesystem;
 
 namespace {
 
 using namespace guide;
-using namespace fs::literals;
 using namespace test_support;
-using simulation::simulated_machine;
 
 char const page[] = "docs/debugging.md";
 

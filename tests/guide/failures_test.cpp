@@ -2,22 +2,15 @@
 
 #include "guide/page.hpp"
 
-#include "simulation/machine.hpp"
-
-#include <fl/filesystem.hpp>
-
 #include <windows.h>
 
 #include <chrono>
 #include <sstream>
 #include <thread>
 
-namespace fs = fl::filesystem;
-
 namespace {
 
 using namespace guide;
-using simulation::simulated_machine;
 
 char const page[] = "docs/failures.md";
 

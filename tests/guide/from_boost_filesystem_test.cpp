@@ -2,22 +2,14 @@
 
 #include "guide/page.hpp"
 
-#include "simulation/machine.hpp"
-
-#include <fl/filesystem.hpp>
-
 #include <boost/exception_ptr.hpp>
 
 #include <chrono>
 
-namespace fs = fl::filesystem;
-
 namespace {
 
 using namespace guide;
-using namespace fs::literals;
 using namespace test_support;
-using simulation::simulated_machine;
 using std::chrono::system_clock;
 using std::chrono::time_point_cast;
 

@@ -4,24 +4,17 @@
 
 #include "guide/page.hpp"
 
-#include "simulation/machine.hpp"
-
-#include <fl/filesystem.hpp>
-
 #include <sstream>
 #include <type_traits>
 
 #include <unistd.h>
 
-namespace fs = fl::filesystem;
 namespace standard = std::filesystem;
 
 namespace {
 
 using namespace guide;
-using namespace fs::literals;
 using namespace test_support;
-using simulation::simulated_machine;
 
 char const page[] = "docs/from-std-filesystem.md";
 char const heading[] = "| standard | here | differs |";

@@ -3,8 +3,6 @@
 
 #include "guide/page.hpp"
 
-#include "simulation/machine.hpp"
-
 #include <iostream>
 #include <sstream>
 
@@ -42,7 +40,6 @@
 namespace {
 
 using namespace guide;
-using simulation::simulated_machine;
 
 /// What the head of a job says that it prints.
 std::string promised(std::string const &job)

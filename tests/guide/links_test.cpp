@@ -2,20 +2,11 @@
 
 #include "guide/page.hpp"
 
-#include "simulation/machine.hpp"
-
-#include <fl/filesystem.hpp>
-
 #include <sstream>
-
-namespace fs = fl::filesystem;
 
 namespace {
 
 using namespace guide;
-using simulation::simulated_machine;
-
-using namespace fs::literals;
 
 char const page[] = "docs/links.md";
 

@@ -2,21 +2,15 @@
 
 #include "guide/page.hpp"
 
-#include "simulation/machine.hpp"
 #include "support/workspace.hpp"
-
-#include <fl/filesystem.hpp>
 
 #include <algorithm>
 #include <fstream>
 #include <sstream>
 
-namespace fs = fl::filesystem;
-
 namespace {
 
 using namespace guide;
-using simulation::simulated_machine;
 using copy_options = std::filesystem::copy_options;
 
 char const page[] = "docs/long-pathnames.md";

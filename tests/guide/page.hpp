@@ -1,11 +1,12 @@
 #ifndef FL_FILESYSTEM_TESTS_GUIDE_PAGE_HPP
 #define FL_FILESYSTEM_TESTS_GUIDE_PAGE_HPP
 // Pages of docs/ as tests read them: their blocks of code, and their tables, whose rows are
-// played one by one.
+// played one by one. Tests say `using namespace guide;`.
 
+#include "simulation/machine.hpp"
 #include "support/names.hpp"
 
-#include <fl/filesystem/utf8.hpp>
+#include <fl/filesystem.hpp>
 
 #include <functional>
 #include <map>
@@ -15,6 +16,9 @@
 
 namespace guide {
 
+namespace fs = fl::filesystem;
+using namespace fs::literals;
+using simulation::simulated_machine;
 using test_support::lines;
 
 /// The lines of a file in the checkout, without blanks ahead and carriage returns.
@@ -36,7 +40,7 @@ std::string shown(std::string_view raw);
 
 inline std::u16string u16(std::string const &utf8)
 {
-    return fl::filesystem::from_utf8(utf8);
+    return fs::from_utf8(utf8);
 }
 
 /// What stands for the rows of a table, by the text in their first cell.

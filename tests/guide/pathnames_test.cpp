@@ -4,11 +4,7 @@
 
 #include "support/workspace.hpp"
 
-#include <fl/filesystem.hpp>
-
 #include <regex>
-
-namespace fs = fl::filesystem;
 
 namespace {
 

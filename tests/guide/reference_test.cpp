@@ -3,19 +3,13 @@
 
 #include "guide/page.hpp"
 
-#include "simulation/machine.hpp"
-
-#include <fl/filesystem.hpp>
-
 #include <chrono>
 #include <fstream>
 #include <sstream>
 
-namespace fs = fl::filesystem;
-
 namespace {
 
-using simulation::simulated_machine;
+using namespace guide;
 
 TEST(Reference, Absolute)
 {

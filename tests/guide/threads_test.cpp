@@ -2,23 +2,15 @@
 
 #include "guide/page.hpp"
 
-#include "simulation/machine.hpp"
-
-#include <fl/filesystem.hpp>
-
 #include <objbase.h>
 
 #include <atomic>
 #include <future>
 #include <thread>
 
-namespace fs = fl::filesystem;
-
 namespace {
 
 using namespace guide;
-using namespace fs::literals;
-using simulation::simulated_machine;
 
 char const page[] = "docs/threads.md";
 

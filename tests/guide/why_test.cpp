@@ -2,18 +2,11 @@
 
 #include "guide/page.hpp"
 
-#include "simulation/machine.hpp"
-
-#include <fl/filesystem.hpp>
-
 #include <iterator>
-
-namespace fs = fl::filesystem;
 
 namespace {
 
 using namespace guide;
-using simulation::simulated_machine;
 
 TEST(WhyGuide, TestsThatAreNamedExist)
 {
