@@ -11,7 +11,6 @@ namespace {
 
 using namespace test_support;
 using test_support::failure;
-using text = std::u16string;
 
 using effect = std::function<void(occurrence const &, outcomes &)>;
 using codes = std::vector<DWORD>;

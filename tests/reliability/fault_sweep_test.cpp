@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <array>
-#include <filesystem>
 #include <iostream>
 #include <iterator>
 #include <set>
@@ -18,7 +17,6 @@ namespace reliability {
 namespace {
 
 using namespace test_support;
-using text = std::u16string;
 
 outcome run(operation const &tried, text const &p)
 {

@@ -5,10 +5,7 @@
 
 #include "platform/shortcut_files.hpp"
 
-#include <fl/filesystem.hpp>
-
 #include <algorithm>
-#include <filesystem>
 #include <iostream>
 #include <memory>
 
@@ -17,8 +14,6 @@ namespace reliability {
 namespace {
 
 using namespace test_support;
-using text = std::u16string;
-namespace ff = fl::filesystem;
 
 std::vector<text> hostile_names()
 {

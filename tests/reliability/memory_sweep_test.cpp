@@ -6,8 +6,6 @@
 
 #include "support/allocations.hpp"
 
-#include <fl/filesystem.hpp>
-
 #include <algorithm>
 #include <iostream>
 #include <new>
@@ -20,8 +18,6 @@ namespace reliability {
 namespace {
 
 using namespace test_support;
-using text = std::u16string;
-namespace ff = fl::filesystem;
 
 /// What came of a run in which the nth allocation failed.
 struct starved_run

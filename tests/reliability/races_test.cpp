@@ -3,10 +3,7 @@
 
 #include "reliability/subjects.hpp"
 
-#include <fl/filesystem.hpp>
-
 #include <algorithm>
-#include <filesystem>
 #include <iomanip>
 #include <iostream>
 #include <optional>
@@ -17,8 +14,6 @@ namespace reliability {
 namespace {
 
 using namespace test_support;
-using text = std::u16string;
-namespace ff = fl::filesystem;
 
 /// `C:\t` is what is acted on, and `C:\away` is what isn't to be touched.
 void build(simulated_machine &machine)

@@ -8,10 +8,7 @@
 #include "support/calls.hpp"
 #include "support/small_stack.hpp"
 
-#include <fl/filesystem.hpp>
-
 #include <chrono>
-#include <filesystem>
 #include <iostream>
 
 namespace reliability {
@@ -19,9 +16,6 @@ namespace reliability {
 namespace {
 
 using namespace test_support;
-using text = std::u16string;
-namespace ff = fl::filesystem;
-using std::filesystem::copy_options;
 
 text name_of(long number)
 {

@@ -3,14 +3,11 @@
 // as the shortest sequence that does.
 
 #include "reliability/disk_model.hpp"
+#include "reliability/names.hpp"
 #include "reliability/sampling.hpp"
 
-#include "support/calls.hpp"
 #include "support/shrinking.hpp"
 
-#include <fl/filesystem.hpp>
-
-#include <filesystem>
 #include <iostream>
 #include <map>
 #include <random>
@@ -20,8 +17,6 @@ namespace reliability {
 namespace {
 
 using namespace test_support;
-namespace ff = fl::filesystem;
-using std::filesystem::copy_options;
 
 struct step
 {
@@ -63,30 +58,6 @@ void release(world &in, text const &p)
     if (auto const open = in.held.find(p); open != in.held.end()) {
         ::CloseHandle(open->second);
         in.held.erase(open);
-    }
-}
-
-std::string shown(ff::removal_report const &report)
-{
-    std::string all = std::to_string(report.removed()) + " removed";
-    for (auto const &left : report.failures())
-        all += ", left " + printable(left.path_name());
-    return all;
-}
-
-std::string shown(ff::file_status const &status)
-{
-    switch (status.get_type()) {
-    case ff::file_status::file_not_found:
-        return "nothing";
-    case ff::file_status::directory_file:
-        return "directory";
-    case ff::file_status::symlink_file:
-        return "symbolic link";
-    case ff::file_status::reparse_file:
-        return "junction";
-    default:
-        return "file " + std::to_string(status.get_size());
     }
 }
 
@@ -166,7 +137,8 @@ kind const kinds[] = {
      [](world &, step const &s) { return done([&] { ff::remove_all(s.p); }); }},
     {"remove_all with options", [](auto &m, auto &s) { return m.remove_all_of(s.p); },
      [](world &, step const &s) {
-         return shown(ff::remove_all(s.p, ff::removal_options().clear_read_only().keep_going()));
+         return shown_report(
+             ff::remove_all(s.p, ff::removal_options().clear_read_only().keep_going()));
      }},
     {"rename", [](auto &m, auto &s) { return m.rename(s.p, s.q); },
      [](world &, step const &s) { return done([&] { ff::rename(s.p, s.q); }); }},
@@ -189,9 +161,9 @@ kind const kinds[] = {
     {"exists", [](auto &m, auto &s) { return m.exists(s.p); },
      [](world &, step const &s) { return std::string(ff::exists(s.p) ? "yes" : "no"); }},
     {"status", [](auto &m, auto &s) { return m.status(s.p); },
-     [](world &, step const &s) { return shown(ff::status(s.p)); }},
+     [](world &, step const &s) { return shown_record(ff::status(s.p)); }},
     {"symlink_status", [](auto &m, auto &s) { return m.symlink_status(s.p); },
-     [](world &, step const &s) { return shown(ff::symlink_status(s.p)); }},
+     [](world &, step const &s) { return shown_record(ff::symlink_status(s.p)); }},
     {"file_size", [](auto &m, auto &s) { return m.file_size(s.p); },
      [](world &, step const &s) { return std::to_string(ff::file_size(s.p)); }},
     {"hard_link_count", [](auto &m, auto &s) { return m.hard_link_count(s.p); },

@@ -1,22 +1,16 @@
 #include "reliability/subjects.hpp"
 
-#include <fl/filesystem.hpp>
-
 #include <algorithm>
-#include <filesystem>
 
 namespace reliability {
 
 namespace {
 
-namespace ff = fl::filesystem;
 using ff::upath;
 using simulation::flavour;
 using simulation::right;
-using std::filesystem::copy_options;
 using test_support::printable;
 using test_support::units;
-using text = std::u16string;
 
 char const some_code = 0; // an address in the program
 
@@ -63,25 +57,6 @@ std::string shown(bool answer)
     return answer ? "yes" : "no";
 }
 
-template <typename Record>
-std::string shown_record(Record const &record)
-{
-    switch (record.get_type()) {
-    case ff::file_status::file_not_found:
-        return "nothing";
-    case ff::file_status::regular_file:
-        return "file " + std::to_string(record.get_size());
-    case ff::file_status::directory_file:
-        return "directory";
-    case ff::file_status::symlink_file:
-        return "symbolic link";
-    case ff::file_status::reparse_file:
-        return "junction";
-    default:
-        return "other";
-    }
-}
-
 std::string shown(std::vector<ff::link_hop> const &hops)
 {
     std::string all = std::to_string(hops.size()) + " hops";
@@ -96,14 +71,6 @@ std::string listed(text const &p, ff::directory_options options)
     std::string all;
     for (auto const &entry : Iterator(p, options))
         all += printable(entry.filename()) + ' ' + shown_record(entry.known()) + "; ";
-    return all;
-}
-
-std::string shown(ff::removal_report const &report)
-{
-    std::string all = std::to_string(report.removed()) + " removed";
-    for (auto const &left : report.failures())
-        all += ", left " + printable(left.path_name());
     return all;
 }
 
@@ -132,6 +99,18 @@ operation copying_file(char const *name, char16_t const *to, copy_options option
     return {name,
             [=](text const &p) {
                 ff::copy_file(p, text(to), options);
+                return done();
+            },
+            to};
+}
+
+/// What makes `to` out of `p`.
+operation making(char const *name, void (*make)(text const &, text const &),
+                 char16_t const *to = free_name)
+{
+    return {name,
+            [=](text const &p) {
+                make(p, text(to));
                 return done();
             },
             to};
@@ -234,32 +213,23 @@ std::vector<operation> changes()
          nullptr,
          {},
          uR"(\m)"},
-        {"create_directory like another",
-         [](text const &p) {
-             ff::create_directory(text(free_name), p);
-             return done();
-         },
-         free_name},
+        making("create_directory like another",
+               [](text const &p, text const &to) { ff::create_directory(to, p); }),
         acting("remove", [](text const &p) { ff::remove(p); }),
         acting("remove_file", [](text const &p) { ff::remove_file(p); }),
         acting("remove_directory", [](text const &p) { ff::remove_directory(p); }),
         acting("remove_all", [](text const &p) { ff::remove_all(p); }),
         {"remove_all with options",
-         [](text const &p) { return shown(ff::remove_all(p, ff::removal_options())); }},
+         [](text const &p) { return shown_report(ff::remove_all(p, ff::removal_options())); }},
         {"remove_all of read-only names",
          [](text const &p) {
-             return shown(ff::remove_all(p, ff::removal_options().clear_read_only()));
+             return shown_report(ff::remove_all(p, ff::removal_options().clear_read_only()));
          }},
         {"remove_all that goes on",
          [](text const &p) {
-             return shown(ff::remove_all(p, ff::removal_options().keep_going()));
+             return shown_report(ff::remove_all(p, ff::removal_options().keep_going()));
          }},
-        {"rename",
-         [](text const &p) {
-             ff::rename(p, text(free_name));
-             return done();
-         },
-         free_name},
+        making("rename", [](text const &p, text const &to) { ff::rename(p, to); }),
         {"rename over",
          [](text const &p) {
              ff::rename(p, text(taken_name));
@@ -278,43 +248,20 @@ std::vector<operation> changes()
         copying_file("copy_file", free_name, copy_options::none),
         copying_file("copy_file over", taken_name, over),
         copying_file("copy_file newer", taken_name, copy_options::update_existing),
-        {"copy_directory",
-         [](text const &p) {
-             ff::copy_directory(p, text(free_name));
-             return done();
-         },
-         free_name},
+        making("copy_directory", [](text const &p, text const &to) { ff::copy_directory(p, to); }),
         acting("permissions", [](text const &p) { ff::permissions(p, hide); }),
-        {"create_symlink",
-         [](text const &p) {
-             ff::create_symlink(p, text(free_name), ff::file_status::file_type_auto);
-             return done();
-         },
-         free_name},
-        {"copy_symlink",
-         [](text const &p) {
-             ff::copy_symlink(p, text(free_name));
-             return done();
-         },
-         free_name},
-        {"create_hard_link",
-         [](text const &p) {
-             ff::create_hard_link(p, text(free_name));
-             return done();
-         },
-         free_name},
-        {"create_junction",
-         [](text const &p) {
-             ff::create_junction(p, text(free_name));
-             return done();
-         },
-         free_name},
-        {"create_shortcut",
-         [](text const &p) {
-             ff::create_shortcut(p, uR"(C:\d\new.lnk)");
-             return done();
-         },
-         uR"(C:\d\new.lnk)"},
+        making("create_symlink",
+               [](text const &p, text const &to) {
+                   ff::create_symlink(p, to, ff::file_status::file_type_auto);
+               }),
+        making("copy_symlink", [](text const &p, text const &to) { ff::copy_symlink(p, to); }),
+        making("create_hard_link",
+               [](text const &p, text const &to) { ff::create_hard_link(p, to); }),
+        making("create_junction",
+               [](text const &p, text const &to) { ff::create_junction(p, to); }),
+        making(
+            "create_shortcut", [](text const &p, text const &to) { ff::create_shortcut(p, to); },
+            uR"(C:\d\new.lnk)"),
         acting("last_write_time to set",
                [](text const &p) {
                    ff::last_write_time(

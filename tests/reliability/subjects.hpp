@@ -3,7 +3,7 @@
 // Every operation, and every kind of object that one can be asked to act on: what the sweeps
 // over failing calls, failing memory and changes by others go through.
 
-#include "support/calls.hpp"
+#include "reliability/names.hpp"
 
 #include <functional>
 #include <string>

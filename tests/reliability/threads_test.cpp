@@ -1,9 +1,7 @@
 // Many threads at once: in what is found once, in what the process has one of, in trees of their
 // own and in the same tree.
 
-#include "support/calls.hpp"
-
-#include <fl/filesystem.hpp>
+#include "reliability/names.hpp"
 
 #include <boost/exception_ptr.hpp>
 
@@ -11,7 +9,6 @@
 #include <atomic>
 #include <deque>
 #include <exception>
-#include <filesystem>
 #include <functional>
 #include <mutex>
 #include <thread>
@@ -21,9 +18,6 @@ namespace reliability {
 namespace {
 
 using namespace test_support;
-using text = std::u16string;
-namespace ff = fl::filesystem;
-using std::filesystem::copy_options;
 
 /// Runs `body(number)` on so many threads, which begin together.
 void run_together(int count, std::function<void(int)> const &body)
