@@ -19,7 +19,7 @@ struct probe
 {
     char const *subject;
     char const *claim;
-    char const *script; ///< as in tests/platform/facts/script.hpp, with what is claimed
+    char const *script; ///< as in tests/platform/facts/README.md, with what is claimed
     pathnames holds_for = pathnames::any;
     bool is_simulated = true; ///< whether the simulated machine shows it, too
 };

@@ -1,40 +1,40 @@
 #ifndef FL_FILESYSTEM_TESTS_PLATFORM_FACTS_FACTS_HPP
 #define FL_FILESYSTEM_TESTS_PLATFORM_FACTS_FACTS_HPP
-// What other projects' tests and reports say of Windows, put to the machine and to Wine.
-// A row is a script as in script.hpp, each step with the outcome that the source tells. Where a
-// source tells only that a call fails, the code is ours.
+// What other projects' tests and reports say of Windows, put to the machine and to Wine. It
+// stands in the *.facts of this folder, as README.md tells. The build puts their lines into a
+// source with a test for each file, since tests also run where there is no source tree.
 
-#include "platform/contract.hpp"
-
+#include <optional>
 #include <span>
+#include <string>
+#include <vector>
 
 namespace contract::facts {
 
-/// On which Windows a row holds.
-enum class on
+/// What a file says behind `only:`, and whether that is so here.
+struct condition
 {
-    all,
-    names_kept,       ///< up to Windows 10 version 1809
-    names_freed,      ///< since 1903
-    devices_anywhere, ///< up to Windows 10
-    devices_alone,    ///< since Windows 11
-    short_pathnames,  ///< without the opt-in to long ones
-    long_pathnames,   ///< with it
-    no_host           ///< but under Wine, where the host and the user's rights on it decide
+    char const *text;
+    bool (*holds)();
 };
 
 struct fact
 {
-    char const *script;
-    char const *source;         ///< the project and its test, or the report
-    char const *says;           ///< what that says, in our words
-    char const *wine = nullptr; ///< why Wine 8 differs, if it does
-    on where = on::all;
+    std::string place;               ///< where it stands: file and line
+    std::string script;              ///< as in README.md
+    std::string witness;             ///< the project and its test, or the report
+    std::string says;                ///< what that says, in our words
+    std::optional<std::string> wine; ///< why Wine 8 differs, if it does
+    condition const *only = nullptr; ///< where it holds, if not everywhere
 };
 
-/// Runs what applies to this system. A row about which Wine 8 is said to differ has to differ
+/// The facts of a file, in its order. Throws `std::invalid_argument`, with file and line, where
+/// it isn't as README.md has it.
+std::vector<fact> parse(std::string const &file, std::span<char const *const> lines);
+
+/// Runs what applies to this system. A fact about which Wine 8 is said to differ has to differ
 /// there.
-void check(std::span<fact const> rows);
+void check(std::string const &file, std::span<char const *const> lines);
 
 } // namespace contract::facts
 

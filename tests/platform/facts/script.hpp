@@ -1,21 +1,7 @@
 #ifndef FL_FILESYSTEM_TESTS_PLATFORM_FACTS_SCRIPT_HPP
 #define FL_FILESYSTEM_TESTS_PLATFORM_FACTS_SCRIPT_HPP
-// Short scripts of system calls, each step with the outcome that somebody tells of it: steps
-// with `;` between them. The current directory is an empty folder.
-//
-//     file f text; hold f r rwd; delete f; open f r rwd existing =5
-//
-// A step is a verb with its arguments, `=` and the system's code where it fails, or `->` and
-// what it answers. Setting up is by `file NAME [CONTENT]`, `dir`, `hard NEW OLD`,
-// `symlink NAME TARGET file|dir`, `junction`; they take names as they stand. Everything else
-// is a call of the system; `hold NAME ACCESS SHARE [FLAGS] [DISPOSITION]` keeps what it opens,
-// and later steps know it by its number: 1, 2, ...
-//
-// Texts: `@` ahead is the folder, `^` the folder without its drive, `$` one on a share, `?@` and
-// `?$` the same with a long prefix, `^$` the one on a share without its first backslash, `%` the
-// share itself, `!` its server, `?V` the volume by its own name, `#260` a pathname of 260 units in
-// the folder, `?#260` with the prefix; `~` is a blank, `{a*255}` a name of 255 units, and `_` alone
-// no text at all.
+// Plays scripts of system calls, as README.md tells how they are written. The current directory
+// is an empty folder.
 
 #include "platform/contract.hpp"
 
