@@ -20,14 +20,11 @@ std::int64_t number(FILETIME time)
 
 TEST(FileData, Outcomes)
 {
-    workspace space;
-    fill_for_attributes(space);
-    for (call_row const &row : common_attribute_cases) {
-        WIN32_FILE_ATTRIBUTE_DATA data = {};
-        EXPECT_EQ(get_data(text_in(space, row.text), data), expected(row.code, row.wine))
-            << row.text << ": " << row.why;
-    }
     WIN32_FILE_ATTRIBUTE_DATA data = {};
+    auto const get = [&](std::wstring const &name) { return get_data(name, data); };
+    expect_codes(make_dir_and_file, get, names_of_file, missing_names, common_attribute_cases);
+    workspace space;
+    make_dir_and_file(space);
     EXPECT_EQ(get_data(in(space, LR"(file\)"), data),
               expected(ERROR_INVALID_NAME, ERROR_PATH_NOT_FOUND))
         << "a file is no directory";
@@ -37,22 +34,20 @@ TEST(FileData, Outcomes)
 
 TEST(SettingAttributes, Outcomes)
 {
-    workspace space;
-    fill_for_attributes(space);
-    for (call_row const &row : common_attribute_cases) {
-        EXPECT_EQ(set_attributes(text_in(space, row.text), FILE_ATTRIBUTE_ARCHIVE),
-                  expected(row.code, row.wine))
-            << row.text << ": " << row.why;
-    }
-    EXPECT_EQ(set_attributes(in(space, LR"(file\)"), FILE_ATTRIBUTE_ARCHIVE),
-              DWORD{ERROR_INVALID_NAME})
-        << "a file is no directory";
+    constexpr call_row no_directory[] = {
+        {LR"(@\file\)", ERROR_INVALID_NAME, "a file is no directory"},
+    };
+    auto const set = [](std::wstring const &name) {
+        return set_attributes(name, FILE_ATTRIBUTE_ARCHIVE);
+    };
+    expect_codes(make_dir_and_file, set, names_of_file, missing_names, common_attribute_cases,
+                 no_directory);
 }
 
 TEST(FileData, HasAttributesAndSize)
 {
     workspace space;
-    fill_for_attributes(space);
+    make_dir_and_file(space);
     WIN32_FILE_ATTRIBUTE_DATA file = {}, directory = {};
     EXPECT_EQ(get_data(in(space, L"file"), file), success);
     EXPECT_EQ(file.dwFileAttributes, DWORD{FILE_ATTRIBUTE_ARCHIVE});
@@ -69,7 +64,7 @@ TEST(FileData, HasTheTimesThatWereSet)
 {
     constexpr std::int64_t moment = 126'500'000'001'234'567;
     workspace space;
-    fill_for_attributes(space);
+    make_dir_and_file(space);
     for (wchar_t const *name : {L"file", L"dir"}) {
         FILE_BASIC_INFO info = {};
         info.LastAccessTime.QuadPart = moment;
@@ -87,7 +82,7 @@ TEST(FileData, HasTheTimesThatWereSet)
 TEST(FileData, HasOneLevel)
 {
     workspace space;
-    fill_for_attributes(space);
+    make_dir_and_file(space);
     WIN32_FILE_ATTRIBUTE_DATA data = {};
     EXPECT_EQ(outcome_of([&] {
                   return ::GetFileAttributesExW(in(space, L"file").c_str(), GetFileExMaxInfoLevel,
@@ -100,7 +95,7 @@ TEST(FileData, IsMadeUpForDevices)
 {
     constexpr DWORD wine = ERROR_BAD_DEV_TYPE;
     workspace space;
-    fill_for_attributes(space);
+    make_dir_and_file(space);
     for (std::wstring const &name : {std::wstring(L"nul"), std::wstring(LR"(\\.\con)")}) {
         WIN32_FILE_ATTRIBUTE_DATA data = {};
         data.nFileSizeLow = 123;
@@ -111,26 +106,18 @@ TEST(FileData, IsMadeUpForDevices)
     }
 }
 
-// Wine knows no such limit.
 TEST(FileData, NeedsALongPrefixFrom260Units)
 {
-    workspace space;
-    for (std::size_t const length : {259U, 260U, 300U}) {
-        std::wstring const name = long_path(space, length);
-        space.make_file(units(name));
-        DWORD const code = length < 260 ? success : beyond_limit(ERROR_PATH_NOT_FOUND);
-        WIN32_FILE_ATTRIBUTE_DATA data = {};
-        EXPECT_EQ(get_data(name, data), code) << length;
-        EXPECT_EQ(get_data(LR"(\\?\)" + name, data), success) << length;
-        EXPECT_EQ(set_attributes(name, FILE_ATTRIBUTE_ARCHIVE), code);
-        EXPECT_EQ(set_attributes(LR"(\\?\)" + name, FILE_ATTRIBUTE_ARCHIVE), success) << length;
-    }
+    WIN32_FILE_ATTRIBUTE_DATA data = {};
+    expect_limit_of_260([&](std::wstring const &name) { return get_data(name, data); });
+    expect_limit_of_260(
+        [](std::wstring const &name) { return set_attributes(name, FILE_ATTRIBUTE_ARCHIVE); });
 }
 
 TEST(FileData, OfANameOf260Units)
 {
     workspace space;
-    fill_for_attributes(space);
+    make_dir_and_file(space);
     std::wstring const bare(260, L'n');
     WIN32_FILE_ATTRIBUTE_DATA data = {};
     // where the pathname is short enough, the name is still too long for any disk
@@ -171,7 +158,7 @@ TEST(SettingAttributes, SetsThoseThatCanBeSet)
 {
     for (set_case const &row : set_cases) {
         workspace space;
-        fill_for_attributes(space);
+        make_dir_and_file(space);
         EXPECT_EQ(set_attributes(in(space, L"file"), row.given), success) << row.given;
         EXPECT_EQ(attributes_of(in(space, L"file")), kept_attributes(row.file))
             << row.given << ": " << row.why;
@@ -184,7 +171,7 @@ TEST(SettingAttributes, SetsThoseThatCanBeSet)
 TEST(SettingAttributes, ReplacesTheFormerOnes)
 {
     workspace space;
-    fill_for_attributes(space);
+    make_dir_and_file(space);
     for (wchar_t const *name : {L"file", L"dir"}) {
         EXPECT_EQ(set_attributes(in(space, name), readonly | hidden), success);
         EXPECT_EQ(set_attributes(in(space, name), system | archive), success)
@@ -197,7 +184,7 @@ TEST(SettingAttributes, ReplacesTheFormerOnes)
 TEST(SettingAttributes, MindsNoOpenHandle)
 {
     workspace space;
-    fill_for_attributes(space);
+    make_dir_and_file(space);
     handle const alone = open(in(space, L"file"), {.access = GENERIC_ALL, .share = 0});
     EXPECT_EQ(set_attributes(in(space, L"file"), readonly | archive), success);
     EXPECT_EQ(attributes_of(in(space, L"file")), readonly | archive);
@@ -207,7 +194,7 @@ TEST(SettingAttributes, MindsNoOpenHandle)
 TEST(SettingAttributes, LeavesTheInsideOfADirectoryAlone)
 {
     workspace space;
-    fill_for_attributes(space);
+    make_dir_and_file(space);
     EXPECT_EQ(set_attributes(in(space, L"dir"), readonly), success);
     EXPECT_EQ(create_directory(in(space, LR"(dir\new)")), success);
 }
@@ -216,7 +203,7 @@ TEST(SettingAttributes, LeavesTheInsideOfADirectoryAlone)
 TEST(SettingAttributes, RefusesATemporaryDirectory)
 {
     workspace space;
-    fill_for_attributes(space);
+    make_dir_and_file(space);
     EXPECT_EQ(set_attributes(in(space, L"dir"), FILE_ATTRIBUTE_TEMPORARY),
               expected(ERROR_INVALID_PARAMETER, success));
     EXPECT_EQ(attributes_of(in(space, L"dir")), directory);

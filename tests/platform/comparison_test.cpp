@@ -4,79 +4,86 @@ namespace contract {
 
 namespace {
 
-struct comparison_case
+struct pair_case
 {
-    wchar_t const *one;
-    wchar_t const *other;
-    int order; // -1, 0 or 1
+    LPCWSTR one, other;
     char const *why;
 };
 
-constexpr comparison_case comparison_cases[] = {
-    {L"win64", L"win64", 0, "the same"},
-    {L"win64", L"WIN64", 0, "in another case"},
-    {L"Bin", L"bIN", 0, "case by case"},
-    {L"bin", L"bin64", -1, "what is shorter comes first"},
-    {L"win32", L"win64", -1, "by the first difference"},
-    {L"a", L"B", -1, "letters in their order, whatever case they have"},
-    {L"9", L"a", -1, "digits come before letters"},
-    {L"_", L"a", -1, "and signs too"},
-    {L"_", L"1", -1, "also before digits"},
-    {L"bin ", L"bin", 1, "a blank counts"},
-    {L"", L"", 0, "nothing in both"},
-    {L"", L"a", -1, "nothing in one"},
-    {nullptr, L"", -1, "no text at all"},
-    {nullptr, nullptr, 0, "no texts at all"},
-    {L"\u00E4", L"\u00C4", 0, "a letter of Western Europe"},
-    {L"\u0436", L"\u0416", 0, "a Cyrillic one"},
-    {L"\u00E4", L"a", 1, "marks count"},
-    {L"co-op", L"coop", 1, "a hyphen counts where all else is equal"},
+constexpr pair_case equal_cases[] = {
+    {L"win64", L"win64", "the same"},         {L"win64", L"WIN64", "in another case"},
+    {L"Bin", L"bIN", "case by case"},         {L"", L"", "nothing in both"},
+    {nullptr, nullptr, "no texts at all"},    {L"\u00E4", L"\u00C4", "a letter of Western Europe"},
+    {L"\u0436", L"\u0416", "a Cyrillic one"},
 };
 
-int sign_of(int order)
+/// In their order.
+constexpr pair_case ordered_cases[] = {
+    {L"bin", L"bin64", "what is shorter comes first"},
+    {L"win32", L"win64", "by the first difference"},
+    {L"a", L"B", "letters in their order, whatever case they have"},
+    {L"9", L"a", "digits come before letters"},
+    {L"_", L"a", "and signs too"},
+    {L"_", L"1", "also before digits"},
+    {L"bin", L"bin ", "a blank counts"},
+    {L"", L"a", "nothing in one"},
+    {nullptr, L"", "no text at all"},
+    {L"a", L"\u00E4", "marks count"},
+    {L"coop", L"co-op", "a hyphen counts where all else is equal"},
+};
+
+void expect_order(LPCWSTR one, LPCWSTR other, int order, char const *why)
 {
-    return (order > 0) - (order < 0);
+    ::SetLastError(untouched);
+    int const answer = ::lstrcmpiW(one, other);
+    EXPECT_EQ((answer > 0) - (answer < 0), order) << why;
+    EXPECT_EQ(::GetLastError(), untouched) << why;
 }
 
 TEST(Comparison, Table)
 {
-    for (comparison_case const &row : comparison_cases) {
-        ::SetLastError(untouched);
-        EXPECT_EQ(sign_of(::lstrcmpiW(row.one, row.other)), row.order) << row.why;
-        EXPECT_EQ(sign_of(::lstrcmpiW(row.other, row.one)), -row.order) << row.why;
-        EXPECT_EQ(::GetLastError(), untouched) << row.why;
+    for (pair_case const &row : equal_cases) {
+        expect_order(row.one, row.other, 0, row.why);
+        expect_order(row.other, row.one, 0, row.why);
+    }
+    for (pair_case const &row : ordered_cases) {
+        expect_order(row.one, row.other, -1, row.why);
+        expect_order(row.other, row.one, 1, row.why);
     }
 }
 
-struct ordinal_case
-{
-    LPCWSTR one;
-    LPCWSTR other;
-    BOOL ignores_case;
-    int order;
-    char const *why;
+constexpr pair_case ordinally_equal_cases[] = {
+    {L"a.txt", L"A.TXT", "in another case"},
+    {L"\u00E4", L"\u00C4", "a letter of Western Europe"},
+    {L"\u0436", L"\u0416", "a Cyrillic one"},
+    {L"", L"", "nothing in both"},
 };
 
-constexpr ordinal_case ordinal_cases[] = {
-    {L"a.txt", L"A.TXT", TRUE, CSTR_EQUAL, "in another case"},
-    {L"a.txt", L"A.TXT", FALSE, CSTR_GREATER_THAN, "case counts where it is asked for"},
-    {L"ä", L"Ä", TRUE, CSTR_EQUAL, "a letter of Western Europe"},
-    {L"ж", L"Ж", TRUE, CSTR_EQUAL, "a Cyrillic one"},
-    {L"co-op", L"coop", TRUE, CSTR_LESS_THAN, "a hyphen is a unit as any other"},
-    {L"a", L"_", TRUE, CSTR_LESS_THAN, "compared in upper case"},
-    {L"a", L"ab", TRUE, CSTR_LESS_THAN, "the beginning of the other"},
-    {L"", L"", TRUE, CSTR_EQUAL, "nothing in both"},
+/// In their order.
+constexpr pair_case ordinal_cases[] = {
+    {L"co-op", L"coop", "a hyphen is a unit as any other"},
+    {L"a", L"_", "compared in upper case"},
+    {L"a", L"ab", "the beginning of the other"},
 };
+
+int ordinal(LPCWSTR one, LPCWSTR other, BOOL ignores_case = TRUE)
+{
+    return ::CompareStringOrdinal(one, -1, other, -1, ignores_case);
+}
 
 TEST(Comparison, Ordinal)
 {
-    for (ordinal_case const &row : ordinal_cases) {
-        EXPECT_EQ(::CompareStringOrdinal(row.one, -1, row.other, -1, row.ignores_case), row.order)
-            << row.why;
-        EXPECT_EQ(::CompareStringOrdinal(row.other, -1, row.one, -1, row.ignores_case),
-                  CSTR_LESS_THAN + CSTR_GREATER_THAN - row.order)
-            << row.why;
+    for (pair_case const &row : ordinally_equal_cases) {
+        EXPECT_EQ(ordinal(row.one, row.other), CSTR_EQUAL) << row.why;
+        EXPECT_EQ(ordinal(row.other, row.one), CSTR_EQUAL) << row.why;
     }
+    for (pair_case const &row : ordinal_cases) {
+        EXPECT_EQ(ordinal(row.one, row.other), CSTR_LESS_THAN) << row.why;
+        EXPECT_EQ(ordinal(row.other, row.one), CSTR_GREATER_THAN) << row.why;
+    }
+    EXPECT_EQ(ordinal(L"a.txt", L"A.TXT", FALSE), CSTR_GREATER_THAN)
+        << "case where it is asked for";
+    EXPECT_EQ(ordinal(L"A.TXT", L"a.txt", FALSE), CSTR_LESS_THAN);
     EXPECT_EQ(::CompareStringOrdinal(L"abc", 2, L"ABd", 2, TRUE), CSTR_EQUAL) << "as many as told";
 }
 

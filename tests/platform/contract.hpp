@@ -4,6 +4,7 @@
 // under Wine and on Windows. Each states what Windows does; where Wine does
 // something else, the row or the test says what, and is held to it there.
 
+#include "support/needs.hpp"
 #include "support/text.hpp"
 #include "support/workspace.hpp"
 
@@ -13,6 +14,7 @@
 
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 
 namespace contract {
@@ -54,6 +56,14 @@ struct call_row
     wine_does<DWORD> wine = as_windows;
 };
 
+/// A row of a table: what one call makes of this text, and why.
+struct text_row
+{
+    wchar_t const *text, *expected;
+    char const *why;
+    wine_does<wchar_t const *> wine = nullptr; ///< none: as Windows does
+};
+
 /// The outcome of a call as one value: 0 for success, else the last error.
 inline constexpr DWORD success = 0;
 
@@ -69,6 +79,16 @@ DWORD outcome_of(Call call)
 inline DWORD expected(DWORD windows, wine_does<DWORD> wine)
 {
     return runs_under_wine() && wine.here() != as_windows ? wine.here() : windows;
+}
+
+inline DWORD expected(call_row const &row)
+{
+    return expected(row.code, row.wine);
+}
+
+inline std::wstring expected(text_row const &row)
+{
+    return runs_under_wine() && row.wine.here() != nullptr ? row.wine.here() : row.expected;
 }
 
 /// Whether the name of a deleted file is free while others have the file open.
@@ -107,6 +127,81 @@ inline std::wstring text_in(workspace const &space, std::wstring_view text)
     return std::wstring(text);
 }
 
+template <typename Fill, typename Call, typename Rows>
+void expect_codes_of(Rows const &rows, Fill fill, Call call)
+{
+    for (call_row const &row : rows) {
+        workspace space;
+        fill(space);
+        DWORD code = success;
+        if constexpr (std::is_invocable_v<Call, std::wstring>)
+            code = call(text_in(space, row.text));
+        else
+            code = call(space, text_in(space, row.text));
+        EXPECT_EQ(code, expected(row)) << row.text << ": " << row.why;
+    }
+}
+
+/// What `call` comes to with the text of each row of all tables, in a folder of its own that
+/// `fill` filled. It takes the text, or the folder and the text.
+template <typename Fill, typename Call, typename... Tables>
+void expect_codes(Fill fill, Call call, Tables const &...tables)
+{
+    (expect_codes_of(tables, fill, call), ...);
+}
+
+/// The current directory, with a directory, `dir`, and a file, `file`, in it.
+inline void make_dir_and_file(workspace &space)
+{
+    space.make_directory(space.path(u"dir"));
+    space.make_file(space.path(u"file"), "content");
+    space.change_directory(space.root());
+}
+
+// The folder of these three is the current directory and holds a directory, `dir`, and a file,
+// `file`.
+
+/// Names of the file, which each call takes.
+inline constexpr call_row names_of_file[] = {
+    {LR"(@\file)", success, "a file"},
+    {LR"(@\FILE)", success, "in another case"},
+    {LR"(@\file. )", success, "once the end is trimmed"},
+    {LR"(@/dir/../file)", success, "by a detour"},
+    {L"file", success, "from the current directory"},
+    {LR"(?@\file)", success, "as it stands"},
+};
+
+/// Names of nothing, and what each call says that wants something to be there.
+inline constexpr call_row missing_names[] = {
+    {LR"(@\missing)", ERROR_FILE_NOT_FOUND, "not there"},
+    {LR"(@\missing\a)", ERROR_PATH_NOT_FOUND, "nor the directory above"},
+    {LR"(@\file\a)", ERROR_PATH_NOT_FOUND, "below a file"},
+    {LR"(@\a*b)", ERROR_INVALID_NAME, "no name"},
+    {LR"(@\missing\a*b)", ERROR_PATH_NOT_FOUND, "names are checked in their turn",
+     ERROR_INVALID_NAME},
+    {LR"(Q:\a)", ERROR_PATH_NOT_FOUND, "no such drive", ERROR_FILE_NOT_FOUND},
+    {LR"(\\fl-dead-server\share\a)", ERROR_BAD_NETPATH, "no such server", ERROR_PATH_NOT_FOUND},
+};
+
+/// Names under which each call makes something.
+inline constexpr call_row new_names[] = {
+    {LR"(@\new)", success, "a new name"},
+    {LR"(@\dir\new)", success, "in a directory"},
+    {LR"(@/dir/new. )", success, "in a form that is tidied up"},
+    {LR"(@\missing\..\new)", success, "dots are resolved before anything is looked up"},
+    {L"new", success, "from the current directory"},
+    {LR"(?@\dir\new)", success, "as it stands"},
+};
+
+/// Names under which nothing can be made, and what each call says that is to make something.
+inline constexpr call_row impossible_names[] = {
+    {LR"(@\missing\new)", ERROR_PATH_NOT_FOUND, "into no directory"},
+    {LR"(@\a*b)", ERROR_INVALID_NAME, "no name"},
+    {LR"(Q:\new)", ERROR_PATH_NOT_FOUND, "no such drive", ERROR_FILE_NOT_FOUND},
+    {LR"(\\fl-dead-server\share\new)", ERROR_BAD_NETPATH, "no such server", ERROR_PATH_NOT_FOUND},
+    {L"", ERROR_PATH_NOT_FOUND, "no text"},
+};
+
 /// A pathname in the folder that has exactly `length` units. Its last name is long,
 /// those above it exist.
 inline std::wstring long_path(workspace &space, std::size_t length)
@@ -117,6 +212,29 @@ inline std::wstring long_path(workspace &space, std::size_t length)
     space.make_directory(directory);
     directory += u'\\';
     return wide(directory) + std::wstring(length - directory.size(), L'n');
+}
+
+/// The same name as it stands.
+inline std::wstring with_long_prefix(std::wstring const &name)
+{
+    std::wstring const prefix = LR"(\\?\)";
+    return name.starts_with(prefix) ? name : prefix + name;
+}
+
+/// Calls `call` with names of files on both sides of the limit of pathnames without a long
+/// prefix, and with those names behind one. Wine knows no limit.
+template <typename Call>
+void expect_limit_of_260(Call call)
+{
+    workspace space;
+    for (std::size_t const length : {258U, 259U, 260U, 300U}) {
+        std::wstring const name = long_path(space, length);
+        space.make_file(units(name));
+        DWORD const code = length < 260 ? success : beyond_limit(ERROR_PATH_NOT_FOUND);
+        EXPECT_EQ(call(name), code) << length;
+        space.make_file(units(name)); // which the call may have deleted
+        EXPECT_EQ(call(with_long_prefix(name)), success) << length;
+    }
 }
 
 inline DWORD create_directory(std::wstring const &name)
@@ -199,6 +317,9 @@ struct manner
     DWORD disposition = OPEN_EXISTING;
     DWORD flags = 0;
 };
+
+/// A file is made.
+inline constexpr manner anew = {.access = GENERIC_WRITE, .disposition = CREATE_NEW};
 
 inline handle open(std::wstring const &name, manner const &how = {})
 {

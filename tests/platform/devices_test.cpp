@@ -11,13 +11,6 @@ namespace {
 constexpr wchar_t const *placed_names[] = {LR"(@\prn)",       LR"(@\dir\NUL.x)", LR"(@/dir/com1)",
                                            LR"(dir\nul.txt)", L"aux.tar.gz",     LR"(.\lpt1)"};
 
-void fill(workspace &space)
-{
-    space.make_directory(space.path(u"dir"));
-    space.make_file(space.path(u"file"));
-    space.change_directory(space.root());
-}
-
 DWORD by_edition(DWORD device, DWORD file)
 {
     return finds_devices_anywhere() ? device : file;
@@ -26,7 +19,7 @@ DWORD by_edition(DWORD device, DWORD file)
 TEST(DeviceInADirectory, IsOpenedLikeOneByItself)
 {
     workspace space;
-    fill(space);
+    make_dir_and_file(space);
     for (wchar_t const *name : {LR"(@\nul.a)", LR"(@\dir\NUL.b)", LR"(dir\nul.txt)"})
         EXPECT_EQ(code_of_open(text_in(space, name)), by_edition(success, ERROR_FILE_NOT_FOUND))
             << name;
@@ -37,7 +30,7 @@ TEST(DeviceInADirectory, IsOpenedLikeOneByItself)
 TEST(DeviceInADirectory, HasAttributes)
 {
     workspace space;
-    fill(space);
+    make_dir_and_file(space);
     for (wchar_t const *name : placed_names) {
         DWORD const code = by_edition(success, ERROR_FILE_NOT_FOUND);
         EXPECT_EQ(get_file_attributes(text_in(space, name)), code) << name;
@@ -59,7 +52,7 @@ TEST(DeviceInADirectory, CanBeNeitherDeletedNorRemovedNorMade)
         if (!has_device(name))
             continue;
         workspace space;
-        fill(space);
+        make_dir_and_file(space);
         std::wstring const text = text_in(space, name);
         EXPECT_EQ(delete_file(text),
                   by_edition(expected(ERROR_INVALID_FUNCTION, ERROR_INVALID_PARAMETER),
@@ -79,10 +72,9 @@ TEST(DeviceInADirectory, CanBeNeitherDeletedNorRemovedNorMade)
 TEST(DeviceInADirectory, IsAFileSinceWindows11)
 {
     workspace space;
-    fill(space);
+    make_dir_and_file(space);
     if (finds_devices_anywhere())
         return; // expected above
-    manner const anew = {.access = GENERIC_WRITE, .disposition = CREATE_NEW};
     std::wstring const name = in(space, LR"(dir\con.txt)");
     EXPECT_EQ(code_of_open(name, anew), success);
     EXPECT_EQ(found(in(space, LR"(dir\*)")), L".|..|con.txt");
@@ -93,7 +85,7 @@ TEST(DeviceInADirectory, IsAFileSinceWindows11)
 TEST(DeviceInADirectory, NeedsTheDirectory)
 {
     workspace space;
-    fill(space);
+    make_dir_and_file(space);
     for (wchar_t const *name : {LR"(@\missing\nul)", LR"(missing\nul)", LR"(@\file\nul)"}) {
         std::wstring const text = text_in(space, name);
         EXPECT_EQ(code_of_open(text), DWORD{ERROR_PATH_NOT_FOUND}) << name;
@@ -106,7 +98,7 @@ TEST(DeviceInADirectory, NeedsTheDirectory)
 TEST(DeviceByItself, IsOneInEveryEdition)
 {
     workspace space;
-    fill(space);
+    make_dir_and_file(space);
     for (wchar_t const *name :
          {L"nul", L"NUL", L"nul:", L"nul ", L"nul.", L"nul. .", LR"(\\.\nul)"})
         EXPECT_EQ(code_of_open(name), success) << name;
@@ -120,9 +112,8 @@ TEST(DeviceByItself, IsOneInEveryEdition)
 TEST(DeviceBehindALongPrefix, IsAFile)
 {
     workspace space;
-    fill(space);
+    make_dir_and_file(space);
     std::wstring const name = text_in(space, LR"(?@\dir\nul)");
-    manner const anew = {.access = GENERIC_WRITE, .disposition = CREATE_NEW};
     EXPECT_EQ(code_of_open(name, anew), success);
     EXPECT_EQ(space.entries(space.path(u"dir")), std::vector<std::u16string>{u"nul"});
     EXPECT_EQ(remove_directory(in(space, L"dir")), DWORD{ERROR_DIR_NOT_EMPTY});

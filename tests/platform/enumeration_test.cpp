@@ -7,16 +7,6 @@ namespace contract {
 
 namespace {
 
-/// One enumeration in a folder that is the current directory. See `text_in`, and `found`
-/// for what stands in `names`; `wine` is empty where Wine does as Windows does.
-struct search_case
-{
-    wchar_t const *pattern;
-    wchar_t const *names;
-    char const *why;
-    wine_does<wchar_t const *> wine = L"";
-};
-
 void fill(workspace &space)
 {
     for (char16_t const *name : {u"ab", u"Abc.txt", u"a", u"two.part.txt", u"b.TXT"})
@@ -26,16 +16,21 @@ void fill(workspace &space)
     space.change_directory(space.root());
 }
 
-void expect_found(workspace const &space, search_case const &row)
+/// See `text_in` for the pattern, and `found` for what is expected.
+template <typename Rows>
+void expect_found(Rows const &rows)
 {
-    bool const differs = runs_under_wine() && *row.wine.here() != L'\0';
-    std::wstring const names = differs ? row.wine.here() : row.names;
-    std::wstring const pattern = text_in(space, row.pattern);
-    EXPECT_EQ(units(found(pattern)), units(names)) << row.why;
-    EXPECT_EQ(units(found(pattern, FindExInfoStandard)), units(names)) << row.why << ", standard";
+    workspace space;
+    fill(space);
+    for (text_row const &row : rows) {
+        std::u16string const names = units(expected(row));
+        std::wstring const pattern = text_in(space, row.text);
+        EXPECT_EQ(units(found(pattern)), names) << row.why;
+        EXPECT_EQ(units(found(pattern, FindExInfoStandard)), names) << row.why << ", standard";
+    }
 }
 
-constexpr search_case matching_cases[] = {
+constexpr text_row matching_cases[] = {
     {LR"(@\*)", L".|..|a|ab|Abc.txt|b.TXT|dir|empty|two.part.txt", "dots first, then by name"},
     {L"*", L".|..|a|ab|Abc.txt|b.TXT|dir|empty|two.part.txt", "in the current directory"},
     {LR"(?@\*)", L".|..|a|ab|Abc.txt|b.TXT|dir|empty|two.part.txt", "as it stands"},
@@ -49,12 +44,12 @@ constexpr search_case matching_cases[] = {
     {LR"(@\*.*.txt)", L"two.part.txt", "two full stops"},
     {LR"(@\a*)", L"a|ab|Abc.txt", "a beginning"},
     {LR"(@\?)", L"a", "one unit", {L".|a", L".|..|a"}},
-    {LR"(@\a?)", L"a|ab", "one unit or the end", {L"ab", L""}},
-    {LR"(@\???.txt)", L"Abc.txt|b.TXT", "up to three, then the extension", {L"Abc.txt", L""}},
+    {LR"(@\a?)", L"a|ab", "one unit or the end", {L"ab", nullptr}},
+    {LR"(@\???.txt)", L"Abc.txt|b.TXT", "up to three, then the extension", {L"Abc.txt", nullptr}},
     {LR"(@\*.)",
      L".|..|a|ab|dir|empty",
      "no extension",
-     {L".|..|a|ab|Abc.txt|b.TXT|dir|empty|two.part.txt", L""}},
+     {L".|..|a|ab|Abc.txt|b.TXT|dir|empty|two.part.txt", nullptr}},
     {LR"(@\ABC.TXT)", L"Abc.txt", "one name, in its own case"},
     {LR"(@\dir)", L"dir", "the directory itself"},
     {LR"(@\dir. )", L"dir", "once the end is trimmed"},
@@ -63,14 +58,14 @@ constexpr search_case matching_cases[] = {
     {L"nul", L"nul", "a device"},
 };
 
-constexpr search_case failing_cases[] = {
+constexpr text_row failing_cases[] = {
     {LR"(@\missing)", L"error 2", "no such name"},
     {LR"(@\z*)", L"error 2", "nothing matches"},
     {LR"(@\empty\x*)", L"error 2", "nor in an empty directory"},
     {LR"(@\missing\*)", L"error 3", "no such directory"},
     {LR"(@\missing\a\*)", L"error 3", "nor the one above"},
-    {LR"(@\a\*)", L"error 267", "a file has no entries", {L"error 123", L""}},
-    {LR"(@\a\b)", L"error 267", "nor one of this name", {L"error 123", L""}},
+    {LR"(@\a\*)", L"error 267", "a file has no entries", {L"error 123", nullptr}},
+    {LR"(@\a\b)", L"error 267", "nor one of this name", {L"error 123", nullptr}},
     {LR"(@\a\b\*)", L"error 3", "below a file"},
     {LR"(@\dir\)", L"error 2", "no pattern behind the separator"},
     {LR"(@\missing\)", L"error 3", "nor a directory ahead of it", L"error 2"},
@@ -91,18 +86,12 @@ constexpr search_case failing_cases[] = {
 
 TEST(Enumeration, Matches)
 {
-    workspace space;
-    fill(space);
-    for (search_case const &row : matching_cases)
-        expect_found(space, row);
+    expect_found(matching_cases);
 }
 
 TEST(Enumeration, Fails)
 {
-    workspace space;
-    fill(space);
-    for (search_case const &row : failing_cases)
-        expect_found(space, row);
+    expect_found(failing_cases);
 }
 
 TEST(Enumeration, GivesNoDotsInARoot)
@@ -195,17 +184,9 @@ TEST(Enumeration, GoesOnWhileEntriesAreRemoved)
     EXPECT_TRUE(space.entries(space.root()).empty());
 }
 
-// Wine knows no such limit.
 TEST(Enumeration, NeedsALongPrefixFrom260Units)
 {
-    workspace space;
-    for (std::size_t const length : {258U, 259U, 260U, 300U}) {
-        std::wstring const name = long_path(space, length);
-        space.make_file(units(name));
-        DWORD const code = length < 260 ? success : beyond_limit(ERROR_PATH_NOT_FOUND);
-        EXPECT_EQ(search(name).code, code) << length;
-        EXPECT_EQ(search(LR"(\\?\)" + name).code, success) << length;
-    }
+    expect_limit_of_260([](std::wstring const &name) { return search(name).code; });
 }
 
 DWORD find_first(std::wstring const &pattern, int level, int operation, DWORD flags)
@@ -236,8 +217,7 @@ TEST(Enumeration, RefusesWrongArguments)
 TEST(Enumeration, WorksOnAShare)
 {
     workspace space;
-    if (!space.has_share())
-        GTEST_SKIP() << "there is no share";
+    NEEDS(space.has_share(), "there is no share");
     std::wstring const root = wide(space.share_root());
     space.make_file(space.share_root() + u"\\File");
     EXPECT_EQ(units(found(root + LR"(\*)")), u".|..|File");

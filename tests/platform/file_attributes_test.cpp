@@ -11,20 +11,10 @@ constexpr call_row attribute_cases[] = {
      ERROR_BAD_DEV_TYPE},
 };
 
-void expect_outcome(workspace const &space, call_row const &row)
-{
-    DWORD const code = expected(row.code, row.wine);
-    EXPECT_EQ(get_file_attributes(text_in(space, row.text)), code) << row.why;
-}
-
 TEST(FileAttributes, Outcomes)
 {
-    workspace space;
-    fill_for_attributes(space);
-    for (call_row const &row : common_attribute_cases)
-        expect_outcome(space, row);
-    for (call_row const &row : attribute_cases)
-        expect_outcome(space, row);
+    expect_codes(make_dir_and_file, get_file_attributes, names_of_file, missing_names,
+                 common_attribute_cases, attribute_cases);
 }
 
 TEST(FileAttributes, TellDirectoriesFromFiles)
@@ -42,24 +32,15 @@ TEST(FileAttributes, AreMadeUpForDevices)
     EXPECT_EQ(attributes_of(L"nul"), DWORD{FILE_ATTRIBUTE_ARCHIVE});
 }
 
-// Wine knows no such limit.
 TEST(FileAttributes, NeedALongPrefixFrom260Units)
 {
-    workspace space;
-    for (std::size_t const length : {258U, 259U, 260U, 300U}) {
-        std::wstring const name = long_path(space, length);
-        space.make_file(units(name));
-        DWORD const code = length < 260 ? success : beyond_limit(ERROR_PATH_NOT_FOUND);
-        EXPECT_EQ(get_file_attributes(name), code) << length;
-        EXPECT_EQ(get_file_attributes(LR"(\\?\)" + name), success) << length;
-    }
+    expect_limit_of_260(get_file_attributes);
 }
 
 TEST(FileAttributes, ExistForAShare)
 {
     workspace space;
-    if (!space.has_share())
-        GTEST_SKIP() << "there is no share";
+    NEEDS(space.has_share(), "there is no share");
     std::wstring const root = wide(space.share_root());
     space.make_file(space.share_root() + u"\\file");
     EXPECT_EQ(get_file_attributes(root), success);

@@ -9,20 +9,14 @@ namespace contract {
 
 namespace {
 
-struct full_path_case
+template <typename Rows>
+void expect_full_paths(Rows const &rows)
 {
-    wchar_t const *text, *expected;
-    char const *why;
-    wchar_t const *wine = nullptr; // where Wine differs
-};
-
-void check(full_path_case const &row)
-{
-    bool const differs = runs_under_wine() && row.wine != nullptr;
-    EXPECT_EQ(full_path(row.text), differs ? row.wine : row.expected) << row.why;
+    for (text_row const &row : rows)
+        EXPECT_EQ(full_path(row.text), expected(row)) << row.why;
 }
 
-constexpr full_path_case drive_cases[] = {
+constexpr text_row drive_cases[] = {
     {LR"(C:\)", LR"(C:\)", "a root directory"},
     {LR"(C:\dir\file)", LR"(C:\dir\file)", "nothing to do"},
     {LR"(c:\dir)", LR"(c:\dir)", "the drive's letter stays as it is"},
@@ -48,7 +42,7 @@ constexpr full_path_case drive_cases[] = {
     {L"C:\\a\x1F\tb", L"C:\\a\x1F\tb", "nor any unit"},
 };
 
-constexpr full_path_case trimming_cases[] = {
+constexpr text_row trimming_cases[] = {
     {LR"(C:\a.)", LR"(C:\a)", "a full stop at the end is removed"},
     {LR"(C:\a. . )", LR"(C:\a)", "and all full stops and blanks together"},
     {LR"(C:\a )", LR"(C:\a)", "and a blank"},
@@ -76,7 +70,7 @@ constexpr full_path_case trimming_cases[] = {
     {LR"(C:\b\. \.)", LR"(C:\b\)", "and nothing may be left"},
 };
 
-constexpr full_path_case network_cases[] = {
+constexpr text_row network_cases[] = {
     {LR"(\\server\share)", LR"(\\server\share)", "server and share are the root"},
     {LR"(\\server\share\)", LR"(\\server\share\)", "a separator at the end stays"},
     {LR"(\\server\share\dir)", LR"(\\server\share\dir)", "nothing to do"},
@@ -119,7 +113,7 @@ constexpr full_path_case network_cases[] = {
     {LR"(\\.server\share\..\a)", LR"(\\.server\share\a)", "no prefix of devices"},
 };
 
-constexpr full_path_case prefixed_cases[] = {
+constexpr text_row prefixed_cases[] = {
     {LR"(\\?\C:\)", LR"(\\?\C:\)", "a root directory"},
     {LR"(\\?\C:\a\..\b)", LR"(\\?\C:\b)", "this call resolves dots behind a prefix, too"},
     {LR"(\\?\C:\a. )", LR"(\\?\C:\a)", "and trims"},
@@ -138,7 +132,7 @@ constexpr full_path_case prefixed_cases[] = {
     {LR"(\\.\C:\con)", LR"(\\.\C:\con)", "no device is looked for behind a prefix"},
 };
 
-constexpr full_path_case device_cases[] = {
+constexpr text_row device_cases[] = {
     {L"CON", LR"(\\.\CON)", "a device"},
     {L"nul", LR"(\\.\nul)", "as it is typed"},
     {L"PRN:", LR"(\\.\PRN)", "with a colon"},
@@ -156,32 +150,27 @@ constexpr full_path_case device_cases[] = {
 
 TEST(FullPathName, Drives)
 {
-    for (full_path_case const &row : drive_cases)
-        check(row);
+    expect_full_paths(drive_cases);
 }
 
 TEST(FullPathName, Trimming)
 {
-    for (full_path_case const &row : trimming_cases)
-        check(row);
+    expect_full_paths(trimming_cases);
 }
 
 TEST(FullPathName, Network)
 {
-    for (full_path_case const &row : network_cases)
-        check(row);
+    expect_full_paths(network_cases);
 }
 
 TEST(FullPathName, Prefixed)
 {
-    for (full_path_case const &row : prefixed_cases)
-        check(row);
+    expect_full_paths(prefixed_cases);
 }
 
 TEST(FullPathName, Devices)
 {
-    for (full_path_case const &row : device_cases)
-        check(row);
+    expect_full_paths(device_cases);
 }
 
 /// A text, and what it means where devices stand anywhere and where they stand alone. `@` is
@@ -234,7 +223,7 @@ TEST(FullPathName, PortsWithRaisedDigits)
 
 // Texts that start from the current directory, which is `<drive>:\...\here`. The
 // expected text begins with it where it begins with `@`.
-constexpr full_path_case relative_cases[] = {
+constexpr text_row relative_cases[] = {
     {L"name", LR"(@\name)", "a name"},
     {LR"(a\b\)", LR"(@\a\b\)", "with a separator at the end"},
     {L"a/b", LR"(@\a\b)", "with a slash"},
@@ -252,7 +241,7 @@ TEST(FullPathName, StartsFromTheCurrentDirectory)
     space.make_directory(space.path(u"here"));
     space.change_directory(space.path(u"here"));
     std::wstring const here = in(space, L"here");
-    for (full_path_case const &row : relative_cases) {
+    for (text_row const &row : relative_cases) {
         std::wstring const text = row.expected;
         EXPECT_EQ(full_path(row.text), here + text.substr(1)) << row.why;
     }
@@ -297,8 +286,7 @@ TEST(FullPathName, StartsFromTheCurrentDirectoryOfTheSameDrive)
 TEST(FullPathName, StartsFromAShareAsFromADrive)
 {
     workspace space;
-    if (!space.has_share())
-        GTEST_SKIP() << "there is no share to stand in";
+    NEEDS(space.has_share(), "there is no share to stand in");
     space.make_directory(space.share_root() + u"\\here");
     std::wstring const root = wide(space.share_root());
     ASSERT_EQ(set_current_directory(root + LR"(\here)"), success);

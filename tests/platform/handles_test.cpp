@@ -606,10 +606,8 @@ TEST(FinalPathNames, RefuseUnknownFlags)
 TEST(FinalPathNames, OfAShare)
 {
     workspace space;
-    if (!space.has_share())
-        GTEST_SKIP() << "there is no share";
-    if (runs_under_wine())
-        GTEST_SKIP() << "Wine names files of a share by their place on the host";
+    NEEDS(space.has_share(), "there is no share");
+    NEEDS(!runs_under_wine(), "Wine names files of a share by their place on the host");
     std::wstring const root = wide(space.share_root());
     space.make_file(space.share_root() + u"\\File");
     EXPECT_EQ(final_path(look_at(root + LR"(\FILE)"), 0),

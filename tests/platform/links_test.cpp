@@ -15,8 +15,7 @@ class SymbolicLinks : public testing::Test
 protected:
     void SetUp() override
     {
-        if (!has_symlinks())
-            GTEST_SKIP() << "no symbolic links can be made here";
+        NEEDS(has_symlinks(), "no symbolic links can be made here");
         space.make_file(space.path(u"file"), "content");
         space.make_file(space.path(u"dir\\inner"), "inner");
         space.make_directory(space.path(u"dir\\sub"));
@@ -267,8 +266,7 @@ class Junctions : public testing::Test
 protected:
     void SetUp() override
     {
-        if (!has_reparse_data())
-            GTEST_SKIP() << "no reparse data can be set here";
+        NEEDS(has_reparse_data(), "no reparse data can be set here");
         space.make_file(space.path(u"dir\\inner"), "inner");
         space.make_file(space.path(u"file"), "content");
         space.make_directory(space.path(u"point"));

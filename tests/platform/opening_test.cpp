@@ -23,77 +23,56 @@ std::uint64_t size_of(std::wstring const &name)
     return (std::uint64_t{data.nFileSizeHigh} << 32) | data.nFileSizeLow;
 }
 
-/// A name opened for reading. See `text_in`.
-struct name_case
-{
-    wchar_t const *text;
-    DWORD flags;
-    DWORD code;
-    char const *why;
-    DWORD wine = as_windows;
-};
-
 constexpr DWORD backup = FILE_FLAG_BACKUP_SEMANTICS;
 
-constexpr name_case name_cases[] = {
-    {LR"(@\file)", 0, success, "a file"},
-    {LR"(@\FILE)", 0, success, "in another case"},
-    {LR"(@\file. )", 0, success, "once the end is trimmed"},
-    {LR"(@/dir/../file)", 0, success, "by a detour"},
-    {L"file", 0, success, "from the current directory"},
-    {LR"(@\file)", backup, success, "the flag is for directories, and fine for files"},
-    {LR"(@\missing)", 0, ERROR_FILE_NOT_FOUND, "not there"},
-    {LR"(@\missing\a)", 0, ERROR_PATH_NOT_FOUND, "nor the directory above"},
-    {LR"(@\file\a)", 0, ERROR_PATH_NOT_FOUND, "below a file"},
-    {LR"(@\file\)", 0, ERROR_INVALID_NAME, "a file is no directory"},
-    {LR"(@\file\)", backup, ERROR_INVALID_NAME, "whatever the flags are"},
-    {LR"(@\missing\)", backup, ERROR_FILE_NOT_FOUND, "a separator at the end"},
-    {LR"(@\dir)", 0, ERROR_ACCESS_DENIED, "directories want a flag"},
-    {LR"(@\dir\)", 0, ERROR_PATH_NOT_FOUND, "another code for another text", ERROR_ACCESS_DENIED},
-    {LR"(@\dir/)", 0, ERROR_PATH_NOT_FOUND, "a slash is one, too", ERROR_ACCESS_DENIED},
-    {LR"(@\dir)", backup, success, "with the flag"},
-    {LR"(@\DIR\)", backup, success, "with a separator"},
-    {LR"(C:\)", 0, ERROR_PATH_NOT_FOUND, "a root always ends in a separator", ERROR_ACCESS_DENIED},
-    {LR"(C:\)", backup, success, "a root with the flag"},
-    {L".", backup, success, "the current directory"},
-    {LR"(@\a*b)", 0, ERROR_INVALID_NAME, "no name"},
-    {LR"(@\missing\a*b)", 0, ERROR_PATH_NOT_FOUND, "names are checked in their turn",
-     ERROR_INVALID_NAME},
-    {L"", 0, ERROR_PATH_NOT_FOUND, "no text"},
-    {L"  ", 0, ERROR_PATH_NOT_FOUND, "blanks only"},
-    {LR"(Q:\a)", 0, ERROR_PATH_NOT_FOUND, "no such drive", ERROR_FILE_NOT_FOUND},
-    {LR"(Q:\)", backup, ERROR_PATH_NOT_FOUND, "nor its root"},
-    {LR"(?@\file)", 0, success, "as it stands"},
-    {LR"(?@\file.)", 0, ERROR_FILE_NOT_FOUND, "as it stands, it is another name"},
-    {LR"(?@/file)", 0, ERROR_INVALID_NAME, "a slash is in no name"},
-    {LR"(?@\.)", backup, ERROR_INVALID_NAME, "as they stand, dots are no names"},
-    {LR"(?@\nul)", 0, ERROR_FILE_NOT_FOUND, "no device is looked for"},
-    {LR"(?@\dir\)", 0, ERROR_PATH_NOT_FOUND, "a directory with a backslash, without the flag",
-     ERROR_ACCESS_DENIED},
-    {LR"(?@\dir\)", backup, success, "and with it"},
-    {L"nul", 0, success, "a device"},
-    {LR"(\\.\nul)", 0, success, "a device by its prefix"},
-    {LR"(\\fl-dead-server\share\a)", 0, ERROR_BAD_NETPATH, "no such server", ERROR_PATH_NOT_FOUND},
-    {LR"(\\?\UNC\fl-dead-server\share\a)", 0, ERROR_BAD_NETPATH, "with a long prefix",
+constexpr call_row name_cases[] = {
+    {LR"(@\file\)", ERROR_INVALID_NAME, "a file is no directory"},
+    {LR"(@\dir)", ERROR_ACCESS_DENIED, "directories want a flag"},
+    {LR"(@\dir\)", ERROR_PATH_NOT_FOUND, "another code for another text", ERROR_ACCESS_DENIED},
+    {LR"(@\dir/)", ERROR_PATH_NOT_FOUND, "a slash is one, too", ERROR_ACCESS_DENIED},
+    {LR"(C:\)", ERROR_PATH_NOT_FOUND, "a root always ends in a separator", ERROR_ACCESS_DENIED},
+    {L"", ERROR_PATH_NOT_FOUND, "no text"},
+    {L"  ", ERROR_PATH_NOT_FOUND, "blanks only"},
+    {LR"(?@\file.)", ERROR_FILE_NOT_FOUND, "as it stands, it is another name"},
+    {LR"(?@/file)", ERROR_INVALID_NAME, "a slash is in no name"},
+    {LR"(?@\nul)", ERROR_FILE_NOT_FOUND, "no device is looked for"},
+    {LR"(?@\dir\)", ERROR_PATH_NOT_FOUND, "a directory with a backslash", ERROR_ACCESS_DENIED},
+    {L"nul", success, "a device"},
+    {LR"(\\.\nul)", success, "a device by its prefix"},
+    {LR"(\\?\UNC\fl-dead-server\share\a)", ERROR_BAD_NETPATH, "a server, with a long prefix",
      ERROR_PATH_NOT_FOUND},
 };
 
 TEST(Opening, Outcomes)
 {
-    workspace space;
-    fill(space);
-    for (name_case const &row : name_cases) {
-        EXPECT_EQ(code_of_open(text_in(space, row.text), {.flags = row.flags}),
-                  expected(row.code, row.wine))
-            << row.text << ": " << row.why;
-    }
+    auto const open_it = [](std::wstring const &name) { return code_of_open(name); };
+    expect_codes(fill, open_it, names_of_file, missing_names, name_cases);
+}
+
+constexpr call_row directory_cases[] = {
+    {LR"(@\file\)", ERROR_INVALID_NAME, "a file is no directory, whatever the flags are"},
+    {LR"(@\missing\)", ERROR_FILE_NOT_FOUND, "a separator at the end"},
+    {LR"(@\dir)", success, "with the flag"},
+    {LR"(@\DIR\)", success, "with a separator"},
+    {LR"(C:\)", success, "a root"},
+    {L".", success, "the current directory"},
+    {LR"(Q:\)", ERROR_PATH_NOT_FOUND, "the root of no drive"},
+    {LR"(?@\.)", ERROR_INVALID_NAME, "as they stand, dots are no names"},
+    {LR"(?@\dir\)", success, "a directory with a backslash"},
+};
+
+TEST(Opening, OutcomesForDirectories)
+{
+    auto const open_it = [](std::wstring const &name) {
+        return code_of_open(name, {.flags = backup});
+    };
+    expect_codes(fill, open_it, names_of_file, missing_names, directory_cases);
 }
 
 TEST(Opening, WorksOnAShare)
 {
     workspace space;
-    if (!space.has_share())
-        GTEST_SKIP() << "there is no share";
+    NEEDS(space.has_share(), "there is no share");
     std::wstring const root = wide(space.share_root());
     space.make_file(space.share_root() + u"\\file");
     EXPECT_EQ(code_of_open(root + LR"(\FILE)"), success);
@@ -112,7 +91,6 @@ TEST(Opening, NeedsALongPrefixFrom260Units)
     for (std::size_t const length : {258U, 259U, 260U, 300U}) {
         std::wstring const name = long_path(space, length);
         DWORD const code = length < 260 ? success : beyond_limit(ERROR_PATH_NOT_FOUND);
-        manner const anew = {.access = GENERIC_WRITE, .disposition = CREATE_NEW};
         EXPECT_EQ(code_of_open(name, anew), code) << length;
         EXPECT_EQ(space.exists(units(name)), code == success) << length;
         space.make_file(units(name));
@@ -125,7 +103,6 @@ TEST(Opening, TakesNamesOf255Units)
 {
     workspace space;
     std::wstring const prefixed = LR"(\\?\)" + wide(space.root()) + LR"(\)";
-    manner const anew = {.access = GENERIC_WRITE, .disposition = CREATE_NEW};
     EXPECT_EQ(code_of_open(prefixed + std::wstring(255, L'n'), anew), success);
     EXPECT_EQ(code_of_open(prefixed + std::wstring(256, L'n'), anew),
               expected(ERROR_INVALID_NAME, ERROR_FILE_NOT_FOUND));
@@ -222,37 +199,24 @@ constexpr disposition_case refused_writes[] = {
 // Wine leaves this to the host, which stops everybody but its administrator.
 TEST(Opening, NobodyWritesToAReadOnlyFile)
 {
-    if (!keeps_writers_out())
-        GTEST_SKIP() << "the host lets its administrator write to read-only files";
+    NEEDS(keeps_writers_out(), "the host lets its administrator write to read-only files");
     for (disposition_case const &row : refused_writes)
         check(row);
 }
 
-struct made_case
-{
-    wchar_t const *text;
-    DWORD disposition;
-    DWORD last_error;
-    char const *why;
-};
-
-constexpr made_case made_cases[] = {
-    {LR"(@\new)", CREATE_ALWAYS, NO_ERROR, "it is new"},
-    {LR"(@\new)", OPEN_ALWAYS, NO_ERROR, "it is new"},
-    {LR"(@\file)", CREATE_ALWAYS, ERROR_ALREADY_EXISTS, "it was there"},
-    {LR"(@\file)", OPEN_ALWAYS, ERROR_ALREADY_EXISTS, "it was there"},
-};
-
 TEST(Opening, TellsWhetherTheNameWasThere)
 {
-    for (made_case const &row : made_cases) {
+    for (DWORD const disposition : {DWORD{CREATE_ALWAYS}, DWORD{OPEN_ALWAYS}}) {
         workspace space;
         fill(space);
-        ::SetLastError(untouched);
-        handle const opened = open(text_in(space, row.text), {.disposition = row.disposition});
-        DWORD const code = ::GetLastError();
-        EXPECT_TRUE(opened) << row.text << ", " << row.disposition;
-        EXPECT_EQ(code, row.last_error) << row.text << ", " << row.disposition << ": " << row.why;
+        for (bool const is_there : {false, true}) {
+            ::SetLastError(untouched);
+            handle const opened = open(in(space, L"new"), {.disposition = disposition});
+            DWORD const code = ::GetLastError();
+            EXPECT_TRUE(opened) << disposition;
+            DWORD const told = is_there ? ERROR_ALREADY_EXISTS : NO_ERROR;
+            EXPECT_EQ(code, told) << disposition;
+        }
     }
 }
 

@@ -58,14 +58,7 @@ TEST(ShellLink, HasNoPathAtFirst)
     EXPECT_EQ(code_of(made.file()->IsDirty()), no);
 }
 
-struct path_case
-{
-    wchar_t const *text;
-    wchar_t const *kept;
-    char const *why;
-};
-
-constexpr path_case path_cases[] = {
+constexpr text_row path_cases[] = {
     {LR"(@)", LR"(@)", "a directory"},
     {LR"(@\file)", LR"(@\file)", "a file"},
     {LR"(@\missing)", LR"(@\missing)", "nobody has to be there"},
@@ -83,9 +76,9 @@ TEST(ShellLink, TakesAnyPath)
     apartment const here;
     space.make_file(space.path(u"file"));
     space.change_directory(space.root());
-    for (path_case const &row : path_cases) {
+    for (text_row const &row : path_cases) {
         std::wstring const text = text_in(space, row.text);
-        std::wstring const kept = text_in(space, row.kept);
+        std::wstring const kept = text_in(space, row.expected);
         shortcut made;
         DWORD const wine = space.exists(units(text)) ? yes : no;
         EXPECT_EQ(made.set_path(text), expected(yes, wine)) << row.why;

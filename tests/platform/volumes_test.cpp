@@ -15,8 +15,7 @@ std::vector<std::wstring> raw_names(workspace const &space)
 
 TEST(RawVolume, OpensForWhoAsksNothingOfItsContent)
 {
-    if (runs_under_wine())
-        GTEST_SKIP() << "the host decides who gets at its disks";
+    NEEDS(!runs_under_wine(), "the host decides who gets at its disks");
     workspace space;
     for (std::wstring const &name : raw_names(space)) {
         for (DWORD const access : {DWORD{0}, DWORD{FILE_READ_ATTRIBUTES}})
@@ -26,8 +25,7 @@ TEST(RawVolume, OpensForWhoAsksNothingOfItsContent)
 
 TEST(RawVolume, OpensToNobodyElse)
 {
-    if (runs_under_wine())
-        GTEST_SKIP() << "the host decides who gets at its disks";
+    NEEDS(!runs_under_wine(), "the host decides who gets at its disks");
     workspace space;
     for (std::wstring const &name : raw_names(space)) {
         for (DWORD const access : {DWORD{GENERIC_READ}, DWORD{GENERIC_WRITE}, DWORD{DELETE}})
@@ -37,8 +35,7 @@ TEST(RawVolume, OpensToNobodyElse)
 
 TEST(RawVolume, HasNoFinalPathname)
 {
-    if (runs_under_wine())
-        GTEST_SKIP() << "the host decides who gets at its disks";
+    NEEDS(!runs_under_wine(), "the host decides who gets at its disks");
     workspace space;
     for (std::wstring const &name : raw_names(space)) {
         handle const raw = open(name, {.access = 0});

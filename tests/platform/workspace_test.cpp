@@ -65,8 +65,7 @@ TEST(Workspace, RestoresTheCurrentDirectory)
 TEST(Workspace, HasAFolderOnTheShare)
 {
     workspace space;
-    if (!space.has_share())
-        GTEST_SKIP() << "there is no share";
+    NEEDS(space.has_share(), "there is no share");
     EXPECT_TRUE(space.share_root().starts_with(u"\\\\fl-server\\share\\"));
     EXPECT_TRUE(space.entries(space.share_root()).empty());
     space.make_file(space.share_root() + u"\\dir\\file");

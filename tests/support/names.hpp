@@ -5,6 +5,7 @@
 // `describe`, `failure` and `outcome` need a using-declaration besides.
 
 #include "support/failure.hpp"
+#include "support/needs.hpp"
 #include "support/text.hpp"
 
 #include <gtest/gtest.h>
@@ -17,11 +18,6 @@
 #include <string_view>
 #include <utility>
 #include <vector>
-
-/// Passes over the rest of a test where the system doesn't have what it needs.
-#define NEEDS(what, otherwise)                                                                     \
-    if (!(what))                                                                                   \
-    GTEST_SKIP() << otherwise
 
 namespace test_support {
 
