@@ -12,11 +12,6 @@ inline constexpr call_row common_attribute_cases[] = {
     {LR"(@\dir)", success, "a directory"},
     {LR"(@\DIR\)", success, "with a separator, in another case"},
     {LR"(@\a<b\c)", ERROR_INVALID_NAME, "nor the one above"},
-    {LR"(?@\file.)", ERROR_FILE_NOT_FOUND, "as it stands, it is another name"},
-    {LR"(?@\dir\.)", ERROR_INVALID_NAME, "as they stand, dots are no names"},
-    {LR"(?@/dir)", ERROR_INVALID_NAME, "nor is a slash in one"},
-    {L"", ERROR_PATH_NOT_FOUND, "no text"},
-    {L"  ", ERROR_PATH_NOT_FOUND, "blanks only"},
     {LR"(Q:\)", ERROR_PATH_NOT_FOUND, "no such drive"},
     {LR"(\\fl-dead-server\share)", ERROR_BAD_NETPATH, "no such server", ERROR_PATH_NOT_FOUND},
 };

@@ -22,9 +22,10 @@ TEST(FileData, Outcomes)
 {
     WIN32_FILE_ATTRIBUTE_DATA data = {};
     auto const get = [&](std::wstring const &name) { return get_data(name, data); };
-    expect_codes(make_dir_and_file, get, names_of_file, missing_names, common_attribute_cases);
+    expect_codes(fill, get, names_of_file, missing_names, as_it_stands, no_names,
+                 common_attribute_cases);
     workspace space;
-    make_dir_and_file(space);
+    fill(space);
     EXPECT_EQ(get_data(in(space, LR"(file\)"), data),
               expected(ERROR_INVALID_NAME, ERROR_PATH_NOT_FOUND))
         << "a file is no directory";
@@ -40,14 +41,14 @@ TEST(SettingAttributes, Outcomes)
     auto const set = [](std::wstring const &name) {
         return set_attributes(name, FILE_ATTRIBUTE_ARCHIVE);
     };
-    expect_codes(make_dir_and_file, set, names_of_file, missing_names, common_attribute_cases,
-                 no_directory);
+    expect_codes(fill, set, names_of_file, missing_names, as_it_stands, no_names,
+                 common_attribute_cases, no_directory);
 }
 
 TEST(FileData, HasAttributesAndSize)
 {
     workspace space;
-    make_dir_and_file(space);
+    fill(space);
     WIN32_FILE_ATTRIBUTE_DATA file = {}, directory = {};
     EXPECT_EQ(get_data(in(space, L"file"), file), success);
     EXPECT_EQ(file.dwFileAttributes, DWORD{FILE_ATTRIBUTE_ARCHIVE});
@@ -64,7 +65,7 @@ TEST(FileData, HasTheTimesThatWereSet)
 {
     constexpr std::int64_t moment = 126'500'000'001'234'567;
     workspace space;
-    make_dir_and_file(space);
+    fill(space);
     for (wchar_t const *name : {L"file", L"dir"}) {
         FILE_BASIC_INFO info = {};
         info.LastAccessTime.QuadPart = moment;
@@ -82,7 +83,7 @@ TEST(FileData, HasTheTimesThatWereSet)
 TEST(FileData, HasOneLevel)
 {
     workspace space;
-    make_dir_and_file(space);
+    fill(space);
     WIN32_FILE_ATTRIBUTE_DATA data = {};
     EXPECT_EQ(outcome_of([&] {
                   return ::GetFileAttributesExW(in(space, L"file").c_str(), GetFileExMaxInfoLevel,
@@ -95,7 +96,7 @@ TEST(FileData, IsMadeUpForDevices)
 {
     constexpr DWORD wine = ERROR_BAD_DEV_TYPE;
     workspace space;
-    make_dir_and_file(space);
+    fill(space);
     for (std::wstring const &name : {std::wstring(L"nul"), std::wstring(LR"(\\.\con)")}) {
         WIN32_FILE_ATTRIBUTE_DATA data = {};
         data.nFileSizeLow = 123;
@@ -117,7 +118,7 @@ TEST(FileData, NeedsALongPrefixFrom260Units)
 TEST(FileData, OfANameOf260Units)
 {
     workspace space;
-    make_dir_and_file(space);
+    fill(space);
     std::wstring const bare(260, L'n');
     WIN32_FILE_ATTRIBUTE_DATA data = {};
     // where the pathname is short enough, the name is still too long for any disk
@@ -158,7 +159,7 @@ TEST(SettingAttributes, SetsThoseThatCanBeSet)
 {
     for (set_case const &row : set_cases) {
         workspace space;
-        make_dir_and_file(space);
+        fill(space);
         EXPECT_EQ(set_attributes(in(space, L"file"), row.given), success) << row.given;
         EXPECT_EQ(attributes_of(in(space, L"file")), kept_attributes(row.file))
             << row.given << ": " << row.why;
@@ -171,7 +172,7 @@ TEST(SettingAttributes, SetsThoseThatCanBeSet)
 TEST(SettingAttributes, ReplacesTheFormerOnes)
 {
     workspace space;
-    make_dir_and_file(space);
+    fill(space);
     for (wchar_t const *name : {L"file", L"dir"}) {
         EXPECT_EQ(set_attributes(in(space, name), readonly | hidden), success);
         EXPECT_EQ(set_attributes(in(space, name), system | archive), success)
@@ -184,7 +185,7 @@ TEST(SettingAttributes, ReplacesTheFormerOnes)
 TEST(SettingAttributes, MindsNoOpenHandle)
 {
     workspace space;
-    make_dir_and_file(space);
+    fill(space);
     handle const alone = open(in(space, L"file"), {.access = GENERIC_ALL, .share = 0});
     EXPECT_EQ(set_attributes(in(space, L"file"), readonly | archive), success);
     EXPECT_EQ(attributes_of(in(space, L"file")), readonly | archive);
@@ -194,7 +195,7 @@ TEST(SettingAttributes, MindsNoOpenHandle)
 TEST(SettingAttributes, LeavesTheInsideOfADirectoryAlone)
 {
     workspace space;
-    make_dir_and_file(space);
+    fill(space);
     EXPECT_EQ(set_attributes(in(space, L"dir"), readonly), success);
     EXPECT_EQ(create_directory(in(space, LR"(dir\new)")), success);
 }
@@ -203,7 +204,7 @@ TEST(SettingAttributes, LeavesTheInsideOfADirectoryAlone)
 TEST(SettingAttributes, RefusesATemporaryDirectory)
 {
     workspace space;
-    make_dir_and_file(space);
+    fill(space);
     EXPECT_EQ(set_attributes(in(space, L"dir"), FILE_ATTRIBUTE_TEMPORARY),
               expected(ERROR_INVALID_PARAMETER, success));
     EXPECT_EQ(attributes_of(in(space, L"dir")), directory);

@@ -12,6 +12,7 @@
 
 #include <windows.h>
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -127,39 +128,48 @@ inline std::wstring text_in(workspace const &space, std::wstring_view text)
     return std::wstring(text);
 }
 
-template <typename Fill, typename Call, typename Rows>
+template <typename Rows, typename Fill, typename Call>
 void expect_codes_of(Rows const &rows, Fill fill, Call call)
 {
+    std::optional<workspace> space;
     for (call_row const &row : rows) {
-        workspace space;
-        fill(space);
+        if (!space)
+            fill(space.emplace());
         DWORD code = success;
         if constexpr (std::is_invocable_v<Call, std::wstring>)
-            code = call(text_in(space, row.text));
+            code = call(text_in(*space, row.text));
         else
-            code = call(space, text_in(space, row.text));
+            code = call(*space, text_in(*space, row.text));
         EXPECT_EQ(code, expected(row)) << row.text << ": " << row.why;
+        if (code == success)
+            space.reset();
     }
 }
 
-/// What `call` comes to with the text of each row of all tables, in a folder of its own that
-/// `fill` filled. It takes the text, or the folder and the text.
+/// What `call` comes to with the text of each row of all tables, in a folder that `fill` filled:
+/// a fresh one after each success. `call` takes the text, or the folder and the text.
 template <typename Fill, typename Call, typename... Tables>
 void expect_codes(Fill fill, Call call, Tables const &...tables)
 {
     (expect_codes_of(tables, fill, call), ...);
 }
 
-/// The current directory, with a directory, `dir`, and a file, `file`, in it.
-inline void make_dir_and_file(workspace &space)
+/// The folder that calls on names are tried in: `dir`, which holds a directory, `inner`, and a
+/// file, `leaf`; `empty`, another directory; and files by what they are. It is the current
+/// directory.
+inline void fill(workspace &space)
 {
-    space.make_directory(space.path(u"dir"));
+    space.make_directory(space.path(u"dir\\inner"));
+    space.make_file(space.path(u"dir\\leaf"), "leaf");
+    space.make_directory(space.path(u"empty"));
     space.make_file(space.path(u"file"), "content");
+    space.make_file(space.path(u"other"), "former");
+    space.make_file(space.path(u"readonly"), "guarded");
+    space.make_file(space.path(u"hidden"), "covered");
+    space.set_attributes(space.path(u"readonly"), FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_ARCHIVE);
+    space.set_attributes(space.path(u"hidden"), FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_ARCHIVE);
     space.change_directory(space.root());
 }
-
-// The folder of these three is the current directory and holds a directory, `dir`, and a file,
-// `file`.
 
 /// Names of the file, which each call takes.
 inline constexpr call_row names_of_file[] = {
@@ -181,6 +191,21 @@ inline constexpr call_row missing_names[] = {
      ERROR_INVALID_NAME},
     {LR"(Q:\a)", ERROR_PATH_NOT_FOUND, "no such drive", ERROR_FILE_NOT_FOUND},
     {LR"(\\fl-dead-server\share\a)", ERROR_BAD_NETPATH, "no such server", ERROR_PATH_NOT_FOUND},
+};
+
+/// What stands behind a long prefix is taken as it stands.
+inline constexpr call_row as_it_stands[] = {
+    {LR"(?@\file.)", ERROR_FILE_NOT_FOUND, "a full stop at the end makes another name"},
+    {LR"(?@/file)", ERROR_INVALID_NAME, "a slash is in no name"},
+    {LR"(?@\.)", ERROR_INVALID_NAME, "dots are no names"},
+    {LR"(?@\dir\..\file)", ERROR_INVALID_NAME, "nor within"},
+    {LR"(?@\dir\\leaf)", ERROR_INVALID_NAME, "nor is no text at all"},
+};
+
+/// No name at all.
+inline constexpr call_row no_names[] = {
+    {L"", ERROR_PATH_NOT_FOUND, "no text"},
+    {L"  ", ERROR_PATH_NOT_FOUND, "blanks only"},
 };
 
 /// Names under which each call makes something.

@@ -25,7 +25,7 @@ TEST(CurrentDirectory, Outcomes)
         }
         return code;
     };
-    expect_codes(make_dir_and_file, change, missing_names, current_directory_cases);
+    expect_codes(fill, change, missing_names, current_directory_cases);
 }
 
 TEST(CurrentDirectory, KeepsTheNameAsItWasTyped)

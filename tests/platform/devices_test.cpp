@@ -19,7 +19,7 @@ DWORD by_edition(DWORD device, DWORD file)
 TEST(DeviceInADirectory, IsOpenedLikeOneByItself)
 {
     workspace space;
-    make_dir_and_file(space);
+    fill(space);
     for (wchar_t const *name : {LR"(@\nul.a)", LR"(@\dir\NUL.b)", LR"(dir\nul.txt)"})
         EXPECT_EQ(code_of_open(text_in(space, name)), by_edition(success, ERROR_FILE_NOT_FOUND))
             << name;
@@ -30,7 +30,7 @@ TEST(DeviceInADirectory, IsOpenedLikeOneByItself)
 TEST(DeviceInADirectory, HasAttributes)
 {
     workspace space;
-    make_dir_and_file(space);
+    fill(space);
     for (wchar_t const *name : placed_names) {
         DWORD const code = by_edition(success, ERROR_FILE_NOT_FOUND);
         EXPECT_EQ(get_file_attributes(text_in(space, name)), code) << name;
@@ -52,7 +52,7 @@ TEST(DeviceInADirectory, CanBeNeitherDeletedNorRemovedNorMade)
         if (!has_device(name))
             continue;
         workspace space;
-        make_dir_and_file(space);
+        fill(space);
         std::wstring const text = text_in(space, name);
         EXPECT_EQ(delete_file(text),
                   by_edition(expected(ERROR_INVALID_FUNCTION, ERROR_INVALID_PARAMETER),
@@ -72,12 +72,12 @@ TEST(DeviceInADirectory, CanBeNeitherDeletedNorRemovedNorMade)
 TEST(DeviceInADirectory, IsAFileSinceWindows11)
 {
     workspace space;
-    make_dir_and_file(space);
+    fill(space);
     if (finds_devices_anywhere())
         return; // expected above
-    std::wstring const name = in(space, LR"(dir\con.txt)");
+    std::wstring const name = in(space, LR"(empty\con.txt)");
     EXPECT_EQ(code_of_open(name, anew), success);
-    EXPECT_EQ(found(in(space, LR"(dir\*)")), L".|..|con.txt");
+    EXPECT_EQ(found(in(space, LR"(empty\*)")), L".|..|con.txt");
     EXPECT_EQ(delete_file(name), success);
 }
 
@@ -85,7 +85,7 @@ TEST(DeviceInADirectory, IsAFileSinceWindows11)
 TEST(DeviceInADirectory, NeedsTheDirectory)
 {
     workspace space;
-    make_dir_and_file(space);
+    fill(space);
     for (wchar_t const *name : {LR"(@\missing\nul)", LR"(missing\nul)", LR"(@\file\nul)"}) {
         std::wstring const text = text_in(space, name);
         EXPECT_EQ(code_of_open(text), DWORD{ERROR_PATH_NOT_FOUND}) << name;
@@ -98,7 +98,7 @@ TEST(DeviceInADirectory, NeedsTheDirectory)
 TEST(DeviceByItself, IsOneInEveryEdition)
 {
     workspace space;
-    make_dir_and_file(space);
+    fill(space);
     for (wchar_t const *name :
          {L"nul", L"NUL", L"nul:", L"nul ", L"nul.", L"nul. .", LR"(\\.\nul)"})
         EXPECT_EQ(code_of_open(name), success) << name;
@@ -112,11 +112,11 @@ TEST(DeviceByItself, IsOneInEveryEdition)
 TEST(DeviceBehindALongPrefix, IsAFile)
 {
     workspace space;
-    make_dir_and_file(space);
-    std::wstring const name = text_in(space, LR"(?@\dir\nul)");
+    fill(space);
+    std::wstring const name = text_in(space, LR"(?@\empty\nul)");
     EXPECT_EQ(code_of_open(name, anew), success);
-    EXPECT_EQ(space.entries(space.path(u"dir")), std::vector<std::u16string>{u"nul"});
-    EXPECT_EQ(remove_directory(in(space, L"dir")), DWORD{ERROR_DIR_NOT_EMPTY});
+    EXPECT_EQ(space.entries(space.path(u"empty")), std::vector<std::u16string>{u"nul"});
+    EXPECT_EQ(remove_directory(in(space, L"empty")), DWORD{ERROR_DIR_NOT_EMPTY});
     EXPECT_EQ(delete_file(name), success);
 }
 

@@ -22,7 +22,6 @@ constexpr call_row space_cases[] = {
     {L".", success, "the current directory"},
     {LR"(@\file)", ERROR_DIRECTORY, "a file"},
     {LR"(@\file\)", ERROR_INVALID_NAME, "a file as a directory", {as_windows, ERROR_DIRECTORY}},
-    {L"", ERROR_PATH_NOT_FOUND, "an empty text"},
     {L"nul", ERROR_DIRECTORY, "a device", ERROR_INVALID_FUNCTION},
     {LR"(Q:\)", ERROR_PATH_NOT_FOUND, "no such drive"},
 };
@@ -30,7 +29,7 @@ constexpr call_row space_cases[] = {
 TEST(DiskSpace, Outcomes)
 {
     auto const get = [](std::wstring const &name) { return get_space(name.c_str()); };
-    expect_codes(make_dir_and_file, get, missing_names, space_cases);
+    expect_codes(fill, get, missing_names, no_names, space_cases);
 }
 
 TEST(DiskSpace, IsThatOfTheCurrentVolumeForNoText)

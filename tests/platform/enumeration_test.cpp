@@ -7,7 +7,7 @@ namespace contract {
 
 namespace {
 
-void fill(workspace &space)
+void fill_with_names(workspace &space)
 {
     for (char16_t const *name : {u"ab", u"Abc.txt", u"a", u"two.part.txt", u"b.TXT"})
         space.make_file(space.path(name));
@@ -21,7 +21,7 @@ template <typename Rows>
 void expect_found(Rows const &rows)
 {
     workspace space;
-    fill(space);
+    fill_with_names(space);
     for (text_row const &row : rows) {
         std::u16string const names = units(expected(row));
         std::wstring const pattern = text_in(space, row.text);

@@ -13,7 +13,7 @@ constexpr call_row attribute_cases[] = {
 
 TEST(FileAttributes, Outcomes)
 {
-    expect_codes(make_dir_and_file, get_file_attributes, names_of_file, missing_names,
+    expect_codes(fill, get_file_attributes, names_of_file, missing_names, as_it_stands, no_names,
                  common_attribute_cases, attribute_cases);
 }
 

@@ -9,11 +9,19 @@ namespace contract {
 
 namespace {
 
+/// In a current directory that is called `here`. `@` stands for it in what is expected.
 template <typename Rows>
 void expect_full_paths(Rows const &rows)
 {
-    for (text_row const &row : rows)
-        EXPECT_EQ(full_path(row.text), expected(row)) << row.why;
+    workspace space;
+    space.make_directory(space.path(u"here"));
+    space.change_directory(space.path(u"here"));
+    for (text_row const &row : rows) {
+        std::wstring const name = expected(row);
+        bool const is_here = name.starts_with(L'@');
+        EXPECT_EQ(full_path(row.text), is_here ? in(space, L"here") + name.substr(1) : name)
+            << row.why;
+    }
 }
 
 constexpr text_row drive_cases[] = {
@@ -221,8 +229,6 @@ TEST(FullPathName, PortsWithRaisedDigits)
     }
 }
 
-// Texts that start from the current directory, which is `<drive>:\...\here`. The
-// expected text begins with it where it begins with `@`.
 constexpr text_row relative_cases[] = {
     {L"name", LR"(@\name)", "a name"},
     {LR"(a\b\)", LR"(@\a\b\)", "with a separator at the end"},
@@ -237,14 +243,10 @@ constexpr text_row relative_cases[] = {
 
 TEST(FullPathName, StartsFromTheCurrentDirectory)
 {
+    expect_full_paths(relative_cases);
     workspace space;
     space.make_directory(space.path(u"here"));
     space.change_directory(space.path(u"here"));
-    std::wstring const here = in(space, L"here");
-    for (text_row const &row : relative_cases) {
-        std::wstring const text = row.expected;
-        EXPECT_EQ(full_path(row.text), here + text.substr(1)) << row.why;
-    }
     EXPECT_EQ(full_path(L".."), wide(space.root()));
 }
 

@@ -254,6 +254,14 @@ TEST(FileInformation, TellsFilesApart)
         EXPECT_EQ(info.dwVolumeSerialNumber, file.dwVolumeSerialNumber);
 }
 
+void expect_untagged(handle const &opened, DWORD attributes)
+{
+    FILE_ATTRIBUTE_TAG_INFO tag = {123, 123};
+    EXPECT_EQ(code_of_get(opened.get(), FileAttributeTagInfo, tag), success);
+    EXPECT_EQ(tag.FileAttributes, attributes);
+    EXPECT_EQ(tag.ReparseTag, 0U);
+}
+
 TEST(FileInformation, OfTheClassesInUse)
 {
     workspace space;
@@ -273,10 +281,7 @@ TEST(FileInformation, OfTheClassesInUse)
     EXPECT_EQ(standard.NumberOfLinks, 1U);
     EXPECT_FALSE(standard.DeletePending);
     EXPECT_FALSE(standard.Directory);
-    FILE_ATTRIBUTE_TAG_INFO tag = {123, 123};
-    EXPECT_EQ(code_of_get(file.get(), FileAttributeTagInfo, tag), success);
-    EXPECT_EQ(tag.FileAttributes, DWORD{FILE_ATTRIBUTE_ARCHIVE});
-    EXPECT_EQ(tag.ReparseTag, 0U);
+    expect_untagged(file, FILE_ATTRIBUTE_ARCHIVE);
 }
 
 TEST(FileInformation, OfTheClassesInUseForADirectory)
@@ -288,10 +293,7 @@ TEST(FileInformation, OfTheClassesInUseForADirectory)
     EXPECT_EQ(code_of_get(directory.get(), FileStandardInfo, standard), success);
     EXPECT_EQ(standard.EndOfFile.QuadPart, 0);
     EXPECT_TRUE(standard.Directory);
-    FILE_ATTRIBUTE_TAG_INFO tag = {123, 123};
-    EXPECT_EQ(code_of_get(directory.get(), FileAttributeTagInfo, tag), success);
-    EXPECT_EQ(tag.FileAttributes, DWORD{FILE_ATTRIBUTE_DIRECTORY});
-    EXPECT_EQ(tag.ReparseTag, 0U);
+    expect_untagged(directory, FILE_ATTRIBUTE_DIRECTORY);
 }
 
 TEST(FileInformation, HasAnIdentityOf128Bits)

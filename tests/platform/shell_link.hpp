@@ -22,6 +22,12 @@ constexpr DWORD from_win32(DWORD code)
     return 0x80070000 | code;
 }
 
+/// The system code that an HRESULT has from it. Any other stays.
+constexpr DWORD to_win32(DWORD code)
+{
+    return (code & 0xFFFF0000) == from_win32(0) ? code & 0xFFFF : code;
+}
+
 inline constexpr DWORD yes = 0; // S_OK
 inline constexpr DWORD no = 1;  // S_FALSE
 inline constexpr DWORD garbage = 0x80004005;

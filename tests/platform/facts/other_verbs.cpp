@@ -31,26 +31,23 @@ DWORD data(stage &on, words const &said, std::string &answer)
 }
 
 /// `get HANDLE CLASS SIZE` and `put HANDLE CLASS SIZE`: information with so much room, all zero.
-DWORD get(stage &on, words const &said, std::string &)
+template <typename Call>
+DWORD inform(Call call, stage &on, words const &said)
 {
     alignas(8) char room[1000] = {};
-    return outcome_of([&] {
-        return ::GetFileInformationByHandleEx(
-                   on.held().at(number(said.at(1)) - 1).get(),
-                   static_cast<FILE_INFO_BY_HANDLE_CLASS>(number(said.at(2))), room,
-                   number(said.at(3))) != FALSE;
-    });
+    HANDLE const held = on.held().at(number(said.at(1)) - 1).get();
+    auto const which = static_cast<FILE_INFO_BY_HANDLE_CLASS>(number(said.at(2)));
+    return outcome_of([&] { return call(held, which, room, number(said.at(3))) != FALSE; });
+}
+
+DWORD get(stage &on, words const &said, std::string &)
+{
+    return inform(&::GetFileInformationByHandleEx, on, said);
 }
 
 DWORD put(stage &on, words const &said, std::string &)
 {
-    alignas(8) char given[1000] = {};
-    return outcome_of([&] {
-        return ::SetFileInformationByHandle(
-                   on.held().at(number(said.at(1)) - 1).get(),
-                   static_cast<FILE_INFO_BY_HANDLE_CLASS>(number(said.at(2))), given,
-                   number(said.at(3))) != FALSE;
-    });
+    return inform(&::SetFileInformationByHandle, on, said);
 }
 
 /// `put-attributes HANDLE ATTRIBUTES`
