@@ -4,24 +4,21 @@
 
 #include "support/calls.hpp"
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
 
-using namespace test_support;
-
-TEST(AbsoluteCalls, OneCallForAShortResultAndMoreForALongOne)
+TEST_ON_MACHINE(AbsoluteCalls, OneCallForAShortResultAndMoreForALongOne)
 {
     for (std::size_t const size : {4U, 258U, 259U, 260U, 261U}) {
-        simulated_machine machine;
+        simulated_machine fresh;
         std::u16string const text = uR"(C:\)" + std::u16string(size - 3, u'a');
         EXPECT_EQ(absolute(text), text);
-        EXPECT_EQ(machine.calls_of("GetFullPathNameW"), size < 260 ? 1 : 2) << size;
+        EXPECT_EQ(fresh.calls_of("GetFullPathNameW"), size < 260 ? 1 : 2) << size;
     }
 }
 
-TEST(AbsoluteCalls, RepeatUntilTheResultFits)
+TEST_ON_MACHINE(AbsoluteCalls, RepeatUntilTheResultFits)
 {
-    simulated_machine machine;
     std::vector<DWORD> rooms;
     auto const hook = machine.on_full_path_name([&](DWORD room, wchar_t *) -> std::optional<DWORD> {
         rooms.push_back(room);
@@ -33,40 +30,35 @@ TEST(AbsoluteCalls, RepeatUntilTheResultFits)
     EXPECT_EQ(rooms, (std::vector<DWORD>{260, 270, 280, 290}));
 }
 
-TEST(AbsoluteCalls, AFailureNamesThePathAndNotTheJoinedText)
+TEST_ON_MACHINE(AbsoluteCalls, AFailureNamesThePathAndNotTheJoinedText)
 {
-    simulated_machine machine;
     auto const fault = machine.fail_every_call_on("GetFullPathNameW", 5);
     EXPECT_FAILURE(absolute(u"x", uR"(C:\base)"), denied(u"x"));
     EXPECT_FAILURE(absolute(u"", uR"(C:\base)"), denied(u""));
     EXPECT_FAILURE(create_directory(u"x"), denied(u"x"));
 }
 
-TEST(AbsoluteCalls, ExamplesOfTheHeader)
+TEST_ON_MACHINE(AbsoluteCalls, ExamplesOfTheHeader)
 {
-    simulated_machine machine;
     machine.add_directory(u"C:\\work").set_current_directory(u"C:\\work");
     EXPECT_EQ(absolute(u"foo"), uR"(C:\work\foo)");
     EXPECT_EQ(absolute(uR"(\foo)", uR"(C:\dir)"), uR"(C:\foo)");
 }
 
-TEST(AbsoluteCalls, NoneForNothing)
+TEST_ON_MACHINE(AbsoluteCalls, NoneForNothing)
 {
-    simulated_machine machine;
     EXPECT_EQ(absolute(u""), u"");
     EXPECT_EQ(absolute(upath(), upath()).native(), u"");
     EXPECT_EQ(calls(machine), lines{});
 }
 
-TEST(AbsoluteCalls, ATextOfBlanksIsANameThatTheSystemRefuses)
+TEST_ON_MACHINE(AbsoluteCalls, ATextOfBlanksIsANameThatTheSystemRefuses)
 {
-    simulated_machine machine;
     EXPECT_FAILURE(absolute(u"   "), bad_name());
 }
 
-TEST(AbsoluteCalls, AFailedExpansionNamesWhatWasGivenAndNotWhatIsJoined)
+TEST_ON_MACHINE(AbsoluteCalls, AFailedExpansionNamesWhatWasGivenAndNotWhatIsJoined)
 {
-    simulated_machine machine;
     auto fault = machine.fail_every_call_on("GetFullPathNameW", 5);
     EXPECT_FAILURE(absolute(u"f", u"C:\\d"), denied(u"f"));
     fault = machine.fail_every_call_on("GetFullPathNameW", 2);
@@ -78,4 +70,4 @@ TEST(AbsoluteCalls, AFailedExpansionNamesWhatWasGivenAndNotWhatIsJoined)
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

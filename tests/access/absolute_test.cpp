@@ -1,20 +1,11 @@
 #include <fl/filesystem/operations.hpp>
 
-#include "support/names.hpp"
-#include "support/workspace.hpp"
+#include "support/in_workspace.hpp"
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
 
-using namespace test_support;
-
-struct based_case
-{
-    char16_t const *path, *base, *expected;
-    char const *why;
-};
-
-constexpr based_case based_cases[] = {
+constexpr row_of_texts<char16_t> based_cases[] = {
     {u"", u"", u"", "nothing on nothing"},
     {u"", uR"(C:\dir)", uR"(C:\dir)", "the base itself"},
     {u"foo", uR"(C:\dir)", uR"(C:\dir\foo)", "joined"},
@@ -32,18 +23,18 @@ constexpr based_case based_cases[] = {
     {u"share", uR"(\\server)", uR"(\\server\share)", "a bare server is an absolute base"},
 };
 
-TEST(Absolute, Table)
+TEST_IN_WORKSPACE(Absolute, Table)
 {
     for (auto const &row : based_cases) {
         std::string const shown =
-            printable(row.path) + " on " + printable(row.base) + ": " + row.why;
-        EXPECT_EQ(absolute(std::u16string(row.path), std::u16string(row.base)), row.expected)
+            printable(row.first) + " on " + printable(row.second) + ": " + row.why;
+        EXPECT_EQ(absolute(std::u16string(row.first), std::u16string(row.second)), row.expected)
             << shown;
-        EXPECT_EQ(absolute(upath(row.path), upath(row.base)).native(), row.expected) << shown;
+        EXPECT_EQ(absolute(upath(row.first), upath(row.second)).native(), row.expected) << shown;
     }
 }
 
-TEST(Absolute, RefusesARelativeBaseThatItNeeds)
+TEST_IN_WORKSPACE(Absolute, RefusesARelativeBaseThatItNeeds)
 {
     auto const refusal = invalid_argument("Invalid path type for base path");
     for (char16_t const *base : {u"rel", u"C:rel", uR"(\rooted)", u"C:"}) {
@@ -55,37 +46,34 @@ TEST(Absolute, RefusesARelativeBaseThatItNeeds)
         << "also for the empty path";
 }
 
-TEST(Absolute, ExpandsWithTheCurrentDirectory)
+TEST_IN_WORKSPACE(Absolute, ExpandsWithTheCurrentDirectory)
 {
-    workspace work;
-    work.make_directory(work.path(u"dir"));
-    work.change_directory(work.path(u"dir"));
+    make_directory(u"dir");
+    enter(u"dir");
     std::u16string const drive = work.root().substr(0, 2);
-    EXPECT_EQ(absolute(std::u16string(u"foo")), work.path(uR"(dir\foo)"));
-    EXPECT_EQ(absolute(std::u16string(uR"(..\foo)")), work.path(u"foo"));
-    EXPECT_EQ(absolute(drive + u"foo"), work.path(uR"(dir\foo)")) << "drive-relative";
-    EXPECT_EQ(absolute(drive), work.path(u"dir"));
+    EXPECT_EQ(absolute(std::u16string(u"foo")), at(uR"(dir\foo)"));
+    EXPECT_EQ(absolute(std::u16string(uR"(..\foo)")), at(u"foo"));
+    EXPECT_EQ(absolute(drive + u"foo"), at(uR"(dir\foo)")) << "drive-relative";
+    EXPECT_EQ(absolute(drive), at(u"dir"));
     EXPECT_EQ(absolute(std::u16string(uR"(\foo)")), drive + uR"(\foo)") << "rooted";
 }
 
-TEST(Absolute, LeavesWhatCantBeJoinedToTheCurrentDirectory)
+TEST_IN_WORKSPACE(Absolute, LeavesWhatCantBeJoinedToTheCurrentDirectory)
 {
-    workspace work;
-    work.change_directory(work.root());
     std::u16string const drive = work.root().substr(0, 2);
-    EXPECT_EQ(absolute(std::u16string(uR"(\foo)"), work.path(u"base")), drive + uR"(\foo)")
+    EXPECT_EQ(absolute(std::u16string(uR"(\foo)"), at(u"base")), drive + uR"(\foo)")
         << "rooted on the current drive, not on the base's";
-    EXPECT_EQ(absolute(drive + u"foo", work.path(u"base")), work.path(u"foo"))
+    EXPECT_EQ(absolute(drive + u"foo", at(u"base")), at(u"foo"))
         << "drive-relative to the current directory, not to the base";
 }
 
-TEST(Absolute, HasTheFlagTrue)
+TEST_IN_WORKSPACE(Absolute, HasTheFlagTrue)
 {
     EXPECT_TRUE(absolute(upath(uR"(C:\x)", false)).form_flag());
     EXPECT_TRUE(absolute(upath(), upath()).form_flag());
 }
 
-TEST(Absolute, HasNoLimitOfItsOwn)
+TEST_IN_WORKSPACE(Absolute, HasNoLimitOfItsOwn)
 {
     for (std::size_t const size : {258U, 259U, 260U, 261U, 1023U, 1024U, 1025U, 32000U}) {
         std::u16string const text = uR"(C:\)" + std::u16string(size - 3, u'a');
@@ -94,4 +82,4 @@ TEST(Absolute, HasNoLimitOfItsOwn)
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

@@ -1,15 +1,14 @@
 #include "access/filesystem_form.hpp"
 
 #include "access/absolute.hpp"
-#include "support/names.hpp"
-#include "support/workspace.hpp"
+#include "support/in_workspace.hpp"
 
 namespace fl::filesystem::detail {
 namespace {
 
 using namespace test_support;
 
-TEST(MakeFilesystemForm, GetsThePrefixBeyond247Units)
+TEST_IN_WORKSPACE(MakeFilesystemForm, GetsThePrefixBeyond247Units)
 {
     char16_t const *const drive = uR"(C:\)";
     for (std::size_t const size : {4U, 246U, 247U})
@@ -19,7 +18,7 @@ TEST(MakeFilesystemForm, GetsThePrefixBeyond247Units)
                   LR"(\\?\)" + wide(of_size(drive, size)));
 }
 
-TEST(MakeFilesystemForm, OfAShareBeyond247Units)
+TEST_IN_WORKSPACE(MakeFilesystemForm, OfAShareBeyond247Units)
 {
     char16_t const *const share = uR"(\\server\share\)";
     EXPECT_EQ(make_filesystem_form(upath(of_size(share, 247))), wide(of_size(share, 247)));
@@ -27,25 +26,22 @@ TEST(MakeFilesystemForm, OfAShareBeyond247Units)
               LR"(\\?\UNC\)" + wide(of_size(share, 248).substr(2)));
 }
 
-TEST(MakeFilesystemForm, CountsTheAbsoluteText)
+TEST_IN_WORKSPACE(MakeFilesystemForm, CountsTheAbsoluteText)
 {
-    workspace work;
-    work.change_directory(work.root());
     std::size_t const head = work.root().size() + 1;
     for (std::size_t const size : {246U, 247U, 248U}) {
         std::u16string const relative(size - head, u'a');
         std::wstring const prefix = size > 247 ? LR"(\\?\)" : L"";
-        EXPECT_EQ(make_filesystem_form(upath(relative)), prefix + wide(work.path(relative)))
-            << size;
+        EXPECT_EQ(make_filesystem_form(upath(relative)), prefix + wide(at(relative))) << size;
     }
 }
 
-TEST(MakeFilesystemForm, OfNothingIsNothing)
+TEST_IN_WORKSPACE(MakeFilesystemForm, OfNothingIsNothing)
 {
     EXPECT_EQ(make_filesystem_form(upath()), L"");
 }
 
-TEST(MakeFilesystemForm, OfALongPrefixedTextIsTheFormWithoutIt)
+TEST_IN_WORKSPACE(MakeFilesystemForm, OfALongPrefixedTextIsTheFormWithoutIt)
 {
     // a path object has lost the prefix, and gets it back only where it is needed
     EXPECT_EQ(make_filesystem_form(upath(uR"(\\?\C:\x)")), LR"(C:\x)");
@@ -53,14 +49,14 @@ TEST(MakeFilesystemForm, OfALongPrefixedTextIsTheFormWithoutIt)
               wide(of_size(uR"(\\?\C:\)", 252)));
 }
 
-TEST(MakeFilesystemForm, LeavesAPrefixThatNativeFormUncovers)
+TEST_IN_WORKSPACE(MakeFilesystemForm, LeavesAPrefixThatNativeFormUncovers)
 {
     // a server named `?` twice over: what is left begins like a long prefix
     std::u16string const odd = uR"(\\?\UNC\?\UNC\?\foo\)" + std::u16string(250, u'a');
     EXPECT_EQ(make_filesystem_form(upath(odd)), LR"(\\?\foo\)" + std::wstring(250, L'a'));
 }
 
-TEST(MakeFilesystemForm, RefusesALongPathnameThatCantHaveThePrefix)
+TEST_IN_WORKSPACE(MakeFilesystemForm, RefusesALongPathnameThatCantHaveThePrefix)
 {
     EXPECT_FAILURE(make_filesystem_form(upath(of_size(uR"(\\server)", 248))),
                    invalid_argument("Long UNC path without root not permitted"));

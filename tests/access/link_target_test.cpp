@@ -1,7 +1,6 @@
 #include "access/link_target.hpp"
 
-#include "support/names.hpp"
-#include "support/workspace.hpp"
+#include "support/in_workspace.hpp"
 
 namespace fl::filesystem::detail {
 namespace {
@@ -79,7 +78,7 @@ constexpr target_case target_cases[] = {
     {L"", L"", relative, "nothing"},
 };
 
-TEST(NormaliseLinkTarget, Table)
+TEST_IN_WORKSPACE(NormaliseLinkTarget, Table)
 {
     for (auto const &row : target_cases) {
         std::wstring target = row.text;
@@ -89,10 +88,8 @@ TEST(NormaliseLinkTarget, Table)
     }
 }
 
-TEST(NormaliseLinkTarget, AsksForTheDrivesDirectory)
+TEST_IN_WORKSPACE(NormaliseLinkTarget, AsksForTheDrivesDirectory)
 {
-    workspace work;
-    work.change_directory(work.root());
     std::wstring const letter = wide(work.root().substr(0, 2));
     std::wstring const here = wide(work.root());
     // Wine ends the directory of a drive alone in a backslash
@@ -119,9 +116,8 @@ TEST(NormaliseLinkTarget, AsksForTheDrivesDirectory)
     }
 }
 
-TEST(NormaliseLinkTarget, AllShortTexts)
+TEST_IN_WORKSPACE(NormaliseLinkTarget, AllShortTexts)
 {
-    workspace work;
     for (std::u16string_view const head : {u"", uR"(\\?\)", uR"(\\?\UNC\)", uR"(\\s)"})
         for_all_texts(uR"(\/:.?Ca)", 5, [&](std::u16string const &tail) {
             std::wstring const text = wide(std::u16string(head) + tail);

@@ -18,9 +18,8 @@ constexpr windows::path_type_enum no_drive_types[] = {
     windows::PATH_TYPE_LONG_UNC, windows::PATH_TYPE_LONG_DRIVE_RELATIVE,
     windows::PATH_TYPE_DEVICE,   windows::PATH_TYPE_LONG_UNC_NO_ROOT};
 
-TEST(IsMappedNetworkDrive, AsksTheProviderWithoutThePrefix)
+TEST_ON_MACHINE(IsMappedNetworkDrive, AsksTheProviderWithoutThePrefix)
 {
-    simulated_machine machine;
     machine.add_drive(u'D').add_share(u"s", u"h").map_drive(u'X', u"s", u"h");
     constexpr auto bare = windows::PATH_TYPE_DRIVE_ABSOLUTE;
     constexpr auto long_form = windows::PATH_TYPE_LONG_DRIVE_ABSOLUTE;
@@ -51,26 +50,23 @@ TEST(IsMappedNetworkDrive, AsksTheProviderWithoutThePrefix)
     }
 }
 
-TEST(IsMappedNetworkDrive, AsksNobodyAboutOtherTypes)
+TEST_ON_MACHINE(IsMappedNetworkDrive, AsksNobodyAboutOtherTypes)
 {
-    simulated_machine machine;
     machine.add_share(u"s", u"h").map_drive(u'X', u"s", u"h");
     for (auto const type : no_drive_types)
         EXPECT_FALSE(is_mapped_network_drive(LR"(X:\a)", type)) << type;
     EXPECT_EQ(calls(machine), lines{});
 }
 
-TEST(IsMappedNetworkDrive, ASuccessWithoutANameIsNone)
+TEST_ON_MACHINE(IsMappedNetworkDrive, ASuccessWithoutANameIsNone)
 {
-    simulated_machine machine;
     machine.add_share(u"s", u"h").map_drive(u'X', u"s", u"h").forget_universal_names();
     EXPECT_FALSE(is_mapped_network_drive(LR"(X:\a)", windows::PATH_TYPE_DRIVE_ABSOLUTE));
     EXPECT_EQ(calls(machine), lines{R"(WNetGetUniversalNameW(X:\a))"});
 }
 
-TEST(IsMappedNetworkDrive, AFailureIsNone)
+TEST_ON_MACHINE(IsMappedNetworkDrive, AFailureIsNone)
 {
-    simulated_machine machine;
     machine.add_share(u"s", u"h").map_drive(u'X', u"s", u"h");
     for (DWORD const code : {DWORD{ERROR_MORE_DATA}, DWORD{2250}, DWORD{1222}, DWORD{1}}) {
         sure_fault const fault = machine.fail_every_call_on("WNetGetUniversalNameW", code);
@@ -78,14 +74,13 @@ TEST(IsMappedNetworkDrive, AFailureIsNone)
     }
 }
 
-TEST(IsMappedNetworkDrive, HasRoomForLongNamesAsFarAsItTells)
+TEST_ON_MACHINE(IsMappedNetworkDrive, HasRoomForLongNamesAsFarAsItTells)
 {
     // record and name have to fit into 32767 bytes, though the buffer is twice as large
     constexpr std::size_t told = 32767;
     constexpr std::size_t longest_name =
         (told - sizeof(UNIVERSAL_NAME_INFOW)) / sizeof(wchar_t) - 1;
     constexpr std::size_t longest = longest_name + 2 - 5; // \\s\h in place of X:
-    simulated_machine machine;
     machine.add_share(u"s", u"h").map_drive(u'X', u"s", u"h");
     for (std::size_t const size : {std::size_t{1000}, longest - 1, longest})
         EXPECT_TRUE(

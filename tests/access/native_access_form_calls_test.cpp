@@ -16,9 +16,8 @@ namespace {
 using namespace test_support;
 using windows::make_native_access_form_bridge;
 
-TEST(NativeAccessFormCalls, NoDiskAccessWithoutTwoDots)
+TEST_ON_MACHINE(NativeAccessFormCalls, NoDiskAccessWithoutTwoDots)
 {
-    simulated_machine machine;
     machine.add_directory(u"C:\\work").set_current_directory(u"C:\\work");
     for (char16_t const *path :
          {uR"(C:\a\.\b)", u"x", uR"(\x)", u"C:x", uR"(\\s\h\x)", u"C:\\", uR"(C:\a..b\..c)"}) {
@@ -28,25 +27,22 @@ TEST(NativeAccessFormCalls, NoDiskAccessWithoutTwoDots)
     }
 }
 
-TEST(NativeAccessFormCalls, APathObjectHasNoPrefixToHandOver)
+TEST_ON_MACHINE(NativeAccessFormCalls, APathObjectHasNoPrefixToHandOver)
 {
-    simulated_machine machine;
     EXPECT_EQ(make_native_access_form_bridge(uR"(\\?\C:\a\.\b)"), LR"(C:\a\b)");
     EXPECT_EQ(calls(machine), lines{R"(GetFullPathNameW(C:\a\.\b))"});
 }
 
-TEST(NativeAccessFormCalls, AFailedExpansionIsTold)
+TEST_ON_MACHINE(NativeAccessFormCalls, AFailedExpansionIsTold)
 {
-    simulated_machine machine;
     sure_fault const fault = machine.fail_every_call_on("GetFullPathNameW", 5);
     EXPECT_FAILURE(make_native_access_form_bridge(uR"(C:\x)"), denied(uR"(C:\x)"));
     EXPECT_EQ(make_native_access_form(uR"(C:\x\.)"), LR"(C:\x\.)") << "this one never tells";
     EXPECT_EQ(make_native_access_form_with_cleanup(u"C:/x//y"), LR"(C:\x\y)") << "nor this";
 }
 
-TEST(NativeAccessFormCalls, WhatTheWalkTellsIsToldOrSwallowed)
+TEST_ON_MACHINE(NativeAccessFormCalls, WhatTheWalkTellsIsToldOrSwallowed)
 {
-    simulated_machine machine;
     std::wstring const full = LR"(C:\f\..\x)";
     machine.add_file(u"C:\\f");
     auto const hook = machine.on_full_path_name([&](DWORD, wchar_t *buffer) {
@@ -56,7 +52,6 @@ TEST(NativeAccessFormCalls, WhatTheWalkTellsIsToldOrSwallowed)
     });
     EXPECT_FAILURE(make_native_access_form_bridge(uR"(C:\f\..\x)"), nowhere());
     EXPECT_EQ(make_native_access_form(uR"(C:\f\..\x)"), full);
-    expect_nothing_open(machine, "forms");
 }
 
 } // namespace

@@ -5,24 +5,15 @@
 #include <fl/filesystem/access_forms.hpp>
 #include <fl/filesystem/windows.hpp>
 
-#include "support/names.hpp"
-#include "support/workspace.hpp"
+#include "support/in_workspace.hpp"
 
 namespace fl::filesystem::detail {
 namespace {
 
 using namespace test_support;
-using test_support::failure;
 using windows::make_native_access_form_bridge;
 
-struct form_case
-{
-    char16_t const *path;
-    wchar_t const *expected;
-    char const *why;
-};
-
-constexpr form_case form_cases[] = {
+constexpr row_of<char16_t const *, wchar_t const *> form_cases[] = {
     {uR"(C:\x)", LR"(C:\x)", "nothing to do"},
     {uR"(C:\a\.\b)", LR"(C:\a\b)", "a full stop"},
     {uR"(C:\a\..\b)", LR"(C:\b)", "the system drops two by text"},
@@ -37,18 +28,17 @@ constexpr form_case form_cases[] = {
     {uR"(\\?\UNC\server\share\a)", LR"(\\server\share\a)", "a prefix that nobody needs goes"},
 };
 
-TEST(NativeAccessForm, Table)
+TEST_IN_WORKSPACE(NativeAccessForm, Table)
 {
-    workspace work;
     for (auto const &row : form_cases) {
-        EXPECT_EQ(make_native_access_form_bridge(row.path), row.expected)
-            << printable(row.path) << ": " << row.why;
-        EXPECT_EQ(make_native_access_form(row.path), row.expected) << row.why;
-        EXPECT_EQ(make_native_access_form_with_cleanup(row.path), row.expected) << row.why;
+        EXPECT_EQ(make_native_access_form_bridge(row.given), row.expected)
+            << printable(row.given) << ": " << row.why;
+        EXPECT_EQ(make_native_access_form(row.given), row.expected) << row.why;
+        EXPECT_EQ(make_native_access_form_with_cleanup(row.given), row.expected) << row.why;
     }
 }
 
-TEST(NativeAccessForm, GetsThePrefixFrom260Units)
+TEST_IN_WORKSPACE(NativeAccessForm, GetsThePrefixFrom260Units)
 {
     char16_t const *const drive = uR"(C:\)";
     char16_t const *const share = uR"(\\server\share\)";
@@ -64,17 +54,15 @@ TEST(NativeAccessForm, GetsThePrefixFrom260Units)
     }
 }
 
-TEST(NativeAccessForm, StandsOnTheCurrentDirectory)
+TEST_IN_WORKSPACE(NativeAccessForm, StandsOnTheCurrentDirectory)
 {
-    workspace work;
-    work.change_directory(work.root());
-    EXPECT_EQ(make_native_access_form_bridge(u"x"), wide(work.path(u"x")));
-    EXPECT_EQ(make_native_access_form_bridge(uR"(a\..\x\.)"), wide(work.path(u"x")));
+    EXPECT_EQ(make_native_access_form_bridge(u"x"), wide(at(u"x")));
+    EXPECT_EQ(make_native_access_form_bridge(uR"(a\..\x\.)"), wide(at(u"x")));
     EXPECT_EQ(make_native_access_form(uR"(\x)"), wide(work.root().substr(0, 2)) + LR"(\x)");
-    EXPECT_EQ(make_native_access_form_with_cleanup(u"a//./x/"), wide(work.path(uR"(a\x)")));
+    EXPECT_EQ(make_native_access_form_with_cleanup(u"a//./x/"), wide(at(uR"(a\x)")));
 }
 
-TEST(NativeAccessForm, TellsWhatIsNoPathname)
+TEST_IN_WORKSPACE(NativeAccessForm, TellsWhatIsNoPathname)
 {
     for (char16_t const *path : {uR"(\\server)", uR"(\\.\COM1)"}) {
         EXPECT_FAILURE(make_native_access_form_bridge(path), bad_path_type(path));
@@ -84,7 +72,7 @@ TEST(NativeAccessForm, TellsWhatIsNoPathname)
     EXPECT_EQ(make_native_access_form_with_cleanup(u"//server//"), LR"(\\server\)");
 }
 
-TEST(NativeAccessForm, CleansWhatUsersWrite)
+TEST_IN_WORKSPACE(NativeAccessForm, CleansWhatUsersWrite)
 {
     EXPECT_EQ(make_native_access_form_with_cleanup(u"C:/a//b"), LR"(C:\a\b)");
     EXPECT_EQ(make_native_access_form_with_cleanup(u"//server/share//a/"), LR"(\\server\share\a)");

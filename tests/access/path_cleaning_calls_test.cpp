@@ -12,12 +12,10 @@ namespace fl::filesystem::detail {
 namespace {
 
 using namespace test_support;
-using test_support::failure;
 using windows::path_type_enum;
 
-TEST(CleanPathnameCalls, NoneForWhatIsAbsoluteOrHasABase)
+TEST_ON_MACHINE(CleanPathnameCalls, NoneForWhatIsAbsoluteOrHasABase)
 {
-    simulated_machine machine;
     path_type_enum type{};
     for (wchar_t const *path : {LR"(C:\a\..\b)", LR"(\\s\h)", LR"(\\?\C:\x)", LR"(\\?\UNC\s\h)"})
         clean_pathname(path, type, {});
@@ -27,18 +25,16 @@ TEST(CleanPathnameCalls, NoneForWhatIsAbsoluteOrHasABase)
     EXPECT_EQ(calls(machine), lines{});
 }
 
-TEST(CleanPathnameCalls, TheTextsChecksAreNone)
+TEST_ON_MACHINE(CleanPathnameCalls, TheTextsChecksAreNone)
 {
-    simulated_machine machine;
     has_parent_component(LR"(C:\a\..\b)");
     is_path_clean(LR"(C:\a\..\b)", 9);
     remove_dot_components(LR"(\\?\C:\a\.\b)", windows::PATH_TYPE_LONG_DRIVE_ABSOLUTE);
     EXPECT_EQ(calls(machine), lines{});
 }
 
-TEST(CleanPathnameCalls, OneForEachExpansion)
+TEST_ON_MACHINE(CleanPathnameCalls, OneForEachExpansion)
 {
-    simulated_machine machine;
     machine.add_directory(u"C:\\work").set_current_directory(u"C:\\work");
     struct
     {
@@ -61,9 +57,8 @@ TEST(CleanPathnameCalls, OneForEachExpansion)
     }
 }
 
-TEST(CleanPathnameCalls, AFailedExpansionNamesTheTextOfTheCall)
+TEST_ON_MACHINE(CleanPathnameCalls, AFailedExpansionNamesTheTextOfTheCall)
 {
-    simulated_machine machine;
     sure_fault const fault = machine.fail_every_call_on("GetFullPathNameW", 5);
     path_type_enum type{};
     EXPECT_FAILURE(clean_pathname(L"C:foo", type, {}), denied(u"C:"));
@@ -71,7 +66,7 @@ TEST(CleanPathnameCalls, AFailedExpansionNamesTheTextOfTheCall)
     EXPECT_FAILURE(clean_pathname(L"foo", type, L"C:b"), denied(u"C:"));
 }
 
-TEST(CleanPathnameCalls, ARootedPathnameGoesByTheTypeOfItsExpansion)
+TEST_ON_MACHINE(CleanPathnameCalls, ARootedPathnameGoesByTheTypeOfItsExpansion)
 {
     constexpr auto rooted = windows::PATH_TYPE_ROOTED;
     struct
@@ -93,8 +88,8 @@ TEST(CleanPathnameCalls, ARootedPathnameGoesByTheTypeOfItsExpansion)
         {LR"(\\?\C:x)", nullptr, rooted, "nothing absolute"},
     };
     for (auto const &row : cases) {
-        simulated_machine machine;
-        auto const hook = answering(machine, row.expansion);
+        simulated_machine fresh;
+        auto const hook = answering(fresh, row.expansion);
         path_type_enum type{};
         std::wstring cleaned;
         auto const thrown = failure_of([&] { cleaned = clean_pathname(LR"(\x)", type, {}); });
@@ -106,9 +101,8 @@ TEST(CleanPathnameCalls, ARootedPathnameGoesByTheTypeOfItsExpansion)
     }
 }
 
-TEST(CleanPathnameCalls, AnExpandedBaseIsNotClassifiedAgain)
+TEST_ON_MACHINE(CleanPathnameCalls, AnExpandedBaseIsNotClassifiedAgain)
 {
-    simulated_machine machine;
     path_type_enum type{};
     auto const hook = answering(machine, LR"(\\s\h)");
     EXPECT_EQ(clean_pathname(L"C:", type, {}), LR"(\\?\\\s\h)");
@@ -117,9 +111,8 @@ TEST(CleanPathnameCalls, AnExpandedBaseIsNotClassifiedAgain)
     EXPECT_EQ(type, windows::PATH_TYPE_LONG_DRIVE_ABSOLUTE);
 }
 
-TEST(CleanPathnameCalls, ALongExpansionTakesTwoCalls)
+TEST_ON_MACHINE(CleanPathnameCalls, ALongExpansionTakesTwoCalls)
 {
-    simulated_machine machine;
     path_type_enum type{};
     for (std::size_t const size : {1021U, 1022U, 1023U, 30000U}) {
         machine.clear_journal();
@@ -129,9 +122,8 @@ TEST(CleanPathnameCalls, ALongExpansionTakesTwoCalls)
     }
 }
 
-TEST(CleanPathnameCalls, AnExpansionThatGrowsTwiceIsAFailure)
+TEST_ON_MACHINE(CleanPathnameCalls, AnExpansionThatGrowsTwiceIsAFailure)
 {
-    simulated_machine machine;
     auto const hook = machine.on_full_path_name(
         [](DWORD room, wchar_t *) { return std::optional<DWORD>(room + 1); });
     path_type_enum type{};

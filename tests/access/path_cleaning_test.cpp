@@ -4,14 +4,12 @@
 #include "pathname/expanded_path.hpp"
 #include "pathname/path_type.hpp"
 #include "platform/code_units.hpp"
-#include "support/names.hpp"
-#include "support/workspace.hpp"
+#include "support/in_workspace.hpp"
 
 namespace fl::filesystem::detail {
 namespace {
 
 using namespace test_support;
-using test_support::failure;
 using windows::path_type_enum;
 
 constexpr auto relative = windows::PATH_TYPE_RELATIVE;
@@ -88,7 +86,7 @@ constexpr cleaning_case cleaning_cases[] = {
     {L"", LR"(\base)", nullptr, rooted, "there is no pathname to name"},
 };
 
-TEST(CleanPathname, Table)
+TEST_IN_WORKSPACE(CleanPathname, Table)
 {
     for (auto const &row : cleaning_cases) {
         auto type = static_cast<path_type_enum>(0xFFFF);
@@ -105,7 +103,7 @@ TEST(CleanPathname, Table)
     }
 }
 
-TEST(CleanPathname, ShowsARejectedPathnameInBraces)
+TEST_IN_WORKSPACE(CleanPathname, ShowsARejectedPathnameInBraces)
 {
     path_type_enum type{};
     EXPECT_EQ(failure_of([&] { clean_pathname(LR"(\\.\COM1)", type, {}); })->what,
@@ -133,10 +131,8 @@ std::optional<std::wstring> by_type(std::wstring const &text, std::wstring const
     }
 }
 
-TEST(CleanPathname, AllShortTexts)
+TEST_IN_WORKSPACE(CleanPathname, AllShortTexts)
 {
-    workspace work;
-    work.change_directory(work.root());
     for (std::u16string_view const head : {u"", uR"(\\?\)", uR"(\\?\UNC)", uR"(\\s)"})
         for_all_texts(uR"(\/:.?Ca)", head.empty() ? 5 : 4, [&](std::u16string const &tail) {
             std::wstring const text = wide(std::u16string(head) + tail);
@@ -161,10 +157,8 @@ TEST(CleanPathname, AllShortTexts)
         });
 }
 
-TEST(CleanPathname, BelowTheCurrentDirectory)
+TEST_IN_WORKSPACE(CleanPathname, BelowTheCurrentDirectory)
 {
-    workspace work;
-    work.change_directory(work.root());
     std::wstring const here = LR"(\\?\)" + wide(work.root());
     path_type_enum type{};
     EXPECT_EQ(clean_pathname(L"foo", type, {}), here + LR"(\foo)");
@@ -176,9 +170,8 @@ TEST(CleanPathname, BelowTheCurrentDirectory)
         << "no doubled separator behind a root";
 }
 
-TEST(CleanPathname, BelowACurrentDirectoryOnAShare)
+TEST_IN_WORKSPACE(CleanPathname, BelowACurrentDirectoryOnAShare)
 {
-    workspace work;
     NEEDS(work.has_share(), "this system has no share");
     work.change_directory(work.share_root());
     path_type_enum type{};
@@ -187,10 +180,8 @@ TEST(CleanPathname, BelowACurrentDirectoryOnAShare)
     EXPECT_EQ(type, long_unc);
 }
 
-TEST(CleanPathname, OfADriveWithoutARootAsksForItsDirectory)
+TEST_IN_WORKSPACE(CleanPathname, OfADriveWithoutARootAsksForItsDirectory)
 {
-    workspace work;
-    work.change_directory(work.root());
     std::wstring const drive = wide(work.root().substr(0, 2));
     std::wstring const here = LR"(\\?\)" + wide(work.root());
     path_type_enum type{};
@@ -208,10 +199,8 @@ TEST(CleanPathname, OfADriveWithoutARootAsksForItsDirectory)
         << "and that ends in a separator now";
 }
 
-TEST(CleanPathname, OfARootedPathname)
+TEST_IN_WORKSPACE(CleanPathname, OfARootedPathname)
 {
-    workspace work;
-    work.change_directory(work.root());
     std::wstring const drive = LR"(\\?\)" + wide(work.root().substr(0, 2));
     path_type_enum type{};
     EXPECT_EQ(clean_pathname(LR"(\foo)", type, {}), drive + LR"(\foo)");
@@ -221,9 +210,8 @@ TEST(CleanPathname, OfARootedPathname)
         << "the system does it all at once";
 }
 
-TEST(CleanPathname, OfARootedPathnameOnAShare)
+TEST_IN_WORKSPACE(CleanPathname, OfARootedPathnameOnAShare)
 {
-    workspace work;
     NEEDS(work.has_share(), "this system has no share");
     work.change_directory(work.share_root());
     path_type_enum type{};
@@ -231,10 +219,8 @@ TEST(CleanPathname, OfARootedPathnameOnAShare)
     EXPECT_EQ(type, long_unc);
 }
 
-TEST(CurrentPathWide, IsWhereTheProcessStands)
+TEST_IN_WORKSPACE(CurrentPathWide, IsWhereTheProcessStands)
 {
-    workspace work;
-    work.change_directory(work.root());
     EXPECT_EQ(current_path_wide(), wide(work.root()));
 }
 
@@ -484,10 +470,8 @@ TEST(RemoveDotComponents, OfAServerWithoutAShare)
         << "any type but the one for drives means a server";
 }
 
-TEST(ExpandDriveRelative, KeepsWhatIsBehindTheDrive)
+TEST_IN_WORKSPACE(ExpandDriveRelative, KeepsWhatIsBehindTheDrive)
 {
-    workspace work;
-    work.change_directory(work.root());
     std::wstring const drive = wide(work.root().substr(0, 2));
     // Wine ends the directory of a drive alone in a backslash
     std::wstring const end = runs_under_wine() ? L"\\" : L"";

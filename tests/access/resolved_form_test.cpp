@@ -12,9 +12,8 @@ namespace {
 
 using namespace test_support;
 
-TEST(ResolvedAccessForm, AlwaysHasItsPrefix)
+TEST_ON_MACHINE(ResolvedAccessForm, AlwaysHasItsPrefix)
 {
-    simulated_machine machine;
     machine.add_directory(u"C:\\work").set_current_directory(u"C:\\work");
     EXPECT_EQ(make_resolved_access_form(uR"(C:\a\.\b)"), LR"(\\?\C:\a\b)");
     EXPECT_EQ(make_resolved_access_form(u"x"), LR"(\\?\C:\work\x)");
@@ -47,9 +46,8 @@ constexpr text_row<wchar_t> resolved_cases[] = {
     {LR"(C:\link\x\..\.\no)", LR"(\\?\D:\p\q\no)", "dots within"},
 };
 
-TEST(ResolvedAccessForm, ResolvesAllButTheLastElement)
+TEST_ON_MACHINE(ResolvedAccessForm, ResolvesAllButTheLastElement)
 {
-    simulated_machine machine;
     machine.add_drive(u'D').add_share(u"s", u"h").add_directory(uR"(\\s\h\d)");
     machine.add_directory(uR"(D:\p\q\x)").add_directory(uR"(C:\d\e)");
     machine.add_symbolic_link(u"C:\\link", uR"(D:\p\q)", flavour::directory);
@@ -60,12 +58,10 @@ TEST(ResolvedAccessForm, ResolvesAllButTheLastElement)
             << row.why;
         EXPECT_EQ(form, row.expected) << printable(units(row.text)) << ": " << row.why;
     }
-    expect_nothing_open(machine, "forms");
 }
 
-TEST(ResolvedAccessForm, TellsWhatTheWalkTells)
+TEST_ON_MACHINE(ResolvedAccessForm, TellsWhatTheWalkTells)
 {
-    simulated_machine machine;
     machine.add_file(u"C:\\f").add_symbolic_link(u"C:\\loop", u"loop", flavour::directory);
     struct
     {

@@ -16,9 +16,8 @@ using test_support::failure;
 constexpr auto relative_link = link_type_symlink_relative;
 constexpr auto absolute_link = link_type_symlink_absolute;
 
-TEST(BuildTargetPathCalls, NoneForACleanTarget)
+TEST_ON_MACHINE(BuildTargetPathCalls, NoneForACleanTarget)
 {
-    simulated_machine machine;
     EXPECT_EQ(build_target_path_bridge(LR"(C:\d\l)", LR"(x\y)", relative_link), LR"(\\?\C:\d\x\y)");
     EXPECT_EQ(build_target_path_bridge(LR"(C:\d\l)", LR"(\\?\C:\x)", absolute_link),
               LR"(\\?\C:\x)");
@@ -60,9 +59,8 @@ constexpr walked_case walked_cases[] = {
     {LR"(C:\d\l)", LR"(C:\d\.\way)", absolute_link, LR"(\\?\D:\d)", "a walk follows the last, too"},
 };
 
-TEST(BuildTargetPathCalls, WalksWhatIsNotClean)
+TEST_ON_MACHINE(BuildTargetPathCalls, WalksWhatIsNotClean)
 {
-    simulated_machine machine;
     machine.add_drive(u'D').add_share(u"s", u"h");
     for (std::u16string const root : {u"C:", u"D:", u"\\\\s\\h"})
         machine.add_directory(root + uR"(\d\x\y)").add_directory(root + uR"(\x\y)");
@@ -77,21 +75,18 @@ TEST(BuildTargetPathCalls, WalksWhatIsNotClean)
         EXPECT_EQ(result, row.expected) << printable(units(row.link)) << " says "
                                         << printable(units(row.text)) << ": " << row.why;
     }
-    expect_nothing_open(machine, "walks");
 }
 
-TEST(BuildTargetPathCalls, ACleanTargetMayBeALinkItself)
+TEST_ON_MACHINE(BuildTargetPathCalls, ACleanTargetMayBeALinkItself)
 {
-    simulated_machine machine;
     machine.add_symbolic_link(uR"(C:\l)", uR"(C:\m)").add_symbolic_link(uR"(C:\m)", uR"(C:\x)");
     EXPECT_EQ(build_target_path_bridge(LR"(C:\l)", LR"(C:\m)", absolute_link), LR"(\\?\C:\m)");
     EXPECT_EQ(build_target_path_bridge(LR"(C:\l)", L"m", relative_link), LR"(\\?\C:\m)");
     EXPECT_EQ(calls(machine), lines{});
 }
 
-TEST(BuildTargetPathCalls, AWalkTellsWhatItFails)
+TEST_ON_MACHINE(BuildTargetPathCalls, AWalkTellsWhatItFails)
 {
-    simulated_machine machine;
     machine.add_file(u"C:\\f");
     EXPECT_FAILURE(build_target_path_bridge(LR"(C:\d\l)", LR"(C:\.\no)", absolute_link),
                    not_found(uR"(\\?\C:\no)"));
@@ -102,9 +97,8 @@ TEST(BuildTargetPathCalls, AWalkTellsWhatItFails)
                    too_many_links(uR"(\\?\C:\loop)"));
 }
 
-TEST(BuildTargetPathCalls, ADriveRelativeLinkOnTheWayComesOutWithoutALongPrefix)
+TEST_ON_MACHINE(BuildTargetPathCalls, ADriveRelativeLinkOnTheWayComesOutWithoutALongPrefix)
 {
-    simulated_machine machine;
     machine.add_directory(uR"(C:\work\x)").set_current_directory(u"C:\\work");
     machine.add_symbolic_link(u"C:\\m", uR"(\\?\C:x)", flavour::directory);
     EXPECT_EQ(build_target_path_bridge(LR"(C:\l)", LR"(C:\m\.)", absolute_link), LR"(C:\work\x)");
@@ -113,9 +107,8 @@ TEST(BuildTargetPathCalls, ADriveRelativeLinkOnTheWayComesOutWithoutALongPrefix)
                    system_error(ERROR_IO_DEVICE, u"C:"));
 }
 
-TEST(BuildTargetPathCalls, AShortcutAtTheEndThatCannotBeReadTellsItsCode)
+TEST_ON_MACHINE(BuildTargetPathCalls, AShortcutAtTheEndThatCannotBeReadTellsItsCode)
 {
-    simulated_machine machine;
     machine.add_shortcut(u"C:\\k.lnk", u"C:\\");
     constexpr DWORD no_such_class = 0x80040154;
     struct

@@ -9,19 +9,10 @@ namespace fl::filesystem::detail::windows {
 namespace {
 
 using namespace test_support;
-using test_support::failure;
 
 constexpr auto relative_link = link_type_symlink_relative;
 
-struct target_case
-{
-    wchar_t const *link;
-    wchar_t const *text;
-    wchar_t const *expected;
-    char const *why;
-};
-
-constexpr target_case relative_cases[] = {
+constexpr row_of_texts<wchar_t> relative_cases[] = {
     {LR"(C:\d\l)", LR"(x\y)", LR"(\\?\C:\d\x\y)", "below the link's directory"},
     {LR"(C:\l)", L"x", LR"(\\?\C:\x)", "in the root"},
     {LR"(C:\d\l\)", L"x", LR"(\\?\C:\d\l\x)", "a separator at the end cuts behind the link"},
@@ -50,12 +41,12 @@ constexpr target_case relative_cases[] = {
 TEST(BuildTargetPath, OfARelativeLinkIsInItsDirectory)
 {
     for (auto const &row : relative_cases)
-        EXPECT_EQ(build_target_path_bridge(row.link, row.text, relative_link), row.expected)
-            << printable(units(row.link)) << " says " << printable(units(row.text)) << ": "
+        EXPECT_EQ(build_target_path_bridge(row.first, row.second, relative_link), row.expected)
+            << printable(units(row.first)) << " says " << printable(units(row.second)) << ": "
             << row.why;
 }
 
-constexpr target_case absolute_cases[] = {
+constexpr row_of_texts<wchar_t> absolute_cases[] = {
     {L"", LR"(C:\x)", LR"(\\?\C:\x)", "a drive gets the prefix"},
     {L"", LR"(C:\)", LR"(\\?\C:\)", "a drive gets the prefix"},
     {L"", LR"(C:\x\)", LR"(\\?\C:\x\)", "a clean text stays as it is"},
@@ -75,20 +66,15 @@ TEST(BuildTargetPath, OfAnyOtherLinkStandsByItself)
 {
     for (auto const &row : absolute_cases)
         for (auto const type : {link_type_symlink_absolute, link_type_mount_point, link_type_none})
-            EXPECT_EQ(build_target_path_bridge(row.link, row.text, type), row.expected)
-                << printable(units(row.text)) << ": " << row.why;
+            EXPECT_EQ(build_target_path_bridge(row.first, row.second, type), row.expected)
+                << printable(units(row.second)) << ": " << row.why;
 }
 
 TEST(BuildTargetPath, RefusesWhatLinksCantSay)
 {
-    failure const nowhere = not_found(u"");
-    failure const no_type = invalid_argument("Invalid Path Type");
-    struct
-    {
-        wchar_t const *text;
-        failure expected;
-        char const *why;
-    } const cases[] = {
+    auto const nowhere = not_found(u"");
+    auto const no_type = invalid_argument("Invalid Path Type");
+    failing_row<wchar_t const *> const cases[] = {
         {L"C:", nowhere, "on the drive's current directory"},
         {L"C:x", nowhere, "on the drive's current directory"},
         {L"C:/x", nowhere, "a slash is no root"},
@@ -107,15 +93,16 @@ TEST(BuildTargetPath, RefusesWhatLinksCantSay)
         {LR"(\\?\UNC\server)", no_type, "no share"},
     };
     for (auto const &row : cases)
-        EXPECT_FAILURE(build_target_path_bridge(LR"(C:\d\l)", row.text, link_type_symlink_absolute),
-                       row.expected)
-            << printable(units(row.text)) << ": " << row.why;
+        EXPECT_FAILURE(
+            build_target_path_bridge(LR"(C:\d\l)", row.given, link_type_symlink_absolute),
+            row.expected)
+            << printable(units(row.given)) << ": " << row.why;
 }
 
 TEST(BuildTargetPath, UncleanTextsNeedARootToWalkFrom)
 {
-    failure const nowhere = not_found(u"");
-    failure const no_type = invalid_argument("Invalid Path Type");
+    auto const nowhere = not_found(u"");
+    auto const no_type = invalid_argument("Invalid Path Type");
     constexpr auto absolute_link = link_type_symlink_absolute;
     EXPECT_FAILURE(build_target_path_bridge({}, LR"(..\x)", absolute_link), no_type);
     EXPECT_FAILURE(build_target_path_bridge({}, LR"(\..\x)", absolute_link), nowhere);

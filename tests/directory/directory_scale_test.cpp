@@ -6,10 +6,8 @@
 #include "support/calls.hpp"
 #include "support/small_stack.hpp"
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
-
-using namespace test_support;
 
 constexpr std::size_t longest_pathname = 32767;
 constexpr std::size_t small_stack = 256 * 1024;
@@ -39,7 +37,7 @@ void list_tree_of(std::size_t size, directory_options options)
     EXPECT_EQ(machine.find_handles() + machine.open_handles(), 0);
 }
 
-TEST(DirectoryScale, ADeepTreeOnASmallStack)
+TEST_ON_MACHINE(DirectoryScale, ADeepTreeOnASmallStack)
 {
     run_on_stack_of(small_stack, [] {
         list_tree_of(4000, directory_options::none);
@@ -50,35 +48,34 @@ TEST(DirectoryScale, ADeepTreeOnASmallStack)
 // Each call walks down all the names, which takes minutes where all memory is checked: the
 // tree above has to do there.
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
-TEST(DirectoryScale, TheDeepestTreeOnASmallStack)
+TEST_ON_MACHINE(DirectoryScale, TheDeepestTreeOnASmallStack)
 {
     run_on_stack_of(small_stack,
                     [] { list_tree_of(longest_pathname - 2, directory_options::none); });
 }
 #endif
 
-TEST(DirectoryScale, ADirectoryWhosePatternIsTooLongIsNamed)
+TEST_ON_MACHINE(DirectoryScale, ADirectoryWhosePatternIsTooLongIsNamed)
 {
     for (DWORD const code : {DWORD{ERROR_SUCCESS}, DWORD{ERROR_PATH_NOT_FOUND}}) {
-        simulated_machine machine;
-        machine.keep_journal(false);
+        simulated_machine fresh;
+        fresh.keep_journal(false);
         std::u16string const path = directory_of(longest_pathname - 1);
-        machine.add_directory(path);
+        fresh.add_directory(path);
         recursive_directory_iterator it(path.substr(0, path.size() - 2));
         EXPECT_EQ(it->access_form().size(), path.size());
         // some systems say so instead of 206
         auto const fault =
-            machine.fail_call(code == ERROR_SUCCESS ? "none" : "FindFirstFileExW", 1, code);
+            fresh.fail_call(code == ERROR_SUCCESS ? "none" : "FindFirstFileExW", 1, code);
         EXPECT_FAILURE(++it, too_large(path.substr(4)));
         EXPECT_EQ(it, recursive_directory_iterator());
-        EXPECT_EQ(machine.find_handles(), 0);
+        EXPECT_EQ(fresh.find_handles(), 0);
     }
 }
 
-TEST(DirectoryScale, AWideDirectoryTakesOneCallAnEntry)
+TEST_ON_MACHINE(DirectoryScale, AWideDirectoryTakesOneCallAnEntry)
 {
     constexpr int many = 20'000;
-    simulated_machine machine;
     for (int number = 0; number < many; ++number)
         machine.add_file(u"C:\\wide\\" + units(std::to_wstring(number)));
     EXPECT_EQ(names_in(uR"(C:\wide)").size(), static_cast<std::size_t>(many));
@@ -89,4 +86,4 @@ TEST(DirectoryScale, AWideDirectoryTakesOneCallAnEntry)
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

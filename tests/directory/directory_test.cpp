@@ -6,8 +6,7 @@
 #include <fl/filesystem/operations.hpp>
 
 #include "directory/listing.hpp"
-#include "support/names.hpp"
-#include "support/workspace.hpp"
+#include "support/in_workspace.hpp"
 
 #include <algorithm>
 #include <iterator>
@@ -15,10 +14,9 @@
 #include <ranges>
 #include <type_traits>
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
 
-using namespace test_support;
 using test_support::failure;
 
 template <typename Iterator>
@@ -35,7 +33,7 @@ static_assert(!std::is_convertible_v<upath, directory_entry>);
 static_assert(!std::is_convertible_v<std::u16string, directory_iterator>);
 static_assert(std::is_nothrow_move_constructible_v<directory_entry>);
 
-failure invalid_operation()
+auto invalid_operation()
 {
     return about(fsys_excp_invalid_operation, "fl:filesystem:InvalidOperation", u"");
 }
@@ -46,55 +44,50 @@ void make_files(workspace &work, names const &files)
         work.make_file(work.path(file));
 }
 
-TEST(DirectoryIterator, TellsTheNamesInADirectoryAndNoDots)
+TEST_IN_WORKSPACE(DirectoryIterator, TellsTheNamesInADirectoryAndNoDots)
 {
-    workspace work;
     make_files(work, {u"b", u"A.txt", u"c c", uR"(sub\inner)"});
-    work.make_directory(work.path(u"empty"));
+    make_directory(u"empty");
     EXPECT_EQ(sorted(names_in(work.root())), (names{u"A.txt", u"b", u"c c", u"empty", u"sub"}));
-    EXPECT_EQ(names_in(work.path(u"sub")), names{u"inner"});
-    EXPECT_EQ(names_in(work.path(u"empty")), names{});
+    EXPECT_EQ(names_in(at(u"sub")), names{u"inner"});
+    EXPECT_EQ(names_in(at(u"empty")), names{});
 }
 
-TEST(DirectoryIterator, TellsPathnamesBelowTheOneThatWasGiven)
+TEST_IN_WORKSPACE(DirectoryIterator, TellsPathnamesBelowTheOneThatWasGiven)
 {
-    workspace work;
     make_files(work, {uR"(sub\inner)"});
-    work.change_directory(work.root());
     struct
     {
         std::u16string given, expected;
     } const rows[] = {
-        {work.path(u"sub"), work.path(uR"(sub\inner)")},
+        {at(u"sub"), at(uR"(sub\inner)")},
         {u"sub", uR"(sub\inner)"},
         {u"./sub/", uR"(.\sub\inner)"},
         {uR"(..\)" + upath(work.root()).filename() + uR"(\sub)",
          uR"(..\)" + upath(work.root()).filename() + uR"(\sub\inner)"},
-        {uR"(\\?\)" + work.path(u"sub"), work.path(uR"(sub\inner)")},
+        {uR"(\\?\)" + at(u"sub"), at(uR"(sub\inner)")},
     };
     for (auto const &row : rows) {
         directory_iterator const found(row.given);
         EXPECT_EQ(found->path().native(), row.expected);
         EXPECT_EQ(found->filename(), u"inner");
-        EXPECT_EQ(found->access_form(), L"\\\\?\\" + upath(work.path(uR"(sub\inner)")).wstring());
+        EXPECT_EQ(found->access_form(), L"\\\\?\\" + upath(at(uR"(sub\inner)")).wstring());
     }
 }
 
 // `C:` is the current directory of the drive, and `C:\` its root.
-TEST(DirectoryIterator, OfABareDriveIsOfItsCurrentDirectory)
+TEST_IN_WORKSPACE(DirectoryIterator, OfABareDriveIsOfItsCurrentDirectory)
 {
-    workspace work;
     make_files(work, {uR"(sub\inner)"});
-    change_current_path(work.path(u"sub"));
+    change_current_path(at(u"sub"));
     directory_iterator const found(work.root().substr(0, 2));
     EXPECT_EQ(found->path().native(), work.root().substr(0, 2) + u"inner");
     EXPECT_TRUE(exists(found->path()));
-    work.change_directory(work.root());
+    enter();
 }
 
-TEST(DirectoryIterator, OfARootHasItsNamesBehindOneBackslash)
+TEST_IN_WORKSPACE(DirectoryIterator, OfARootHasItsNamesBehindOneBackslash)
 {
-    workspace work;
     std::u16string const root = work.root().substr(0, 3);
     int count = 0;
     for (directory_entry const &entry : directory_iterator(root)) {
@@ -104,9 +97,8 @@ TEST(DirectoryIterator, OfARootHasItsNamesBehindOneBackslash)
     EXPECT_GT(count, 0);
 }
 
-TEST(DirectoryIterator, OfAShareWithAndWithoutABackslashBehindIt)
+TEST_IN_WORKSPACE(DirectoryIterator, OfAShareWithAndWithoutABackslashBehindIt)
 {
-    workspace work;
     NEEDS(work.has_share(), "there is no share");
     work.make_file(work.share_root() + uR"(\file)");
     EXPECT_EQ(names_in(work.share_root()), names{u"file"});
@@ -122,14 +114,10 @@ TEST(DirectoryIterator, OfAShareWithAndWithoutABackslashBehindIt)
     }
 }
 
-TEST(DirectoryIterator, ReachesDirectoriesOfAnyLength)
+TEST_IN_WORKSPACE(DirectoryIterator, ReachesDirectoriesOfAnyLength)
 {
-    workspace work;
     for (std::size_t const size : {246U, 247U, 248U, 257U, 258U, 259U, 260U, 700U}) {
-        std::u16string directory = work.path(u"t");
-        while (directory.size() + 102 < size)
-            directory += u'\\' + std::u16string(100, u'd');
-        directory += u'\\' + std::u16string(size - directory.size() - 1, u'n');
+        std::u16string const directory = chain_of_size(at(u"t"), size);
         std::u16string const file(200, u'f');
         work.make_file(directory + u'\\' + file, "12345");
         directory_entry const entry = *directory_iterator(directory);
@@ -137,20 +125,16 @@ TEST(DirectoryIterator, ReachesDirectoriesOfAnyLength)
         EXPECT_EQ(entry.path().native(), directory + u'\\' + file) << size;
         EXPECT_EQ(entry.file_size(), 5U) << size;
         EXPECT_TRUE(file_status::is_regular(entry.status())) << size;
-        names const tree = tree_of(work.path(u"t"));
+        names const tree = tree_of(at(u"t"));
         EXPECT_EQ(tree.back(), directory + u'\\' + file) << size;
-        remove_all(work.path(u"t"));
+        remove_all(at(u"t"));
     }
 }
 
 /// Without a long prefix the system would cut these names, and miss them or find others.
-TEST(DirectoryIterator, KnowsNamesThatEndInAFullStopOrBlank)
+TEST_IN_WORKSPACE(DirectoryIterator, KnowsNamesThatEndInAFullStopOrBlank)
 {
-    workspace work;
-    work.make_file(work.path(u"foo"), "1");
-    work.make_file(work.path(u"foo."), "22");
-    work.make_file(work.path(u"foo "), "333");
-    work.make_file(work.path(u"...x. .\\y "), "4444");
+    make({{u"foo", "1"}, {u"foo.", "22"}, {u"foo ", "333"}, {u"...x. .\\y ", "4444"}});
     std::map<std::u16string, std::uint64_t> sizes;
     for (directory_entry const &entry : directory_iterator(work.root())) {
         if (entry.is_directory())
@@ -174,9 +158,8 @@ TEST(DirectoryIterator, KnowsNamesThatEndInAFullStopOrBlank)
 }
 
 /// `remove(entry)` of `foo.` would remove `foo`.
-TEST(DirectoryEntry, RefusesToBeThePathOfAnother)
+TEST_IN_WORKSPACE(DirectoryEntry, RefusesToBeThePathOfAnother)
 {
-    workspace work;
     make_files(work, {u"foo", u"foo.", u"foo "});
     for (directory_entry const &entry : directory_iterator(work.root())) {
         if (entry.is_nameable()) {
@@ -184,7 +167,7 @@ TEST(DirectoryEntry, RefusesToBeThePathOfAnother)
             continue;
         }
         auto const thrown = failure_of([&] { remove(entry); });
-        std::u16string const path = work.path(entry.filename());
+        std::u16string const path = at(entry.filename());
         std::string const text(path.begin(), path.end());
         EXPECT_EQ(thrown, (failure{fsys_excp_invalid_argument,
                                    "fl:filesystem:InvalidArgument: The name ends in a full stop or "
@@ -194,24 +177,21 @@ TEST(DirectoryEntry, RefusesToBeThePathOfAnother)
                                    {},
                                    0}));
     }
-    EXPECT_EQ(work.entries(work.root()), (names{u"foo", u"foo ", u"foo."}));
+    EXPECT_EQ(entries(), (names{u"foo", u"foo ", u"foo."}));
 }
 
-TEST(DirectoryEntry, KnowsWhatTheStatusOfItsNameKnows)
+TEST_IN_WORKSPACE(DirectoryEntry, KnowsWhatTheStatusOfItsNameKnows)
 {
-    workspace work;
-    work.make_file(work.path(u"file"), "some text");
-    work.make_file(work.path(u"tool.exe"));
-    work.make_file(work.path(u"read-only"));
-    work.set_attributes(work.path(u"read-only"), 1);
-    work.make_directory(work.path(u"directory"));
+    make({{u"file", "some text"}, u"tool.exe", u"read-only"});
+    work.set_attributes(at(u"read-only"), 1);
+    make_directory(u"directory");
     if (work.has_symbolic_links()) {
-        work.make_symbolic_link(work.path(u"link"), u"file");
-        work.make_symbolic_link(work.path(u"directory link"), u"directory", link_to::directory);
-        work.make_symbolic_link(work.path(u"broken"), u"nowhere");
+        work.make_symbolic_link(at(u"link"), u"file");
+        work.make_symbolic_link(at(u"directory link"), u"directory", link_to::directory);
+        work.make_symbolic_link(at(u"broken"), u"nowhere");
     }
     if (work.has_junctions())
-        work.make_junction(work.path(u"junction"), work.path(u"directory"));
+        work.make_junction(at(u"junction"), at(u"directory"));
     int count = 0;
     for (directory_entry const &entry : directory_iterator(work.root())) {
         file_status const known = entry.known();
@@ -237,33 +217,29 @@ TEST(DirectoryEntry, KnowsWhatTheStatusOfItsNameKnows)
     EXPECT_EQ(count, 4 + (work.has_symbolic_links() ? 3 : 0) + (work.has_junctions() ? 1 : 0));
 }
 
-TEST(DirectoryEntry, SizesAreThoseOfFiles)
+TEST_IN_WORKSPACE(DirectoryEntry, SizesAreThoseOfFiles)
 {
-    workspace work;
-    work.make_file(work.path(u"file"), "some text");
-    work.make_directory(work.path(u"directory"));
-    EXPECT_EQ(directory_entry(work.path(u"file")).file_size(), 9U);
-    EXPECT_EQ(failure_of(
-                  [&] { static_cast<void>(directory_entry(work.path(u"directory")).file_size()); }),
-              file_is_directory(work.path(u"directory")));
-    directory_entry const missing(work.path(u"no"));
-    EXPECT_FAILURE(missing.file_size(), not_found(work.path(u"no")));
-    EXPECT_FAILURE(missing.last_write_time(), not_found(work.path(u"no")));
+    make({{u"file", "some text"}, u"directory\\"});
+    EXPECT_EQ(directory_entry(at(u"file")).file_size(), 9U);
+    EXPECT_EQ(failure_of([&] { static_cast<void>(directory_entry(at(u"directory")).file_size()); }),
+              file_is_directory(at(u"directory")));
+    directory_entry const missing(at(u"no"));
+    EXPECT_FAILURE(missing.file_size(), not_found(at(u"no")));
+    EXPECT_FAILURE(missing.last_write_time(), not_found(at(u"no")));
     if (!work.has_symbolic_links())
         return;
-    work.make_symbolic_link(work.path(u"link"), u"file");
-    work.make_symbolic_link(work.path(u"broken"), u"nowhere");
-    EXPECT_EQ(directory_entry(work.path(u"link")).known().get_size(), 0U);
-    EXPECT_EQ(directory_entry(work.path(u"link")).file_size(), 9U) << "that of the target";
-    directory_entry const broken(work.path(u"broken"));
-    EXPECT_FAILURE(broken.file_size(), not_found(work.path(u"broken")));
+    work.make_symbolic_link(at(u"link"), u"file");
+    work.make_symbolic_link(at(u"broken"), u"nowhere");
+    EXPECT_EQ(directory_entry(at(u"link")).known().get_size(), 0U);
+    EXPECT_EQ(directory_entry(at(u"link")).file_size(), 9U) << "that of the target";
+    directory_entry const broken(at(u"broken"));
+    EXPECT_FAILURE(broken.file_size(), not_found(at(u"broken")));
 }
 
-TEST(DirectoryEntry, OfANameThatIsntThereKnowsThat)
+TEST_IN_WORKSPACE(DirectoryEntry, OfANameThatIsntThereKnowsThat)
 {
-    workspace work;
-    for (directory_entry const &entry : {directory_entry(), directory_entry(work.path(u"no")),
-                                         directory_entry(work.path(uR"(no\no)"))}) {
+    for (directory_entry const &entry :
+         {directory_entry(), directory_entry(at(u"no")), directory_entry(at(uR"(no\no)"))}) {
         file_status const known = entry.known();
         file_status const nothing;
         EXPECT_FALSE(file_status::exists(known));
@@ -282,32 +258,30 @@ TEST(DirectoryEntry, OfANameThatIsntThereKnowsThat)
     EXPECT_FAILURE(directory_entry(u""), empty_path());
 }
 
-TEST(DirectoryEntry, KeepsWhatItKnowsUntilItIsRefreshed)
+TEST_IN_WORKSPACE(DirectoryEntry, KeepsWhatItKnowsUntilItIsRefreshed)
 {
-    workspace work;
-    work.make_file(work.path(u"file"), "1");
+    make_file(u"file", "1");
     directory_entry entry = *directory_iterator(work.root());
     directory_entry const copy = entry;
-    work.make_file(work.path(u"file"), "4444");
+    make_file(u"file", "4444");
     EXPECT_EQ(entry.file_size(), 1U);
     EXPECT_EQ(entry.symlink_status().get_size(), 4U);
     EXPECT_EQ(entry.file_size(), 1U);
     entry.refresh();
     EXPECT_EQ(entry.file_size(), 4U);
     EXPECT_EQ(copy.file_size(), 1U) << "a value of its own";
-    remove(work.path(u"file"));
+    remove(at(u"file"));
     entry.refresh();
     EXPECT_FALSE(entry.exists());
-    EXPECT_EQ(entry.path().native(), work.path(u"file"));
+    EXPECT_EQ(entry.path().native(), at(u"file"));
     EXPECT_EQ(entry, copy) << "by pathname";
     directory_entry none;
     none.refresh();
     EXPECT_FALSE(none.exists());
 }
 
-TEST(DirectoryEntry, OutlivesItsIteratorAndMoves)
+TEST_IN_WORKSPACE(DirectoryEntry, OutlivesItsIteratorAndMoves)
 {
-    workspace work;
     make_files(work, {u"a", u"b"});
     std::vector<directory_entry> kept;
     std::copy(directory_iterator(work.root()), directory_iterator(), std::back_inserter(kept));
@@ -325,9 +299,8 @@ TEST(DirectoryEntry, OutlivesItsIteratorAndMoves)
     EXPECT_TRUE(kept[0].path().empty()) << "no entry is left"; // NOLINT: what is told of it
 }
 
-TEST(DirectoryIterator, CopiesShareOneSearch)
+TEST_IN_WORKSPACE(DirectoryIterator, CopiesShareOneSearch)
 {
-    workspace work;
     make_files(work, {u"a", u"b", u"c"});
     directory_iterator first(work.root());
     directory_iterator second = first;
@@ -354,12 +327,10 @@ TEST(DirectoryIterator, CopiesShareOneSearch)
     EXPECT_NE(all, recursive_directory_iterator(work.root())) << "another search";
 }
 
-TEST(DirectoryIterator, OfWhatIsNoDirectoryNamesIt)
+TEST_IN_WORKSPACE(DirectoryIterator, OfWhatIsNoDirectoryNamesIt)
 {
-    workspace work;
-    work.make_file(work.path(u"file"));
-    work.change_directory(work.root());
-    EXPECT_FAILURE(directory_iterator(work.path(u"no")), not_found(work.path(u"no")));
+    make_file(u"file");
+    EXPECT_FAILURE(directory_iterator(at(u"no")), not_found(at(u"no")));
     EXPECT_FAILURE(directory_iterator(u"no"), not_found(u"no")) << "as given";
     EXPECT_FAILURE(directory_iterator(upath(u"no/")), not_found(u"no"));
     EXPECT_FAILURE(recursive_directory_iterator(u"no/x"), not_found(uR"(no\x)"));
@@ -370,27 +341,24 @@ TEST(DirectoryIterator, OfWhatIsNoDirectoryNamesIt)
     EXPECT_FAILURE(directory_iterator(u"file"), can_be_none ? bad_name() : not_directory(u"file"));
 }
 
-TEST(RecursiveDirectoryIterator, TellsADirectoryAheadOfWhatIsInIt)
+TEST_IN_WORKSPACE(RecursiveDirectoryIterator, TellsADirectoryAheadOfWhatIsInIt)
 {
-    workspace work;
     make_files(work, {uR"(t\a\b\c)", uR"(t\d)"});
-    work.make_directory(work.path(uR"(t\a\empty)"));
-    names const found = tree_of(work.path(u"t"));
-    EXPECT_EQ(sorted(found),
-              (names{work.path(uR"(t\a)"), work.path(uR"(t\a\b)"), work.path(uR"(t\a\b\c)"),
-                     work.path(uR"(t\a\empty)"), work.path(uR"(t\d)")}));
+    make_directory(uR"(t\a\empty)");
+    names const found = tree_of(at(u"t"));
+    EXPECT_EQ(sorted(found), (names{at(uR"(t\a)"), at(uR"(t\a\b)"), at(uR"(t\a\b\c)"),
+                                    at(uR"(t\a\empty)"), at(uR"(t\d)")}));
     auto const place = [&](char16_t const *name) {
-        return std::find(found.begin(), found.end(), work.path(name)) - found.begin();
+        return std::find(found.begin(), found.end(), at(name)) - found.begin();
     };
     EXPECT_LT(place(uR"(t\a)"), place(uR"(t\a\b)"));
     EXPECT_LT(place(uR"(t\a\b)"), place(uR"(t\a\b\c)"));
 }
 
-TEST(RecursiveDirectoryIterator, KnowsHowDeepItIsAndLeavesWhenTold)
+TEST_IN_WORKSPACE(RecursiveDirectoryIterator, KnowsHowDeepItIsAndLeavesWhenTold)
 {
-    workspace work;
     make_files(work, {uR"(t\a\1)", uR"(t\a\2)", uR"(t\a\3)"});
-    recursive_directory_iterator it(work.path(u"t"));
+    recursive_directory_iterator it(at(u"t"));
     EXPECT_NE(it, recursive_directory_iterator());
     EXPECT_NE(recursive_directory_iterator(), it);
     EXPECT_EQ(it.depth(), 0);
@@ -408,12 +376,11 @@ TEST(RecursiveDirectoryIterator, KnowsHowDeepItIsAndLeavesWhenTold)
     EXPECT_FAILURE(*it, invalid_operation());
 }
 
-TEST(RecursiveDirectoryIterator, PopGoesOnBehindTheDirectory)
+TEST_IN_WORKSPACE(RecursiveDirectoryIterator, PopGoesOnBehindTheDirectory)
 {
-    workspace work;
     make_files(work, {uR"(t\a\1)", uR"(t\a\2)", uR"(t\b\1)", uR"(t\b\2)"});
     names found;
-    for (recursive_directory_iterator it(work.path(u"t")), end; it != end;) {
+    for (recursive_directory_iterator it(at(u"t")), end; it != end;) {
         found.push_back(it->path().native());
         if (it.depth() == 1)
             it.pop();
@@ -423,12 +390,11 @@ TEST(RecursiveDirectoryIterator, PopGoesOnBehindTheDirectory)
     EXPECT_EQ(found.size(), 4U) << "each directory and one file in it";
 }
 
-TEST(RecursiveDirectoryIterator, DoesntEnterWhatItIsToldNotTo)
+TEST_IN_WORKSPACE(RecursiveDirectoryIterator, DoesntEnterWhatItIsToldNotTo)
 {
-    workspace work;
     make_files(work, {uR"(t\a\1)", uR"(t\b\1)"});
     names found;
-    for (recursive_directory_iterator it(work.path(u"t")), end; it != end; ++it) {
+    for (recursive_directory_iterator it(at(u"t")), end; it != end; ++it) {
         EXPECT_TRUE(it.recursion_pending()) << "until it is told, each time anew";
         found.push_back(it->path().native());
         if (it->filename() == u"a") {
@@ -436,36 +402,31 @@ TEST(RecursiveDirectoryIterator, DoesntEnterWhatItIsToldNotTo)
             EXPECT_FALSE(it.recursion_pending());
         }
     }
-    EXPECT_EQ(sorted(found),
-              (names{work.path(uR"(t\a)"), work.path(uR"(t\b)"), work.path(uR"(t\b\1)")}));
+    EXPECT_EQ(sorted(found), (names{at(uR"(t\a)"), at(uR"(t\b)"), at(uR"(t\b\1)")}));
 }
 
-TEST(RecursiveDirectoryIterator, EntersLinksOnlyWhenItIsTold)
+TEST_IN_WORKSPACE(RecursiveDirectoryIterator, EntersLinksOnlyWhenItIsTold)
 {
-    workspace work;
     if (!work.has_symbolic_links() || !work.has_junctions())
         GTEST_SKIP() << "there are no links";
     make_files(work, {uR"(away\kept)"});
-    work.make_symbolic_link(work.path(uR"(t\link)"), work.path(u"away"), link_to::directory);
-    work.make_symbolic_link(work.path(uR"(t\broken)"), work.path(u"no"), link_to::directory);
-    work.make_junction(work.path(uR"(t\junction)"), work.path(u"away"));
-    names const entries = {work.path(uR"(t\broken)"), work.path(uR"(t\junction)"),
-                           work.path(uR"(t\link)")};
-    EXPECT_EQ(sorted(tree_of(work.path(u"t"))), entries);
+    work.make_symbolic_link(at(uR"(t\link)"), at(u"away"), link_to::directory);
+    work.make_symbolic_link(at(uR"(t\broken)"), at(u"no"), link_to::directory);
+    work.make_junction(at(uR"(t\junction)"), at(u"away"));
+    names const entries = {at(uR"(t\broken)"), at(uR"(t\junction)"), at(uR"(t\link)")};
+    EXPECT_EQ(sorted(tree_of(at(u"t"))), entries);
     names const followed = {entries[0], entries[1], entries[1] + uR"(\kept)", entries[2],
                             entries[2] + uR"(\kept)"};
-    EXPECT_EQ(sorted(tree_of(work.path(u"t"), directory_options::follow_directory_symlink)),
-              followed);
+    EXPECT_EQ(sorted(tree_of(at(u"t"), directory_options::follow_directory_symlink)), followed);
 }
 
-TEST(RecursiveDirectoryIterator, EndsAtALinkThatLeadsBack)
+TEST_IN_WORKSPACE(RecursiveDirectoryIterator, EndsAtALinkThatLeadsBack)
 {
-    workspace work;
     NEEDS(work.has_symbolic_links(), "there are no links");
-    work.make_symbolic_link(work.path(uR"(t\a\back)"), work.path(u"t"), link_to::directory);
-    EXPECT_FAILURE(tree_of(work.path(u"t"), directory_options::follow_directory_symlink),
-                   system_error(8246, work.path(uR"(t\a\back)")));
-    EXPECT_EQ(tree_of(work.path(u"t")).size(), 2U);
+    work.make_symbolic_link(at(uR"(t\a\back)"), at(u"t"), link_to::directory);
+    EXPECT_FAILURE(tree_of(at(u"t"), directory_options::follow_directory_symlink),
+                   system_error(8246, at(uR"(t\a\back)")));
+    EXPECT_EQ(tree_of(at(u"t")).size(), 2U);
 }
 
 TEST(DirectoryOptions, AreCombinedByBits)
@@ -486,4 +447,4 @@ TEST(DirectoryOptions, AreCombinedByBits)
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

@@ -7,10 +7,8 @@
 
 #include <algorithm>
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
-
-using namespace test_support;
 
 void build_small_tree(simulated_machine &machine)
 {
@@ -26,9 +24,8 @@ bool is_away_untouched(simulated_machine const &machine)
     return machine.exists(uR"(C:\away\kept)") && machine.exists(uR"(C:\away\deep\kept)");
 }
 
-TEST(RemovalCalls, EachNameIsOpenedAndMarked)
+TEST_ON_MACHINE(RemovalCalls, EachNameIsOpenedAndMarked)
 {
-    simulated_machine machine;
     machine.add_file(uR"(C:\t\x)");
     EXPECT_EQ(remove_all(uR"(C:\t)", removal_options()).removed(), 2U);
     std::string const t = R"((\\?\C:\t))";
@@ -47,7 +44,7 @@ TEST(RemovalCalls, EachNameIsOpenedAndMarked)
                "SetFileInformationByHandle" + t + " flags 15", "CloseHandle" + t}));
 }
 
-TEST(RemovalCalls, EveryFailingCallReleasesItsHandlesAndLosesNothingOutside)
+TEST_ON_MACHINE(RemovalCalls, EveryFailingCallReleasesItsHandlesAndLosesNothingOutside)
 {
     for (bool const keeps_going : {false, true})
         sweep(build_small_tree, [&](failing_run const &run) {
@@ -66,7 +63,7 @@ TEST(RemovalCalls, EveryFailingCallReleasesItsHandlesAndLosesNothingOutside)
 
 /// A directory of the tree is swapped for a link to another ahead of each call in turn: by a
 /// machine that doesn't even mind who has it open.
-TEST(RemovalCalls, NothingOutsideIsLostWhateverBecomesALinkMeanwhile)
+TEST_ON_MACHINE(RemovalCalls, NothingOutsideIsLostWhateverBecomesALinkMeanwhile)
 {
     struct
     {
@@ -80,33 +77,32 @@ TEST(RemovalCalls, NothingOutsideIsLostWhateverBecomesALinkMeanwhile)
               "FindFirstFileExW", "FindNextFileW", "SetFileInformationByHandle", "CloseHandle",
               "FindClose", "GetFileAttributesExW"}) {
             for_each_nth([&](int nth) {
-                simulated_machine machine;
-                build_small_tree(machine);
-                machine.add_file(uR"(C:\away\x)").add_file(uR"(C:\away\c\x)");
-                auto const swap = machine.before_call(function, nth, [&] {
-                    if (!machine.exists(row.name))
+                simulated_machine fresh;
+                build_small_tree(fresh);
+                fresh.add_file(uR"(C:\away\x)").add_file(uR"(C:\away\c\x)");
+                auto const swap = fresh.before_call(function, nth, [&] {
+                    if (!fresh.exists(row.name))
                         return;
-                    machine.remove(row.name);
+                    fresh.remove(row.name);
                     if (row.is_junction)
-                        machine.add_junction(row.name, uR"(C:\away)");
+                        fresh.add_junction(row.name, uR"(C:\away)");
                     else
-                        machine.add_symbolic_link(row.name, uR"(C:\away)", flavour::directory);
+                        fresh.add_symbolic_link(row.name, uR"(C:\away)", flavour::directory);
                 });
                 static_cast<void>(
                     failure_of([] { remove_all(uR"(C:\t)", removal_options().keep_going()); }));
-                EXPECT_TRUE(is_away_untouched(machine)) << function;
-                EXPECT_TRUE(machine.exists(uR"(C:\away\x)")) << function;
-                EXPECT_TRUE(machine.exists(uR"(C:\away\c\x)")) << function;
-                expect_nothing_open(machine);
+                EXPECT_TRUE(is_away_untouched(fresh)) << function;
+                EXPECT_TRUE(fresh.exists(uR"(C:\away\x)")) << function;
+                EXPECT_TRUE(fresh.exists(uR"(C:\away\c\x)")) << function;
+                expect_nothing_open(fresh);
                 return swap.fired();
             });
         }
     }
 }
 
-TEST(RemovalCalls, WhatGoesByItselfIsNoFailure)
+TEST_ON_MACHINE(RemovalCalls, WhatGoesByItselfIsNoFailure)
 {
-    simulated_machine machine;
     machine.add_file(uR"(C:\t\a\x)").add_file(uR"(C:\t\b)");
     auto const gone = machine.before_call("CreateFileW", 2, [&] {
         machine.remove(uR"(C:\t\a)");
@@ -118,17 +114,14 @@ TEST(RemovalCalls, WhatGoesByItselfIsNoFailure)
     EXPECT_FALSE(machine.exists(uR"(C:\t)"));
 }
 
-TEST(RemovalCalls, TheEmptyRootOfADriveStays)
+TEST_ON_MACHINE(RemovalCalls, TheEmptyRootOfADriveStays)
 {
-    simulated_machine machine;
     machine.add_drive(u'E');
     EXPECT_FAILURE(remove_all(uR"(E:\)", removal_options()), denied(uR"(E:\)"));
-    expect_nothing_open(machine);
 }
 
-TEST(RemovalCalls, WhatIsDeniedOrInUseIsNamedAsItWasGiven)
+TEST_ON_MACHINE(RemovalCalls, WhatIsDeniedOrInUseIsNamedAsItWasGiven)
 {
-    simulated_machine machine;
     machine.add_file(uR"(C:\t\a\x)").add_file(uR"(C:\t\b)").add_file(uR"(C:\t\c)");
     machine.deny(uR"(C:\t\a)", right::list).deny(uR"(C:\t\b)", right::remove);
     HANDLE const used = ::CreateFileW(LR"(C:\t\c)", GENERIC_READ, FILE_SHARE_READ, nullptr,
@@ -150,60 +143,55 @@ TEST(RemovalCalls, WhatIsDeniedOrInUseIsNamedAsItWasGiven)
 }
 
 // FAT and many shares know no deletion with flags.
-TEST(RemovalCalls, OldFileSystemsRemoveToo)
+TEST_ON_MACHINE(RemovalCalls, OldFileSystemsRemoveToo)
 {
     for (bool const clears : {false, true}) {
-        simulated_machine machine;
-        machine.add_file(uR"(C:\t\x)");
-        machine.set_attributes(uR"(C:\t\x)", FILE_ATTRIBUTE_READONLY);
+        simulated_machine fresh;
+        fresh.add_file(uR"(C:\t\x)");
+        fresh.set_attributes(uR"(C:\t\x)", FILE_ATTRIBUTE_READONLY);
         sure_fault const fault =
-            machine.fail_call("SetFileInformationByHandle", 1, ERROR_INVALID_PARAMETER);
+            fresh.fail_call("SetFileInformationByHandle", 1, ERROR_INVALID_PARAMETER);
         auto const thrown =
             failure_of([&] { remove_all(uR"(C:\t)", removal_options().clear_read_only(clears)); });
         EXPECT_EQ(thrown.has_value(), !clears);
-        EXPECT_EQ(machine.exists(uR"(C:\t\x)"), !clears);
+        EXPECT_EQ(fresh.exists(uR"(C:\t\x)"), !clears);
     }
 }
 
-TEST(RemovalCalls, ADirectoryWithAnotherTagIsNotEmptied)
+TEST_ON_MACHINE(RemovalCalls, ADirectoryWithAnotherTagIsNotEmptied)
 {
     constexpr DWORD tag = 0x42;
-    simulated_machine machine;
     machine.add_reparse_point(uR"(C:\t\g)", tag, std::string(16, 'g'), flavour::directory);
     machine.handle_tag(tag);
     EXPECT_EQ(remove_all(uR"(C:\t)", removal_options()).removed(), 2U);
     EXPECT_EQ(machine.entries(u"C:\\"), names{});
 }
 
-TEST(RemovalCalls, AReportNamesWhatIsLeftAlsoWhereAnExceptionWouldNameNobody)
+TEST_ON_MACHINE(RemovalCalls, AReportNamesWhatIsLeftAlsoWhereAnExceptionWouldNameNobody)
 {
     for (DWORD const code : {123U, 161U, 206U, 4390U}) {
-        simulated_machine machine;
-        machine.add_file(uR"(C:\t\x)");
-        sure_fault const fault = machine.fail_call_on_name("CreateFileW", uR"(C:\t\x)", 1, code);
+        simulated_machine fresh;
+        fresh.add_file(uR"(C:\t\x)");
+        sure_fault const fault = fresh.fail_call_on_name("CreateFileW", uR"(C:\t\x)", 1, code);
         auto const report = remove_all(uR"(C:\t)", removal_options().keep_going());
         ASSERT_EQ(report.failures().size(), 1U) << code;
         EXPECT_EQ(report.failures().front().path_name(), uR"(C:\t\x)") << code;
-        sure_fault const again = machine.fail_call_on_name("CreateFileW", uR"(C:\t\x)", 1, code);
-        test_support::failure const thrown =
-            failure_of([] { remove_all(uR"(C:\t)", removal_options()); }).value();
+        sure_fault const again = fresh.fail_call_on_name("CreateFileW", uR"(C:\t\x)", 1, code);
+        auto const thrown = failure_of([] { remove_all(uR"(C:\t)", removal_options()); }).value();
         EXPECT_EQ(thrown.what, report.failures().front().identifier()) << code;
     }
 }
 
 // Its search finds nothing at all, as it has no dots either.
-TEST(RemovalCalls, AnEmptyRootStays)
+TEST_ON_MACHINE(RemovalCalls, AnEmptyRootStays)
 {
-    simulated_machine machine;
     machine.add_drive(u'E');
     EXPECT_FAILURE(remove_all(u"E:\\", removal_options()), denied(u"E:\\"));
     EXPECT_TRUE(machine.is_directory(u"E:\\"));
-    expect_nothing_open(machine);
 }
 
-TEST(RemovalCalls, WhatDoesntTellWhereItIsStaysAndIsNamed)
+TEST_ON_MACHINE(RemovalCalls, WhatDoesntTellWhereItIsStaysAndIsNamed)
 {
-    simulated_machine machine;
     machine.add_file(uR"(C:\t\x)");
     {
         sure_fault const fault = machine.fail_call("GetFinalPathNameByHandleW", 2, ERROR_IO_DEVICE);
@@ -219,19 +207,19 @@ TEST(RemovalCalls, WhatDoesntTellWhereItIsStaysAndIsNamed)
     EXPECT_EQ(machine.entries(uR"(C:\t)"), names{u"x"});
 }
 
-TEST(RemovalCalls, ATreeAsDeepAsAnyOnASmallStack)
+TEST_ON_MACHINE(RemovalCalls, ATreeAsDeepAsAnyOnASmallStack)
 {
     run_on_stack_of(256 * 1024, [] {
-        simulated_machine machine;
-        machine.keep_journal(false);
+        simulated_machine fresh;
+        fresh.keep_journal(false);
         std::u16string path = uR"(\\?\C:)";
         for (int level = 0; level < 1500; ++level)
             path += u"\\d";
-        machine.add_file(path + u"\\f");
+        fresh.add_file(path + u"\\f");
         EXPECT_EQ(remove_all(uR"(C:\d)", removal_options()).removed(), 1501U);
-        EXPECT_TRUE(machine.entries(u"C:\\").empty());
+        EXPECT_TRUE(fresh.entries(u"C:\\").empty());
     });
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

@@ -4,8 +4,7 @@
 
 #include <fl/filesystem/operations.hpp>
 
-#include "support/names.hpp"
-#include "support/workspace.hpp"
+#include "support/in_workspace.hpp"
 
 #include <windows.h>
 
@@ -13,10 +12,8 @@
 #include <stdexcept>
 #include <type_traits>
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
-
-using namespace test_support;
 
 constexpr std::uint32_t read_only = 1;
 
@@ -48,76 +45,66 @@ bool lists_what_is_held(workspace &work)
     if (!lists_what_is_held(work))                                                                 \
     GTEST_SKIP() << "no directory is listed here that is open for deletion"
 
-TEST(RemoveAllWithOptions, CountsWhatItRemoves)
+TEST_IN_WORKSPACE(RemoveAllWithOptions, CountsWhatItRemoves)
 {
-    workspace work;
     FL_SKIP_UNLESS_HELD(work);
-    work.make_file(work.path(uR"(t\a\b\file)"), "content");
-    work.make_file(work.path(uR"(t\file)"));
-    work.make_directory(work.path(uR"(t\empty)"));
-    work.make_file(work.path(u"kept"));
-    removal_report const report = remove_all(work.path(u"t"), removal_options());
+    make({{uR"(t\a\b\file)", "content"}, uR"(t\file)", uR"(t\empty\)", u"kept"});
+    removal_report const report = remove_all(at(u"t"), removal_options());
     EXPECT_EQ(report.removed(), 6U);
     EXPECT_TRUE(report.is_complete());
     EXPECT_TRUE(report.failures().empty());
-    EXPECT_EQ(work.entries(work.root()), names{u"kept"});
-    EXPECT_EQ(remove_all(upath(work.path(u"kept")), removal_options()).removed(), 1U);
+    EXPECT_EQ(entries(), names{u"kept"});
+    EXPECT_EQ(remove_all(upath(at(u"kept")), removal_options()).removed(), 1U);
     EXPECT_EQ(remove_all(u"", removal_options()).removed(), 0U);
-    EXPECT_FAILURE(remove_all(work.path(u"no"), removal_options()), not_found(work.path(u"no")));
+    EXPECT_FAILURE(remove_all(at(u"no"), removal_options()), not_found(at(u"no")));
 }
 
-TEST(RemoveAllWithOptions, TakesNamesOfAnyLengthAndEnding)
+TEST_IN_WORKSPACE(RemoveAllWithOptions, TakesNamesOfAnyLengthAndEnding)
 {
-    workspace work;
     FL_SKIP_UNLESS_HELD(work);
     for (char16_t const *name : {u"foo.", u"foo", u"bar ", u"...", u"a. "}) {
-        work.make_file(work.path(std::u16string(uR"(t\)") + name + uR"(\x)"));
-        work.make_file(work.path(std::u16string(uR"(t\)") + name + uR"(\y.)"));
+        make_file(std::u16string(uR"(t\)") + name + uR"(\x)");
+        make_file(std::u16string(uR"(t\)") + name + uR"(\y.)");
     }
-    work.make_file(
-        work.path(u"t\\" + std::u16string(200, u'd') + u'\\' + std::u16string(200, u'f')));
-    work.make_file(work.path(u"foo"));
-    EXPECT_EQ(remove_all(work.path(u"t"), removal_options()).removed(), 18U);
-    EXPECT_EQ(work.entries(work.root()), names{u"foo"});
+    work.make_file(at(u"t\\" + std::u16string(200, u'd') + u'\\' + std::u16string(200, u'f')));
+    make_file(u"foo");
+    EXPECT_EQ(remove_all(at(u"t"), removal_options()).removed(), 18U);
+    EXPECT_EQ(entries(), names{u"foo"});
 }
 
-TEST(RemoveAllWithOptions, LeavesWhatLinksLeadTo)
+TEST_IN_WORKSPACE(RemoveAllWithOptions, LeavesWhatLinksLeadTo)
 {
-    workspace work;
     if (!work.has_symbolic_links() || !work.has_junctions())
         GTEST_SKIP() << "there are no links";
-    work.make_file(work.path(uR"(away\kept)"));
-    work.make_symbolic_link(work.path(uR"(t\file link)"), work.path(uR"(away\kept)"));
-    work.make_symbolic_link(work.path(uR"(t\link)"), work.path(u"away"), link_to::directory);
-    work.make_junction(work.path(uR"(t\junction)"), work.path(u"away"));
-    EXPECT_EQ(remove_all(work.path(u"t"), removal_options()).removed(), 4U);
-    work.make_junction(work.path(u"j"), work.path(u"away"));
-    EXPECT_EQ(remove_all(work.path(u"j"), removal_options()).removed(), 1U);
-    EXPECT_EQ(work.entries(work.path(u"away")), names{u"kept"});
+    make_file(uR"(away\kept)");
+    work.make_symbolic_link(at(uR"(t\file link)"), at(uR"(away\kept)"));
+    work.make_symbolic_link(at(uR"(t\link)"), at(u"away"), link_to::directory);
+    work.make_junction(at(uR"(t\junction)"), at(u"away"));
+    EXPECT_EQ(remove_all(at(u"t"), removal_options()).removed(), 4U);
+    work.make_junction(at(u"j"), at(u"away"));
+    EXPECT_EQ(remove_all(at(u"j"), removal_options()).removed(), 1U);
+    EXPECT_EQ(entries(u"away"), names{u"kept"});
 }
 
-TEST(RemoveAllWithOptions, ReadOnlyFilesFailUnlessTheyAreToBeCleared)
+TEST_IN_WORKSPACE(RemoveAllWithOptions, ReadOnlyFilesFailUnlessTheyAreToBeCleared)
 {
-    workspace work;
     FL_SKIP_UNLESS_HELD(work);
-    std::u16string const file = work.path(uR"(t\file)");
-    work.make_file(file);
+    std::u16string const file = make_file(uR"(t\file)");
     work.set_attributes(file, read_only);
-    EXPECT_FAILURE(remove_all(work.path(u"t"), removal_options()), denied(file));
+    EXPECT_FAILURE(remove_all(at(u"t"), removal_options()), denied(file));
     EXPECT_TRUE(work.exists(file));
-    EXPECT_EQ(remove_all(work.path(u"t"), removal_options().clear_read_only()).removed(), 2U);
-    EXPECT_FALSE(work.exists(work.path(u"t")));
+    EXPECT_EQ(remove_all(at(u"t"), removal_options().clear_read_only()).removed(), 2U);
+    EXPECT_FALSE(work.exists(at(u"t")));
 }
 
-TEST(RemoveAllWithOptions, GoesOnAndTellsAllThatIsLeft)
+TEST_IN_WORKSPACE(RemoveAllWithOptions, GoesOnAndTellsAllThatIsLeft)
 {
-    workspace work;
     FL_SKIP_UNLESS_HELD(work);
     for (char16_t const *name : {uR"(t\a\1)", uR"(t\a\2)", uR"(t\b\1)", uR"(t\c)"})
-        work.make_file(work.path(name));
-    work.set_attributes(work.path(uR"(t\a\1)"), read_only);
-    work.set_attributes(work.path(uR"(t\c)"), read_only);
-    removal_report const report = remove_all(work.path(u"t"), removal_options().keep_going());
+        make_file(name);
+    work.set_attributes(at(uR"(t\a\1)"), read_only);
+    work.set_attributes(at(uR"(t\c)"), read_only);
+    removal_report const report = remove_all(at(u"t"), removal_options().keep_going());
     EXPECT_EQ(report.removed(), 3U) << "2, b and what is in it";
     EXPECT_FALSE(report.is_complete());
     EXPECT_FALSE(report.was_stopped());
@@ -127,29 +114,27 @@ TEST(RemoveAllWithOptions, GoesOnAndTellsAllThatIsLeft)
         left.push_back(told.path_name());
     }
     std::sort(left.begin(), left.end());
-    EXPECT_EQ(left, (names{work.path(uR"(t\a\1)"), work.path(uR"(t\c)")}))
+    EXPECT_EQ(left, (names{at(uR"(t\a\1)"), at(uR"(t\c)")}))
         << "and not the directories that hold them";
-    EXPECT_EQ(work.entries(work.path(u"t")), (names{u"a", u"c"}));
+    EXPECT_EQ(entries(u"t"), (names{u"a", u"c"}));
 
-    work.make_file(work.path(uR"(deep\a\b\1)"));
-    work.set_attributes(work.path(uR"(deep\a\b\1)"), read_only);
-    removal_report const deep = remove_all(work.path(u"deep"), removal_options().keep_going());
+    make_file(uR"(deep\a\b\1)");
+    work.set_attributes(at(uR"(deep\a\b\1)"), read_only);
+    removal_report const deep = remove_all(at(u"deep"), removal_options().keep_going());
     ASSERT_EQ(deep.failures().size(), 1U) << "no directory above, at any distance";
-    EXPECT_EQ(deep.failures()[0].path_name(), work.path(uR"(deep\a\b\1)"));
-    remove_all(work.path(u"deep"), removal_options().clear_read_only());
+    EXPECT_EQ(deep.failures()[0].path_name(), at(uR"(deep\a\b\1)"));
+    remove_all(at(u"deep"), removal_options().clear_read_only());
 
-    removal_report const missing = remove_all(work.path(u"no"), removal_options().keep_going());
+    removal_report const missing = remove_all(at(u"no"), removal_options().keep_going());
     ASSERT_EQ(missing.failures().size(), 1U);
     EXPECT_EQ(missing.failures()[0].id(), fsys_excp_path_not_found);
-    remove_all(work.path(u"t"), removal_options().clear_read_only());
+    remove_all(at(u"t"), removal_options().clear_read_only());
 }
 
-TEST(RemoveAllWithOptions, ShowsEachNameWhenItIsGone)
+TEST_IN_WORKSPACE(RemoveAllWithOptions, ShowsEachNameWhenItIsGone)
 {
-    workspace work;
     FL_SKIP_UNLESS_HELD(work);
-    work.make_file(work.path(uR"(t\a\x. )"));
-    work.make_file(work.path(uR"(t\b)"));
+    make({uR"(t\a\x. )", uR"(t\b)"});
     names gone;
     std::vector<std::uint64_t> counts;
     removal_options const options =
@@ -158,46 +143,43 @@ TEST(RemoveAllWithOptions, ShowsEachNameWhenItIsGone)
             counts.push_back(progress.removed);
             return true;
         });
-    remove_all(work.path(u"t"), options);
+    remove_all(at(u"t"), options);
     EXPECT_EQ(counts, (std::vector<std::uint64_t>{1, 2, 3, 4}));
-    EXPECT_EQ(gone.back(), work.path(u"t")) << "a directory after its contents";
+    EXPECT_EQ(gone.back(), at(u"t")) << "a directory after its contents";
     std::sort(gone.begin(), gone.end());
-    EXPECT_EQ(gone, (names{work.path(u"t"), work.path(uR"(t\a)"), work.path(uR"(t\a\x. )"),
-                           work.path(uR"(t\b)")}));
+    EXPECT_EQ(gone, (names{at(u"t"), at(uR"(t\a)"), at(uR"(t\a\x. )"), at(uR"(t\b)")}));
 }
 
-TEST(RemoveAllWithOptions, StopsWhenItIsTold)
+TEST_IN_WORKSPACE(RemoveAllWithOptions, StopsWhenItIsTold)
 {
-    workspace work;
     FL_SKIP_UNLESS_HELD(work);
     for (char16_t const *name : {uR"(t\a\1)", uR"(t\a\2)", uR"(t\a\3)"})
-        work.make_file(work.path(name));
+        make_file(name);
     removal_options options;
     options.on_progress([](removal_progress const &progress) { return progress.removed < 2; });
-    removal_report const report = remove_all(work.path(u"t"), options);
+    removal_report const report = remove_all(at(u"t"), options);
     EXPECT_TRUE(report.was_stopped());
     EXPECT_FALSE(report.is_complete());
     EXPECT_EQ(report.removed(), 2U);
-    EXPECT_EQ(work.entries(work.path(uR"(t\a)")).size(), 1U);
+    EXPECT_EQ(entries(uR"(t\a)").size(), 1U);
     options.on_progress([](removal_progress const &) -> bool { throw std::logic_error("mine"); });
-    EXPECT_THROW(remove_all(work.path(u"t"), options), std::logic_error);
-    EXPECT_EQ(work.entries(work.path(uR"(t\a)")).size(), 0U) << "what it was told of is gone";
-    remove_all(work.path(u"t"));
+    EXPECT_THROW(remove_all(at(u"t"), options), std::logic_error);
+    EXPECT_EQ(entries(uR"(t\a)").size(), 0U) << "what it was told of is gone";
+    remove_all(at(u"t"));
 }
 
-TEST(RemovalOptions, AreValues)
+TEST_IN_WORKSPACE(RemovalOptions, AreValues)
 {
-    workspace work;
-    work.make_file(work.path(u"file"));
-    work.set_attributes(work.path(u"file"), read_only);
+    make_file(u"file");
+    work.set_attributes(at(u"file"), read_only);
     removal_options const plain;
     removal_options clearing = plain;
     clearing.clear_read_only();
-    EXPECT_FAILURE(remove_all(work.path(u"file"), plain), denied(work.path(u"file")));
+    EXPECT_FAILURE(remove_all(at(u"file"), plain), denied(at(u"file")));
     removal_options taken_back = clearing;
     taken_back.clear_read_only(false).keep_going().keep_going(false).hold(false).hold();
-    EXPECT_FAILURE(remove_all(work.path(u"file"), taken_back), denied(work.path(u"file")));
-    EXPECT_EQ(remove_all(work.path(u"file"), clearing).removed(), 1U);
+    EXPECT_FAILURE(remove_all(at(u"file"), taken_back), denied(at(u"file")));
+    EXPECT_EQ(remove_all(at(u"file"), clearing).removed(), 1U);
 }
 
 /// Whether somebody can rename a directory while it is being emptied.
@@ -215,9 +197,8 @@ bool can_be_renamed_meanwhile(workspace &work, removal_options options)
     return is_renamed;
 }
 
-TEST(RemovalOptions, HoldIsOneOfTheValues)
+TEST_IN_WORKSPACE(RemovalOptions, HoldIsOneOfTheValues)
 {
-    workspace work;
     FL_SKIP_UNLESS_HELD(work);
     removal_options const plain;
     removal_options loose = plain;
@@ -231,4 +212,4 @@ TEST(RemovalOptions, HoldIsOneOfTheValues)
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

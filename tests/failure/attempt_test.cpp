@@ -4,20 +4,17 @@
 
 #include <fl/filesystem/operations.hpp>
 
-#include "support/names.hpp"
+#include "support/in_workspace.hpp"
 #include "support/translation.hpp"
-#include "support/workspace.hpp"
 
 #include <memory>
 #include <new>
 #include <stdexcept>
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
 
-using namespace test_support;
-
-TEST(Attempt, HasTheResultOfACallThatDoesntThrow)
+TEST_IN_WORKSPACE(Attempt, HasTheResultOfACallThatDoesntThrow)
 {
     auto const number = attempt([] { return 42; });
     static_assert(std::is_same_v<decltype(number), outcome<int> const>);
@@ -38,10 +35,9 @@ TEST(Attempt, HasTheResultOfACallThatDoesntThrow)
     EXPECT_EQ(calls, 2);
 }
 
-TEST(Attempt, HasAllThatAFailureTells)
+TEST_IN_WORKSPACE(Attempt, HasAllThatAFailureTells)
 {
-    workspace work;
-    std::u16string const missing = work.path(u"no");
+    std::u16string const missing = at(u"no");
     auto const tried = attempt([&] { return read_symlink(missing); });
     ASSERT_FALSE(tried);
     EXPECT_EQ(tried.error().id(), fsys_excp_path_not_found);
@@ -66,7 +62,7 @@ TEST(Attempt, HasAllThatAFailureTells)
     EXPECT_NE(other.error(), tried.error());
 }
 
-TEST(Attempt, TakesWhatOperationsThrowThatIsNotOfTheFamily)
+TEST_IN_WORKSPACE(Attempt, TakesWhatOperationsThrowThatIsNotOfTheFamily)
 {
     auto const of_ctype = attempt([] { throw foundation::ustring::CtypeInvalidCharacter(); });
     EXPECT_EQ(static_cast<int>(of_ctype.error().id()), 0);
@@ -85,13 +81,13 @@ TEST(Attempt, TakesWhatOperationsThrowThatIsNotOfTheFamily)
     EXPECT_THROW(of_standard.value(), std::filesystem::filesystem_error);
 }
 
-TEST(Attempt, FailuresAreEqualIfEachFieldIs)
+TEST_IN_WORKSPACE(Attempt, FailuresAreEqualIfEachFieldIs)
 {
     auto const told = [](char const *identifier, char16_t const *path, char16_t const *more,
                          unsigned int code) {
         return failure(FsysExceptionBase(identifier, fsys_excp_access_denied, path, {more}, code));
     };
-    failure const one = told("id", u"p", u"m", 1);
+    auto const one = told("id", u"p", u"m", 1);
     EXPECT_EQ(one, told("id", u"p", u"m", 1));
     for (failure const &other :
          {told("i", u"p", u"m", 1), told("id", u"q", u"m", 1), told("id", u"p", u"n", 1),
@@ -102,7 +98,7 @@ TEST(Attempt, FailuresAreEqualIfEachFieldIs)
     }
 }
 
-TEST(Attempt, LetsAllOtherExceptionsPass)
+TEST_IN_WORKSPACE(Attempt, LetsAllOtherExceptionsPass)
 {
     EXPECT_THROW(static_cast<void>(attempt([] { throw std::bad_alloc(); })), std::bad_alloc);
     EXPECT_THROW(static_cast<void>(attempt([]() -> int { throw std::logic_error("x"); })),
@@ -129,4 +125,4 @@ TEST(ThrowLastError, SpeaksTheWordsOfTheOperations)
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

@@ -23,9 +23,9 @@ char16_t const *const target = u"C:\\target";
 struct knowledge
 {
     bool is_symbolic_link = false;
-    std::optional<failure> of_exists{}; ///< what `exists` throws
+    maybe_failure of_exists{}; ///< what `exists` throws
     bool exists = false;
-    std::optional<failure> of_access{}; ///< what `access` throws
+    maybe_failure of_access{}; ///< what `access` throws
     bool can_be_read = false;
 };
 
@@ -34,7 +34,7 @@ bool is_one_of(unsigned int code, std::initializer_list<unsigned int> codes)
     return std::find(codes.begin(), codes.end(), code) != codes.end();
 }
 
-failure expected_of(unsigned int code, std::u16string const &source, knowledge const &known)
+auto expected_of(unsigned int code, std::u16string const &source, knowledge const &known)
 {
     if (known.is_symbolic_link && code == 5)
         return translated(code, source);
@@ -53,7 +53,7 @@ failure expected_of(unsigned int code, std::u16string const &source, knowledge c
     return translated(code, source, target);
 }
 
-std::optional<failure> blame(unsigned int code, std::u16string const &source)
+maybe_failure blame(unsigned int code, std::u16string const &source)
 {
     return failure_of([&] { throw_win32_exception_for_pair(code, wide(source), wide(target)); });
 }
@@ -148,14 +148,14 @@ source_case const source_cases[] = {
     {u"C:\\loop", link_that(failing(system_error(1921, u"C:\\loop"))), "one to itself"},
 };
 
-TEST(Blame, EveryCodeAboutEverySource)
+TEST_ON_MACHINE(Blame, EveryCodeAboutEverySource)
 {
     for (source_case const &row : source_cases) {
-        simulated_machine machine;
-        fill(machine);
-        machine.keep_journal(false);
+        simulated_machine fresh;
+        fill(fresh);
+        fresh.keep_journal(false);
         expect_codes_up_to(all_codes, row.source, row.known, row.why);
-        EXPECT_EQ(machine.open_handles(), 0) << row.why;
+        EXPECT_EQ(fresh.open_handles(), 0) << row.why;
     }
 }
 
@@ -168,7 +168,7 @@ struct look_case
     char const *why;
 };
 
-TEST(Blame, EveryCodeOfTheLook)
+TEST_ON_MACHINE(Blame, EveryCodeOfTheLook)
 {
     char16_t const *const source = u"C:\\file";
     look_case const cases[] = {
@@ -188,25 +188,24 @@ TEST(Blame, EveryCodeOfTheLook)
         {1117, failing(system_error(1117, source)), "a broken disk"},
     };
     for (look_case const &row : cases) {
-        simulated_machine machine;
-        machine.add_file(source).keep_journal(false);
-        sure_fault const fault = machine.fail_every_call_on("GetFileAttributesExW", row.look);
+        simulated_machine fresh;
+        fresh.add_file(source).keep_journal(false);
+        sure_fault const fault = fresh.fail_every_call_on("GetFileAttributesExW", row.look);
         expect_codes_up_to(low_codes, source, row.known, row.why);
     }
 }
 
 // The first look, at the link itself, has its failures dropped: the later ones count.
-TEST(Blame, AFailingFirstLookIsDropped)
+TEST_ON_MACHINE(Blame, AFailingFirstLookIsDropped)
 {
     for (DWORD const look : {2U, 5U, 87U, 206U, 1117U}) {
-        simulated_machine machine;
-        fill(machine);
-        auto const fault = machine.fail_call("GetFileAttributesExW", 1, look);
+        simulated_machine fresh;
+        fill(fresh);
+        sure_fault const fault = fresh.fail_call("GetFileAttributesExW", 1, look);
         EXPECT_EQ(blame(5, u"C:\\link"), denied(target)) << look;
-        EXPECT_TRUE(fault.fired());
-        sure_fault const reading = machine.fail_call("GetFileInformationByHandleEx", 1, look);
+        sure_fault const reading = fresh.fail_call("GetFileInformationByHandleEx", 1, look);
         EXPECT_EQ(blame(5, u"C:\\link"), denied(target)) << look << " from the tag";
-        EXPECT_EQ(machine.open_handles(), 0);
+        EXPECT_EQ(fresh.open_handles(), 0);
     }
 }
 
@@ -221,26 +220,26 @@ simulation::fault expand_to(simulated_machine &machine, std::wstring const &text
     });
 }
 
-TEST(Blame, ASourceBeyondTheLongestPathname)
+TEST_ON_MACHINE(Blame, ASourceBeyondTheLongestPathname)
 {
     for (std::size_t const size : {32766U, 32767U, 32768U, 40000U}) {
         std::u16string const source = of_size(u"C:\\", size);
-        simulated_machine machine;
-        machine.add_file(u"C:\\file").keep_journal(false);
-        auto const shortened = expand_to(machine, L"C:\\file");
+        simulated_machine fresh;
+        fresh.add_file(u"C:\\file").keep_journal(false);
+        auto const shortened = expand_to(fresh, L"C:\\file");
         for (unsigned int const code : {0U, 2U, 3U, 5U, 80U, 87U, 145U, 183U, 206U, 267U})
             EXPECT_EQ(blame(code, source), expected_of(code, source, readable))
                 << size << " units, code " << code;
     }
 }
 
-TEST(Blame, AMissingSourceBeyondTheLongestPathname)
+TEST_ON_MACHINE(Blame, AMissingSourceBeyondTheLongestPathname)
 {
     for (std::size_t const size : {32767U, 32768U}) {
         std::u16string const source = of_size(u"C:\\", size);
-        simulated_machine machine;
-        machine.keep_journal(false);
-        auto const shortened = expand_to(machine, L"C:\\missing");
+        simulated_machine fresh;
+        fresh.keep_journal(false);
+        auto const shortened = expand_to(fresh, L"C:\\missing");
         for (unsigned int const code : {2U, 3U, 5U, 80U, 87U, 206U})
             EXPECT_EQ(blame(code, source), expected_of(code, source, missing))
                 << size << " units, code " << code;
@@ -248,18 +247,16 @@ TEST(Blame, AMissingSourceBeyondTheLongestPathname)
 }
 
 // The system itself takes no such text, and its refusal is what `exists` throws.
-TEST(Blame, ASourceThatTheSystemFindsTooLong)
+TEST_ON_MACHINE(Blame, ASourceThatTheSystemFindsTooLong)
 {
     std::u16string const source = of_size(u"C:\\", 32768);
-    simulated_machine machine;
     machine.keep_journal(false);
     for (unsigned int const code : {2U, 3U, 5U, 80U, 87U, 206U})
         EXPECT_EQ(blame(code, source), too_large(u"")) << code;
 }
 
-TEST(Blame, ATargetBeyondTheLongestPathname)
+TEST_ON_MACHINE(Blame, ATargetBeyondTheLongestPathname)
 {
-    simulated_machine machine;
     machine.add_file(u"C:\\file");
     std::u16string const overlong = of_size(u"C:\\", 32768);
     auto const failed = [&](wchar_t const *source) {
@@ -269,9 +266,8 @@ TEST(Blame, ATargetBeyondTheLongestPathname)
     EXPECT_EQ(failed(L"C:\\missing"), not_found(u"C:\\missing")) << "reported alone";
 }
 
-TEST(Blame, ASourceWhoseExtensionCantBeComparedIsAFailureOfItsOwn)
+TEST_ON_MACHINE(Blame, ASourceWhoseExtensionCantBeComparedIsAFailureOfItsOwn)
 {
-    simulated_machine machine;
     machine.add_file(u"C:\\f.b\u00E9x");
     EXPECT_THROW(throw_win32_exception_for_pair(5, L"C:\\f.b\u00E9x", L"C:\\target"),
                  foundation::ustring::CtypeInvalidCharacter);
@@ -281,9 +277,8 @@ TEST(Blame, ASourceWhoseExtensionCantBeComparedIsAFailureOfItsOwn)
         << "whoever doesn't ask about reading doesn't learn it";
 }
 
-TEST(Blame, EmptyTexts)
+TEST_ON_MACHINE(Blame, EmptyTexts)
 {
-    simulated_machine machine;
     machine.add_file(u"C:\\file");
     auto const failed = [](unsigned int code, wchar_t const *first, wchar_t const *second) {
         return failure_of([=] { throw_win32_exception_for_pair(code, first, second); });
@@ -295,22 +290,21 @@ TEST(Blame, EmptyTexts)
     EXPECT_EQ(failed(183, L"", L"C:\\file"), file_exists(u"C:\\file"));
 }
 
-TEST(BlameCalls, OfACodeThatNeedsNoReading)
+TEST_ON_MACHINE(BlameCalls, OfACodeThatNeedsNoReading)
 {
     for (unsigned int const code : {0U, 2U, 87U, 183U}) {
-        simulated_machine machine;
-        machine.add_file(u"C:\\file");
+        simulated_machine fresh;
+        fresh.add_file(u"C:\\file");
         blame(code, u"C:\\file");
-        EXPECT_EQ(calls_with_arguments(machine),
+        EXPECT_EQ(calls_with_arguments(fresh),
                   (lines{R"(GetFileAttributesExW(C:\file))", R"(GetFullPathNameW(C:\file))",
                          R"(GetFileAttributesExW(C:\file))"}))
             << code;
     }
 }
 
-TEST(BlameCalls, OfADenialAskAboutReading)
+TEST_ON_MACHINE(BlameCalls, OfADenialAskAboutReading)
 {
-    simulated_machine machine;
     machine.add_file(u"C:\\file");
     blame(5, u"C:\\file");
     auto const made = calls_with_arguments(machine);
@@ -320,9 +314,8 @@ TEST(BlameCalls, OfADenialAskAboutReading)
               1);
 }
 
-TEST(BlameCalls, OfADenialLookOnlyAtTheSymbolicLink)
+TEST_ON_MACHINE(BlameCalls, OfADenialLookOnlyAtTheSymbolicLink)
 {
-    simulated_machine machine;
     machine.add_symbolic_link(u"C:\\link", u"missing");
     EXPECT_EQ(blame(5, u"C:\\link"), denied(u"C:\\link"));
     EXPECT_EQ(machine.calls_of("GetFullPathNameW"), 0) << "`exists` isn't asked";
@@ -331,10 +324,9 @@ TEST(BlameCalls, OfADenialLookOnlyAtTheSymbolicLink)
 }
 
 // Callers who ask for it see the code of what has failed, and not that of a look at it.
-TEST(BlameCalls, PutTheLastErrorBackAheadOfTheQuestions)
+TEST_ON_MACHINE(BlameCalls, PutTheLastErrorBackAheadOfTheQuestions)
 {
     constexpr DWORD given = 1234;
-    simulated_machine machine;
     machine.add_file(u"C:\\file");
     for (bool const is_seen : {true, false}) {
         std::optional<simulation::fault> look;

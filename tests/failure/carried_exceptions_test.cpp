@@ -9,10 +9,9 @@
 
 #include <thread>
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
 
-using namespace test_support;
 using test_support::describe;
 using test_support::failure;
 
@@ -91,4 +90,4 @@ TEST(CarriedExceptions, ProgramsCanThrowTheFamilyThemselves)
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

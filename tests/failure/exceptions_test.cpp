@@ -36,10 +36,9 @@ FL_TEST_REVEAL(ctype_message, CtypeExceptionBase, std::string, message)
 FL_TEST_REVEAL(ctype_code, CtypeExceptionBase, unsigned int, code)
 FL_TEST_REVEAL(ctype_subcode, CtypeExceptionBase, unsigned int, subcode)
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
 
-using namespace test_support;
 using foundation::ustring::CtypeInvalidCharacter;
 using test_support::describe;
 using test_support::failure;
@@ -271,7 +270,7 @@ TEST(Exceptions, AssignedThroughTheirBasesTheyAreTheOther)
 TEST(Exceptions, SelfAssignmentLeavesEverythingAsItIs)
 {
     SystemError error(87, u"first", {u"second"});
-    failure const before = describe(error);
+    auto const before = describe(error);
     error = std::ref(error).get();
     EXPECT_EQ(describe(error), before);
     InvalidArgument argument("m", u"p", {u"q"});
@@ -321,4 +320,4 @@ TEST(CtypeExceptionBase, LayoutAndCopies)
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

@@ -27,7 +27,7 @@ public:
 
 look_alike const other_category;
 
-std::optional<failure> report(std::error_code const &ec, upath const &first, upath const &second)
+maybe_failure report(std::error_code const &ec, upath const &first, upath const &second)
 {
     return failure_of([&] { throw_on_filesystem_error(ec, first, second); });
 }
@@ -49,27 +49,24 @@ bool is_about_target(unsigned int code)
     return std::find(std::begin(codes), std::end(codes), code) != std::end(codes);
 }
 
-TEST(ThrowOnFilesystemErrorOfAPair, NoErrorDoesNothing)
+TEST_ON_MACHINE(ThrowOnFilesystemErrorOfAPair, NoErrorDoesNothing)
 {
-    simulated_machine machine;
     for (std::error_code const &ec :
          {std::error_code(), system(0), generic(0), std::error_code(0, other_category)})
         EXPECT_EQ(report(ec, upath(u"C:\\missing"), upath(u"C:\\to")), std::nullopt);
     EXPECT_EQ(machine.journal().size(), 0U);
 }
 
-TEST(ThrowOnFilesystemErrorOfAPair, TheFacilitysOwnIsADirectoryNamesTheFirst)
+TEST_ON_MACHINE(ThrowOnFilesystemErrorOfAPair, TheFacilitysOwnIsADirectoryNamesTheFirst)
 {
-    simulated_machine machine;
     for (char16_t const *first : {u"C:\\missing", u"rel", u"", u"a/b"})
         EXPECT_EQ(report(generic(21), upath(first), upath(u"C:\\to")),
                   file_is_directory(upath(first).native()));
     EXPECT_EQ(machine.journal().size(), 0U) << "nobody is asked";
 }
 
-TEST(ThrowOnFilesystemErrorOfAPair, TheSameNumberOfAnotherCategoryIsAWin32Code)
+TEST_ON_MACHINE(ThrowOnFilesystemErrorOfAPair, TheSameNumberOfAnotherCategoryIsAWin32Code)
 {
-    simulated_machine machine;
     machine.add_file(u"C:\\from");
     for (std::error_code const &ec : {system(21), std::error_code(21, other_category)})
         EXPECT_EQ(report(ec, upath(u"C:\\from"), upath(u"C:\\to")),
@@ -77,14 +74,13 @@ TEST(ThrowOnFilesystemErrorOfAPair, TheSameNumberOfAnotherCategoryIsAWin32Code)
 }
 
 // Also where the system's own category is equivalent to "is a directory" by another number.
-TEST(ThrowOnFilesystemErrorOfAPair, EveryCodeOfBothCategoriesIsAWin32Code)
+TEST_ON_MACHINE(ThrowOnFilesystemErrorOfAPair, EveryCodeOfBothCategoriesIsAWin32Code)
 {
-    simulated_machine machine;
     machine.add_file(u"C:\\from").keep_journal(false);
     for (int value = 1; value <= 12000; ++value) {
         unsigned int const code = static_cast<unsigned int>(value);
-        failure const wanted = is_about_target(code) ? translated(code, u"C:\\to")
-                                                     : translated(code, u"C:\\from", u"C:\\to");
+        auto const wanted = is_about_target(code) ? translated(code, u"C:\\to")
+                                                  : translated(code, u"C:\\from", u"C:\\to");
         ASSERT_EQ(report(system(value), upath(u"C:\\from"), upath(u"C:\\to")), wanted) << value;
         if (value != 21) {
             ASSERT_EQ(report(generic(value), upath(u"C:\\from"), upath(u"C:\\to")), wanted)
@@ -93,17 +89,15 @@ TEST(ThrowOnFilesystemErrorOfAPair, EveryCodeOfBothCategoriesIsAWin32Code)
     }
 }
 
-TEST(ThrowOnFilesystemErrorOfAPair, ValuesKeepTheirBits)
+TEST_ON_MACHINE(ThrowOnFilesystemErrorOfAPair, ValuesKeepTheirBits)
 {
-    simulated_machine machine;
     machine.add_file(u"C:\\from");
     EXPECT_EQ(report(system(-1), upath(u"C:\\from"), upath(u"C:\\to")),
               translated(0xFFFFFFFF, u"C:\\from", u"C:\\to"));
 }
 
-TEST(ThrowOnFilesystemErrorOfAPair, NamesTheCallersTexts)
+TEST_ON_MACHINE(ThrowOnFilesystemErrorOfAPair, NamesTheCallersTexts)
 {
-    simulated_machine machine;
     machine.add_directory(u"C:\\work").set_current_directory(u"C:\\work").add_file(u"C:\\work\\a");
     std::u16string const overlong = uR"(..\)" + std::u16string(300, u'b');
     EXPECT_EQ(report(system(87), upath(u"a"), upath(overlong)), translated(87, u"a", overlong))

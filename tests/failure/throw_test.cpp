@@ -11,7 +11,6 @@ namespace {
 
 using namespace test_support;
 using test_support::describe;
-using test_support::failure;
 
 /// Carries `exception` to another thread and back and compares it with itself.
 template <typename Exception>

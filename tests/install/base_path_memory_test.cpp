@@ -8,15 +8,12 @@
 
 #include <new>
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
 
-using namespace test_support;
-
-TEST(GetBasePathMemory, ThatRunsOutOnceTheModuleIsKnownLeavesTheModule)
+TEST_ON_MACHINE(GetBasePathMemory, ThatRunsOutOnceTheModuleIsKnownLeavesTheModule)
 {
     void *const base = reinterpret_cast<void *>(std::uintptr_t{0x10000000});
-    simulated_machine machine;
     machine.add_file(uR"(C:\Root\bin\win64\lib.dll)");
     machine.load_module(base, 0x4000, uR"(C:\Root\bin\win64\lib.dll)");
     {
@@ -32,9 +29,8 @@ TEST(GetBasePathMemory, ThatRunsOutOnceTheModuleIsKnownLeavesTheModule)
 char const some_code = 0; // an address in the program
 
 // No other test of this program asks for the installation, which is found once.
-TEST(GetInstallPathMemory, ThatRunsOutLeavesTheQuestionToTheNextOne)
+TEST_ON_MACHINE(GetInstallPathMemory, ThatRunsOutLeavesTheQuestionToTheNextOne)
 {
-    simulated_machine machine;
     machine.add_file(uR"(C:\Program\bin\win64\program.exe)");
     machine.set_program_pathname(uR"(C:\Program\bin\win64\program.exe)");
     count_all_but(simulation::is_in_call);
@@ -51,4 +47,4 @@ TEST(GetInstallPathMemory, ThatRunsOutLeavesTheQuestionToTheNextOne)
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

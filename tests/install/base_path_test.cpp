@@ -5,10 +5,8 @@
 
 #include "support/calls.hpp"
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
-
-using namespace test_support;
 
 void *const base = reinterpret_cast<void *>(std::uintptr_t{0x10000000});
 constexpr std::size_t module_size = 0x4000;
@@ -51,21 +49,20 @@ constexpr base_case base_cases[] = {
      uR"(\\server\share\Apps)", "a share, which no disk lists, in lower case"},
 };
 
-TEST(GetBasePath, Table)
+TEST_ON_MACHINE(GetBasePath, Table)
 {
     for (base_case const &row : base_cases) {
-        simulated_machine machine;
-        machine.add_drive(u'D').add_share(u"server", u"share").add_file(row.stored);
-        load(machine, row.module);
+        simulated_machine fresh;
+        fresh.add_drive(u'D').add_share(u"server", u"share").add_file(row.stored);
+        load(fresh, row.module);
         EXPECT_EQ(base_path(), row.expected) << row.why;
-        EXPECT_EQ(machine.find_handles(), 0) << row.why;
-        EXPECT_EQ(machine.open_handles(), 0) << row.why;
+        EXPECT_EQ(fresh.find_handles(), 0) << row.why;
+        EXPECT_EQ(fresh.open_handles(), 0) << row.why;
     }
 }
 
-TEST(GetBasePath, IsEmptyWithoutAModule)
+TEST_ON_MACHINE(GetBasePath, IsEmptyWithoutAModule)
 {
-    simulated_machine machine;
     EXPECT_EQ(detail::get_base_path(nullptr), L"");
     machine.reserve_memory(base, module_size);
     EXPECT_EQ(base_path(), u"");
@@ -74,9 +71,8 @@ TEST(GetBasePath, IsEmptyWithoutAModule)
     EXPECT_EQ(base_path(), u"");
 }
 
-TEST(GetBasePath, FollowsLinksToWhereTheModuleIs)
+TEST_ON_MACHINE(GetBasePath, FollowsLinksToWhereTheModuleIs)
 {
-    simulated_machine machine;
     machine.add_drive(u'D').add_file(uR"(D:\Real\bin\win64\lib.dll)");
     machine.add_junction(uR"(C:\app)", uR"(D:\Real)");
     machine.add_symbolic_link(uR"(C:\plug\lib.dll)", uR"(D:\Real\bin\win64\lib.dll)");
@@ -86,9 +82,8 @@ TEST(GetBasePath, FollowsLinksToWhereTheModuleIs)
     EXPECT_EQ(base_path(), uR"(D:\Real)");
 }
 
-TEST(GetBasePath, IsWithoutAPrefixHoweverLong)
+TEST_ON_MACHINE(GetBasePath, IsWithoutAPrefixHoweverLong)
 {
-    simulated_machine machine;
     std::u16string const root =
         uR"(C:\)" + std::u16string(200, u'A') + u'\\' + std::u16string(200, u'B');
     machine.add_file(root + uR"(\bin\win64\lib.dll)");
@@ -100,18 +95,16 @@ TEST(GetBasePath, IsWithoutAPrefixHoweverLong)
     EXPECT_EQ(base_path(), plain);
 }
 
-TEST(GetBasePath, HasNamesThatCantBeListedInLowerCase)
+TEST_ON_MACHINE(GetBasePath, HasNamesThatCantBeListedInLowerCase)
 {
-    simulated_machine machine;
     machine.add_file(uR"(C:\Apps\Tool\Sub\bin\win64\lib.dll)");
     machine.deny(u"C:\\Apps", right::list);
     load(machine, uR"(C:\APPS\TOOL\SUB\bin\win64\lib.dll)");
     EXPECT_EQ(base_path(), uR"(C:\Apps\tool\Sub)");
 }
 
-TEST(GetBasePath, AModuleThatCantBeResolvedIsAFailure)
+TEST_ON_MACHINE(GetBasePath, AModuleThatCantBeResolvedIsAFailure)
 {
-    simulated_machine machine;
     load(machine, uR"(C:\gone\bin\win64\lib.dll)");
     EXPECT_FAILURE(base_path(), not_found(u"")) << "not there";
     machine.add_file(uR"(C:\gone\bin\win64\lib.dll)");
@@ -128,23 +121,22 @@ int calls_of_canonical(char const *function)
     return machine.calls_of(function);
 }
 
-TEST(GetBasePath, AModuleThatCantBeResolvedAgainIsTheResult)
+TEST_ON_MACHINE(GetBasePath, AModuleThatCantBeResolvedAgainIsTheResult)
 {
     std::u16string const module = uR"(c:\rOOT\bin\win64\lib.dll)";
     for (char const *function : {"GetFullPathNameW", "GetFileAttributesExW"}) {
         int const once = calls_of_canonical(function);
         ASSERT_GT(once, 0);
-        simulated_machine machine;
-        machine.add_file(uR"(C:\Root\bin\win64\lib.dll)");
-        load(machine, module);
-        sure_fault const fault = machine.fail_call(function, 2 * once, 1117);
+        simulated_machine fresh;
+        fresh.add_file(uR"(C:\Root\bin\win64\lib.dll)");
+        load(fresh, module);
+        sure_fault const fault = fresh.fail_call(function, 2 * once, 1117);
         EXPECT_EQ(base_path(), module) << function;
     }
 }
 
-TEST(GetBasePath, AModuleThatGoesBeforeItIsResolvedAgainIsTheResult)
+TEST_ON_MACHINE(GetBasePath, AModuleThatGoesBeforeItIsResolvedAgainIsTheResult)
 {
-    simulated_machine machine;
     machine.add_file(uR"(C:\Root\bin\win64\lib.dll)");
     load(machine, uR"(C:\Root\bin\win64\lib.dll)");
     int const once = calls_of_canonical("GetFullPathNameW");
@@ -174,21 +166,21 @@ constexpr search_case search_cases[] = {
     {"FindClose", 2, 6, uR"(C:\APPS\TOOL\bin\win64\lib.dll)", "nor can the last"},
 };
 
-TEST(GetBasePath, ASearchThatFailsIsNoFailure)
+TEST_ON_MACHINE(GetBasePath, ASearchThatFailsIsNoFailure)
 {
     for (search_case const &row : search_cases) {
-        simulated_machine machine;
-        machine.add_file(uR"(C:\Apps\Tool\bin\win64\lib.dll)");
-        load(machine, uR"(C:\APPS\TOOL\bin\win64\lib.dll)");
-        sure_fault const fault = machine.fail_call(row.function, row.nth, row.code);
+        simulated_machine fresh;
+        fresh.add_file(uR"(C:\Apps\Tool\bin\win64\lib.dll)");
+        load(fresh, uR"(C:\APPS\TOOL\bin\win64\lib.dll)");
+        sure_fault const fault = fresh.fail_call(row.function, row.nth, row.code);
         EXPECT_EQ(base_path(), row.expected) << row.why;
-        EXPECT_EQ(machine.find_handles(), 0) << row.why;
+        EXPECT_EQ(fresh.find_handles(), 0) << row.why;
     }
 }
 
 // The pair right below a share leaves the share as the last level, which isn't a file that
 // the system could find.
-TEST(GetBasePath, AShareAsTheRootTakesTheModuleUnlessItCantBeListed)
+TEST_ON_MACHINE(GetBasePath, AShareAsTheRootTakesTheModuleUnlessItCantBeListed)
 {
     std::u16string const module = uR"(\\server\Share\bin\win64\lib.dll)";
     struct
@@ -198,35 +190,33 @@ TEST(GetBasePath, AShareAsTheRootTakesTheModuleUnlessItCantBeListed)
     } const cases[] = {
         {3, uR"(\\server\share)"}, {5, uR"(\\server\share)"}, {2, module}, {53, module}};
     for (auto const &row : cases) {
-        simulated_machine machine;
-        machine.add_share(u"server", u"share").add_file(module);
-        load(machine, module);
-        sure_fault const fault = machine.fail_call("FindFirstFileExW", 1, row.code);
+        simulated_machine fresh;
+        fresh.add_share(u"server", u"share").add_file(module);
+        load(fresh, module);
+        sure_fault const fault = fresh.fail_call("FindFirstFileExW", 1, row.code);
         EXPECT_EQ(base_path(), row.expected) << row.code;
     }
 }
 
-TEST(GetBasePath, OfAModuleOnAServersRootPairIsTheModule)
+TEST_ON_MACHINE(GetBasePath, OfAModuleOnAServersRootPairIsTheModule)
 {
     // `bin` as the share and `win64` in it leave a server without a share
-    simulated_machine machine;
     machine.add_share(u"server", u"bin").add_file(uR"(\\server\bin\win64\lib.dll)");
     load(machine, uR"(\\server\bin\win64\lib.dll)");
     EXPECT_EQ(base_path(), uR"(\\server\bin\win64\lib.dll)");
 }
 
-TEST(GetBasePath, EveryFailingCallReleasesItsHandles)
+TEST_ON_MACHINE(GetBasePath, EveryFailingCallReleasesItsHandles)
 {
-    auto const build = [](simulated_machine &machine) {
-        machine.add_file(uR"(C:\Apps\Tool\bin\win64\lib.dll)");
-        load(machine, uR"(C:\Apps\Tool\bin\win64\lib.dll)");
+    auto const build = [](simulated_machine &fresh) {
+        fresh.add_file(uR"(C:\Apps\Tool\bin\win64\lib.dll)");
+        load(fresh, uR"(C:\Apps\Tool\bin\win64\lib.dll)");
     };
     sweep(build, [](failing_run const &) { failure_of([] { base_path(); }); });
 }
 
-TEST(GetBasePath, IsFoundAnewEachTime)
+TEST_ON_MACHINE(GetBasePath, IsFoundAnewEachTime)
 {
-    simulated_machine machine;
     machine.add_file(uR"(C:\one\bin\win64\lib.dll)").add_file(uR"(C:\two\bin\win64\lib.dll)");
     load(machine, uR"(C:\one\bin\win64\lib.dll)");
     EXPECT_EQ(base_path(), uR"(C:\one)");
@@ -235,4 +225,4 @@ TEST(GetBasePath, IsFoundAnewEachTime)
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

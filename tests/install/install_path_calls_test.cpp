@@ -10,10 +10,8 @@
 #include <iostream>
 #include <thread>
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
-
-using namespace test_support;
 
 constexpr char16_t module[] = uR"(D:\APPS\TOOL\bin\win64\lib.dll)";
 
@@ -127,7 +125,7 @@ void expect_a_failure_lets_another_thread_try()
     simulated_machine machine;
     install(machine);
     auto const fault = machine.fail_call("GetFullPathNameW", 1, 5);
-    std::vector<std::optional<test_support::failure>> failures(16);
+    std::vector<maybe_failure> failures(16);
     names answers(16);
     std::vector<std::thread> threads;
     for (std::size_t i = 0; i < answers.size(); ++i)
@@ -150,4 +148,4 @@ TEST_F(InstallPathDeathTest, IsFoundByAnotherThreadAfterTheFirstHasFailed)
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

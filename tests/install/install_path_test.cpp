@@ -1,17 +1,13 @@
 #include <fl/filesystem/install_path.hpp>
 
-#include "support/names.hpp"
-#include "support/workspace.hpp"
+#include "support/in_workspace.hpp"
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
 
-using namespace test_support;
-
 // The tests run where they were built, which is no installation.
-TEST(GetInstallPath, IsTheBaseOfTheLibrarysOwnModule)
+TEST_IN_WORKSPACE(GetInstallPath, IsTheBaseOfTheLibrarysOwnModule)
 {
-    workspace work;
     void *const own = reinterpret_cast<void *>(&get_install_path);
     std::u16string const module = detail::get_module_path_from_address(own);
     ASSERT_FALSE(module.empty());
@@ -23,4 +19,4 @@ TEST(GetInstallPath, IsTheBaseOfTheLibrarysOwnModule)
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

@@ -4,10 +4,9 @@
 
 #include "support/calls.hpp"
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
 
-using namespace test_support;
 using rooms = std::vector<std::uint64_t>;
 
 void *const base = reinterpret_cast<void *>(std::uintptr_t{0x10000000});
@@ -33,7 +32,7 @@ rooms offered(simulated_machine const &machine)
     return rooms_of(machine, "GetModuleFileNameW");
 }
 
-TEST(ModulePathCalls, GrowTheRoomByTheKilounit)
+TEST_ON_MACHINE(ModulePathCalls, GrowTheRoomByTheKilounit)
 {
     struct
     {
@@ -45,28 +44,27 @@ TEST(ModulePathCalls, GrowTheRoomByTheKilounit)
         {30720, 31744}, {31742, 31744}, {31743, 31744},
     };
     for (auto const &row : cases) {
-        simulated_machine machine;
-        machine.load_module(base, module_size, module_of(row.size));
+        simulated_machine fresh;
+        fresh.load_module(base, module_size, module_of(row.size));
         EXPECT_TRUE(detail::get_module_path_from_address(inside) == module_of(row.size))
             << row.size;
-        EXPECT_EQ(offered(machine), rooms_up_to(row.last_room)) << row.size;
-        EXPECT_EQ(machine.calls_of("VirtualQuery"), 1);
+        EXPECT_EQ(offered(fresh), rooms_up_to(row.last_room)) << row.size;
+        EXPECT_EQ(fresh.calls_of("VirtualQuery"), 1);
     }
 }
 
-TEST(ModulePathCalls, GiveUpBeyond31743UnitsWithTheBeginning)
+TEST_ON_MACHINE(ModulePathCalls, GiveUpBeyond31743UnitsWithTheBeginning)
 {
     for (std::size_t const size : {31744U, 31745U, 32766U, 32767U}) {
-        simulated_machine machine;
-        machine.load_module(base, module_size, module_of(size));
+        simulated_machine fresh;
+        fresh.load_module(base, module_size, module_of(size));
         EXPECT_TRUE(detail::get_module_path_from_address(inside) == module_of(1023)) << size;
-        EXPECT_EQ(offered(machine), rooms_up_to(31744)) << size;
+        EXPECT_EQ(offered(fresh), rooms_up_to(31744)) << size;
     }
 }
 
-TEST(ModulePathCalls, QueryTheMemoryWithRoomForOneRecord)
+TEST_ON_MACHINE(ModulePathCalls, QueryTheMemoryWithRoomForOneRecord)
 {
-    simulated_machine machine;
     machine.load_module(base, module_size, u"C:\\lib.dll");
     EXPECT_EQ(detail::get_module_path_from_address(base), u"C:\\lib.dll");
     ASSERT_EQ(machine.journal().size(), 2U);
@@ -74,16 +72,14 @@ TEST(ModulePathCalls, QueryTheMemoryWithRoomForOneRecord)
     EXPECT_EQ(machine.journal()[0].room, 48U);
 }
 
-TEST(ModulePathCalls, NoneForANullAddress)
+TEST_ON_MACHINE(ModulePathCalls, NoneForANullAddress)
 {
-    simulated_machine machine;
     EXPECT_EQ(detail::get_module_path_from_address(nullptr), u"");
     EXPECT_EQ(machine.journal().size(), 0U);
 }
 
-TEST(ModulePathCalls, FindTheModuleAroundAnAddress)
+TEST_ON_MACHINE(ModulePathCalls, FindTheModuleAroundAnAddress)
 {
-    simulated_machine machine;
     std::uintptr_t const first = 0x10000000;
     machine.load_module(base, module_size, u"C:\\lib.dll");
     auto const at = [](std::uintptr_t address) {
@@ -95,18 +91,16 @@ TEST(ModulePathCalls, FindTheModuleAroundAnAddress)
     EXPECT_EQ(at(first + module_size), u"");
 }
 
-TEST(ModulePathCalls, ABlockOfAHeapIsNoModule)
+TEST_ON_MACHINE(ModulePathCalls, ABlockOfAHeapIsNoModule)
 {
-    simulated_machine machine;
     machine.reserve_memory(base, module_size);
     EXPECT_EQ(detail::get_module_path_from_address(inside), u"");
     EXPECT_EQ(offered(machine), rooms{1024}) << "it has a base, and that is asked for";
 }
 
 // Free memory has no base. Asking for the file of none would be answered with the program's.
-TEST(ModulePathCalls, WithoutABaseNoFileIsAskedFor)
+TEST_ON_MACHINE(ModulePathCalls, WithoutABaseNoFileIsAskedFor)
 {
-    simulated_machine machine;
     machine.load_module(base, module_size, u"C:\\lib.dll");
     EXPECT_EQ(detail::get_module_path_from_address(reinterpret_cast<void *>(0x1000)), u"");
     sure_fault const fault = machine.fail_call("VirtualQuery", 1, 87);
@@ -114,22 +108,21 @@ TEST(ModulePathCalls, WithoutABaseNoFileIsAskedFor)
     EXPECT_EQ(offered(machine), rooms{});
 }
 
-TEST(ModulePathCalls, AFailureInAnyPassIsEmpty)
+TEST_ON_MACHINE(ModulePathCalls, AFailureInAnyPassIsEmpty)
 {
     for (int const nth : {1, 2, 3}) {
         for (DWORD const code : {0U, 5U, 126U}) {
-            simulated_machine machine;
-            machine.load_module(base, module_size, module_of(2500));
-            sure_fault const fault = machine.fail_call("GetModuleFileNameW", nth, code);
+            simulated_machine fresh;
+            fresh.load_module(base, module_size, module_of(2500));
+            sure_fault const fault = fresh.fail_call("GetModuleFileNameW", nth, code);
             EXPECT_EQ(detail::get_module_path_from_address(inside), u"") << nth;
-            EXPECT_EQ(offered(machine).size(), static_cast<std::size_t>(nth));
+            EXPECT_EQ(offered(fresh).size(), static_cast<std::size_t>(nth));
         }
     }
 }
 
-TEST(ModulePathCalls, AModuleThatChangesMeanwhileIsReadAsItIsThen)
+TEST_ON_MACHINE(ModulePathCalls, AModuleThatChangesMeanwhileIsReadAsItIsThen)
 {
-    simulated_machine machine;
     machine.load_module(base, module_size, module_of(1500));
     auto const others = machine.before_call(
         "GetModuleFileNameW", 2, [&] { machine.load_module(base, module_size, u"C:\\lib.dll"); });
@@ -137,21 +130,19 @@ TEST(ModulePathCalls, AModuleThatChangesMeanwhileIsReadAsItIsThen)
     EXPECT_EQ(offered(machine), (rooms{1024, 2048}));
 }
 
-TEST(ModulePathCalls, KeepEveryUnit)
+TEST_ON_MACHINE(ModulePathCalls, KeepEveryUnit)
 {
-    simulated_machine machine;
     std::u16string const odd = u"C:\\\u00C4\u4E2D\xD83D\xDE00\xDC00.dll";
     machine.load_module(base, module_size, odd);
     EXPECT_EQ(detail::get_module_path_from_address(inside), odd);
 }
 
-TEST(ModulePathCalls, TheProgramItselfIsAModule)
+TEST_ON_MACHINE(ModulePathCalls, TheProgramItselfIsAModule)
 {
-    simulated_machine machine;
     machine.set_program_pathname(uR"(D:\tool\Program.exe)");
     EXPECT_EQ(detail::get_module_path_from_address(reinterpret_cast<void *>(&get_install_path)),
               uR"(D:\tool\Program.exe)");
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

@@ -6,10 +6,8 @@
 
 #include <memory>
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
-
-using namespace test_support;
 
 std::u16string file_of(HMODULE module)
 {
@@ -72,4 +70,4 @@ TEST(GetModulePathFromAddress, TellsModulesApart)
 #endif
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

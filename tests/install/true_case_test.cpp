@@ -1,7 +1,6 @@
 #include "install/true_case.hpp"
 
-#include "support/names.hpp"
-#include "support/workspace.hpp"
+#include "support/in_workspace.hpp"
 
 namespace fl::filesystem::detail {
 namespace {
@@ -16,11 +15,9 @@ std::u16string lower(std::u16string text)
     return text;
 }
 
-TEST(RestoreTrueCase, TakesNamesFromTheDisk)
+TEST_IN_WORKSPACE(RestoreTrueCase, TakesNamesFromTheDisk)
 {
-    workspace work;
-    std::u16string const stored = work.path(uR"(Program Files\TooL)");
-    work.make_directory(stored);
+    std::u16string const stored = make_directory(uR"(Program Files\TooL)");
     std::wstring const expected = LR"(\\?\)" + wide(stored.substr(0, 1)) + wide(stored.substr(1));
     EXPECT_EQ(restore_true_case(wide(stored)), expected);
     std::u16string typed = stored;
@@ -32,14 +29,13 @@ TEST(RestoreTrueCase, TakesNamesFromTheDisk)
     EXPECT_EQ(restore_true_case(LR"(\\?\)" + wide(typed)), expected) << "with a long prefix";
 }
 
-TEST(RestoreTrueCase, OfARootIsTheRoot)
+TEST_IN_WORKSPACE(RestoreTrueCase, OfARootIsTheRoot)
 {
-    workspace work;
     EXPECT_EQ(restore_true_case(LR"(c:\)"), LR"(\\?\C:\)");
     EXPECT_EQ(restore_true_case(LR"(\\?\c:\)"), LR"(\\?\C:\)");
 }
 
-TEST(RestoreTrueCase, RefusesWhatHasNoRoot)
+TEST_IN_WORKSPACE(RestoreTrueCase, RefusesWhatHasNoRoot)
 {
     auto const refusal = invalid_argument("Long UNC path without root not permitted");
     for (wchar_t const *text : {L"", L"a", LR"(a\b)", LR"(\a)", L"C:", L"C:a", LR"(\\server)",
@@ -47,11 +43,10 @@ TEST(RestoreTrueCase, RefusesWhatHasNoRoot)
         EXPECT_FAILURE(restore_true_case(text), refusal) << printable(units(text));
 }
 
-TEST(RestoreTrueCase, OfAMissingNameFailsWithTheLongForm)
+TEST_IN_WORKSPACE(RestoreTrueCase, OfAMissingNameFailsWithTheLongForm)
 {
-    workspace work;
-    std::wstring const text = wide(work.path(u"Missing"));
-    EXPECT_FAILURE(restore_true_case(text), not_found(uR"(\\?\)" + work.path(u"Missing")));
+    std::wstring const text = wide(at(u"Missing"));
+    EXPECT_FAILURE(restore_true_case(text), not_found(uR"(\\?\)" + at(u"Missing")));
 }
 
 } // namespace

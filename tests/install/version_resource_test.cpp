@@ -12,10 +12,8 @@
 #include <string>
 #include <vector>
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
-
-using namespace test_support;
 
 class version_resource
 {
@@ -23,8 +21,8 @@ public:
     explicit version_resource(std::wstring const &file)
     {
         data_.resize(::GetFileVersionInfoSizeW(file.c_str(), nullptr));
-        if (!data_.empty() && !::GetFileVersionInfoW(file.c_str(), 0,
-                                                     static_cast<DWORD>(data_.size()), data_.data()))
+        if (!data_.empty() &&
+            !::GetFileVersionInfoW(file.c_str(), 0, static_cast<DWORD>(data_.size()), data_.data()))
             data_.clear();
     }
 
@@ -96,4 +94,4 @@ TEST(VersionResource, OfTheCompanionTellsNameAndVersion)
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

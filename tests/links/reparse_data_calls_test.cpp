@@ -19,9 +19,8 @@ using simulation::symbolic_link_data;
 
 constexpr unsigned int untouched = 77;
 
-TEST(ReadReparseData, OpensReadsAndCloses)
+TEST_ON_MACHINE(ReadReparseData, OpensReadsAndCloses)
 {
-    simulated_machine machine;
     machine.add_symbolic_link(u"C:\\link", u"..\\x");
     windows::reparse_data_context data;
     EXPECT_EQ(read_reparse_data(data, L"C:\\link"), 0U);
@@ -31,9 +30,8 @@ TEST(ReadReparseData, OpensReadsAndCloses)
     EXPECT_EQ(reparse_tag(data), symlink_tag);
 }
 
-TEST(ReadReparseData, ReadsWhatCantBeRead)
+TEST_ON_MACHINE(ReadReparseData, ReadsWhatCantBeRead)
 {
-    simulated_machine machine;
     machine.add_symbolic_link(u"C:\\link", u"x").deny(u"C:\\link", right::read);
     windows::reparse_data_context data;
     EXPECT_EQ(read_reparse_data(data, L"C:\\link"), 0U);
@@ -42,10 +40,9 @@ TEST(ReadReparseData, ReadsWhatCantBeRead)
 }
 
 // More than 16,384 bytes are on no disk; the call is told of all the room all the same.
-TEST(ReadReparseData, GivesTheSystemTheWholeBuffer)
+TEST_ON_MACHINE(ReadReparseData, GivesTheSystemTheWholeBuffer)
 {
     constexpr std::size_t most = 16384;
-    simulated_machine machine;
     machine.add_reparse_point(u"C:\\a", dedup_tag, std::string(most - 8, 'x'));
     windows::reparse_data_context data;
     EXPECT_EQ(read_reparse_data(data, L"C:\\a"), 0U);
@@ -53,13 +50,11 @@ TEST(ReadReparseData, GivesTheSystemTheWholeBuffer)
     EXPECT_EQ(data.buffer[most], 0);
     EXPECT_EQ(machine.journal().at(1).function, "DeviceIoControl");
     EXPECT_EQ(machine.journal().at(1).room, 16392U);
-    EXPECT_EQ(machine.open_handles(), 0);
 }
 
 // The code of a failed call may be 0, too. Nothing is then read from a file that isn't open.
-TEST(ReadReparseData, AnOpeningThatFailsWithoutACode)
+TEST_ON_MACHINE(ReadReparseData, AnOpeningThatFailsWithoutACode)
 {
-    simulated_machine machine;
     machine.add_symbolic_link(u"C:\\link", u"x");
     sure_fault const fault = machine.fail_every_call_on("CreateFileW", 0);
     windows::reparse_data_context data;
@@ -73,7 +68,7 @@ void add_junction(simulated_machine &machine)
     machine.add_junction(u"C:\\link", u"C:\\x");
 }
 
-TEST(ReadReparseData, EachCallThatFails)
+TEST_ON_MACHINE(ReadReparseData, EachCallThatFails)
 {
     EXPECT_EQ(outcomes_of_each_call(add_junction,
                                     [] {
@@ -127,21 +122,18 @@ void make_names(simulated_machine &machine)
     machine.deny(u"C:\\closed", right::read_extended_attributes);
 }
 
-TEST(ReadLinkTarget, Table)
+TEST_ON_MACHINE(ReadLinkTarget, Table)
 {
-    simulated_machine machine;
     make_names(machine);
     for (name_case const &row : name_cases) {
         auto link_type = windows::link_type_none;
         EXPECT_EQ(read_link_target(wide(row.name), link_type), row.text) << row.why;
         EXPECT_EQ(link_type, row.link_type) << row.why;
-        EXPECT_EQ(machine.open_handles(), 0) << row.why;
     }
 }
 
-TEST(ReadLinkText, Table)
+TEST_ON_MACHINE(ReadLinkText, Table)
 {
-    simulated_machine machine;
     make_names(machine);
     for (name_case const &row : name_cases) {
         unsigned int error = untouched;
@@ -149,17 +141,15 @@ TEST(ReadLinkText, Table)
         EXPECT_EQ(read_link_text(wide(row.name), link_type, error), row.text) << row.why;
         EXPECT_EQ(link_type, row.link_type) << row.why;
         EXPECT_EQ(error, untouched) << row.why << ": only a missing name is an error";
-        EXPECT_EQ(machine.open_handles(), 0) << row.why;
     }
 }
 
-TEST(ReadLinkText, AsksForAttributesFirst)
+TEST_ON_MACHINE(ReadLinkText, AsksForAttributesFirst)
 {
     lines const reading{R"(GetFileAttributesExW(C:\junction))",
                         R"(CreateFileW(C:\junction) access 8 share 7 disposition 3 flags 2200000)",
                         R"(DeviceIoControl(C:\junction) flags 900A8)",
                         R"(CloseHandle(C:\junction))"};
-    simulated_machine machine;
     make_names(machine);
     unsigned int error = 0;
     auto link_type = windows::link_type_none;
@@ -170,20 +160,20 @@ TEST(ReadLinkText, AsksForAttributesFirst)
     EXPECT_EQ(calls_with_arguments(machine), reading);
 }
 
-TEST(ReadLinkText, OpensNothingThatIsNoReparsePoint)
+TEST_ON_MACHINE(ReadLinkText, OpensNothingThatIsNoReparsePoint)
 {
     for (char16_t const *const name : {u"C:\\file", u"C:\\dir", u"C:\\sparse", u"C:\\no"}) {
-        simulated_machine machine;
-        make_names(machine);
+        simulated_machine fresh;
+        make_names(fresh);
         unsigned int error = 0;
         auto link_type = windows::link_type_none;
         read_link_text(wide(name), link_type, error);
-        EXPECT_EQ(machine.calls_of("GetFileAttributesExW"), 1) << printable(name);
-        EXPECT_EQ(machine.journal().size(), 1U) << printable(name);
+        EXPECT_EQ(fresh.calls_of("GetFileAttributesExW"), 1) << printable(name);
+        EXPECT_EQ(fresh.journal().size(), 1U) << printable(name);
     }
 }
 
-TEST(ReadLinkText, EachCallThatFails)
+TEST_ON_MACHINE(ReadLinkText, EachCallThatFails)
 {
     using read = std::pair<unsigned int, std::wstring>; // the code and the text
     EXPECT_EQ(
@@ -198,7 +188,7 @@ TEST(ReadLinkText, EachCallThatFails)
         << "attributes, opening, reading, closing";
 }
 
-TEST(ReadLinkTarget, EachCallThatFails)
+TEST_ON_MACHINE(ReadLinkTarget, EachCallThatFails)
 {
     int const failed = sweep(add_junction, [](failing_run const &run) {
         auto link_type = windows::link_type_none;
@@ -213,21 +203,18 @@ TEST(ReadLinkTarget, EachCallThatFails)
     EXPECT_EQ(failed, 4);
 }
 
-TEST(ReadLinkTarget, OfAMissingNameNamesTheStringOfTheCall)
+TEST_ON_MACHINE(ReadLinkTarget, OfAMissingNameNamesTheStringOfTheCall)
 {
-    simulated_machine machine;
     auto link_type = windows::link_type_none;
     EXPECT_FAILURE(read_link_target(LR"(\\?\C:\no)", link_type), not_found(uR"(\\?\C:\no)"));
 }
 
-TEST(ReadLinkTarget, ANameBeyondAsciiLeavesNoHandleOpen)
+TEST_ON_MACHINE(ReadLinkTarget, ANameBeyondAsciiLeavesNoHandleOpen)
 {
-    simulated_machine machine;
     machine.add_junction(u"C:\\link", u"\\??\\C:\\x", u"\u00E9:\\directory");
     auto link_type = windows::link_type_none;
     EXPECT_THROW(read_link_target(L"C:\\link", link_type),
                  foundation::ustring::CtypeInvalidCharacter);
-    EXPECT_EQ(machine.open_handles(), 0);
 }
 
 } // namespace

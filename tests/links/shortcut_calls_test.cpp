@@ -14,9 +14,8 @@ using namespace test_support;
 
 constexpr unsigned int untouched = 77;
 
-TEST(ReadShortcutTargetCalls, InOrder)
+TEST_ON_MACHINE(ReadShortcutTargetCalls, InOrder)
 {
-    simulated_machine machine;
     machine.add_directory(u"C:\\dir").add_shortcut(u"C:\\a.lnk", u"C:\\dir");
     unsigned int error = untouched;
     EXPECT_EQ(read_shortcut_target(L"C:\\a.lnk", error), L"C:\\dir");
@@ -25,12 +24,10 @@ TEST(ReadShortcutTargetCalls, InOrder)
               (lines{"CoInitialize()", "CoCreateInstance() flags 1", "IUnknown::QueryInterface()",
                      R"(IPersistFile::Load(C:\a.lnk))", "IShellLinkW::Resolve()",
                      "IShellLinkW::GetPath() flags 4", "CoUninitialize()"}));
-    expect_nothing_open(machine);
 }
 
-TEST(ReadShortcutTargetCalls, NoneForAnotherName)
+TEST_ON_MACHINE(ReadShortcutTargetCalls, NoneForAnotherName)
 {
-    simulated_machine machine;
     machine.add_directory(u"C:\\dir").add_shortcut(u"C:\\a.LNK", u"C:\\dir");
     for (wchar_t const *const name : {L"C:\\a.LNK", L"C:\\dir", L".lnk", L""}) {
         unsigned int error = untouched;
@@ -55,22 +52,21 @@ constexpr prefix_case prefix_cases[] = {
     {LR"(a.lnk)", u"a.lnk", "a relative pathname"},
 };
 
-TEST(ReadShortcutTargetCalls, LoadWithoutALongPrefix)
+TEST_ON_MACHINE(ReadShortcutTargetCalls, LoadWithoutALongPrefix)
 {
     for (prefix_case const &row : prefix_cases) {
-        simulated_machine machine;
-        machine.add_share(u"server", u"share").add_directory(u"C:\\dir");
-        machine.add_shortcut(u"C:\\a.lnk", u"C:\\dir");
-        machine.add_shortcut(uR"(\\server\share\a.lnk)", u"C:\\dir");
+        simulated_machine fresh;
+        fresh.add_share(u"server", u"share").add_directory(u"C:\\dir");
+        fresh.add_shortcut(u"C:\\a.lnk", u"C:\\dir");
+        fresh.add_shortcut(uR"(\\server\share\a.lnk)", u"C:\\dir");
         unsigned int error = untouched;
         EXPECT_EQ(read_shortcut_target(row.path, error), L"C:\\dir") << row.why;
-        EXPECT_EQ(machine.journal().at(3).text, row.loaded) << row.why;
+        EXPECT_EQ(fresh.journal().at(3).text, row.loaded) << row.why;
     }
 }
 
-TEST(ReadShortcutTargetCalls, LoadAPrefixedNameOfAnyLengthWithoutIt)
+TEST_ON_MACHINE(ReadShortcutTargetCalls, LoadAPrefixedNameOfAnyLengthWithoutIt)
 {
-    simulated_machine machine;
     std::u16string const bare =
         u"C:\\" + std::u16string(200, u'd') + u'\\' + std::u16string(200, u'n') + u".lnk";
     unsigned int error = untouched;
@@ -97,10 +93,10 @@ constexpr step_case step_cases[] = {
     {"CoUninitialize", std::nullopt, "C:\\dir", "nobody asks"},
 };
 
-TEST(ReadShortcutTargetCalls, EachCallThatFails)
+TEST_ON_MACHINE(ReadShortcutTargetCalls, EachCallThatFails)
 {
-    auto const build = [](simulated_machine &machine) {
-        machine.add_directory(u"C:\\dir").add_shortcut(u"C:\\a.lnk", u"C:\\dir");
+    auto const build = [](simulated_machine &fresh) {
+        fresh.add_directory(u"C:\\dir").add_shortcut(u"C:\\a.lnk", u"C:\\dir");
     };
     auto const reading = [](failing_run const &run) {
         unsigned int error = untouched;
@@ -118,7 +114,7 @@ TEST(ReadShortcutTargetCalls, EachCallThatFails)
               static_cast<int>(std::size(step_cases)));
 }
 
-TEST(ReadShortcutTargetCalls, StopAtTheFirstFailure)
+TEST_ON_MACHINE(ReadShortcutTargetCalls, StopAtTheFirstFailure)
 {
     struct
     {
@@ -130,48 +126,44 @@ TEST(ReadShortcutTargetCalls, StopAtTheFirstFailure)
                        {"IShellLinkW::Resolve", 6},
                        {"IShellLinkW::GetPath", 7}};
     for (auto const &row : cases) {
-        simulated_machine machine;
-        machine.add_directory(u"C:\\dir").add_shortcut(u"C:\\a.lnk", u"C:\\dir");
-        sure_fault const fault =
-            machine.fail_every_call_on(row.function, static_cast<DWORD>(E_FAIL));
+        simulated_machine fresh;
+        fresh.add_directory(u"C:\\dir").add_shortcut(u"C:\\a.lnk", u"C:\\dir");
+        sure_fault const fault = fresh.fail_every_call_on(row.function, static_cast<DWORD>(E_FAIL));
         unsigned int error = untouched;
         EXPECT_EQ(read_shortcut_target(L"C:\\a.lnk", error), L"") << row.function;
         EXPECT_EQ(error, 14077U) << row.function;
-        EXPECT_EQ(machine.journal().size(), row.calls) << row.function;
-        EXPECT_EQ(machine.journal().back().function, "CoUninitialize") << row.function;
-        expect_nothing_open(machine);
+        EXPECT_EQ(fresh.journal().size(), row.calls) << row.function;
+        EXPECT_EQ(fresh.journal().back().function, "CoUninitialize") << row.function;
+        expect_nothing_open(fresh);
     }
 }
 
 // The target is 259 units and the NUL at most: the shell cuts what is longer.
-TEST(ReadShortcutTargetCalls, TargetsAreCutToTheBuffer)
+TEST_ON_MACHINE(ReadShortcutTargetCalls, TargetsAreCutToTheBuffer)
 {
     for (std::size_t const size : {258U, 259U, 260U, 300U}) {
-        simulated_machine machine;
+        simulated_machine fresh;
         std::u16string const target =
             u"\\\\?\\C:\\" + std::u16string(100, u'd') + u'\\' + std::u16string(size - 108, u'n');
-        machine.add_file(target).add_shortcut(u"C:\\a.lnk", target);
+        fresh.add_file(target).add_shortcut(u"C:\\a.lnk", target);
         unsigned int error = untouched;
         EXPECT_EQ(units(read_shortcut_target(L"C:\\a.lnk", error)), target.substr(0, 259)) << size;
         EXPECT_EQ(error, untouched) << size;
     }
 }
 
-TEST(ReadShortcutTargetCalls, AThreadOfAnotherApartmentGoesOnInIt)
+TEST_ON_MACHINE(ReadShortcutTargetCalls, AThreadOfAnotherApartmentGoesOnInIt)
 {
-    simulated_machine machine;
     machine.add_directory(u"C:\\dir").add_shortcut(u"C:\\a.lnk", u"C:\\dir");
     ASSERT_EQ(::CoInitializeEx(nullptr, COINIT_MULTITHREADED), S_OK);
     unsigned int error = untouched;
     EXPECT_EQ(read_shortcut_target(L"C:\\a.lnk", error), L"C:\\dir");
     EXPECT_EQ(error, untouched);
-    EXPECT_EQ(machine.live_interfaces(), 0);
     EXPECT_EQ(machine.calls_of("CoUninitialize"), 1) << "also where CoInitialize failed";
 }
 
-TEST(ReadShortcutTargetCalls, AThreadOfTheSameApartmentKeepsIt)
+TEST_ON_MACHINE(ReadShortcutTargetCalls, AThreadOfTheSameApartmentKeepsIt)
 {
-    simulated_machine machine;
     machine.add_directory(u"C:\\dir").add_shortcut(u"C:\\a.lnk", u"C:\\dir");
     ASSERT_EQ(::CoInitialize(nullptr), S_OK);
     unsigned int error = untouched;

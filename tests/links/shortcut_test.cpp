@@ -4,6 +4,7 @@
 
 #include "platform/contract.hpp"
 #include "platform/shell_link_object.hpp"
+#include "support/in_workspace.hpp"
 
 #include <objbase.h>
 #include <shlobj.h>
@@ -15,20 +16,13 @@
 namespace fl::filesystem::detail {
 namespace {
 
+using namespace test_support;
 using contract::expected;
 using contract::in;
-using contract::workspace;
 
 constexpr unsigned int untouched = 77;
 
-struct name_case
-{
-    wchar_t const *name;
-    bool is_shortcut;
-    char const *why;
-};
-
-constexpr name_case name_cases[] = {
+constexpr answer_row<wchar_t> name_cases[] = {
     {L"", false, "nothing"},
     {L"lnk", false, "three units"},
     {L".lnk", false, "nothing ahead of it"},
@@ -45,19 +39,11 @@ constexpr name_case name_cases[] = {
 
 TEST(IsShortcutPath, Table)
 {
-    for (name_case const &row : name_cases)
-        EXPECT_EQ(is_shortcut_path(row.name), row.is_shortcut) << row.why;
+    expect_rows(name_cases, [](std::wstring const &name) { return is_shortcut_path(name); });
     EXPECT_TRUE(is_shortcut_path(std::wstring(40000, L'a') + L".lnk"));
 }
 
-struct hresult_case
-{
-    std::uint32_t hresult;
-    unsigned int code;
-    char const *why;
-};
-
-constexpr hresult_case hresult_cases[] = {
+constexpr row_of<std::uint32_t, unsigned int> hresult_cases[] = {
     {0x80070002, 2, "a Win32 code"},
     {0x80070005, 5, "a Win32 code"},
     {0x8007FFFF, 65535, "all of its bits"},
@@ -73,8 +59,8 @@ constexpr hresult_case hresult_cases[] = {
 
 TEST(HresultToWin32, Table)
 {
-    for (hresult_case const &row : hresult_cases)
-        EXPECT_EQ(hresult_to_win32(static_cast<HRESULT>(row.hresult)), row.code) << row.why;
+    for (auto const &row : hresult_cases)
+        EXPECT_EQ(hresult_to_win32(static_cast<HRESULT>(row.given)), row.expected) << row.why;
 }
 
 /// Makes a shortcut file by the shell link object.
@@ -104,69 +90,57 @@ outcome read(std::wstring const &file)
     return result;
 }
 
-TEST(ReadShortcutTarget, ReadsWhatTheShellSaved)
+TEST_IN_WORKSPACE(ReadShortcutTarget, ReadsWhatTheShellSaved)
 {
-    workspace space;
-    space.make_file(space.path(uR"(dir\file)"));
+    make_file(uR"(dir\file)");
     for (wchar_t const *const target : {L"dir", LR"(dir\file)"}) {
-        save_shortcut(in(space, L"a.lnk"), in(space, target));
-        outcome const result = read(in(space, L"a.lnk"));
-        EXPECT_EQ(result.target, in(space, target));
+        save_shortcut(in(work, L"a.lnk"), in(work, target));
+        outcome const result = read(in(work, L"a.lnk"));
+        EXPECT_EQ(result.target, in(work, target));
         EXPECT_EQ(result.error, untouched);
     }
 }
 
-TEST(ReadShortcutTarget, TakesALongPrefixOff)
+TEST_IN_WORKSPACE(ReadShortcutTarget, TakesALongPrefixOff)
 {
-    workspace space;
-    space.make_directory(space.path(u"dir"));
-    save_shortcut(in(space, L"a.lnk"), in(space, L"dir"));
-    outcome const result = read(LR"(\\?\)" + in(space, L"a.lnk"));
-    EXPECT_EQ(result.target, in(space, L"dir"));
+    make_directory(u"dir");
+    save_shortcut(in(work, L"a.lnk"), in(work, L"dir"));
+    outcome const result = read(LR"(\\?\)" + in(work, L"a.lnk"));
+    EXPECT_EQ(result.target, in(work, L"dir"));
     EXPECT_EQ(result.error, untouched);
 }
 
-TEST(ReadShortcutTarget, OnAShare)
+TEST_IN_WORKSPACE(ReadShortcutTarget, OnAShare)
 {
-    workspace space;
-    if (!space.has_share())
+    if (!work.has_share())
         GTEST_SKIP() << "this system offers the tests no network share";
-    std::wstring const share = contract::wide(space.share_root());
-    save_shortcut(share + L"\\a.lnk", in(space, L""));
+    std::wstring const share = contract::wide(work.share_root());
+    save_shortcut(share + L"\\a.lnk", in(work, L""));
     EXPECT_EQ(read(share + L"\\a.lnk").error, untouched);
     EXPECT_EQ(read(share + L"\\a.lnk").target,
               read(LR"(\\?\UNC)" + share.substr(1) + L"\\a.lnk").target);
-    EXPECT_EQ(read(share + L"\\a.lnk").target.substr(0, space.root().size()),
-              contract::wide(space.root()));
+    EXPECT_EQ(read(share + L"\\a.lnk").target.substr(0, work.root().size()),
+              contract::wide(work.root()));
 }
 
 // Wine's shell doesn't look whether the target is there.
-TEST(ReadShortcutTarget, OfAMissingTarget)
+TEST_IN_WORKSPACE(ReadShortcutTarget, OfAMissingTarget)
 {
-    workspace space;
-    save_shortcut(in(space, L"a.lnk"), in(space, L"missing"));
-    outcome const result = read(in(space, L"a.lnk"));
+    save_shortcut(in(work, L"a.lnk"), in(work, L"missing"));
+    outcome const result = read(in(work, L"a.lnk"));
     EXPECT_EQ(result.error, expected(2, untouched));
-    EXPECT_EQ(result.target, contract::runs_under_wine() ? in(space, L"missing") : L"");
+    EXPECT_EQ(result.target, contract::runs_under_wine() ? in(work, L"missing") : L"");
 }
 
-TEST(ReadShortcutTarget, OfAShortcutToNothing)
+TEST_IN_WORKSPACE(ReadShortcutTarget, OfAShortcutToNothing)
 {
-    workspace space;
-    save_shortcut(in(space, L"a.lnk"), L"");
-    outcome const result = read(in(space, L"a.lnk"));
+    save_shortcut(in(work, L"a.lnk"), L"");
+    outcome const result = read(in(work, L"a.lnk"));
     EXPECT_EQ(result.target, L"");
     EXPECT_EQ(result.error, untouched) << "no path is no failure";
 }
 
-struct refused_case
-{
-    wchar_t const *name;
-    unsigned int code;
-    char const *why;
-};
-
-constexpr refused_case refused_cases[] = {
+constexpr row_of<wchar_t const *, unsigned int> refused_cases[] = {
     {L"missing.lnk", 2, "not there"},
     {LR"(missing\a.lnk)", 3, "nor the directory"},
     {L"dir.lnk", 5, "a directory"},
@@ -176,18 +150,16 @@ constexpr refused_case refused_cases[] = {
     {L"good.LNK", untouched, "not called a shortcut in these letters"},
 };
 
-TEST(ReadShortcutTarget, Failures)
+TEST_IN_WORKSPACE(ReadShortcutTarget, Failures)
 {
-    workspace space;
-    space.make_directory(space.path(u"dir.lnk"));
-    space.make_file(space.path(u"empty.lnk"));
-    space.make_file(space.path(u"text.lnk"), std::string(200, 'x'));
-    space.make_file(space.path(u"file"));
-    save_shortcut(in(space, L"good.LNK"), in(space, L"file"));
-    for (refused_case const &row : refused_cases) {
-        outcome const result = read(in(space, row.name));
+    make({u"dir.lnk\\", u"empty.lnk"});
+    make_file(u"text.lnk", std::string(200, 'x'));
+    make_file(u"file");
+    save_shortcut(in(work, L"good.LNK"), in(work, L"file"));
+    for (auto const &row : refused_cases) {
+        outcome const result = read(in(work, row.given));
         EXPECT_EQ(result.target, L"") << row.why;
-        EXPECT_EQ(result.error, row.code) << row.why;
+        EXPECT_EQ(result.error, row.expected) << row.why;
     }
 }
 

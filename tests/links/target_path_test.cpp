@@ -8,10 +8,8 @@
 #include <algorithm>
 #include <iterator>
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
-
-using namespace test_support;
 
 struct decoded
 {
@@ -188,4 +186,4 @@ TEST(TargetPath, OfRandomBytes)
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

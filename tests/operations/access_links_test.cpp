@@ -8,24 +8,14 @@
 #include "operations/access_answers.hpp"
 #include "support/calls.hpp"
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
-
-using namespace test_support;
-using test_support::failure;
 
 constexpr std::uint32_t unknown_tag = 0x80000123; // Microsoft's by its number, and nobody's
 constexpr std::uint32_t handled_tag = dfs_tag;
 constexpr char const *unknown_data = "0123456789abcdef0123";
 
-struct object_case
-{
-    char16_t const *path;
-    char const *expected;
-    char const *why;
-};
-
-constexpr object_case local_cases[] = {
+constexpr row_of<char16_t const *, char const *> local_cases[] = {
     {u"C:\\to-text", cannot_run, "a symbolic link to a file"},
     {u"C:\\to-tool", can_all, "what it leads to runs, whatever its own name"},
     {u"C:\\link.exe", cannot_run, "its own name runs, and that doesn't count"},
@@ -132,17 +122,15 @@ void build(simulated_machine &machine)
     build_others(machine);
 }
 
-TEST(AccessLinks, EachObjectInEachMode)
+TEST_ON_MACHINE(AccessLinks, EachObjectInEachMode)
 {
-    simulated_machine machine;
     build(machine);
-    for (object_case const &row : local_cases) {
-        EXPECT_EQ(access_signs(row.path), row.expected) << printable(row.path) << ": " << row.why;
-        expect_nothing_open(machine, row.why);
+    for (auto const &row : local_cases) {
+        EXPECT_EQ(access_signs(row.given), row.expected) << printable(row.given) << ": " << row.why;
     }
 }
 
-constexpr object_case network_cases[] = {
+constexpr row_of<char16_t const *, char const *> network_cases[] = {
     {u"t.exe", can_all, "a program"},
     {u"t.txt", cannot_run, "a text"},
     {u"locked.exe", cannot_write, "a read-only program"},
@@ -155,22 +143,19 @@ constexpr object_case network_cases[] = {
     {u"junction", can_nothing, "a junction to a disk of the server"},
 };
 
-TEST(AccessNetwork, EachObjectInEachMode)
+TEST_ON_MACHINE(AccessNetwork, EachObjectInEachMode)
 {
-    simulated_machine machine;
     build(machine);
     for (char16_t const *root : {u"\\\\s\\h\\", u"X:\\"}) {
-        for (object_case const &row : network_cases)
-            EXPECT_EQ(access_signs(std::u16string(root) + row.path), row.expected)
+        for (auto const &row : network_cases)
+            EXPECT_EQ(access_signs(std::u16string(root) + row.given), row.expected)
                 << printable(root) << ": " << row.why;
-        expect_nothing_open(machine, printable(root));
     }
 }
 
 // The link's own name and attributes answer, and the system opens what it leads to.
-TEST(AccessNetwork, WhereTheSystemFollowsLinks)
+TEST_ON_MACHINE(AccessNetwork, WhereTheSystemFollowsLinks)
 {
-    simulated_machine machine;
     build(machine);
     machine.follow_remote_links();
     for (char16_t const *root : {u"\\\\s\\h\\", u"X:\\"}) {
@@ -183,9 +168,8 @@ TEST(AccessNetwork, WhereTheSystemFollowsLinks)
     }
 }
 
-TEST(AccessNetwork, WhoIsNotReached)
+TEST_ON_MACHINE(AccessNetwork, WhoIsNotReached)
 {
-    simulated_machine machine;
     machine.add_share(u"s", u"h").add_dead_server(u"dead");
     EXPECT_EQ(access_signs(u"\\\\dead\\h\\f"), is_missing) << "code 53";
     EXPECT_EQ(access_signs(u"\\\\unknown\\h\\f"), is_missing) << "code 53";
@@ -237,30 +221,28 @@ constexpr denied_case denied_cases[] = {
     {u"C:\\l", u"C:\\l", right::read_extended_attributes, cannot_run, "not seen to be a link"},
 };
 
-TEST(AccessRights, EachThatIsDenied)
+TEST_ON_MACHINE(AccessRights, EachThatIsDenied)
 {
     for (denied_case const &row : denied_cases) {
-        simulated_machine machine;
-        machine.add_share(u"s", u"h").map_drive(u'X', u"s", u"h").add_file(u"\\\\s\\h\\f.exe");
-        machine.add_file(u"C:\\f.exe").add_file(u"C:\\f.txt").add_file(u"C:\\d\\f.exe");
-        machine.add_file(u"C:\\f.b\u00E9x").add_symbolic_link(u"C:\\l", u"f.exe");
-        machine.deny(row.denied_at, row.denied);
+        simulated_machine fresh;
+        fresh.add_share(u"s", u"h").map_drive(u'X', u"s", u"h").add_file(u"\\\\s\\h\\f.exe");
+        fresh.add_file(u"C:\\f.exe").add_file(u"C:\\f.txt").add_file(u"C:\\d\\f.exe");
+        fresh.add_file(u"C:\\f.b\u00E9x").add_symbolic_link(u"C:\\l", u"f.exe");
+        fresh.deny(row.denied_at, row.denied);
         EXPECT_EQ(access_signs(row.path), row.expected) << printable(row.path) << ": " << row.why;
-        EXPECT_EQ(machine.open_handles(), 0);
+        EXPECT_EQ(fresh.open_handles(), 0);
     }
 }
 
-TEST(AccessRights, ADenialNamesTheHopThatItCameFrom)
+TEST_ON_MACHINE(AccessRights, ADenialNamesTheHopThatItCameFrom)
 {
-    simulated_machine machine;
     machine.add_symbolic_link(u"C:\\l", u"f.exe").add_file(u"C:\\f.exe");
     machine.deny(u"C:\\f.exe", right::read_attributes);
     EXPECT_EQ(access_signs(u"C:\\l", uR"(\\?\C:\f.exe)"), is_denied);
 }
 
-TEST(AccessLinks, ATextThatIsADeviceIsAFailure)
+TEST_ON_MACHINE(AccessLinks, ATextThatIsADeviceIsAFailure)
 {
-    simulated_machine machine;
     machine.add_symbolic_link(u"C:\\device", u"x", u"\\\\.\\COM1", 0);
     machine.add_symbolic_link(u"C:\\server", u"x", u"\\\\s", 0);
     for (char16_t const *path : {u"C:\\device", u"C:\\server"})
@@ -278,44 +260,43 @@ void add_chain(simulated_machine &machine, int links)
     }
 }
 
-TEST(AccessChains, NineteenLinksAreFollowed)
+TEST_ON_MACHINE(AccessChains, NineteenLinksAreFollowed)
 {
     for (int const links : {1, 18, 19}) {
-        simulated_machine machine;
-        add_chain(machine, links);
+        simulated_machine fresh;
+        add_chain(fresh, links);
         EXPECT_EQ(access_signs(u"C:\\l1"), is_missing) << links;
-        machine.add_file(u"C:\\end.exe");
+        fresh.add_file(u"C:\\end.exe");
         EXPECT_EQ(access_signs(u"C:\\l1"), can_all) << links;
-        machine.set_attributes(u"C:\\end.exe", 1);
+        fresh.set_attributes(u"C:\\end.exe", 1);
         EXPECT_EQ(access_signs(u"C:\\l1"), cannot_write) << links;
     }
 }
 
 void expect_loop(std::u16string const &path, std::u16string const &reached, char const *why)
 {
-    failure const expected = too_many_links(reached);
+    auto const expected = too_many_links(reached);
     for (unsigned int mode = 1; mode <= 15; ++mode) {
         EXPECT_FAILURE(access(path, mode), expected) << why << ", mode " << mode;
         EXPECT_FAILURE(access(upath(path), mode), expected) << why;
     }
 }
 
-TEST(AccessChains, TwentyLinksAreTooMany)
+TEST_ON_MACHINE(AccessChains, TwentyLinksAreTooMany)
 {
     for (int const links : {20, 21, 40}) {
-        simulated_machine machine;
-        add_chain(machine, links);
+        simulated_machine fresh;
+        add_chain(fresh, links);
         std::u16string const reached = links == 20 ? uR"(\\?\C:\end.exe)" : uR"(\\?\C:\l21)";
         expect_loop(u"C:\\l1", reached, "whether anything stands there isn't asked");
-        machine.add_file(u"C:\\end.exe");
+        fresh.add_file(u"C:\\end.exe");
         expect_loop(u"C:\\l1", reached, "nor what");
-        expect_nothing_open(machine, "a chain");
+        expect_nothing_open(fresh, "a chain");
     }
 }
 
-TEST(AccessChains, Loops)
+TEST_ON_MACHINE(AccessChains, Loops)
 {
-    simulated_machine machine;
     machine.add_symbolic_link(u"C:\\self", u"self").add_junction(u"C:\\round", u"C:\\round");
     machine.add_symbolic_link(u"C:\\ping", u"pong").add_symbolic_link(u"C:\\pong", u"ping");
     machine.add_symbolic_link(u"C:\\walk", u".\\self");
@@ -326,4 +307,4 @@ TEST(AccessChains, Loops)
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

@@ -4,15 +4,12 @@
 
 #include "operations/access_answers.hpp"
 #include "support/attributes_for_now.hpp"
-#include "support/names.hpp"
-#include "support/workspace.hpp"
+#include "support/in_workspace.hpp"
 
 #include <limits>
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
-
-using namespace test_support;
 
 constexpr answer_row<char16_t> name_cases[] = {
     {u"tool.exe", true, "a program"},
@@ -38,44 +35,36 @@ constexpr answer_row<char16_t> name_cases[] = {
     {u"dir.exe\\tool", false, "the directory's extension"},
 };
 
-TEST(Access, OfFilesInEachMode)
+TEST_IN_WORKSPACE(Access, OfFilesInEachMode)
 {
-    workspace space;
     for (auto const &row : name_cases) {
-        std::u16string const path = space.path(row.text);
-        space.make_file(path, "1");
+        std::u16string const path = make_file(row.text, "1");
         EXPECT_EQ(access_signs(path), row.expected ? can_all : cannot_run) << row.why;
     }
 }
 
-TEST(Access, OfReadOnlyFilesInEachMode)
+TEST_IN_WORKSPACE(Access, OfReadOnlyFilesInEachMode)
 {
-    workspace space;
     for (auto const &row : name_cases) {
-        std::u16string const path = space.path(row.text);
-        space.make_file(path, "1");
+        std::u16string const path = make_file(row.text, "1");
         attributes_for_now const read_only(path, FILE_ATTRIBUTE_READONLY);
         EXPECT_EQ(access_signs(path), row.expected ? cannot_write : cannot_write_or_run) << row.why;
     }
 }
 
-TEST(Access, OfHiddenAndSystemFiles)
+TEST_IN_WORKSPACE(Access, OfHiddenAndSystemFiles)
 {
-    workspace space;
-    std::u16string const path = space.path(u"tool.exe");
-    space.make_file(path);
+    std::u16string const path = make_file(u"tool.exe");
     for (DWORD const attributes : {0x2U, 0x4U, 0x20U, 0x26U, 0x2000U}) {
         attributes_for_now const set(path, attributes);
         EXPECT_EQ(access_signs(path), can_all) << attributes;
     }
 }
 
-TEST(Access, OfDirectoriesInEachMode)
+TEST_IN_WORKSPACE(Access, OfDirectoriesInEachMode)
 {
-    workspace space;
     for (char16_t const *name : {u"dir", u"dir.exe"}) {
-        std::u16string const path = space.path(name);
-        space.make_directory(path);
+        std::u16string const path = make_directory(name);
         EXPECT_EQ(access_signs(path), cannot_run) << "never executed";
         attributes_for_now const read_only(path, FILE_ATTRIBUTE_READONLY);
         EXPECT_EQ(access_signs(path), cannot_run) << "read-only says nothing about a directory";
@@ -84,20 +73,19 @@ TEST(Access, OfDirectoriesInEachMode)
     EXPECT_FALSE(access(u"C:\\", access_execute)) << "a root";
 }
 
-TEST(Access, OfNamesThatAreNotThere)
+TEST_IN_WORKSPACE(Access, OfNamesThatAreNotThere)
 {
-    workspace space;
-    space.make_file(space.path(u"file"));
-    EXPECT_EQ(access_signs(space.path(u"no.exe")), is_missing) << "code 2";
-    EXPECT_EQ(access_signs(space.path(u"no\\no")), is_missing) << "code 3";
-    EXPECT_EQ(access_signs(space.path(u"file\\no")), is_missing) << "below a file";
-    EXPECT_EQ(access_signs(space.path(u"a<b")), is_missing) << "code 123";
+    make_file(u"file");
+    EXPECT_EQ(access_signs(at(u"no.exe")), is_missing) << "code 2";
+    EXPECT_EQ(access_signs(at(u"no\\no")), is_missing) << "code 3";
+    EXPECT_EQ(access_signs(at(u"file\\no")), is_missing) << "below a file";
+    EXPECT_EQ(access_signs(at(u"a<b")), is_missing) << "code 123";
     EXPECT_EQ(access_signs(u"Q:\\no"), is_missing) << "no such drive";
-    EXPECT_EQ(access_signs(space.path(u"no.b\u00E9x")), is_missing) << "before its extension";
-    EXPECT_EQ(space.entries(space.root()), names{u"file"});
+    EXPECT_EQ(access_signs(at(u"no.b\u00E9x")), is_missing) << "before its extension";
+    EXPECT_EQ(entries(), names{u"file"});
 }
 
-TEST(Access, RefusesTheEmptyPathAheadOfTheMode)
+TEST_IN_WORKSPACE(Access, RefusesTheEmptyPathAheadOfTheMode)
 {
     auto const refusal = empty_path();
     for (unsigned int const mode : {0U, 1U, 8U, 15U, 16U, 0xFFFFFFFFU}) {
@@ -107,16 +95,15 @@ TEST(Access, RefusesTheEmptyPathAheadOfTheMode)
     EXPECT_FAILURE(access(uR"(\\?\)", 1), refusal) << "nothing but a prefix";
 }
 
-TEST(Access, RefusesOtherModes)
+TEST_IN_WORKSPACE(Access, RefusesOtherModes)
 {
-    workspace space;
-    space.make_file(space.path(u"tool.exe"));
+    make_file(u"tool.exe");
     auto const refusal = invalid_argument("Unsupported Access Mode");
     constexpr unsigned int modes[] = {
         0, 16, 17, 31, 32, 0x80, 0x100, 0x10001, 0x80000000, std::numeric_limits<unsigned>::max()};
     for (unsigned int const mode : modes) {
         for (char16_t const *name : {u"tool.exe", u"no", u"no\\no", u"a<b"}) {
-            std::u16string const path = space.path(name);
+            std::u16string const path = at(name);
             EXPECT_FAILURE(access(path, mode), refusal) << mode;
             EXPECT_FAILURE(access(upath(path), mode), refusal) << mode;
         }
@@ -124,73 +111,68 @@ TEST(Access, RefusesOtherModes)
     }
 }
 
-TEST(Access, OfAnExtensionBeyondAscii)
+TEST_IN_WORKSPACE(Access, OfAnExtensionBeyondAscii)
 {
-    workspace space;
     for (char16_t const *name : {u"f.b\u00E9x", u"f.\u00E9xe", u".ex\u00E9"}) {
-        space.make_file(space.path(name));
-        EXPECT_EQ(access_signs(space.path(name)), has_invalid_character);
+        make_file(name);
+        EXPECT_EQ(access_signs(at(name)), has_invalid_character);
     }
-    space.make_directory(space.path(u"d.b\u00E9x"));
-    EXPECT_EQ(access_signs(space.path(u"d.b\u00E9x")), cannot_run) << "a directory isn't asked";
+    make_directory(u"d.b\u00E9x");
+    EXPECT_EQ(access_signs(at(u"d.b\u00E9x")), cannot_run) << "a directory isn't asked";
     for (char16_t const *name : {u"f.b\u00E9", u"f.ex\u00E9x", u"\u00E9\u00E9\u00E9.txt"}) {
-        space.make_file(space.path(name));
-        EXPECT_EQ(access_signs(space.path(name)), cannot_run) << "it has to be of three units";
+        make_file(name);
+        EXPECT_EQ(access_signs(at(name)), cannot_run) << "it has to be of three units";
     }
 }
 
-TEST(Access, BringsTextsToNativeForm)
+TEST_IN_WORKSPACE(Access, BringsTextsToNativeForm)
 {
-    workspace space;
-    space.make_file(space.path(u"a\\tool.exe"));
-    space.make_file(space.path(u"a\\text"));
-    space.change_directory(space.path(u"a"));
+    make({u"a\\tool.exe", u"a\\text"});
+    enter(u"a");
     for (char16_t const *text : {u"tool.exe", u"./tool.exe", u"..\\a\\tool.exe", u"../a//tool.exe"})
         for (unsigned int mode = 1; mode <= 15; ++mode)
             EXPECT_TRUE(access(text, mode)) << printable(text) << ", mode " << mode;
-    EXPECT_TRUE(access(uR"(\\?\)" + space.path(u"a\\tool.exe"), access_execute)) << "with a prefix";
+    EXPECT_TRUE(access(uR"(\\?\)" + at(u"a\\tool.exe"), access_execute)) << "with a prefix";
     EXPECT_FALSE(access(u"text", access_execute));
     EXPECT_FALSE(access(u"a\\tool.exe", access_exists));
-    std::u16string cut = space.path(u"a\\text");
+    std::u16string cut = at(u"a\\text");
     cut.append(u"\0.exe", 5);
     EXPECT_FALSE(access(cut, access_execute)) << "a NUL ends the pathname, and with it the name";
 }
 
-TEST(Access, OfPathnamesAboutTheLimits)
+TEST_IN_WORKSPACE(Access, OfPathnamesAboutTheLimits)
 {
-    workspace space;
-    std::u16string const folder = of_size((space.root() + u"\\").c_str(), 200);
+    std::u16string const folder = of_size((work.root() + u"\\").c_str(), 200);
     for (std::size_t const size : {247U, 248U, 259U, 260U, 261U, 400U}) {
         std::u16string const path = of_size((folder + u"\\").c_str(), size - 4) + u".exe";
         ASSERT_EQ(path.size(), size);
-        space.make_file(path);
+        work.make_file(path);
         EXPECT_EQ(access_signs(path), can_all) << size;
         EXPECT_EQ(access_signs(uR"(\\?\)" + path), can_all) << size;
         EXPECT_EQ(access_signs(of_size((folder + u"\\b").c_str(), size)), is_missing) << size;
     }
 }
 
-TEST(Access, OfPathnamesThatCannotBe)
+TEST_IN_WORKSPACE(Access, OfPathnamesThatCannotBe)
 {
     for (char16_t const *path : {u"\\\\server", u"\\\\.\\COM1"})
         for (unsigned int const mode : {1U, 2U, 8U, 15U})
             EXPECT_FAILURE(access(path, mode), bad_path_type(path)) << mode;
 }
 
-TEST(Access, OnAShare)
+TEST_IN_WORKSPACE(Access, OnAShare)
 {
-    workspace space;
-    NEEDS(space.has_share(), "this system offers the tests no network share");
-    std::u16string const tool = space.share_root() + u"\\tool.exe";
-    space.make_file(tool);
+    NEEDS(work.has_share(), "this system offers the tests no network share");
+    std::u16string const tool = work.share_root() + u"\\tool.exe";
+    work.make_file(tool);
     EXPECT_EQ(access_signs(tool), can_all);
-    EXPECT_EQ(access_signs(space.share_root()), cannot_run);
-    EXPECT_EQ(access_signs(space.share_root() + u"\\no"), is_missing);
+    EXPECT_EQ(access_signs(work.share_root()), cannot_run);
+    EXPECT_EQ(access_signs(work.share_root() + u"\\no"), is_missing);
     attributes_for_now const read_only(tool, FILE_ATTRIBUTE_READONLY);
     EXPECT_EQ(access_signs(tool), cannot_write);
 }
 
-TEST(Access, TheNamesOfModes)
+TEST_IN_WORKSPACE(Access, TheNamesOfModes)
 {
     EXPECT_EQ(access_exists, 1U);
     EXPECT_EQ(access_read, 2U);
@@ -199,4 +181,4 @@ TEST(Access, TheNamesOfModes)
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

@@ -3,16 +3,12 @@
 
 #include <fl/filesystem/operations.hpp>
 
-#include "support/names.hpp"
-#include "support/workspace.hpp"
+#include "support/in_workspace.hpp"
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
 
-using namespace test_support;
-using test_support::failure;
-
-failure refusal_of(std::u16string const &blanks)
+auto refusal_of(std::u16string const &blanks)
 {
     if (runs_under_wine())
         return system_error(31, blanks);
@@ -50,31 +46,28 @@ constexpr operation operations[] = {
     {"space", [](std::u16string const &p) { space(upath(p)); }},
 };
 
-TEST(BlankNames, AreRefusedBeforeAnythingIsTouched)
+TEST_IN_WORKSPACE(BlankNames, AreRefusedBeforeAnythingIsTouched)
 {
     for (operation const &row : operations) {
         for (std::u16string const blanks : {u" ", u"   "}) {
-            workspace work;
-            work.make_file(work.path(u"file"), "content");
-            work.make_file(work.path(uR"(dir\inner)"));
-            work.change_directory(work.root());
-            std::uint32_t const attributes = work.attributes(work.root());
+            workspace fresh;
+            fresh.make_file(fresh.path(u"file"), "content");
+            fresh.make_file(fresh.path(uR"(dir\inner)"));
+            fresh.change_directory(fresh.root());
+            std::uint32_t const attributes = fresh.attributes(fresh.root());
             EXPECT_FAILURE(row.run(blanks), refusal_of(blanks)) << row.name;
-            EXPECT_EQ(work.entries(work.root()), (names{u"dir", u"file"})) << row.name;
-            EXPECT_TRUE(work.is_file(work.path(uR"(dir\inner)"))) << row.name;
-            EXPECT_EQ(work.content(work.path(u"file")), "content") << row.name;
-            EXPECT_EQ(work.attributes(work.root()), attributes) << row.name;
+            EXPECT_EQ(fresh.entries(fresh.root()), (names{u"dir", u"file"})) << row.name;
+            EXPECT_TRUE(fresh.is_file(fresh.path(uR"(dir\inner)"))) << row.name;
+            EXPECT_EQ(fresh.content(fresh.path(u"file")), "content") << row.name;
+            EXPECT_EQ(fresh.attributes(fresh.root()), attributes) << row.name;
         }
     }
 }
 
 // Queries take what the system says of a wrong name for a no, and nothing else.
-TEST(BlankNames, AreThereForNobody)
+TEST_IN_WORKSPACE(BlankNames, AreThereForNobody)
 {
-    workspace work;
-    work.change_directory(work.root());
-    std::optional<failure> const told =
-        runs_under_wine() ? std::optional(refusal_of(u" ")) : std::nullopt;
+    maybe_failure const told = runs_under_wine() ? std::optional(refusal_of(u" ")) : std::nullopt;
     file_status looked_at(file_status::directory_file, 0, {}, {}, {}, 0);
     EXPECT_EQ(failure_of([&] { looked_at = status(u" "); }), told);
     EXPECT_EQ(file_status::exists(looked_at), told.has_value());
@@ -84,4 +77,4 @@ TEST(BlankNames, AreThereForNobody)
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

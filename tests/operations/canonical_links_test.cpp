@@ -5,10 +5,8 @@
 #include "access/walking.hpp"
 #include "support/calls.hpp"
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
-
-using namespace test_support;
 
 std::u16string numbered(std::u16string_view head, int number)
 {
@@ -44,8 +42,7 @@ void add_links(simulated_machine &machine)
 {
     machine.add_drive(u'D').add_share(u"s", u"h").add_file(uR"(\\s\h\f)");
     machine.add_file(uR"(C:\d\f)").add_file(uR"(C:\d\e\f)").add_file(uR"(D:\real\t)");
-    machine.add_file(uR"(D:\real\sub\x)");
-    machine.add_symbolic_link(uR"(C:\f.link)", uR"(C:\d\f)");
+    machine.add_file(uR"(D:\real\sub\x)").add_symbolic_link(uR"(C:\f.link)", uR"(C:\d\f)");
     machine.add_symbolic_link(uR"(C:\d.link)", u"d", flavour::directory);
     machine.add_symbolic_link(uR"(C:\d\up)", uR"(..\d\e\f)");
     machine.add_symbolic_link(uR"(C:\chain)", u"chain2");
@@ -55,29 +52,24 @@ void add_links(simulated_machine &machine)
     machine.add_symbolic_link(uR"(D:\real\sub\back)", uR"(..\t)");
     machine.add_symbolic_link(uR"(C:\behind)", uR"(junction\..\t)");
     machine.add_junction(uR"(C:\nameless)", uR"(\??\D:\real\sub\)", u"");
-    machine.add_mount_point(uR"(C:\volume)", u'D');
-    machine.add_shortcut(uR"(C:\t.lnk)", uR"(D:\real\t)");
+    machine.add_mount_point(uR"(C:\volume)", u'D').add_shortcut(uR"(C:\t.lnk)", uR"(D:\real\t)");
     machine.add_shortcut(uR"(C:\sub.lnk)", uR"(D:\real\sub)");
     machine.add_symbolic_link(uR"(C:\to.lnk)", u"t.lnk");
     machine.add_symbolic_link(uR"(C:\to share)", uR"(\\s\h\f)");
     machine.add_deduplicated_file(uR"(C:\dedup)");
 }
 
-TEST(CanonicalLinks, AreAllFollowed)
+TEST_ON_MACHINE(CanonicalLinks, AreAllFollowed)
 {
-    simulated_machine machine;
     add_links(machine);
     for (auto const &row : link_cases) {
         EXPECT_EQ(canonical(row.text), row.expected) << row.why;
         EXPECT_EQ(canonical(upath(row.text)).native(), row.expected) << row.why;
     }
-    EXPECT_EQ(machine.open_handles(), 0);
-    EXPECT_EQ(machine.live_interfaces(), 0);
 }
 
-TEST(CanonicalLinks, BelowABase)
+TEST_ON_MACHINE(CanonicalLinks, BelowABase)
 {
-    simulated_machine machine;
     add_links(machine);
     EXPECT_EQ(canonical(u"back", uR"(C:\way)"), uR"(D:\real\t)");
     EXPECT_EQ(canonical(u"x", uR"(C:\sub.lnk)"), uR"(D:\real\sub\x)");
@@ -89,22 +81,18 @@ constexpr char16_t const *dead_ends[] = {uR"(C:\missing)",    uR"(C:\missing\x)"
                                          uR"(C:\below file)", uR"(C:\up from file)",
                                          uR"(C:\no.lnk)",     uR"(C:\hidden\x)"};
 
-TEST(CanonicalLinks, ThatLeadNowhere)
+TEST_ON_MACHINE(CanonicalLinks, ThatLeadNowhere)
 {
-    simulated_machine machine;
     machine.add_file(uR"(C:\f)").add_symbolic_link(uR"(C:\missing)", u"no");
     machine.add_symbolic_link(uR"(C:\below file)", uR"(f\x)");
     machine.add_symbolic_link(uR"(C:\up from file)", uR"(f\..\f)");
-    machine.add_shortcut(uR"(C:\no.lnk)", uR"(C:\no)");
-    machine.add_junction(uR"(C:\hidden)", uR"(Q:\d)");
+    machine.add_shortcut(uR"(C:\no.lnk)", uR"(C:\no)").add_junction(uR"(C:\hidden)", uR"(Q:\d)");
     for (char16_t const *text : dead_ends)
         EXPECT_FAILURE(canonical(text), not_found(u"")) << printable(text);
-    EXPECT_EQ(machine.open_handles(), 0);
 }
 
-TEST(CanonicalLinks, ATextThatIsNoPathname)
+TEST_ON_MACHINE(CanonicalLinks, ATextThatIsNoPathname)
 {
-    simulated_machine machine;
     for (char16_t const *text : {uR"(\\s)", uR"(\\?\x)"}) {
         machine.add_symbolic_link(u"C:\\l", text, text, 0);
         EXPECT_FAILURE(canonical(u"C:\\l"), invalid_argument("Invalid Path Type"));
@@ -112,9 +100,8 @@ TEST(CanonicalLinks, ATextThatIsNoPathname)
     }
 }
 
-TEST(CanonicalLinks, HundredAndNoMore)
+TEST_ON_MACHINE(CanonicalLinks, HundredAndNoMore)
 {
-    simulated_machine machine;
     machine.add_file(uR"(C:\l0)");
     for (int i = 1; i <= 101; ++i)
         machine.add_symbolic_link(numbered(uR"(C:\l)", i), numbered(u"l", i - 1));
@@ -123,21 +110,18 @@ TEST(CanonicalLinks, HundredAndNoMore)
         << "the 101st that is met";
 }
 
-TEST(CanonicalLinks, Loops)
+TEST_ON_MACHINE(CanonicalLinks, Loops)
 {
-    simulated_machine machine;
     machine.add_symbolic_link(uR"(C:\self)", u"self");
     machine.add_symbolic_link(uR"(C:\a)", u"b").add_symbolic_link(uR"(C:\b)", u"a");
     EXPECT_FAILURE(canonical(uR"(C:\self)"), too_many_links(uR"(\\?\C:\self)"));
     EXPECT_FAILURE(canonical(uR"(C:\a)"), too_many_links(uR"(\\?\C:\a)"))
         << "the 101st link of a pair is the first one again";
-    EXPECT_EQ(machine.open_handles(), 0);
 }
 
 // A drive in a link on a network is a drive of the server.
-TEST(CanonicalLinks, OnANetworkThatNameADriveStay)
+TEST_ON_MACHINE(CanonicalLinks, OnANetworkThatNameADriveStay)
 {
-    simulated_machine machine;
     machine.add_share(u"s", u"h").map_drive(u'X', u"s", u"h").add_directory(uR"(C:\x)");
     machine.add_symbolic_link(uR"(\\s\h\d\l)", uR"(C:\x)", flavour::directory);
     machine.add_symbolic_link(uR"(\\s\h\d\near)", u"f").add_file(uR"(\\s\h\d\f)");
@@ -157,13 +141,9 @@ TEST(CanonicalLinks, OnANetworkThatNameADriveStay)
         EXPECT_EQ(canonical(row.text), row.expected) << row.why;
 }
 
-TEST(CanonicalLinks, ToAPathnameBeyondTheLimitOfAPlainOne)
+TEST_ON_MACHINE(CanonicalLinks, ToAPathnameBeyondTheLimitOfAPlainOne)
 {
-    simulated_machine machine;
-    std::u16string target = uR"(C:\)";
-    while (target.size() < 3000)
-        target += std::u16string(199, u'd') + u'\\';
-    target += u'f';
+    std::u16string const target = chain_of_size(u"C:", 3000);
     machine.add_file(target).add_symbolic_link(uR"(C:\l)", target);
     EXPECT_EQ(canonical(uR"(C:\l)"), target);
     std::u16string const on_share = uR"(\\s\h)" + target.substr(2);
@@ -172,21 +152,17 @@ TEST(CanonicalLinks, ToAPathnameBeyondTheLimitOfAPlainOne)
 }
 
 // The target's text goes to the system up to its first NUL.
-TEST(CanonicalLinks, ANulInTheTargetEndsIt)
+TEST_ON_MACHINE(CanonicalLinks, ANulInTheTargetEndsIt)
 {
     using namespace std::string_view_literals;
-    simulated_machine machine;
-    machine.add_file(uR"(C:\f)");
-    machine.add_symbolic_link(uR"(C:\l)", u"f\0junk"sv, u"f\0junk"sv, 1);
+    machine.add_file(uR"(C:\f)").add_symbolic_link(uR"(C:\l)", u"f\0junk"sv, u"f\0junk"sv, 1);
     EXPECT_EQ(canonical(uR"(C:\l)"), uR"(C:\f)");
 }
 
-TEST(CanonicalLinks, WhatTheCallerMayNotLookAt)
+TEST_ON_MACHINE(CanonicalLinks, WhatTheCallerMayNotLookAt)
 {
-    simulated_machine machine;
     machine.add_file(uR"(C:\d\f)").add_symbolic_link(uR"(C:\l)", uR"(d\f)");
-    machine.deny(uR"(C:\d)", right::list);
-    machine.deny(uR"(C:\d\f)", right::read_attributes);
+    machine.deny(uR"(C:\d)", right::list).deny(uR"(C:\d\f)", right::read_attributes);
     EXPECT_FAILURE(canonical(uR"(C:\d\f)"), denied(uR"(\\?\C:\d\f)"));
     EXPECT_FAILURE(canonical(uR"(C:\l)"), denied(uR"(\\?\C:\d\f)"))
         << "the link's target, not the link";
@@ -197,4 +173,4 @@ TEST(CanonicalLinks, WhatTheCallerMayNotLookAt)
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

@@ -8,12 +8,10 @@
 // In calls with literals and options the namespace is told: those of the standard library
 // would fit as well, found by its type of the options.
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
 
-using namespace test_support;
 using std::filesystem::copy_options;
-using test_support::failure;
 
 /// The names in a `\`-separated chain of `depth` directories below `head`.
 std::u16string chain(std::u16string text, int depth)
@@ -23,9 +21,8 @@ std::u16string chain(std::u16string text, int depth)
     return text;
 }
 
-TEST(CopyCalls, OfAFile)
+TEST_ON_MACHINE(CopyCalls, OfAFile)
 {
-    simulated_machine machine;
     machine.add_file(uR"(C:\a)");
     copy(u"a", u"b");
     EXPECT_EQ(calls(machine),
@@ -34,9 +31,8 @@ TEST(CopyCalls, OfAFile)
         << "`to` is formed first";
 }
 
-TEST(CopyFileCalls, OneExpansionEachAndTheCopy)
+TEST_ON_MACHINE(CopyFileCalls, OneExpansionEachAndTheCopy)
 {
-    simulated_machine machine;
     machine.add_file(uR"(C:\a)");
     copy_file(u"a", u"b");
     EXPECT_EQ(calls(machine),
@@ -45,9 +41,8 @@ TEST(CopyFileCalls, OneExpansionEachAndTheCopy)
     EXPECT_EQ(machine.journal().back().flags, 1U) << "fails if there is something";
 }
 
-TEST(CopyCalls, NoneForOptionsThatExcludeEachOther)
+TEST_ON_MACHINE(CopyCalls, NoneForOptionsThatExcludeEachOther)
 {
-    simulated_machine machine;
     constexpr auto options = copy_options::skip_existing | copy_options::update_existing;
     EXPECT_TRUE(failure_of([] { fl::filesystem::copy(u"a", u"b", options); }));
     EXPECT_TRUE(failure_of([] { fl::filesystem::copy_file(u"a", u"b", options); }));
@@ -55,9 +50,8 @@ TEST(CopyCalls, NoneForOptionsThatExcludeEachOther)
     EXPECT_EQ(calls(machine), lines{});
 }
 
-TEST(CopyCalls, OfWhatIsMissingDontLookAtTheTarget)
+TEST_ON_MACHINE(CopyCalls, OfWhatIsMissingDontLookAtTheTarget)
 {
-    simulated_machine machine;
     machine.add_file(uR"(C:\b)");
     EXPECT_FAILURE(copy(u"no", u"b"), not_found(u"no"));
     lines const made = calls(machine);
@@ -66,9 +60,8 @@ TEST(CopyCalls, OfWhatIsMissingDontLookAtTheTarget)
         EXPECT_EQ(call.find(R"(C:\b)"), std::string::npos) << call;
 }
 
-TEST(CopyCalls, ATargetThatCantBeLookedAtEndsIt)
+TEST_ON_MACHINE(CopyCalls, ATargetThatCantBeLookedAtEndsIt)
 {
-    simulated_machine machine;
     machine.add_file(uR"(C:\a)", "from").add_file(uR"(C:\b)", "to");
     sure_fault const fault = machine.fail_every_call_on_name(uR"(C:\b)", ERROR_IO_DEVICE);
     EXPECT_FAILURE(copy(u"a", u"b", copy_options::overwrite_existing),
@@ -80,35 +73,29 @@ TEST(CopyCalls, ATargetThatCantBeLookedAtEndsIt)
 
 // The pathname of a root ends in the separator that the names below go behind, and a drive alone
 // stands for its current directory.
-TEST(CopyCalls, NamesBelowARootAreToldAsTheyAreWritten)
+TEST_ON_MACHINE(CopyCalls, NamesBelowARootAreToldAsTheyAreWritten)
 {
-    struct
-    {
-        char16_t const *from;
-        names told;
-        char const *why;
-    } const cases[] = {
+    row_of<char16_t const *, names> const cases[] = {
         {u"D:\\", {uR"(D:\ > C:\to)", uR"(D:\f > C:\to\f)"}, "a root"},
         {u"D:", {uR"(D: > C:\to)", uR"(D:f > C:\to\f)"}, "a drive that is in its root"},
         {uR"(D:\.)", {uR"(D:\. > C:\to)", uR"(D:\.\f > C:\to\f)"}, "as it was written"},
     };
     for (auto const &row : cases) {
-        simulated_machine machine;
-        machine.add_drive(u'D').add_file(uR"(D:\f)", "text");
+        simulated_machine fresh;
+        fresh.add_drive(u'D').add_file(uR"(D:\f)", "text");
         names told;
         auto const note = [&](copy_progress const &progress) {
             told.push_back(progress.from + u" > " + progress.to);
             return true;
         };
-        EXPECT_TRUE(fl::filesystem::copy(row.from, uR"(C:\to)", copy_options::recursive, note));
-        EXPECT_EQ(told, row.told) << row.why;
-        EXPECT_EQ(machine.content(uR"(C:\to\f)"), "text") << row.why;
+        EXPECT_TRUE(fl::filesystem::copy(row.given, uR"(C:\to)", copy_options::recursive, note));
+        EXPECT_EQ(told, row.expected) << row.why;
+        EXPECT_EQ(fresh.content(uR"(C:\to\f)"), "text") << row.why;
     }
 }
 
-TEST(CopyDirectoryCalls, LookAndCreate)
+TEST_ON_MACHINE(CopyDirectoryCalls, LookAndCreate)
 {
-    simulated_machine machine;
     machine.add_directory(uR"(C:\a)").set_attributes(uR"(C:\a)", FILE_ATTRIBUTE_READONLY);
     machine.set_times(uR"(C:\a)", {1, 2, 3});
     copy_directory(u"a", u"b");
@@ -118,9 +105,8 @@ TEST(CopyDirectoryCalls, LookAndCreate)
     EXPECT_NE(machine.times_of(uR"(C:\b)").write, 3U);
 }
 
-TEST(CopyDirectoryCalls, WhatCantBeLookedAtIsAboutItAlone)
+TEST_ON_MACHINE(CopyDirectoryCalls, WhatCantBeLookedAtIsAboutItAlone)
 {
-    simulated_machine machine;
     machine.add_directory(uR"(C:\a)");
     for (DWORD const code : {59U, 1117U}) {
         sure_fault const fault = machine.fail_call("GetFileAttributesExW", 1, code);
@@ -129,9 +115,8 @@ TEST(CopyDirectoryCalls, WhatCantBeLookedAtIsAboutItAlone)
     EXPECT_FALSE(machine.exists(uR"(C:\b)"));
 }
 
-TEST(CopyDirectoryCalls, FollowALink)
+TEST_ON_MACHINE(CopyDirectoryCalls, FollowALink)
 {
-    simulated_machine machine;
     machine.add_directory(uR"(C:\a)").add_symbolic_link(uR"(C:\l)", u"a", flavour::directory);
     machine.add_symbolic_link(uR"(C:\broken)", u"no", flavour::directory);
     copy_directory(u"l", u"b");
@@ -141,9 +126,8 @@ TEST(CopyDirectoryCalls, FollowALink)
     EXPECT_FAILURE(copy_directory(u"l", u"c"), system_error(112, u"l", u"c"));
 }
 
-TEST(CopyFileCalls, ContentAttributesAndTimeOfWriting)
+TEST_ON_MACHINE(CopyFileCalls, ContentAttributesAndTimeOfWriting)
 {
-    simulated_machine machine;
     machine.add_file(uR"(C:\a)", "content");
     machine.set_attributes(uR"(C:\a)", FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN);
     machine.set_times(uR"(C:\a)", {1, 2, 3});
@@ -154,9 +138,8 @@ TEST(CopyFileCalls, ContentAttributesAndTimeOfWriting)
     EXPECT_EQ(machine.times_of(uR"(C:\b)").write, 3U);
 }
 
-TEST(CopyFileCalls, OfMoreThanFourGibibytes)
+TEST_ON_MACHINE(CopyFileCalls, OfMoreThanFourGibibytes)
 {
-    simulated_machine machine;
     constexpr std::uint64_t size = (std::uint64_t{1} << 32) + 5;
     machine.add_sparse_file(uR"(C:\a)", size, "end");
     copy_file(u"a", u"b");
@@ -164,43 +147,38 @@ TEST(CopyFileCalls, OfMoreThanFourGibibytes)
     EXPECT_EQ(machine.content(uR"(C:\b)", size - 3, 3), "end");
 }
 
-TEST(CopyFileCalls, UpdatesWhatIsOlderOnly)
+TEST_ON_MACHINE(CopyFileCalls, UpdatesWhatIsOlderOnly)
 {
-    struct
-    {
-        std::uint64_t from, to;
-        char const *expected, *why;
-    } const cases[] = {
+    row_of_two<std::uint64_t, std::uint64_t, char const *> const cases[] = {
         {200, 199, "from", "older"},
         {200, 200, "to", "of the same age"},
         {200, 201, "to", "newer"},
     };
     for (auto const &row : cases) {
-        simulated_machine machine;
-        machine.add_file(uR"(C:\a)", "from").add_file(uR"(C:\b)", "to");
-        machine.set_times(uR"(C:\a)", {900, 900, row.from});
-        machine.set_times(uR"(C:\b)", {100, 100, row.to});
+        simulated_machine fresh;
+        fresh.add_file(uR"(C:\a)", "from").add_file(uR"(C:\b)", "to");
+        fresh.set_times(uR"(C:\a)", {900, 900, row.first});
+        fresh.set_times(uR"(C:\b)", {100, 100, row.second});
         fl::filesystem::copy_file(u"a", u"b", copy_options::update_existing);
-        EXPECT_EQ(machine.content(uR"(C:\b)"), row.expected) << row.why;
+        EXPECT_EQ(fresh.content(uR"(C:\b)"), row.expected) << row.why;
     }
 }
 
-TEST(CopyFileCalls, ATargetThatIsntThereIsOlderThanAnything)
+TEST_ON_MACHINE(CopyFileCalls, ATargetThatIsntThereIsOlderThanAnything)
 {
-    simulated_machine machine;
     machine.add_file(uR"(C:\a)", "from");
     fl::filesystem::copy_file(u"a", u"b", copy_options::update_existing);
     EXPECT_EQ(machine.content(uR"(C:\b)"), "from");
 }
 
-TEST(CopyFileCalls, AnyFailureOnTheWayLeavesTheTargetAsItWas)
+TEST_ON_MACHINE(CopyFileCalls, AnyFailureOnTheWayLeavesTheTargetAsItWas)
 {
     constexpr auto newer = copy_options::update_existing;
     for (std::uint64_t const written : {100U, 900U}) { // older, then newer
-        auto const build = [&](simulated_machine &machine) {
-            machine.add_file(uR"(C:\a)", "from").add_file(uR"(C:\b)", "to");
-            machine.set_times(uR"(C:\a)", {500, 500, 500});
-            machine.set_times(uR"(C:\b)", {written, written, written});
+        auto const build = [&](simulated_machine &fresh) {
+            fresh.add_file(uR"(C:\a)", "from").add_file(uR"(C:\b)", "to");
+            fresh.set_times(uR"(C:\a)", {500, 500, 500});
+            fresh.set_times(uR"(C:\b)", {written, written, written});
         };
         for (DWORD const code : {0U, 2U, 5U, 1117U}) {
             int reported = 0;
@@ -226,9 +204,8 @@ TEST(CopyFileCalls, AnyFailureOnTheWayLeavesTheTargetAsItWas)
     }
 }
 
-TEST(CopyFileCalls, BlameForADenial)
+TEST_ON_MACHINE(CopyFileCalls, BlameForADenial)
 {
-    simulated_machine machine;
     machine.add_file(uR"(C:\a)").add_file(uR"(C:\closed)").add_directory(uR"(C:\d)");
     machine.add_symbolic_link(uR"(C:\l)", u"a").deny(uR"(C:\closed)", right::read);
     machine.deny_creation(uR"(C:\d)");
@@ -238,18 +215,16 @@ TEST(CopyFileCalls, BlameForADenial)
         << "a link is blamed whatever it leads to";
 }
 
-TEST(CopyCalls, SymbolicLinkHasTheFullPathname)
+TEST_ON_MACHINE(CopyCalls, SymbolicLinkHasTheFullPathname)
 {
-    simulated_machine machine;
     machine.add_file(uR"(C:\d\a)").set_current_directory(uR"(C:\d)");
     fl::filesystem::copy(u"a", u"l", copy_options::create_symlinks);
     EXPECT_EQ(machine.reparse_data(uR"(C:\d\l)"),
               simulation::symbolic_link_data(uR"(\??\C:\d\a)", uR"(C:\d\a)", 0));
 }
 
-TEST(CopyCalls, SymbolicLinkHasTheStringThatGoesToTheSystem)
+TEST_ON_MACHINE(CopyCalls, SymbolicLinkHasTheStringThatGoesToTheSystem)
 {
-    simulated_machine machine;
     machine.add_share(u"s", u"h").add_file(uR"(\\s\h\f)");
     std::u16string const long_file = of_size(u"C:\\", 248);
     machine.add_file(long_file);
@@ -262,29 +237,28 @@ TEST(CopyCalls, SymbolicLinkHasTheStringThatGoesToTheSystem)
 }
 
 // What the enumeration says of a search that fails, and of one that breaks off.
-TEST(CopyCalls, AnEnumerationThatFailsEndsIt)
+TEST_ON_MACHINE(CopyCalls, AnEnumerationThatFailsEndsIt)
 {
     for (DWORD const code : {5U, 32U, 1117U}) {
-        simulated_machine machine;
-        machine.add_file(uR"(C:\t\a)").add_file(uR"(C:\t\b)");
-        auto const search = machine.fail_every_call_on("FindFirstFileExW", code);
-        failure const expected = code == 5 ? denied(u"to") : system_error(code, u"t", u"to");
+        simulated_machine fresh;
+        fresh.add_file(uR"(C:\t\a)").add_file(uR"(C:\t\b)");
+        auto const search = fresh.fail_every_call_on("FindFirstFileExW", code);
+        auto const expected = code == 5 ? denied(u"to") : system_error(code, u"t", u"to");
         EXPECT_FAILURE(copy(u"t", u"to"), expected) << code;
-        EXPECT_EQ(machine.entries(uR"(C:\to)"), names()) << code;
+        EXPECT_EQ(fresh.entries(uR"(C:\to)"), names()) << code;
     }
     for (DWORD const code : {5U, 32U, 1117U}) {
-        simulated_machine machine;
-        machine.add_file(uR"(C:\t\a)").add_file(uR"(C:\t\b)");
-        auto const next = machine.fail_call("FindNextFileW", 3, code); // behind the dots and `a`
-        failure const expected = code == 5 ? denied(u"to") : system_error(code, u"t", u"to");
+        simulated_machine fresh;
+        fresh.add_file(uR"(C:\t\a)").add_file(uR"(C:\t\b)");
+        auto const next = fresh.fail_call("FindNextFileW", 3, code); // behind the dots and `a`
+        auto const expected = code == 5 ? denied(u"to") : system_error(code, u"t", u"to");
         EXPECT_FAILURE(copy(u"t", u"to"), expected) << code;
-        EXPECT_EQ(machine.entries(uR"(C:\to)"), names{u"a"}) << code;
+        EXPECT_EQ(fresh.entries(uR"(C:\to)"), names{u"a"}) << code;
     }
 }
 
-TEST(CopyCalls, DevicesBeyondTheLimitHaveNoForm)
+TEST_ON_MACHINE(CopyCalls, DevicesBeyondTheLimitHaveNoForm)
 {
-    simulated_machine machine;
     machine.add_file(uR"(C:\f)");
     std::u16string const device = of_size(uR"(\\.\)", 248);
     auto const expected = invalid_argument("Long UNC path without root not permitted");
@@ -296,25 +270,24 @@ TEST(CopyCalls, DevicesBeyondTheLimitHaveNoForm)
     EXPECT_FAILURE(copy_directory(u"C:\\", device), expected);
 }
 
-TEST(CopyFileCalls, OptionsAboutOtherThingsDontCount)
+TEST_ON_MACHINE(CopyFileCalls, OptionsAboutOtherThingsDontCount)
 {
     for (copy_options const options :
          {copy_options::recursive, copy_options::copy_symlinks, copy_options::skip_symlinks,
           copy_options::directories_only, copy_options::create_symlinks,
           copy_options::create_hard_links}) {
-        simulated_machine machine;
-        machine.add_file(uR"(C:\f)", "12345").add_symbolic_link(uR"(C:\l)", u"f");
+        simulated_machine fresh;
+        fresh.add_file(uR"(C:\f)", "12345").add_symbolic_link(uR"(C:\l)", u"f");
         fl::filesystem::copy_file(u"l", u"copy", options);
-        EXPECT_EQ(machine.reparse_tag(uR"(C:\copy)"), DWORD{0});
-        EXPECT_EQ(machine.content(uR"(C:\copy)"), "12345");
+        EXPECT_EQ(fresh.reparse_tag(uR"(C:\copy)"), DWORD{0});
+        EXPECT_EQ(fresh.content(uR"(C:\copy)"), "12345");
     }
 }
 
 constexpr auto as_links = copy_options::copy_symlinks;
 
-TEST(CopyCalls, JunctionByteForByte)
+TEST_ON_MACHINE(CopyCalls, JunctionByteForByte)
 {
-    simulated_machine machine;
     machine.add_directory(uR"(C:\d)").add_mount_point(uR"(C:\m)", u'C');
     machine.add_junction(uR"(C:\j)", uR"(\??\C:\d)", u"for people");
     for (std::u16string const name : {u"C:\\j", u"C:\\m"}) {
@@ -324,48 +297,47 @@ TEST(CopyCalls, JunctionByteForByte)
     }
 }
 
-TEST(CopyCalls, JunctionThatCantBeMadeLeavesNothing)
+TEST_ON_MACHINE(CopyCalls, JunctionThatCantBeMadeLeavesNothing)
 {
     for (char const *function : {"DeviceIoControl", "CreateFileW"}) {
         int const failed = for_each_nth([&](int nth) {
-            simulated_machine machine;
-            machine.add_directory(uR"(C:\d)").add_junction(uR"(C:\j)", uR"(C:\d)");
-            auto const fault = machine.fail_call(function, nth, 1117);
+            simulated_machine fresh;
+            fresh.add_directory(uR"(C:\d)").add_junction(uR"(C:\j)", uR"(C:\d)");
+            auto const fault = fresh.fail_call(function, nth, 1117);
             auto const thrown = failure_of([] { fl::filesystem::copy(u"j", u"b", as_links); });
             if (fault.fired()) {
                 EXPECT_EQ(thrown, system_error(1117, u"j", u"b")) << function;
-                EXPECT_FALSE(machine.exists(uR"(C:\b)")) << function;
+                EXPECT_FALSE(fresh.exists(uR"(C:\b)")) << function;
             }
-            expect_nothing_open(machine, function);
+            expect_nothing_open(fresh, function);
             return fault.fired();
         });
         EXPECT_GE(failed, 2) << function;
     }
-    simulated_machine machine;
     machine.add_directory(uR"(C:\d)").add_junction(uR"(C:\j)", uR"(C:\d)");
     auto const fault = machine.fail_every_call_on("CreateDirectoryW", 5);
     EXPECT_FAILURE(fl::filesystem::copy(u"j", u"b", as_links), denied(u"b"));
     EXPECT_FALSE(machine.exists(uR"(C:\b)"));
 }
 
-TEST(CopyCalls, JunctionThatCantBeMadeLeavesNothingAlsoIfNoCodeTellsWhy)
+TEST_ON_MACHINE(CopyCalls, JunctionThatCantBeMadeLeavesNothingAlsoIfNoCodeTellsWhy)
 {
     for (char const *function : {"DeviceIoControl", "CreateFileW"}) {
-        simulated_machine machine;
-        machine.add_directory(uR"(C:\d)").add_junction(uR"(C:\j)", uR"(C:\d)");
-        sure_fault const fault = machine.fail_every_call_on_name(function, uR"(C:\b)", 0);
+        simulated_machine fresh;
+        fresh.add_directory(uR"(C:\d)").add_junction(uR"(C:\j)", uR"(C:\d)");
+        sure_fault const fault = fresh.fail_every_call_on_name(function, uR"(C:\b)", 0);
         EXPECT_FAILURE(fl::filesystem::copy(u"j", u"b", as_links),
                        system_error(ERROR_GEN_FAILURE, u"j", u"b"));
-        EXPECT_FALSE(machine.exists(uR"(C:\b)")) << function;
+        EXPECT_FALSE(fresh.exists(uR"(C:\b)")) << function;
     }
 }
 
-TEST(CopyCalls, EveryFailingCallReleasesItsHandles)
+TEST_ON_MACHINE(CopyCalls, EveryFailingCallReleasesItsHandles)
 {
-    auto const build = [](simulated_machine &machine) {
-        machine.add_file(uR"(C:\t\d\f)").add_symbolic_link(uR"(C:\t\l)", u"d\\f");
-        machine.add_file(uR"(C:\t\f)").add_file(uR"(C:\to\f)");
-        machine.add_junction(uR"(C:\t\j)", uR"(C:\t\d)");
+    auto const build = [](simulated_machine &fresh) {
+        fresh.add_file(uR"(C:\t\d\f)").add_symbolic_link(uR"(C:\t\l)", u"d\\f");
+        fresh.add_file(uR"(C:\t\f)").add_file(uR"(C:\to\f)");
+        fresh.add_junction(uR"(C:\t\j)", uR"(C:\t\d)");
     };
     constexpr auto options = copy_options::recursive | copy_options::update_existing;
     for (copy_options const links : {copy_options::none, as_links})
@@ -374,9 +346,8 @@ TEST(CopyCalls, EveryFailingCallReleasesItsHandles)
         });
 }
 
-TEST(CopyCalls, OfATreeDeeperThanAStack)
+TEST_ON_MACHINE(CopyCalls, OfATreeDeeperThanAStack)
 {
-    simulated_machine machine;
     machine.keep_journal(false);
     constexpr int depth = 2500; // with the data of one search a level, more than 1 MiB
     // so long that they go with a long prefix, and so does all below
@@ -387,19 +358,15 @@ TEST(CopyCalls, OfATreeDeeperThanAStack)
     EXPECT_EQ(machine.content(chain(to, depth) + u"\\f"), "content");
 }
 
-TEST(CopyCalls, IntoItselfEndsWithAnException)
+TEST_ON_MACHINE(CopyCalls, IntoItselfEndsWithAnException)
 {
-    simulated_machine machine;
-    machine.keep_journal(false);
-    machine.add_directory(uR"(C:\a)");
+    machine.keep_journal(false).add_directory(uR"(C:\a)");
     EXPECT_FAILURE(fl::filesystem::copy(u"a", uR"(a\b)", copy_options::recursive), too_large(u""));
     EXPECT_TRUE(machine.is_directory(uR"(C:\a\b\b\b)")) << "what was copied stays";
-    EXPECT_EQ(machine.find_handles(), 0);
 }
 
-TEST(CopyCalls, OfAWideDirectory)
+TEST_ON_MACHINE(CopyCalls, OfAWideDirectory)
 {
-    simulated_machine machine;
     machine.keep_journal(false);
     std::u16string const digits = u"0123456789";
     for (std::size_t i = 0; i < 1000; ++i)
@@ -409,43 +376,42 @@ TEST(CopyCalls, OfAWideDirectory)
     EXPECT_EQ(machine.entries(uR"(C:\b)"), machine.entries(uR"(C:\a)"));
 }
 
-TEST(CopyCalls, NoPrefixIsAddedBelow)
+TEST_ON_MACHINE(CopyCalls, NoPrefixIsAddedBelow)
 {
     for (std::size_t const size : {259U, 260U}) {
         std::u16string const target = of_size(uR"(C:\to\n)", size);
         std::u16string const name = target.substr(6);
         // the native form takes a prefix away that the name doesn't need
         for (std::u16string const prefix : {u"", uR"(\\?\)"}) {
-            simulated_machine machine;
-            machine.add_file(uR"(C:\t\)" + name);
+            simulated_machine fresh;
+            fresh.add_file(uR"(C:\t\)" + name);
             auto const thrown = failure_of([&] { copy(prefix + uR"(C:\t)", uR"(C:\to)"); });
             if (size == 259)
                 EXPECT_EQ(thrown, std::nullopt);
             else
                 EXPECT_EQ(thrown, not_found(uR"(C:\to)"));
-            EXPECT_EQ(machine.exists(target), size == 259);
+            EXPECT_EQ(fresh.exists(target), size == 259);
         }
     }
 }
 
-TEST(CopyCalls, APrefixThatTheNameNeedsServesBelow)
+TEST_ON_MACHINE(CopyCalls, APrefixThatTheNameNeedsServesBelow)
 {
     for (std::size_t const size : {247U, 248U}) {
-        simulated_machine machine;
+        simulated_machine fresh;
         std::u16string const from = of_size(uR"(C:\f)", size);
         std::u16string const to = of_size(uR"(C:\t)", size);
         std::u16string const name(20, u'n');
-        machine.add_file(from + u'\\' + name);
+        fresh.add_file(from + u'\\' + name);
         auto const thrown = failure_of([&] { copy(from, to); });
         EXPECT_EQ(thrown.has_value(), size == 247) << size;
-        EXPECT_EQ(machine.exists(to + u'\\' + name), size == 248) << size;
+        EXPECT_EQ(fresh.exists(to + u'\\' + name), size == 248) << size;
     }
 }
 
 // Behind a long prefix the system takes two backslashes for a name between them.
-TEST(CopyCalls, OfAFileIntoADirectoryBehindALongPrefix)
+TEST_ON_MACHINE(CopyCalls, OfAFileIntoADirectoryBehindALongPrefix)
 {
-    simulated_machine machine;
     std::u16string const from = of_size(uR"(C:\f\)", 248);
     std::u16string const to = of_size(uR"(C:\t)", 248);
     machine.add_file(from, "content").add_directory(to);
@@ -462,9 +428,8 @@ lines copied(simulated_machine const &machine)
     return all;
 }
 
-TEST(CopyCalls, NamesThatEndInAStopOrABlankAreTakenLiterally)
+TEST_ON_MACHINE(CopyCalls, NamesThatEndInAStopOrABlankAreTakenLiterally)
 {
-    simulated_machine machine;
     for (char16_t const *name : {u"a", u"a.", u"b \\c", u"b \\d.", u"e", u".f", u" g"})
         machine.add_file(std::u16string(uR"(C:\t\)") + name);
     fl::filesystem::copy(u"t", u"to", copy_options::recursive);
@@ -475,9 +440,8 @@ TEST(CopyCalls, NamesThatEndInAStopOrABlankAreTakenLiterally)
         << "these, and what is below them";
 }
 
-TEST(CopyCalls, OnAShareTheyHaveThePrefixOfServers)
+TEST_ON_MACHINE(CopyCalls, OnAShareTheyHaveThePrefixOfServers)
 {
-    simulated_machine machine;
     machine.add_share(u"s", u"h").add_file(uR"(\\s\h\t\a.)", "a.").add_file(uR"(\\s\h\t\b)");
     copy(uR"(\\s\h\t)", uR"(C:\to)");
     EXPECT_EQ(copied(machine), (lines{R"(\\?\UNC\s\h\t\a. \\?\C:\to\a.)", R"(\\s\h\t\b C:\to\b)"}));
@@ -485,9 +449,8 @@ TEST(CopyCalls, OnAShareTheyHaveThePrefixOfServers)
     EXPECT_EQ(machine.content(uR"(\\s\h\back\a.)"), "a.");
 }
 
-TEST(CopyCalls, APathnameThatHasItsPrefixGetsNoOther)
+TEST_ON_MACHINE(CopyCalls, APathnameThatHasItsPrefixGetsNoOther)
 {
-    simulated_machine machine;
     std::u16string const from = of_size(uR"(C:\f)", 248);
     machine.add_file(from + u"\\a.", "content").add_file(from + u"\\b");
     copy(from, uR"(C:\to)");
@@ -495,52 +458,48 @@ TEST(CopyCalls, APathnameThatHasItsPrefixGetsNoOther)
     EXPECT_EQ(machine.content(uR"(C:\to\a.)"), "content");
 }
 
-TEST(CopyCalls, BelowADevicesPrefixTheyHaveNoSuchForm)
+TEST_ON_MACHINE(CopyCalls, BelowADevicesPrefixTheyHaveNoSuchForm)
 {
-    simulated_machine machine;
     machine.add_file(uR"(C:\t\a)", "a").add_file(uR"(C:\t\a.)", "a.");
     copy(uR"(\\.\C:\t)", uR"(C:\to)");
     EXPECT_EQ(machine.content(uR"(C:\to\a)"), "a");
     EXPECT_EQ(machine.content(uR"(C:\to\a.)"), "a") << "what the system takes the name for";
 }
 
-TEST(CopyCalls, AReservedNameInATreeEndsItWithCode17)
+TEST_ON_MACHINE(CopyCalls, AReservedNameInATreeEndsItWithCode17)
 {
     for (char16_t const *held : {uR"(C:\t\nul)", uR"(C:\t\nul\x)"}) {
-        simulated_machine machine;
-        machine.add_file(uR"(C:\t\a)").add_file(held, "held").add_file(uR"(C:\t\z)");
+        simulated_machine fresh;
+        fresh.add_file(uR"(C:\t\a)").add_file(held, "held").add_file(uR"(C:\t\z)");
         EXPECT_FAILURE(fl::filesystem::copy(uR"(C:\t)", uR"(C:\to)", copy_options::recursive),
                        system_error(17, uR"(C:\t)", uR"(C:\to)"))
             << "the device is in either place";
-        EXPECT_EQ(machine.entries(uR"(C:\to)"), names{u"a"});
+        EXPECT_EQ(fresh.entries(uR"(C:\to)"), names{u"a"});
     }
 }
 
-TEST(CopyCalls, OfAnEmptyRootMakesAnEmptyDirectory)
+TEST_ON_MACHINE(CopyCalls, OfAnEmptyRootMakesAnEmptyDirectory)
 {
-    simulated_machine machine;
     machine.add_drive(u'D');
     fl::filesystem::copy(u"D:\\", u"to", copy_options::recursive);
     EXPECT_EQ(machine.entries(uR"(C:\to)"), names());
     EXPECT_TRUE(machine.is_directory(uR"(C:\to)"));
-    EXPECT_EQ(machine.find_handles(), 0);
 }
 
-TEST(CopyCalls, OfOneLevelMakesNoDirectoryOfALinkThatCouldNotBeFollowedAtFirst)
+TEST_ON_MACHINE(CopyCalls, OfOneLevelMakesNoDirectoryOfALinkThatCouldNotBeFollowedAtFirst)
 {
     for (DWORD const code : {DWORD{ERROR_FILE_NOT_FOUND}, DWORD{ERROR_DISK_FULL}}) {
-        simulated_machine machine;
-        machine.add_file(uR"(C:\away\f)").add_junction(uR"(C:\t\j)", uR"(C:\away)");
+        simulated_machine fresh;
+        fresh.add_file(uR"(C:\away\f)").add_junction(uR"(C:\t\j)", uR"(C:\away)");
         sure_fault const fault =
-            machine.fail_call_on_name("GetFileAttributesExW", uR"(C:\t\j)", 1, code);
+            fresh.fail_call_on_name("GetFileAttributesExW", uR"(C:\t\j)", 1, code);
         fl::filesystem::copy(u"t", u"to");
-        EXPECT_EQ(machine.entries(uR"(C:\to)"), names()) << code;
+        EXPECT_EQ(fresh.entries(uR"(C:\to)"), names()) << code;
     }
 }
 
-TEST(CopyCalls, HardLinksAreNamesOfTheSameFile)
+TEST_ON_MACHINE(CopyCalls, HardLinksAreNamesOfTheSameFile)
 {
-    simulated_machine machine;
     machine.add_drive(u'D').add_file(uR"(C:\t\f)").add_file(uR"(C:\there)");
     constexpr auto links = copy_options::create_hard_links;
     fl::filesystem::copy(u"t", u"b", links);
@@ -551,9 +510,8 @@ TEST(CopyCalls, HardLinksAreNamesOfTheSameFile)
         << "the system's own 17: another volume";
 }
 
-TEST(CopyCalls, WhoIsStoppedReadsNoFurtherEntry)
+TEST_ON_MACHINE(CopyCalls, WhoIsStoppedReadsNoFurtherEntry)
 {
-    simulated_machine machine;
     machine.add_file(uR"(C:\a\1)").add_file(uR"(C:\a\2)");
     auto read = machine.calls_of("FindNextFileW");
     auto const one = [&](copy_progress const &progress) {
@@ -565,17 +523,15 @@ TEST(CopyCalls, WhoIsStoppedReadsNoFurtherEntry)
     EXPECT_EQ(machine.entries(uR"(C:\b)").size(), 1U);
 }
 
-TEST(CopyCalls, WithoutTheTreeAReadOnlyFileIsCopiedToo)
+TEST_ON_MACHINE(CopyCalls, WithoutTheTreeAReadOnlyFileIsCopiedToo)
 {
-    simulated_machine machine;
     machine.add_file(uR"(C:\d\f)", "text").set_attributes(uR"(C:\d\f)", FILE_ATTRIBUTE_READONLY);
     copy(uR"(C:\d)", uR"(C:\e)");
     EXPECT_EQ(machine.content(uR"(C:\e\f)"), "text");
 }
 
-TEST(CopyCalls, WithoutTheTreeNothingIsAskedAboutItsDirectories)
+TEST_ON_MACHINE(CopyCalls, WithoutTheTreeNothingIsAskedAboutItsDirectories)
 {
-    simulated_machine machine;
     machine.add_directory(uR"(C:\d\below)");
     machine.set_attributes(uR"(C:\d\below)", FILE_ATTRIBUTE_READONLY);
     copy(uR"(C:\d)", uR"(C:\e)");
@@ -585,4 +541,4 @@ TEST(CopyCalls, WithoutTheTreeNothingIsAskedAboutItsDirectories)
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

@@ -1,36 +1,29 @@
 #include <fl/filesystem/operations.hpp>
 
-#include "support/names.hpp"
-#include "support/workspace.hpp"
+#include "support/in_workspace.hpp"
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
 
-using namespace test_support;
-
-TEST(CopyDirectory, MakesAnEmptyDirectory)
+TEST_IN_WORKSPACE(CopyDirectory, MakesAnEmptyDirectory)
 {
-    workspace work;
-    work.make_file(work.path(uR"(a\f)"));
-    work.make_directory(work.path(uR"(a\d)"));
-    copy_directory(work.path(u"a"), work.path(u"text"));
-    copy_directory(upath(work.path(u"a")), upath(work.path(u"path")));
-    EXPECT_TRUE(work.is_directory(work.path(u"text")));
-    EXPECT_EQ(work.entries(work.path(u"text")), names{});
-    EXPECT_EQ(work.entries(work.path(u"path")), names{});
+    make({uR"(a\f)", uR"(a\d\)"});
+    copy_directory(at(u"a"), at(u"text"));
+    copy_directory(upath(at(u"a")), upath(at(u"path")));
+    EXPECT_TRUE(work.is_directory(at(u"text")));
+    EXPECT_EQ(entries(u"text"), names{});
+    EXPECT_EQ(entries(u"path"), names{});
 }
 
-TEST(CopyDirectory, LeavesADirectoryThatIsThere)
+TEST_IN_WORKSPACE(CopyDirectory, LeavesADirectoryThatIsThere)
 {
-    workspace work;
-    work.make_directory(work.path(u"a"));
-    work.make_file(work.path(uR"(b\f)"));
-    copy_directory(work.path(u"a"), work.path(u"b"));
-    copy_directory(work.path(u"b"), work.path(u"b"));
-    EXPECT_EQ(work.entries(work.path(u"b")), names{u"f"});
+    make({u"a\\", uR"(b\f)"});
+    copy_directory(at(u"a"), at(u"b"));
+    copy_directory(at(u"b"), at(u"b"));
+    EXPECT_EQ(entries(u"b"), names{u"f"});
 }
 
-TEST(CopyDirectory, RefusesTheEmptyPath)
+TEST_IN_WORKSPACE(CopyDirectory, RefusesTheEmptyPath)
 {
     auto const refusal = empty_path();
     EXPECT_FAILURE(copy_directory(u"", u""), refusal);
@@ -42,34 +35,28 @@ TEST(CopyDirectory, RefusesTheEmptyPath)
     EXPECT_FAILURE(copy_directory(uR"(\\?\)", u"no"), refusal) << "nothing but a prefix";
 }
 
-TEST(CopyDirectory, OfAFileNamesIt)
+TEST_IN_WORKSPACE(CopyDirectory, OfAFileNamesIt)
 {
-    workspace work;
-    work.make_file(work.path(u"f"));
-    EXPECT_FAILURE(copy_directory(work.path(u"f"), work.path(u"to")),
-                   not_directory(work.path(u"f")));
-    EXPECT_FALSE(work.exists(work.path(u"to")));
+    make_file(u"f");
+    EXPECT_FAILURE(copy_directory(at(u"f"), at(u"to")), not_directory(at(u"f")));
+    EXPECT_FALSE(work.exists(at(u"to")));
 }
 
-TEST(CopyDirectory, NamesTheOneThatIsMissing)
+TEST_IN_WORKSPACE(CopyDirectory, NamesTheOneThatIsMissing)
 {
-    workspace work;
-    work.make_directory(work.path(u"a"));
-    work.change_directory(work.root());
+    make_directory(u"a");
     EXPECT_FAILURE(copy_directory(u"no", u"to"), not_found(u"no"));
     EXPECT_FAILURE(copy_directory(u"no/no", u"no/to"), not_found(uR"(no\no)"));
     EXPECT_FAILURE(copy_directory(u"a", u"no/to"), not_found(uR"(no\to)"));
-    EXPECT_EQ(work.entries(work.root()), names{u"a"});
+    EXPECT_EQ(entries(), names{u"a"});
 }
 
-TEST(CopyDirectory, FindsAFileInItsPlace)
+TEST_IN_WORKSPACE(CopyDirectory, FindsAFileInItsPlace)
 {
-    workspace work;
-    work.make_directory(work.path(u"a"));
-    work.make_file(work.path(u"f"));
-    EXPECT_FAILURE(copy_directory(work.path(u"a"), work.path(u"f")), file_exists(work.path(u"f")));
-    EXPECT_TRUE(work.is_file(work.path(u"f")));
+    make({u"a\\", u"f"});
+    EXPECT_FAILURE(copy_directory(at(u"a"), at(u"f")), file_exists(at(u"f")));
+    EXPECT_TRUE(work.is_file(at(u"f")));
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

@@ -8,10 +8,9 @@
 
 #include <iterator>
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
 
-using namespace test_support;
 using copy_model::lines_of;
 using copy_model::link_targets;
 using copy_model::read_disk;
@@ -36,8 +35,7 @@ struct fixture
     }
     void file(std::u16string const &path, std::string_view content, std::uint64_t written)
     {
-        machine.add_file(path, content);
-        machine.set_times(path, {1000, 2000, written});
+        machine.add_file(path, content).set_times(path, {1000, 2000, written});
     }
     void read_only_file(std::u16string const &path, std::string_view content)
     {
@@ -247,9 +245,8 @@ void build_surroundings(fixture &made)
 }
 
 /// What the caller is told, who can read `from` as far as it can be reached.
-std::optional<test_support::failure> report(copy_model::disk const &all,
-                                            copy_model::answer const &ended,
-                                            std::u16string const &from, std::u16string const &to)
+maybe_failure report(copy_model::disk const &all, copy_model::answer const &ended,
+                     std::u16string const &from, std::u16string const &to)
 {
     using copy_model::find;
     using copy_model::found;
@@ -279,7 +276,7 @@ std::optional<test_support::failure> report(copy_model::disk const &all,
 }
 
 /// The refusal of options that exclude each other.
-std::optional<test_support::failure> refusal(copy_options options)
+maybe_failure refusal(copy_options options)
 {
     if (copy_model::has(options, copy_options::copy_symlinks) &&
         copy_model::has(options, copy_options::skip_symlinks))
@@ -346,4 +343,4 @@ INSTANTIATE_TEST_SUITE_P(From, CopyTable, testing::ValuesIn(from_kinds), [](auto
 });
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

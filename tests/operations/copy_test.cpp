@@ -1,14 +1,11 @@
 #include <fl/filesystem/operations.hpp>
 
-#include "support/names.hpp"
-#include "support/workspace.hpp"
+#include "support/in_workspace.hpp"
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
 
-using namespace test_support;
 using std::filesystem::copy_options;
-using test_support::failure;
 
 void make_tree(workspace &work)
 {
@@ -17,9 +14,8 @@ void make_tree(workspace &work)
     work.make_directory(work.path(uR"(tree\d\e)"));
 }
 
-TEST(Copy, RefusesOptionsThatExcludeEachOtherAheadOfAllElse)
+TEST_IN_WORKSPACE(Copy, RefusesOptionsThatExcludeEachOtherAheadOfAllElse)
 {
-    workspace work;
     auto const existing =
         invalid_argument("Invalid combination selected: overwrite_if_exists, skip_existing & "
                          "update_existing cannot be used together");
@@ -29,12 +25,7 @@ TEST(Copy, RefusesOptionsThatExcludeEachOtherAheadOfAllElse)
     constexpr auto overwrite = copy_options::overwrite_existing;
     constexpr auto update = copy_options::update_existing;
     constexpr auto both_links = copy_options::copy_symlinks | copy_options::skip_symlinks;
-    struct
-    {
-        copy_options options;
-        failure expected;
-        char const *why;
-    } const cases[] = {
+    failing_row<copy_options> const cases[] = {
         {skip | update, existing, "two of three"},
         {skip | overwrite, existing, "two of three"},
         {overwrite | update, existing, "two of three"},
@@ -43,132 +34,115 @@ TEST(Copy, RefusesOptionsThatExcludeEachOtherAheadOfAllElse)
         {both_links | skip | overwrite, links, "links come first"},
     };
     for (auto const &row : cases) {
-        EXPECT_FAILURE(copy(work.path(u"no"), work.path(u"to"), row.options), row.expected)
-            << row.why;
-        EXPECT_FAILURE(copy(upath(), upath(), row.options), row.expected) << row.why;
+        EXPECT_FAILURE(copy(at(u"no"), at(u"to"), row.given), row.expected) << row.why;
+        EXPECT_FAILURE(copy(upath(), upath(), row.given), row.expected) << row.why;
     }
-    EXPECT_EQ(work.entries(work.root()), names{});
+    EXPECT_EQ(entries(), names{});
 }
 
-TEST(Copy, OfAFile)
+TEST_IN_WORKSPACE(Copy, OfAFile)
 {
-    workspace work;
-    work.make_file(work.path(u"a"), "content");
-    work.make_directory(work.path(u"d"));
-    work.change_directory(work.root());
+    make({{u"a", "content"}, u"d\\"});
     copy(u"a", u"text");
     copy(upath(u"a"), upath(u"path"));
     copy(u"a", u"d");
-    EXPECT_EQ(work.entries(work.root()), (names{u"a", u"d", u"path", u"text"}));
-    EXPECT_EQ(work.entries(work.path(u"d")), names{u"a"}) << "into the directory";
+    EXPECT_EQ(entries(), (names{u"a", u"d", u"path", u"text"}));
+    EXPECT_EQ(entries(u"d"), names{u"a"}) << "into the directory";
     EXPECT_FAILURE(copy(u"a", u"d"), file_exists(u"d"))
         << "named as it was given, though it is the file in it that is in the way";
 }
 
-TEST(Copy, NamesTheOneThatIsMissing)
+TEST_IN_WORKSPACE(Copy, NamesTheOneThatIsMissing)
 {
-    workspace work;
-    work.make_file(work.path(u"a"));
-    work.change_directory(work.root());
+    make_file(u"a");
     EXPECT_FAILURE(copy(u"no", u"to"), not_found(u"no"));
     EXPECT_FAILURE(copy(u"no/no", u"to"), not_found(uR"(no\no)"));
     EXPECT_FAILURE(copy(upath(u"a"), upath(u"no/to")), not_found(uR"(no\to)"));
-    EXPECT_EQ(work.entries(work.root()), names{u"a"});
+    EXPECT_EQ(entries(), names{u"a"});
 }
 
-TEST(Copy, OntoItselfIsCode17)
+TEST_IN_WORKSPACE(Copy, OntoItselfIsCode17)
 {
-    workspace work;
-    work.make_file(work.path(u"a"), "a");
-    work.make_directory(work.path(u"d"));
-    for (std::u16string const &self : {work.path(u"a"), work.path(u"d")})
+    make({{u"a", "a"}, u"d\\"});
+    for (std::u16string const &self : {at(u"a"), at(u"d")})
         EXPECT_FAILURE(copy(self, self), system_error(17, self, self));
 }
 
-TEST(Copy, OfADirectoryTakesItsFilesOnly)
+TEST_IN_WORKSPACE(Copy, OfADirectoryTakesItsFilesOnly)
 {
-    workspace work;
     make_tree(work);
-    copy(work.path(u"tree"), work.path(u"to"));
-    EXPECT_EQ(work.entries(work.path(u"to")), names{u"f"});
+    copy(at(u"tree"), at(u"to"));
+    EXPECT_EQ(entries(u"to"), names{u"f"});
 }
 
-TEST(Copy, OfATree)
+TEST_IN_WORKSPACE(Copy, OfATree)
 {
-    workspace work;
     make_tree(work);
-    copy(work.path(u"tree"), work.path(u"to"), copy_options::recursive);
-    EXPECT_EQ(work.entries(work.path(u"to")), (names{u"d", u"f"}));
-    EXPECT_EQ(work.entries(work.path(uR"(to\d)")), (names{u"e", u"g"}));
-    EXPECT_TRUE(work.is_directory(work.path(uR"(to\d\e)")));
+    copy(at(u"tree"), at(u"to"), copy_options::recursive);
+    EXPECT_EQ(entries(u"to"), (names{u"d", u"f"}));
+    EXPECT_EQ(entries(uR"(to\d)"), (names{u"e", u"g"}));
+    EXPECT_TRUE(work.is_directory(at(uR"(to\d\e)")));
 }
 
-TEST(Copy, OfNamesThatDifferInAStopOrABlankOnly)
+TEST_IN_WORKSPACE(Copy, OfNamesThatDifferInAStopOrABlankOnly)
 {
-    workspace work;
     names const twins = {u"a", u"a ", u"a.", u"b"};
     for (std::u16string const &name : twins) {
-        work.make_file(work.path(uR"(tree\)") + name, "content");
-        work.make_file(work.path(uR"(tree\d.\)") + name, "content");
+        work.make_file(at(uR"(tree\)") + name, "content");
+        work.make_file(at(uR"(tree\d.\)") + name, "content");
     }
-    copy(work.path(u"tree"), work.path(u"to"), copy_options::recursive);
-    EXPECT_EQ(work.entries(work.path(u"to")), (names{u"a", u"a ", u"a.", u"b", u"d."}));
-    EXPECT_EQ(work.entries(work.path(uR"(to\d.)")), twins);
+    copy(at(u"tree"), at(u"to"), copy_options::recursive);
+    EXPECT_EQ(entries(u"to"), (names{u"a", u"a ", u"a.", u"b", u"d."}));
+    EXPECT_EQ(entries(uR"(to\d.)"), twins);
 }
 
-TEST(Copy, OfDirectoriesOnly)
+TEST_IN_WORKSPACE(Copy, OfDirectoriesOnly)
 {
-    workspace work;
     make_tree(work);
     constexpr auto only = copy_options::directories_only;
-    copy(work.path(u"tree"), work.path(u"one"), only);
-    EXPECT_EQ(work.entries(work.path(u"one")), names{});
-    copy(work.path(u"tree"), work.path(u"all"), only | copy_options::recursive);
-    EXPECT_EQ(work.entries(work.path(u"all")), names{u"d"});
-    EXPECT_EQ(work.entries(work.path(uR"(all\d)")), names{u"e"});
-    copy(work.path(uR"(tree\f)"), work.path(u"none"), only);
-    EXPECT_FALSE(work.exists(work.path(u"none")));
+    copy(at(u"tree"), at(u"one"), only);
+    EXPECT_EQ(entries(u"one"), names{});
+    copy(at(u"tree"), at(u"all"), only | copy_options::recursive);
+    EXPECT_EQ(entries(u"all"), names{u"d"});
+    EXPECT_EQ(entries(uR"(all\d)"), names{u"e"});
+    copy(at(uR"(tree\f)"), at(u"none"), only);
+    EXPECT_FALSE(work.exists(at(u"none")));
 }
 
-TEST(Copy, OfADirectoryToSymbolicLinks)
+TEST_IN_WORKSPACE(Copy, OfADirectoryToSymbolicLinks)
 {
-    workspace work;
     make_tree(work);
-    EXPECT_FAILURE(copy(work.path(u"tree"), work.path(u"to"), copy_options::create_symlinks),
-                   file_is_directory(work.path(u"tree")));
-    EXPECT_FALSE(work.exists(work.path(u"to")));
+    EXPECT_FAILURE(copy(at(u"tree"), at(u"to"), copy_options::create_symlinks),
+                   file_is_directory(at(u"tree")));
+    EXPECT_FALSE(work.exists(at(u"to")));
 }
 
-TEST(Copy, OfADirectoryOntoAFileIsCode17)
+TEST_IN_WORKSPACE(Copy, OfADirectoryOntoAFileIsCode17)
 {
-    workspace work;
     make_tree(work);
-    work.make_file(work.path(u"to"), "to");
-    EXPECT_FAILURE(copy(work.path(u"tree"), work.path(u"to")),
-                   system_error(17, work.path(u"tree"), work.path(u"to")));
+    make_file(u"to", "to");
+    EXPECT_FAILURE(copy(at(u"tree"), at(u"to")), system_error(17, at(u"tree"), at(u"to")));
 }
 
-TEST(Copy, StopsAtTheFirstErrorAndKeepsWhatItCopied)
+TEST_IN_WORKSPACE(Copy, StopsAtTheFirstErrorAndKeepsWhatItCopied)
 {
-    workspace work;
-    work.make_file(work.path(uR"(tree\a)"), "a");
-    work.make_file(work.path(uR"(tree\b)"), "b");
-    work.make_file(work.path(uR"(tree\c)"), "c");
-    work.make_file(work.path(uR"(to\b)"), "in the way");
-    EXPECT_FAILURE(copy(work.path(u"tree"), work.path(u"to")), file_exists(work.path(u"to")));
-    EXPECT_EQ(work.entries(work.path(u"to")), (names{u"a", u"b"}));
-    copy(work.path(u"tree"), work.path(u"to"), copy_options::skip_existing);
-    EXPECT_EQ(work.entries(work.path(u"to")), (names{u"a", u"b", u"c"}));
+    make({{uR"(tree\a)", "a"},
+          {uR"(tree\b)", "b"},
+          {uR"(tree\c)", "c"},
+          {uR"(to\b)", "in the way"}});
+    EXPECT_FAILURE(copy(at(u"tree"), at(u"to")), file_exists(at(u"to")));
+    EXPECT_EQ(entries(u"to"), (names{u"a", u"b"}));
+    copy(at(u"tree"), at(u"to"), copy_options::skip_existing);
+    EXPECT_EQ(entries(u"to"), (names{u"a", u"b", u"c"}));
 }
 
-TEST(Copy, OneMoreNameForAFile)
+TEST_IN_WORKSPACE(Copy, OneMoreNameForAFile)
 {
-    workspace work;
-    work.make_file(work.path(u"a"), "a");
-    copy(work.path(u"a"), work.path(u"b"), copy_options::create_hard_links);
-    EXPECT_TRUE(work.is_file(work.path(u"b")));
-    EXPECT_TRUE(equivalent(work.path(u"a"), work.path(u"b")));
+    make_file(u"a", "a");
+    copy(at(u"a"), at(u"b"), copy_options::create_hard_links);
+    EXPECT_TRUE(work.is_file(at(u"b")));
+    EXPECT_TRUE(equivalent(at(u"a"), at(u"b")));
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

@@ -9,10 +9,8 @@
 
 #include <functional>
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
-
-using namespace test_support;
 
 class costs : public testing::Test
 {
@@ -69,8 +67,7 @@ TEST_F(costs, OfTheCommonCaseOfAnOperation)
 {
     for (row const &row : rows) {
         simulated_machine machine;
-        machine.add_file(file);
-        machine.set_current_directory(uR"(C:\directory)");
+        machine.add_file(file).set_current_directory(uR"(C:\directory)");
         EXPECT_EQ(allocations_of(row.call), row.allocations) << row.operation;
         lines functions;
         for (auto const &entry : machine.journal())
@@ -82,8 +79,7 @@ TEST_F(costs, OfTheCommonCaseOfAnOperation)
 /// A directory with so many files and the same number of directories with a file each.
 void add_tree(simulated_machine &machine, std::u16string const &top, int size)
 {
-    machine.keep_journal(false);
-    machine.add_directory(top);
+    machine.keep_journal(false).add_directory(top);
     for (int i = 100; i < 100 + size; ++i) {
         std::string const number = std::to_string(i);
         std::u16string const name(number.begin(), number.end());
@@ -140,8 +136,7 @@ std::size_t cost_of_walk(std::size_t names)
     for (std::size_t level = 0; level < names; ++level)
         path += u"\\a-directory";
     simulated_machine machine;
-    machine.keep_journal(false);
-    machine.add_directory(uR"(\\?\)" + path);
+    machine.keep_journal(false).add_directory(uR"(\\?\)" + path);
     return allocations_of([&] { canonical(path); });
 }
 
@@ -161,8 +156,7 @@ TEST_F(costs, ATreeOfEightThousandLevelsIsRemovedInFourMebibytes)
     while (path.size() < 16000)
         path += u"\\d";
     simulated_machine machine;
-    machine.keep_journal(false);
-    machine.add_directory(path);
+    machine.keep_journal(false).add_directory(path);
     most_bytes_held();
     std::size_t const before = most_bytes_held();
     remove_all(uR"(C:\d)");
@@ -192,4 +186,4 @@ TEST_F(costs, AnEntryThatSomebodyKeepsStaysWhatItIs)
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

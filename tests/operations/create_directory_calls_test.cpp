@@ -6,31 +6,27 @@
 #include "support/calls.hpp"
 #include "support/translation.hpp"
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
 
-using namespace test_support;
 using test_support::failure;
 
-TEST(CreateDirectoryCalls, OneExpansionAndOneCreation)
+TEST_ON_MACHINE(CreateDirectoryCalls, OneExpansionAndOneCreation)
 {
-    simulated_machine machine;
     create_directory(uR"(C:\a)");
     EXPECT_EQ(calls(machine), (lines{R"(GetFullPathNameW(C:\a))", R"(CreateDirectoryW(C:\a))"}));
 }
 
-TEST(CreateDirectoryCalls, LooksAtWhatIsThereOnlyIfSomethingIs)
+TEST_ON_MACHINE(CreateDirectoryCalls, LooksAtWhatIsThereOnlyIfSomethingIs)
 {
-    simulated_machine machine;
     machine.add_file(u"C:\\f");
     EXPECT_FAILURE(create_directory(uR"(C:\f)"), file_exists(uR"(C:\f)"));
     EXPECT_EQ(calls(machine), (lines{R"(GetFullPathNameW(C:\f))", R"(CreateDirectoryW(C:\f))",
                                      R"(GetFileAttributesW(C:\f))"}));
 }
 
-TEST(CreateDirectoriesCalls, OneCreationALevelAndNoQueryAhead)
+TEST_ON_MACHINE(CreateDirectoriesCalls, OneCreationALevelAndNoQueryAhead)
 {
-    simulated_machine machine;
     machine.add_directory(u"C:\\a");
     create_directories(uR"(C:\a\b\c)");
     EXPECT_EQ(calls(machine), (lines{R"(GetFullPathNameW(C:\a\b\c))", R"(CreateDirectoryW(C:\a))",
@@ -38,9 +34,8 @@ TEST(CreateDirectoriesCalls, OneCreationALevelAndNoQueryAhead)
                                      R"(CreateDirectoryW(C:\a\b\c))"}));
 }
 
-TEST(CreateDirectoriesCalls, BeginBehindTheDriveOfALongPathname)
+TEST_ON_MACHINE(CreateDirectoriesCalls, BeginBehindTheDriveOfALongPathname)
 {
-    simulated_machine machine;
     std::u16string const name(250, u'n');
     create_directories(uR"(C:\a\)" + name);
     EXPECT_EQ(calls(machine),
@@ -49,9 +44,8 @@ TEST(CreateDirectoriesCalls, BeginBehindTheDriveOfALongPathname)
                      R"(CreateDirectoryW(\\?\C:\a\)" + std::string(250, 'n') + ")"}));
 }
 
-TEST(CreateDirectoriesCalls, BeginAtTheShareOfAServer)
+TEST_ON_MACHINE(CreateDirectoriesCalls, BeginAtTheShareOfAServer)
 {
-    simulated_machine machine;
     machine.add_share(u"server", u"share");
     create_directories(uR"(\\server\share\a)");
     EXPECT_EQ(texts_of(machine, "CreateDirectoryW"),
@@ -59,42 +53,37 @@ TEST(CreateDirectoriesCalls, BeginAtTheShareOfAServer)
 }
 
 // The root is then as long as a long prefix, and none.
-TEST(CreateDirectoriesCalls, BeginAtTheShareOfAServerOfOneLetter)
+TEST_ON_MACHINE(CreateDirectoriesCalls, BeginAtTheShareOfAServerOfOneLetter)
 {
-    simulated_machine machine;
     machine.add_share(u"s", u"t");
     create_directories(uR"(\\s\t\a)");
     EXPECT_EQ(texts_of(machine, "CreateDirectoryW"), (lines{R"(\\s\t)", R"(\\s\t\a)"}));
 }
 
-TEST(CreateDirectoriesCalls, NoneOfTheEmptyPath)
+TEST_ON_MACHINE(CreateDirectoriesCalls, NoneOfTheEmptyPath)
 {
-    simulated_machine machine;
     EXPECT_FAILURE(create_directories(u""), empty_path());
     EXPECT_EQ(calls(machine), lines{});
 }
 
-TEST(CreateDirectoryCalls, AnEmptyPathOutranksEveryCode)
+TEST_ON_MACHINE(CreateDirectoryCalls, AnEmptyPathOutranksEveryCode)
 {
-    simulated_machine machine;
     sure_fault const fault = machine.fail_every_call_on("CreateDirectoryW", 5);
     EXPECT_FAILURE(create_directory(u""), empty_path());
 }
 
-TEST(CreateDirectoryCalls, AnyCodeNamesTheCallersPath)
+TEST_ON_MACHINE(CreateDirectoryCalls, AnyCodeNamesTheCallersPath)
 {
-    simulated_machine machine;
     machine.add_directory(u"C:\\work").set_current_directory(u"C:\\work");
     for (DWORD const code : {2U, 3U, 5U, 32U, 53U, 112U}) {
-        auto const fault = machine.fail_every_call_on("CreateDirectoryW", code);
+        sure_fault const fault = machine.fail_every_call_on("CreateDirectoryW", code);
         EXPECT_FAILURE(create_directory(u"a"), translated(code, u"a")) << code;
-        EXPECT_TRUE(fault.fired());
         EXPECT_FAILURE(create_directories(u"a"), translated(code, u"a")) << code;
     }
 }
 
 // What creating three levels reports, by the code with which each of them fails.
-TEST(CreateDirectoriesCalls, TheLastTellingCodeWins)
+TEST_ON_MACHINE(CreateDirectoriesCalls, TheLastTellingCodeWins)
 {
     struct
     {
@@ -112,67 +101,59 @@ TEST(CreateDirectoriesCalls, TheLastTellingCodeWins)
         {67, 3, 3, system_error(67, u"C:\\a\\b\\c"), "a missing share is no missing level"},
     };
     for (auto const &row : cases) {
-        simulated_machine machine;
-        auto const first = machine.fail_call("CreateDirectoryW", 1, row.first);
-        auto const second = machine.fail_call("CreateDirectoryW", 2, row.second);
-        auto const third = machine.fail_call("CreateDirectoryW", 3, row.third);
+        simulated_machine fresh;
+        sure_fault const first = fresh.fail_call("CreateDirectoryW", 1, row.first);
+        sure_fault const second = fresh.fail_call("CreateDirectoryW", 2, row.second);
+        sure_fault const third = fresh.fail_call("CreateDirectoryW", 3, row.third);
         EXPECT_FAILURE(create_directories(uR"(C:\a\b\c)"), row.expected) << row.why;
-        EXPECT_TRUE(first.fired() && second.fired() && third.fired());
     }
 }
 
-TEST(CreateDirectoriesCalls, ALastLevelThatWasCreatedForgetsWhatFailedAbove)
+TEST_ON_MACHINE(CreateDirectoriesCalls, ALastLevelThatWasCreatedForgetsWhatFailedAbove)
 {
-    simulated_machine machine;
     machine.add_directory(uR"(C:\a\b)");
     sure_fault const first = machine.fail_call("CreateDirectoryW", 1, 5);
     create_directories(uR"(C:\a\b\c)");
     EXPECT_TRUE(machine.is_directory(uR"(C:\a\b\c)"));
 }
 
-TEST(CreateDirectoriesCalls, ALastLevelThatExistsForgetsWhatFailedAbove)
+TEST_ON_MACHINE(CreateDirectoriesCalls, ALastLevelThatExistsForgetsWhatFailedAbove)
 {
-    simulated_machine machine;
     machine.add_directory(uR"(C:\a\b)");
     sure_fault const first = machine.fail_call("CreateDirectoryW", 1, 5);
     EXPECT_FAILURE(create_directories(uR"(C:\a\b)"), file_exists(uR"(C:\a\b)"))
         << "there is no error, and nothing was created";
 }
 
-TEST(CreateDirectoriesCalls, ReachTheLongestPathnameOfTheSystem)
+TEST_ON_MACHINE(CreateDirectoriesCalls, ReachTheLongestPathnameOfTheSystem)
 {
     // far beyond what the host of a real disk may take
-    std::u16string wanted = u"C:";
-    while (wanted.size() < 32700)
-        wanted += u'\\' + std::u16string(99, u'd');
-    simulated_machine machine;
+    std::u16string const wanted = chain_of_size(u"C:", 32700);
     create_directories(wanted);
     EXPECT_TRUE(machine.is_directory(wanted));
     EXPECT_FAILURE(create_directories(wanted), file_exists(wanted));
 }
 
-TEST(CreateDirectoriesCalls, LevelsThatWereCreatedStay)
+TEST_ON_MACHINE(CreateDirectoriesCalls, LevelsThatWereCreatedStay)
 {
-    simulated_machine machine;
     auto const third = machine.fail_call("CreateDirectoryW", 3, 5);
     EXPECT_FAILURE(create_directories(uR"(C:\a\b\c)"), denied(uR"(C:\a\b\c)"));
     EXPECT_TRUE(machine.is_directory(uR"(C:\a\b)"));
     EXPECT_FALSE(machine.exists(uR"(C:\a\b\c)"));
 }
 
-TEST(CreateDirectoryCalls, EachCallThatFailsIsReportedUnlessALaterLevelSucceeds)
+TEST_ON_MACHINE(CreateDirectoryCalls, EachCallThatFailsIsReportedUnlessALaterLevelSucceeds)
 {
     // the calls: expansion, `a` (which is there), its attributes, `b`, `c`
-    std::optional<failure> const reported = system_error(1117, uR"(C:\a\b\c)");
-    auto const build = [](simulated_machine &machine) { machine.add_directory(u"C:\\a"); };
+    maybe_failure const reported = system_error(1117, uR"(C:\a\b\c)");
+    auto const build = [](simulated_machine &fresh) { fresh.add_directory(u"C:\\a"); };
     EXPECT_EQ(failures_of_each_call(build, [] { create_directories(uR"(C:\a\b\c)"); }),
               (failures{reported, {}, {}, reported, reported}))
         << "without `b` there is no `c`: the code of `b` is noted, as it tells more";
 }
 
-TEST(CreateDirectoryCalls, WhatCantBeLookedAtIsNoDirectory)
+TEST_ON_MACHINE(CreateDirectoryCalls, WhatCantBeLookedAtIsNoDirectory)
 {
-    simulated_machine machine;
     machine.add_directory(u"C:\\a");
     sure_fault const fault = machine.fail_every_call_on("GetFileAttributesW", 5);
     EXPECT_FAILURE(create_directory(u"C:\\a"), file_exists(u"C:\\a"));
@@ -180,9 +161,8 @@ TEST(CreateDirectoryCalls, WhatCantBeLookedAtIsNoDirectory)
         << "183 is noted for it, and levels that can't be named don't hide that";
 }
 
-TEST(CreateDirectoriesCalls, OnAShareBeyondTheLimitBeginBehindThePrefix)
+TEST_ON_MACHINE(CreateDirectoriesCalls, OnAShareBeyondTheLimitBeginBehindThePrefix)
 {
-    simulated_machine machine;
     machine.add_share(u"server", u"share");
     std::u16string const name(250, u'n');
     create_directories(uR"(\\server\share\)" + name);
@@ -193,4 +173,4 @@ TEST(CreateDirectoriesCalls, OnAShareBeyondTheLimitBeginBehindThePrefix)
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

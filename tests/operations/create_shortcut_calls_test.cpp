@@ -10,16 +10,13 @@
 
 #include <algorithm>
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
-
-using namespace test_support;
-using test_support::failure; // and not the library's
 
 char16_t const *const target = u"C:\\dir";
 char16_t const *const file = u"C:\\a.lnk";
 
-std::optional<failure> making(std::u16string const &to = target, std::u16string const &at = file)
+maybe_failure making(std::u16string const &to = target, std::u16string const &at = file)
 {
     return failure_of([&] { create_shortcut(to, at); });
 }
@@ -32,21 +29,18 @@ lines com_calls(simulated_machine const &machine)
     return made;
 }
 
-TEST(CreateShortcutCalls, InOrder)
+TEST_ON_MACHINE(CreateShortcutCalls, InOrder)
 {
-    simulated_machine machine;
     EXPECT_EQ(making(), std::nullopt);
     EXPECT_EQ(com_calls(machine),
               (lines{"CoInitialize()", "CoCreateInstance() flags 1",
                      R"(IShellLinkW::SetPath(C:\dir))", "IUnknown::QueryInterface()",
                      R"(IPersistFile::Save(C:\a.lnk) flags 1)", "CoUninitialize()"}));
     EXPECT_EQ(machine.shortcut_target(file), target);
-    expect_nothing_open(machine, "success");
 }
 
-TEST(CreateShortcutCalls, FormTheTargetFirst)
+TEST_ON_MACHINE(CreateShortcutCalls, FormTheTargetFirst)
 {
-    simulated_machine machine;
     auto const first = machine.fail_call("GetFullPathNameW", 1, 1117);
     EXPECT_EQ(making(u"one", u"two.lnk"), system_error(1117, u"one"));
     machine.clear_journal();
@@ -56,18 +50,16 @@ TEST(CreateShortcutCalls, FormTheTargetFirst)
     EXPECT_EQ(machine.calls_of("CoInitialize"), 0);
 }
 
-TEST(CreateShortcutCalls, NoneToTheShellForPathnamesThatCannotBe)
+TEST_ON_MACHINE(CreateShortcutCalls, NoneToTheShellForPathnamesThatCannotBe)
 {
-    simulated_machine machine;
-    failure const expected = bad_path_type(uR"(\\server)");
+    auto const expected = bad_path_type(uR"(\\server)");
     EXPECT_FAILURE(create_shortcut(uR"(\\server)", uR"(C:\x.lnk)"), expected);
     EXPECT_FAILURE(create_shortcut(uR"(C:\x)", uR"(\\server)"), expected);
     EXPECT_EQ(machine.calls_of("CoInitialize"), 0);
 }
 
-TEST(CreateShortcutCalls, NoneToTheShellForAnotherName)
+TEST_ON_MACHINE(CreateShortcutCalls, NoneToTheShellForAnotherName)
 {
-    simulated_machine machine;
     EXPECT_EQ(making(target, u"C:\\a.LNK"),
               invalid_argument("Shortcut path input must have .lnk file extension"));
     EXPECT_EQ(machine.calls_of("CoInitialize"), 0);
@@ -78,12 +70,12 @@ struct step_case
 {
     char const *function;
     char16_t const *stored; ///< null: no file is made
-    std::optional<failure> expected;
+    maybe_failure expected;
     char const *why;
 };
 
 // Each step with E_ACCESSDENIED.
-TEST(CreateShortcutCalls, EachStepThatFails)
+TEST_ON_MACHINE(CreateShortcutCalls, EachStepThatFails)
 {
     step_case const cases[] = {
         {"CoInitialize", nullptr, system_error(14077, file),
@@ -95,21 +87,21 @@ TEST(CreateShortcutCalls, EachStepThatFails)
         {"CoUninitialize", target, std::nullopt, "nobody asks"},
     };
     for (step_case const &row : cases) {
-        simulated_machine machine;
-        auto const fault = machine.fail_call(row.function, 1, static_cast<DWORD>(E_ACCESSDENIED));
+        simulated_machine fresh;
+        sure_fault const fault =
+            fresh.fail_call(row.function, 1, static_cast<DWORD>(E_ACCESSDENIED));
         EXPECT_EQ(making(), row.expected) << row.why;
-        EXPECT_TRUE(fault.fired()) << row.why;
-        EXPECT_EQ(machine.calls_of("CoUninitialize"), 1) << row.why;
-        EXPECT_EQ(machine.journal().back().function, "CoUninitialize") << row.why;
-        EXPECT_EQ(machine.exists(file), row.stored != nullptr) << row.why;
+        EXPECT_EQ(fresh.calls_of("CoUninitialize"), 1) << row.why;
+        EXPECT_EQ(fresh.journal().back().function, "CoUninitialize") << row.why;
+        EXPECT_EQ(fresh.exists(file), row.stored != nullptr) << row.why;
         if (row.stored != nullptr) {
-            EXPECT_EQ(machine.shortcut_target(file), row.stored) << row.why;
+            EXPECT_EQ(fresh.shortcut_target(file), row.stored) << row.why;
         }
-        expect_nothing_open(machine, row.why);
+        expect_nothing_open(fresh, row.why);
     }
 }
 
-TEST(CreateShortcutCalls, NoStepFollowsAFailure)
+TEST_ON_MACHINE(CreateShortcutCalls, NoStepFollowsAFailure)
 {
     struct
     {
@@ -118,21 +110,14 @@ TEST(CreateShortcutCalls, NoStepFollowsAFailure)
     } const cases[] = {
         {"CoCreateInstance", 3}, {"IUnknown::QueryInterface", 5}, {"IPersistFile::Save", 6}};
     for (auto const &row : cases) {
-        simulated_machine machine;
-        auto const fault = machine.fail_every_call_on(row.function, static_cast<DWORD>(E_FAIL));
+        simulated_machine fresh;
+        auto const fault = fresh.fail_every_call_on(row.function, static_cast<DWORD>(E_FAIL));
         EXPECT_EQ(making(), system_error(14077, file)) << row.function;
-        EXPECT_EQ(com_calls(machine).size(), row.calls) << row.function;
+        EXPECT_EQ(com_calls(fresh).size(), row.calls) << row.function;
     }
 }
 
-struct hresult_case
-{
-    std::uint32_t hresult;
-    unsigned int code;
-    char const *why;
-};
-
-constexpr hresult_case hresult_cases[] = {
+constexpr row_of<std::uint32_t, unsigned int> hresult_cases[] = {
     {0x80070002, 2, "not found"},
     {0x80070003, 3, "not found"},
     {0x80070005, 5, "denied"},
@@ -148,59 +133,55 @@ constexpr hresult_case hresult_cases[] = {
     {0xC0070005, 14077, "another severity"},
 };
 
-TEST(CreateShortcutCalls, EveryHresultOfAFailingStep)
+TEST_ON_MACHINE(CreateShortcutCalls, EveryHresultOfAFailingStep)
 {
     for (char const *function :
          {"CoCreateInstance", "IUnknown::QueryInterface", "IPersistFile::Save"}) {
-        for (hresult_case const &row : hresult_cases) {
-            simulated_machine machine;
-            sure_fault const fault = machine.fail_every_call_on(function, row.hresult);
-            EXPECT_EQ(making(), translated(row.code, file)) << function << ": " << row.why;
-            EXPECT_FALSE(machine.exists(file)) << function << ": " << row.why;
-            expect_nothing_open(machine, row.why);
+        for (auto const &row : hresult_cases) {
+            simulated_machine fresh;
+            sure_fault const fault = fresh.fail_every_call_on(function, row.given);
+            EXPECT_EQ(making(), translated(row.expected, file)) << function << ": " << row.why;
+            EXPECT_FALSE(fresh.exists(file)) << function << ": " << row.why;
+            expect_nothing_open(fresh, row.why);
         }
     }
 }
 
-TEST(CreateShortcutCalls, AFailureLeavesAFormerFileAlone)
+TEST_ON_MACHINE(CreateShortcutCalls, AFailureLeavesAFormerFileAlone)
 {
-    simulated_machine machine;
     machine.add_shortcut(file, u"C:\\former").set_attributes(file, FILE_ATTRIBUTE_READONLY);
     EXPECT_EQ(making(), denied(file));
     EXPECT_EQ(machine.shortcut_target(file), u"C:\\former");
-    expect_nothing_open(machine, "read-only");
 }
 
 // A prefix is only on a form that can't do without it: one of more than 259 units.
-TEST(CreateShortcutCalls, CarryPrefixesBeyondTheLimit)
+TEST_ON_MACHINE(CreateShortcutCalls, CarryPrefixesBeyondTheLimit)
 {
     for (std::size_t const size : {259U, 260U}) {
         std::u16string const head = u"C:\\" + std::u16string(150, u'd') + u'\\';
         std::u16string const prefix = size < 260 ? u"" : uR"(\\?\)";
         std::u16string const long_target = of_size(head.c_str(), size);
         std::u16string const long_file = of_size(head.c_str(), size - 4) + u".lnk";
-        simulated_machine machine;
-        machine.add_directory(head.substr(0, head.size() - 1));
+        simulated_machine fresh;
+        fresh.add_directory(head.substr(0, head.size() - 1));
         EXPECT_EQ(making(long_target, long_file), std::nullopt) << size;
-        EXPECT_EQ(machine.shortcut_target(long_file), prefix + long_target) << size;
-        auto const fault = machine.fail_every_call_on("IPersistFile::Save", 5);
+        EXPECT_EQ(fresh.shortcut_target(long_file), prefix + long_target) << size;
+        auto const fault = fresh.fail_every_call_on("IPersistFile::Save", 5);
         EXPECT_EQ(making(target, long_file), denied(prefix + long_file)) << size;
-        EXPECT_EQ(machine.journal().at(machine.journal().size() - 2).text, prefix + long_file);
+        EXPECT_EQ(fresh.journal().at(fresh.journal().size() - 2).text, prefix + long_file);
     }
 }
 
 // The prefix that a caller writes has no say in it.
-TEST(CreateShortcutCalls, TakeOffAPrefixThatIsNotNeeded)
+TEST_ON_MACHINE(CreateShortcutCalls, TakeOffAPrefixThatIsNotNeeded)
 {
-    simulated_machine machine;
     EXPECT_EQ(making(uR"(\\?\C:\dir)", uR"(\\?\C:\a.lnk)"), std::nullopt);
     EXPECT_EQ(machine.shortcut_target(file), target);
     EXPECT_EQ(com_calls(machine).at(4), R"(IPersistFile::Save(C:\a.lnk) flags 1)");
 }
 
-TEST(CreateShortcutCalls, ATargetIsNeitherLookedAtNorFollowed)
+TEST_ON_MACHINE(CreateShortcutCalls, ATargetIsNeitherLookedAtNorFollowed)
 {
-    simulated_machine machine;
     machine.add_directory(u"C:\\real")
         .add_symbolic_link(u"C:\\link", u"C:\\real", flavour::directory);
     EXPECT_EQ(making(u"C:\\link"), std::nullopt);
@@ -208,28 +189,27 @@ TEST(CreateShortcutCalls, ATargetIsNeitherLookedAtNorFollowed)
     EXPECT_EQ(machine.calls_of("GetFileAttributesExW"), 0);
 }
 
-TEST(CreateShortcutCalls, OnAShare)
+TEST_ON_MACHINE(CreateShortcutCalls, OnAShare)
 {
-    simulated_machine machine;
     machine.add_share(u"server", u"share");
     EXPECT_EQ(making(uR"(\\server\share\x)", uR"(\\server\share\a.lnk)"), std::nullopt);
     EXPECT_EQ(machine.shortcut_target(uR"(\\server\share\a.lnk)"), uR"(\\server\share\x)");
 }
 
-TEST(CreateShortcutCalls, AThreadOfAnyApartmentKeepsIt)
+TEST_ON_MACHINE(CreateShortcutCalls, AThreadOfAnyApartmentKeepsIt)
 {
     for (DWORD const kind : {DWORD{COINIT_MULTITHREADED}, DWORD{COINIT_APARTMENTTHREADED}}) {
-        simulated_machine machine;
+        simulated_machine fresh;
         ASSERT_EQ(::CoInitializeEx(nullptr, kind), S_OK);
         EXPECT_EQ(making(), std::nullopt);
-        EXPECT_EQ(machine.shortcut_target(file), target);
-        EXPECT_EQ(machine.live_interfaces(), 0);
-        EXPECT_EQ(machine.calls_of("CoUninitialize"), 1) << "also where CoInitialize failed";
-        EXPECT_EQ(machine.com_apartments(), kind == DWORD{COINIT_MULTITHREADED} ? 0 : 1);
-        if (machine.com_apartments() != 0)
+        EXPECT_EQ(fresh.shortcut_target(file), target);
+        EXPECT_EQ(fresh.live_interfaces(), 0);
+        EXPECT_EQ(fresh.calls_of("CoUninitialize"), 1) << "also where CoInitialize failed";
+        EXPECT_EQ(fresh.com_apartments(), kind == DWORD{COINIT_MULTITHREADED} ? 0 : 1);
+        if (fresh.com_apartments() != 0)
             ::CoUninitialize();
     }
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

@@ -5,12 +5,11 @@
 
 #include "platform/opened.hpp"
 #include "platform/shell_link.hpp"
-#include "support/names.hpp"
+#include "support/in_workspace.hpp"
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
 
-using namespace test_support;
 using contract::in;
 using contract::workspace;
 
@@ -45,91 +44,83 @@ constexpr text_row<char16_t> target_cases[] = {
     {u"dir/", u"dir", "no separator at its end"},
 };
 
-TEST(CreateShortcut, StoresTheTargetAbsoluteAndCleaned)
+TEST_IN_WORKSPACE(CreateShortcut, StoresTheTargetAbsoluteAndCleaned)
 {
     for (auto const &row : target_cases) {
         for (bool const is_relative : {false, true}) {
-            workspace space;
-            space.make_file(space.path(uR"(dir\file)"));
-            space.make_directory(space.path(uR"(dir\sub)"));
-            space.change_directory(space.root());
-            std::u16string const target = is_relative ? row.text : space.path(row.text);
-            std::u16string const file = space.path(u"a.lnk");
+            workspace fresh;
+            fresh.make_file(fresh.path(uR"(dir\file)"));
+            fresh.make_directory(fresh.path(uR"(dir\sub)"));
+            fresh.change_directory(fresh.root());
+            std::u16string const target = is_relative ? row.text : fresh.path(row.text);
+            std::u16string const file = fresh.path(u"a.lnk");
             create_shortcut(target, file);
-            EXPECT_TRUE(space.is_file(file)) << row.why;
-            EXPECT_EQ(stored_in(file), space.path(row.expected)) << row.why;
+            EXPECT_TRUE(fresh.is_file(file)) << row.why;
+            EXPECT_EQ(stored_in(file), fresh.path(row.expected)) << row.why;
             ::DeleteFileW(wide(file).c_str());
             create_shortcut(upath(target), upath(file));
-            EXPECT_EQ(stored_in(file), space.path(row.expected)) << row.why;
-            EXPECT_EQ(space.entries(space.root()), (names{u"a.lnk", u"dir"})) << row.why;
+            EXPECT_EQ(stored_in(file), fresh.path(row.expected)) << row.why;
+            EXPECT_EQ(fresh.entries(fresh.root()), (names{u"a.lnk", u"dir"})) << row.why;
         }
     }
 }
 
-TEST(CreateShortcut, IsFollowedByTheWalk)
+TEST_IN_WORKSPACE(CreateShortcut, IsFollowedByTheWalk)
 {
-    workspace space;
-    space.make_directory(space.path(uR"(dir\sub)"));
-    space.make_file(space.path(uR"(dir\x)"));
-    create_shortcut(space.path(uR"(dir\sub)"), space.path(u"a.lnk"));
-    EXPECT_EQ(above_target_of(space, L"a.lnk"), uR"(\\?\)" + space.path(uR"(dir\x)"));
-    create_shortcut(space.path(uR"(a.lnk\..\sub)"), space.path(u"b.lnk"));
-    EXPECT_EQ(stored_in(space.path(u"b.lnk")), space.path(u"sub"))
-        << "the dots of a target go by its text";
+    make({uR"(dir\sub\)", uR"(dir\x)"});
+    create_shortcut(at(uR"(dir\sub)"), at(u"a.lnk"));
+    EXPECT_EQ(above_target_of(work, L"a.lnk"), uR"(\\?\)" + at(uR"(dir\x)"));
+    create_shortcut(at(uR"(a.lnk\..\sub)"), at(u"b.lnk"));
+    EXPECT_EQ(stored_in(at(u"b.lnk")), at(u"sub")) << "the dots of a target go by its text";
 }
 
-TEST(CreateShortcut, ByARelativeName)
+TEST_IN_WORKSPACE(CreateShortcut, ByARelativeName)
 {
-    workspace space;
-    space.make_directory(space.path(u"dir"));
-    space.change_directory(space.path(u"dir"));
+    make_directory(u"dir");
+    enter(u"dir");
     create_shortcut(u"target", u"a.lnk");
-    EXPECT_EQ(space.entries(space.path(u"dir")), names{u"a.lnk"});
-    EXPECT_EQ(stored_in(space.path(uR"(dir\a.lnk)")), space.path(uR"(dir\target)"));
+    EXPECT_EQ(entries(u"dir"), names{u"a.lnk"});
+    EXPECT_EQ(stored_in(at(uR"(dir\a.lnk)")), at(uR"(dir\target)"));
 }
 
-TEST(CreateShortcut, OverAFileThatIsThere)
+TEST_IN_WORKSPACE(CreateShortcut, OverAFileThatIsThere)
 {
-    workspace space;
-    space.make_directory(space.path(u"dir"));
-    space.make_file(space.path(u"a.lnk"), std::string(3000, 'x'));
-    create_shortcut(space.path(u"dir"), space.path(u"a.lnk"));
-    EXPECT_EQ(stored_in(space.path(u"a.lnk")), space.path(u"dir"));
-    create_shortcut(space.path(u"other"), space.path(u"a.lnk"));
-    EXPECT_EQ(stored_in(space.path(u"a.lnk")), space.path(u"other"));
+    make_directory(u"dir");
+    make_file(u"a.lnk", std::string(3000, 'x'));
+    create_shortcut(at(u"dir"), at(u"a.lnk"));
+    EXPECT_EQ(stored_in(at(u"a.lnk")), at(u"dir"));
+    create_shortcut(at(u"other"), at(u"a.lnk"));
+    EXPECT_EQ(stored_in(at(u"a.lnk")), at(u"other"));
 }
 
-TEST(CreateShortcut, OfAnEmptyTargetLeadsToTheCurrentDirectory)
+TEST_IN_WORKSPACE(CreateShortcut, OfAnEmptyTargetLeadsToTheCurrentDirectory)
 {
-    workspace space;
-    space.make_directory(space.path(u"dir"));
-    space.change_directory(space.path(u"dir"));
-    create_shortcut(std::u16string(), space.path(u"a.lnk"));
-    EXPECT_EQ(stored_in(space.path(u"a.lnk")), space.path(u"dir"));
-    create_shortcut(upath(), upath(space.path(u"b.lnk")));
-    EXPECT_EQ(stored_in(space.path(u"b.lnk")), space.path(u"dir"));
+    make_directory(u"dir");
+    enter(u"dir");
+    create_shortcut(std::u16string(), at(u"a.lnk"));
+    EXPECT_EQ(stored_in(at(u"a.lnk")), at(u"dir"));
+    create_shortcut(upath(), upath(at(u"b.lnk")));
+    EXPECT_EQ(stored_in(at(u"b.lnk")), at(u"dir"));
 }
 
 // The test counts the whole text, and so the extension alone is a name.
-TEST(CreateShortcut, CalledNothingButTheExtension)
+TEST_IN_WORKSPACE(CreateShortcut, CalledNothingButTheExtension)
 {
-    workspace space;
-    space.make_directory(space.path(u"dir"));
-    create_shortcut(space.path(u"dir"), space.path(u".lnk"));
-    EXPECT_EQ(stored_in(space.path(u".lnk")), space.path(u"dir"));
-    space.change_directory(space.path(u"dir"));
-    create_shortcut(space.path(u"dir"), u".lnk");
-    EXPECT_EQ(stored_in(space.path(uR"(dir\.lnk)")), space.path(u"dir"))
-        << "it is absolute by then";
+    make_directory(u"dir");
+    create_shortcut(at(u"dir"), at(u".lnk"));
+    EXPECT_EQ(stored_in(at(u".lnk")), at(u"dir"));
+    enter(u"dir");
+    create_shortcut(at(u"dir"), u".lnk");
+    EXPECT_EQ(stored_in(at(uR"(dir\.lnk)")), at(u"dir")) << "it is absolute by then";
 }
 
-TEST(CreateShortcut, RefusesOtherNames)
+TEST_IN_WORKSPACE(CreateShortcut, RefusesOtherNames)
 {
     for (char16_t const *name :
          {u"x", u"x.LNK", u"x.Lnk", u"x.ln", u"x.lnkk", u"lnk", u"x.lnk.", u"x.lnk\\y", u"xlnk"}) {
-        workspace space;
-        space.make_directory(space.path(u"dir"));
-        auto const make = [&] { create_shortcut(space.path(u"dir"), space.path(name)); };
+        workspace fresh;
+        fresh.make_directory(fresh.path(u"dir"));
+        auto const make = [&] { create_shortcut(fresh.path(u"dir"), fresh.path(name)); };
         auto const failed = failure_of(make);
         std::string const shown = printable(name);
         // the system takes a full stop off that ends a name
@@ -138,32 +129,28 @@ TEST(CreateShortcut, RefusesOtherNames)
             continue;
         }
         EXPECT_EQ(failed, no_shortcut_name) << shown;
-        EXPECT_EQ(space.entries(space.root()), names{u"dir"}) << shown;
+        EXPECT_EQ(fresh.entries(fresh.root()), names{u"dir"}) << shown;
     }
 }
 
-TEST(CreateShortcut, AnEmptyNameIsTheCurrentDirectory)
+TEST_IN_WORKSPACE(CreateShortcut, AnEmptyNameIsTheCurrentDirectory)
 {
-    workspace space;
-    space.change_directory(space.root());
-    EXPECT_FAILURE(create_shortcut(space.root(), std::u16string()), no_shortcut_name);
+    EXPECT_FAILURE(create_shortcut(work.root(), std::u16string()), no_shortcut_name);
     EXPECT_FAILURE(create_shortcut(upath(), upath()), no_shortcut_name);
-    space.make_directory(space.path(u"x.lnk"));
-    space.change_directory(space.path(u"x.lnk"));
-    EXPECT_FAILURE(create_shortcut(upath(), upath()), denied(space.path(u"x.lnk")))
+    make_directory(u"x.lnk");
+    enter(u"x.lnk");
+    EXPECT_FAILURE(create_shortcut(upath(), upath()), denied(at(u"x.lnk")))
         << "a directory may be called so, but is no file";
 }
 
-TEST(CreateShortcut, FailuresNameTheShortcut)
+TEST_IN_WORKSPACE(CreateShortcut, FailuresNameTheShortcut)
 {
-    workspace space;
-    space.change_directory(space.root());
-    space.make_directory(space.path(u"dir.lnk"));
-    EXPECT_FAILURE(create_shortcut(u"x", u"no/a.lnk"), not_found(space.path(uR"(no\a.lnk)")))
+    make_directory(u"dir.lnk");
+    EXPECT_FAILURE(create_shortcut(u"x", u"no/a.lnk"), not_found(at(uR"(no\a.lnk)")))
         << "as it went to the shell";
-    EXPECT_FAILURE(create_shortcut(u"x", u"dir.lnk"), denied(space.path(u"dir.lnk")));
-    EXPECT_EQ(space.entries(space.root()), names{u"dir.lnk"});
+    EXPECT_FAILURE(create_shortcut(u"x", u"dir.lnk"), denied(at(u"dir.lnk")));
+    EXPECT_EQ(entries(), names{u"dir.lnk"});
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

@@ -4,12 +4,11 @@
 #include <fl/filesystem/operations.hpp>
 
 #include "platform/links.hpp"
-#include "support/names.hpp"
+#include "support/in_workspace.hpp"
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
 
-using namespace test_support;
 using contract::in;
 using contract::workspace;
 
@@ -33,19 +32,15 @@ bool is_directory_link(std::u16string const &link)
     return (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
-/// A folder that is the current directory, with `file` and `dir\sub`.
-class MakingSymlinks : public testing::Test
+/// With `file` and `dir\sub`.
+class MakingSymlinks : public in_workspace
 {
 protected:
     void SetUp() override
     {
         NEEDS(contract::has_symlinks(), "symbolic links can't be made here");
-        space.make_file(space.path(u"file"), "content");
-        space.make_directory(space.path(uR"(dir\sub)"));
-        space.change_directory(space.root());
+        make({{u"file", "content"}, uR"(dir\sub\)"});
     }
-
-    workspace space;
 };
 
 struct type_case
@@ -77,7 +72,7 @@ TEST_F(MakingSymlinks, Types)
 {
     for (type_case const &row : type_cases) {
         for (bool const by_path : {false, true}) {
-            std::u16string const link = space.path(u"link");
+            std::u16string const link = at(u"link");
             if (by_path)
                 create_symlink(upath(row.target), upath(link), row.type);
             else
@@ -96,28 +91,28 @@ TEST_F(MakingSymlinks, Types)
 // looks, although the link will be read from elsewhere.
 TEST_F(MakingSymlinks, AnAutomaticTypeIsThatOfTheCurrentDirectory)
 {
-    space.make_directory(space.path(u"other"));
-    create_symlink(u"dir", space.path(uR"(other\a)"), by_itself);
-    EXPECT_TRUE(is_directory_link(space.path(uR"(other\a)"))) << "though it leads nowhere there";
-    create_symlink(u"sub", space.path(uR"(dir\b)"), by_itself);
-    EXPECT_FALSE(is_directory_link(space.path(uR"(dir\b)"))) << "though it leads to a directory";
+    make_directory(u"other");
+    create_symlink(u"dir", at(uR"(other\a)"), by_itself);
+    EXPECT_TRUE(is_directory_link(at(uR"(other\a)"))) << "though it leads nowhere there";
+    create_symlink(u"sub", at(uR"(dir\b)"), by_itself);
+    EXPECT_FALSE(is_directory_link(at(uR"(dir\b)"))) << "though it leads to a directory";
 }
 
 TEST_F(MakingSymlinks, AnAutomaticTypeFollowsLinks)
 {
-    create_symlink(u"dir", space.path(u"first"), directory);
-    create_symlink(u"first", space.path(u"second"), by_itself);
-    EXPECT_TRUE(is_directory_link(space.path(u"second")));
-    EXPECT_EQ(text_of(space.path(u"second")), u"first");
+    create_symlink(u"dir", at(u"first"), directory);
+    create_symlink(u"first", at(u"second"), by_itself);
+    EXPECT_TRUE(is_directory_link(at(u"second")));
+    EXPECT_EQ(text_of(at(u"second")), u"first");
 }
 
 TEST_F(MakingSymlinks, LinksLeadToTheirTargets)
 {
-    create_symlink(space.path(u"dir"), space.path(u"absolute"), by_itself);
-    EXPECT_TRUE(space.is_directory(space.path(uR"(absolute\sub)")));
-    EXPECT_EQ(text_of(space.path(u"absolute")), space.path(u"dir"));
-    create_symlink(uR"(..\file)", space.path(uR"(dir\relative)"), file);
-    EXPECT_EQ(contract::content_of(in(space, LR"(dir\relative)")), "content");
+    create_symlink(at(u"dir"), at(u"absolute"), by_itself);
+    EXPECT_TRUE(work.is_directory(at(uR"(absolute\sub)")));
+    EXPECT_EQ(text_of(at(u"absolute")), at(u"dir"));
+    create_symlink(uR"(..\file)", at(uR"(dir\relative)"), file);
+    EXPECT_EQ(contract::content_of(in(work, LR"(dir\relative)")), "content");
 }
 
 constexpr text_row<char16_t> text_cases[] = {
@@ -137,11 +132,11 @@ TEST_F(MakingSymlinks, TextsAreInNativeForm)
     for (auto const &row : text_cases) {
         for (bool const by_path : {false, true}) {
             if (by_path)
-                create_symlink(upath(row.text), upath(space.path(u"link")), file);
+                create_symlink(upath(row.text), upath(at(u"link")), file);
             else
-                create_symlink(std::u16string(row.text), space.path(u"link"), file);
-            EXPECT_EQ(text_of(space.path(u"link")), row.expected) << row.why;
-            ::DeleteFileW(in(space, L"link").c_str());
+                create_symlink(std::u16string(row.text), at(u"link"), file);
+            EXPECT_EQ(text_of(at(u"link")), row.expected) << row.why;
+            ::DeleteFileW(in(work, L"link").c_str());
         }
     }
 }
@@ -150,29 +145,29 @@ TEST_F(MakingSymlinks, FailuresNameNothing)
 {
     for (char16_t const *taken : {u"file", u"dir"}) {
         auto const make = [&](unsigned int type) {
-            return failure_of([&] { create_symlink(u"x", space.path(taken), type); });
+            return failure_of([&] { create_symlink(u"x", at(taken), type); });
         };
         EXPECT_EQ(make(file), file_exists(u""));
         EXPECT_EQ(make(directory), file_exists(u""));
     }
-    EXPECT_FAILURE(create_symlink(u"x", space.path(uR"(no\link)"), file), not_found(u""));
-    EXPECT_FAILURE(create_symlink(u"x", space.path(u"a*b"), file), bad_name());
-    EXPECT_EQ(contract::content_of(in(space, L"file")), "content");
+    EXPECT_FAILURE(create_symlink(u"x", at(uR"(no\link)"), file), not_found(u""));
+    EXPECT_FAILURE(create_symlink(u"x", at(u"a*b"), file), bad_name());
+    EXPECT_EQ(contract::content_of(in(work, L"file")), "content");
 }
 
 TEST_F(MakingSymlinks, LinksThatAreThereStay)
 {
-    create_symlink(u"missing", space.path(u"link"), file);
-    EXPECT_FAILURE(create_symlink(u"x", space.path(u"link"), file), file_exists(u""))
+    create_symlink(u"missing", at(u"link"), file);
+    EXPECT_FAILURE(create_symlink(u"x", at(u"link"), file), file_exists(u""))
         << "also one that leads nowhere";
-    EXPECT_EQ(text_of(space.path(u"link")), u"missing");
+    EXPECT_EQ(text_of(at(u"link")), u"missing");
 }
 
 TEST_F(MakingSymlinks, BothNamesCanBeRelative)
 {
     create_symlink(u"file", u"link", by_itself);
-    EXPECT_EQ(text_of(space.path(u"link")), u"file");
-    EXPECT_EQ(contract::content_of(in(space, L"link")), "content");
+    EXPECT_EQ(text_of(at(u"link")), u"file");
+    EXPECT_EQ(contract::content_of(in(work, L"link")), "content");
 }
 
 /// Both kinds and both sorts of text.
@@ -182,19 +177,16 @@ TEST_F(MakingSymlinks, CopiesAreOfTheSameKindAndText)
     {
         std::u16string target;
         unsigned int type;
-    } const cases[] = {{u"file", file},
-                       {u"dir", directory},
-                       {uR"(..\missing)", file},
-                       {uR"(..\missing)", directory},
-                       {space.path(u"file"), file},
-                       {space.path(u"dir"), directory},
+    } const cases[] = {{u"file", file},           {u"dir", directory},
+                       {uR"(..\missing)", file},  {uR"(..\missing)", directory},
+                       {at(u"file"), file},       {at(u"dir"), directory},
                        {uR"(\rooted)", directory}};
     char16_t number = u'0';
     for (auto const &row : cases) {
-        std::u16string const link = space.path(u"link") + number;
+        std::u16string const link = at(u"link") + number;
         create_symlink(row.target, link, row.type);
         for (bool const by_path : {false, true}) {
-            std::u16string const copy = space.path(by_path ? u"dir\\a" : u"dir\\b") + number;
+            std::u16string const copy = at(by_path ? u"dir\\a" : u"dir\\b") + number;
             by_path ? copy_symlink(upath(link), upath(copy)) : copy_symlink(link, copy);
             EXPECT_EQ(text_of(copy), row.target);
             EXPECT_EQ(is_directory_link(copy), row.type == directory);
@@ -205,51 +197,41 @@ TEST_F(MakingSymlinks, CopiesAreOfTheSameKindAndText)
 
 TEST_F(MakingSymlinks, CopiesGoNowhereElse)
 {
-    create_symlink(u"file", space.path(u"link"), file);
-    EXPECT_FAILURE(copy_symlink(space.path(u"link"), space.path(u"file")), file_exists(u""));
-    EXPECT_FAILURE(copy_symlink(space.path(u"link"), space.path(uR"(no\x)")), not_found(u""));
-    EXPECT_EQ(contract::content_of(in(space, L"file")), "content");
+    create_symlink(u"file", at(u"link"), file);
+    EXPECT_FAILURE(copy_symlink(at(u"link"), at(u"file")), file_exists(u""));
+    EXPECT_FAILURE(copy_symlink(at(u"link"), at(uR"(no\x)")), not_found(u""));
+    EXPECT_EQ(contract::content_of(in(work, L"file")), "content");
 }
 
 TEST_F(MakingSymlinks, JunctionsAreNotCopied)
 {
     NEEDS(contract::has_reparse_data(), "no reparse data can be set here");
-    space.make_directory(space.path(u"junction"));
-    ASSERT_EQ(contract::set_reparse_data(in(space, L"junction"),
-                                         contract::junction_data(in(space, L"dir"))),
+    make_directory(u"junction");
+    ASSERT_EQ(contract::set_reparse_data(in(work, L"junction"),
+                                         contract::junction_data(in(work, L"dir"))),
               contract::success);
-    EXPECT_FAILURE(copy_symlink(space.path(u"junction"), space.path(u"new")),
-                   system_error(4393, u""));
-    EXPECT_FALSE(space.exists(space.path(u"new")));
+    EXPECT_FAILURE(copy_symlink(at(u"junction"), at(u"new")), system_error(4393, u""));
+    EXPECT_FALSE(work.exists(at(u"new")));
 }
 
-struct refused_case
+TEST_IN_WORKSPACE(CopySymlink, OfWhatIsNoLink)
 {
-    char16_t const *existing;
-    test_support::failure expected;
-    char const *why;
-};
-
-TEST(CopySymlink, OfWhatIsNoLink)
-{
-    workspace space;
-    space.make_file(space.path(u"file"), "content");
-    space.make_directory(space.path(u"dir"));
-    refused_case const cases[] = {
+    make({{u"file", "content"}, u"dir\\"});
+    failing_row<char16_t const *> const cases[] = {
         {u"file", no_link, "a file"},
         {u"dir", no_link, "a directory"},
         {u"missing", not_found(u""), "missing"},
         {uR"(missing\x)", not_found(u""), "in no directory"},
         {uR"(file\x)", not_found(u""), "below a file"},
     };
-    for (refused_case const &row : cases) {
-        std::u16string const from = space.path(row.existing);
-        std::u16string const to = space.path(u"new");
+    for (auto const &row : cases) {
+        std::u16string const from = at(row.given);
+        std::u16string const to = at(u"new");
         EXPECT_FAILURE(copy_symlink(from, to), row.expected) << row.why;
         EXPECT_FAILURE(copy_symlink(upath(from), upath(to)), row.expected) << row.why;
-        EXPECT_FALSE(space.exists(to)) << row.why;
+        EXPECT_FALSE(work.exists(to)) << row.why;
     }
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

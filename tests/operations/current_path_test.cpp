@@ -1,17 +1,13 @@
 #include <fl/filesystem/operations.hpp>
 
-#include "support/names.hpp"
-#include "support/workspace.hpp"
+#include "support/in_workspace.hpp"
 
 #include <windows.h>
 
 #include <algorithm>
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
-
-using namespace test_support;
-using test_support::failure;
 
 /// The variable that tells where the drive of `path` stands, as a program sees it.
 std::u16string drive_variable(std::u16string const &path)
@@ -22,12 +18,9 @@ std::u16string drive_variable(std::u16string const &path)
     return units(value.substr(0, length));
 }
 
-TEST(ChangeCurrentPath, ChangesTheDirectoryAndTheVariableOfItsDrive)
+TEST_IN_WORKSPACE(ChangeCurrentPath, ChangesTheDirectoryAndTheVariableOfItsDrive)
 {
-    workspace work;
-    std::u16string const there = work.path(u"dir");
-    work.make_directory(there);
-    work.change_directory(work.root());
+    std::u16string const there = make_directory(u"dir");
     EXPECT_TRUE(change_current_path(there));
     EXPECT_EQ(get_current_path(), there);
     EXPECT_EQ(drive_variable(there), there);
@@ -36,11 +29,10 @@ TEST(ChangeCurrentPath, ChangesTheDirectoryAndTheVariableOfItsDrive)
     EXPECT_EQ(drive_variable(there), work.root());
 }
 
-TEST(ChangeCurrentPath, ReachesADirectoryByAnyNotation)
+TEST_IN_WORKSPACE(ChangeCurrentPath, ReachesADirectoryByAnyNotation)
 {
-    workspace work;
-    std::u16string const there = work.path(u"dir");
-    work.make_directory(work.path(uR"(dir\sub)"));
+    std::u16string const there = at(u"dir");
+    make_directory(uR"(dir\sub)");
     std::u16string slashes = there;
     std::replace(slashes.begin(), slashes.end(), u'\\', u'/');
     std::u16string const notations[] = {
@@ -54,69 +46,59 @@ TEST(ChangeCurrentPath, ReachesADirectoryByAnyNotation)
         there.substr(2),
     };
     for (std::u16string const &text : notations) {
-        work.change_directory(work.root());
+        enter();
         EXPECT_TRUE(change_current_path(text)) << printable(text);
         EXPECT_EQ(get_current_path(), there) << printable(text);
     }
 }
 
-TEST(ChangeCurrentPath, OfTheEmptyPathIsFalseAndChangesNothing)
+TEST_IN_WORKSPACE(ChangeCurrentPath, OfTheEmptyPathIsFalseAndChangesNothing)
 {
-    workspace work;
-    work.make_directory(work.path(u"dir"));
-    ASSERT_TRUE(change_current_path(work.path(u"dir")));
+    make_directory(u"dir");
+    ASSERT_TRUE(change_current_path(at(u"dir")));
     for (std::u16string const &text : {std::u16string(), std::u16string(uR"(\\?\)")}) {
         EXPECT_FALSE(change_current_path(text));
         EXPECT_FALSE(change_current_path(upath(text)));
     }
-    EXPECT_EQ(get_current_path(), work.path(u"dir"));
-    EXPECT_EQ(drive_variable(work.root()), work.path(u"dir"));
+    EXPECT_EQ(get_current_path(), at(u"dir"));
+    EXPECT_EQ(drive_variable(work.root()), at(u"dir"));
 }
 
-TEST(ChangeCurrentPath, FailuresNameTheCallersPathAndChangeNothing)
+TEST_IN_WORKSPACE(ChangeCurrentPath, FailuresNameTheCallersPathAndChangeNothing)
 {
-    struct
-    {
-        char16_t const *text;
-        failure expected;
-        char const *why;
-    } const cases[] = {
+    failing_row<char16_t const *> const cases[] = {
         {u"missing", not_found(u"missing"), "nothing there"},
         {u"missing/dir", not_found(uR"(missing\dir)"), "nor the directory above, in native form"},
         {u"file", not_directory(u"file"), "a file"},
         {uR"(file\dir)", not_found(uR"(file\dir)"), "below a file"},
         {u"a*b", bad_name(), "no name"},
     };
-    workspace work;
-    work.make_file(work.path(u"file"), "content");
+    make_file(u"file", "content");
     ASSERT_TRUE(change_current_path(work.root()));
     for (auto const &row : cases) {
-        EXPECT_FAILURE(change_current_path(row.text), row.expected) << row.why;
-        EXPECT_FAILURE(change_current_path(upath(row.text)), row.expected) << row.why;
+        EXPECT_FAILURE(change_current_path(row.given), row.expected) << row.why;
+        EXPECT_FAILURE(change_current_path(upath(row.given)), row.expected) << row.why;
         EXPECT_EQ(get_current_path(), work.root()) << row.why;
         EXPECT_EQ(drive_variable(work.root()), work.root()) << row.why;
     }
-    EXPECT_EQ(work.entries(work.root()), names{u"file"});
+    EXPECT_EQ(entries(), names{u"file"});
 }
 
-TEST(ChangeCurrentPath, NamesAnAbsolutePathnameAsItIs)
+TEST_IN_WORKSPACE(ChangeCurrentPath, NamesAnAbsolutePathnameAsItIs)
 {
-    workspace work;
-    work.make_file(work.path(u"file"));
-    EXPECT_FAILURE(change_current_path(work.path(u"none")), not_found(work.path(u"none")));
-    EXPECT_FAILURE(change_current_path(work.path(u"file")), not_directory(work.path(u"file")));
+    make_file(u"file");
+    EXPECT_FAILURE(change_current_path(at(u"none")), not_found(at(u"none")));
+    EXPECT_FAILURE(change_current_path(at(u"file")), not_directory(at(u"file")));
 }
 
 // The full pathname for the variable is made when the process stands in the new directory
 // already.
-TEST(ChangeCurrentPath, MakesTheVariableOfARelativeTextFromTheNewDirectory)
+TEST_IN_WORKSPACE(ChangeCurrentPath, MakesTheVariableOfARelativeTextFromTheNewDirectory)
 {
-    workspace work;
-    work.make_directory(work.path(u"dir"));
-    work.change_directory(work.root());
+    make_directory(u"dir");
     EXPECT_TRUE(change_current_path(u"dir"));
-    EXPECT_EQ(get_current_path(), work.path(u"dir"));
-    EXPECT_EQ(drive_variable(work.root()), work.path(uR"(dir\dir)"));
+    EXPECT_EQ(get_current_path(), at(u"dir"));
+    EXPECT_EQ(drive_variable(work.root()), at(uR"(dir\dir)"));
     EXPECT_TRUE(change_current_path(u".."));
     EXPECT_EQ(get_current_path(), work.root());
     std::u16string const above = work.root().substr(0, work.root().find_last_of(u'\\'));
@@ -125,9 +107,8 @@ TEST(ChangeCurrentPath, MakesTheVariableOfARelativeTextFromTheNewDirectory)
     EXPECT_EQ(drive_variable(work.root()), work.root()) << "a full stop means the same again";
 }
 
-TEST(ChangeCurrentPath, OfARootKeepsItsBackslash)
+TEST_IN_WORKSPACE(ChangeCurrentPath, OfARootKeepsItsBackslash)
 {
-    workspace work;
     std::u16string const drive = work.root().substr(0, 3);
     EXPECT_TRUE(change_current_path(drive));
     EXPECT_EQ(get_current_path(), drive);
@@ -135,4 +116,4 @@ TEST(ChangeCurrentPath, OfARootKeepsItsBackslash)
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

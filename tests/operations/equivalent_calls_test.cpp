@@ -5,15 +5,11 @@
 
 #include "support/calls.hpp"
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
 
-using namespace test_support;
-using test_support::failure;
-
-TEST(EquivalentCalls, OpenBothAndCompareTheirIdentifiers)
+TEST_ON_MACHINE(EquivalentCalls, OpenBothAndCompareTheirIdentifiers)
 {
-    simulated_machine machine;
     machine.add_file(u"C:\\a").add_file(u"C:\\b");
     EXPECT_FALSE(equivalent(u"C:\\a", u"C:\\b"));
     EXPECT_EQ(calls(machine),
@@ -23,24 +19,16 @@ TEST(EquivalentCalls, OpenBothAndCompareTheirIdentifiers)
                      R"(GetFileInformationByHandleEx(C:\b))", R"(CloseHandle(C:\b))"}));
 }
 
-TEST(EquivalentCalls, AfterAFailureAskAboutTheFirstAndThenTheSecond)
+TEST_ON_MACHINE(EquivalentCalls, AfterAFailureAskAboutTheFirstAndThenTheSecond)
 {
-    simulated_machine machine;
     machine.add_file(u"C:\\b");
     EXPECT_FALSE(equivalent(u"C:\\a", u"C:\\b"));
     EXPECT_EQ(texts_of(machine, "GetFileAttributesExW"), (lines{"C:\\a", "C:\\b"}));
 }
 
-struct pair_case
+TEST_ON_MACHINE(EquivalentLinks, AreFollowed)
 {
-    char16_t const *p1, *p2;
-    bool expected;
-    char const *why;
-};
-
-TEST(EquivalentLinks, AreFollowed)
-{
-    constexpr pair_case cases[] = {
+    constexpr row_of_texts<char16_t, bool> cases[] = {
         {uR"(C:\l)", uR"(C:\f)", true, "a link and its target"},
         {uR"(C:\l)", uR"(C:\m)", true, "two links to one file"},
         {uR"(C:\l)", uR"(C:\l)", true, "one link"},
@@ -59,7 +47,6 @@ TEST(EquivalentLinks, AreFollowed)
         {uR"(Q:\f)", uR"(C:\f)", false, "nor a drive that isn't there"},
         {uR"(\\gone\h\f)", uR"(C:\f)", false, "nor a server"},
     };
-    simulated_machine machine;
     machine.add_drive(u'D').add_file(uR"(D:\d\f)").add_file(uR"(D:\f)").add_file(uR"(C:\f)");
     machine.add_share(u"s", u"h").add_file(uR"(\\s\h\f)").map_drive(u'X', u"s", u"h");
     machine.add_symbolic_link(uR"(C:\l)", u"f").add_symbolic_link(uR"(C:\m)", u"l");
@@ -67,21 +54,19 @@ TEST(EquivalentLinks, AreFollowed)
     machine.add_mount_point(uR"(C:\volume)", u'D').add_shortcut(uR"(C:\f.lnk)", uR"(C:\f)");
     machine.add_symbolic_link(uR"(C:\dead)", u"gone").add_dead_server(u"gone");
     machine.add_reparse_point(uR"(C:\strange)", 0x80000ABC, "x");
-    for (pair_case const &row : cases) {
-        EXPECT_EQ(equivalent(row.p1, row.p2), row.expected) << row.why;
-        EXPECT_EQ(equivalent(row.p2, row.p1), row.expected) << row.why << ", the other way round";
-        EXPECT_EQ(equivalent(upath(row.p1), upath(row.p2)), row.expected) << row.why;
+    for (auto const &row : cases) {
+        EXPECT_EQ(equivalent(row.first, row.second), row.expected) << row.why;
+        EXPECT_EQ(equivalent(row.second, row.first), row.expected)
+            << row.why << ", the other way round";
+        EXPECT_EQ(equivalent(upath(row.first), upath(row.second)), row.expected) << row.why;
     }
-    expect_nothing_open(machine, "all of them");
 }
 
 // What may not be looked at is as good as missing.
-TEST(EquivalentRights, PresentMissingAndDenied)
+TEST_ON_MACHINE(EquivalentRights, PresentMissingAndDenied)
 {
-    simulated_machine machine;
     machine.add_file(uR"(C:\d\present)").add_file(uR"(C:\d\denied)").add_file(uR"(C:\d\other)");
-    machine.deny(uR"(C:\d)", right::list);
-    machine.deny(uR"(C:\d\denied)", right::read_attributes);
+    machine.deny(uR"(C:\d)", right::list).deny(uR"(C:\d\denied)", right::read_attributes);
     machine.set_current_directory(uR"(C:\d)");
     struct
     {
@@ -101,20 +86,12 @@ TEST(EquivalentRights, PresentMissingAndDenied)
         EXPECT_EQ(answer, row.is_failure);
     }
     EXPECT_TRUE(equivalent(u"present", u"PRESENT"));
-    EXPECT_EQ(machine.open_handles(), 0);
 }
 
-struct code_case
-{
-    DWORD code;
-    failure expected;
-    char const *why;
-};
-
 // Both are there, but one can't be opened.
-TEST(EquivalentCalls, CodesOfOpening)
+TEST_ON_MACHINE(EquivalentCalls, CodesOfOpening)
 {
-    code_case const cases[] = {
+    failing_row<DWORD> const cases[] = {
         {2, not_found(u"b"), "the first is there, so it is the second"},
         {3, not_found(u"b"), "the first is there, so it is the second"},
         {5, denied(u"b"), "the first can be read, so it is the second"},
@@ -128,20 +105,17 @@ TEST(EquivalentCalls, CodesOfOpening)
         {53, system_error(53, u"a", u"b"), "a code that says nothing"},
         {1117, system_error(1117, u"a", u"b"), "a code that says nothing"},
     };
-    simulated_machine machine;
     machine.add_file(u"C:\\a").add_file(u"C:\\b");
     for (int const nth : {1, 2})
-        for (code_case const &row : cases) {
-            sure_fault const fault = machine.fail_call("CreateFileW", nth, row.code);
+        for (auto const &row : cases) {
+            sure_fault const fault = machine.fail_call("CreateFileW", nth, row.given);
             EXPECT_FAILURE(equivalent(u"a", u"b"), row.expected)
-                << row.code << ", " << row.why << ", opening " << nth;
-            EXPECT_EQ(machine.open_handles(), 0);
+                << row.given << ", " << row.why << ", opening " << nth;
         }
 }
 
-TEST(EquivalentCalls, Code5OnALinkOrAnUnreadableFirstIsTheFirsts)
+TEST_ON_MACHINE(EquivalentCalls, Code5OnALinkOrAnUnreadableFirstIsTheFirsts)
 {
-    simulated_machine machine;
     machine.add_file(u"C:\\a").add_file(u"C:\\b").add_symbolic_link(u"C:\\l", u"a");
     {
         // the link's status takes the second opening
@@ -154,9 +128,8 @@ TEST(EquivalentCalls, Code5OnALinkOrAnUnreadableFirstIsTheFirsts)
 }
 
 // FAT and some network file systems have no identifiers of 128 bits.
-TEST(EquivalentCalls, FallBackOnShortIdentifiers)
+TEST_ON_MACHINE(EquivalentCalls, FallBackOnShortIdentifiers)
 {
-    simulated_machine machine;
     machine.add_drive(u'D').add_file(u"C:\\a").add_file(u"C:\\b").add_file(u"D:\\a");
     machine.add_hard_link(u"C:\\c", u"C:\\a");
     for (DWORD const code : {1U, 50U, 87U, 1117U}) {
@@ -169,30 +142,25 @@ TEST(EquivalentCalls, FallBackOnShortIdentifiers)
 }
 
 // Whoever has none says so.
-TEST(EquivalentCalls, AFailureWithoutACodeIsNoLackOfIdentifiers)
+TEST_ON_MACHINE(EquivalentCalls, AFailureWithoutACodeIsNoLackOfIdentifiers)
 {
-    simulated_machine machine;
     machine.add_file(u"C:\\a").add_file(u"C:\\b");
     for (int const nth : {1, 2}) {
         sure_fault const fault = machine.fail_call("GetFileInformationByHandleEx", nth, 0);
         EXPECT_FAILURE(equivalent(u"C:\\a", u"C:\\b"), system_error(31, u"C:\\a", u"C:\\b"));
-        EXPECT_EQ(machine.open_handles(), 0);
     }
 }
 
-TEST(EquivalentCalls, WithoutAnyIdentifierTheCodeIsTheSecondCalls)
+TEST_ON_MACHINE(EquivalentCalls, WithoutAnyIdentifierTheCodeIsTheSecondCalls)
 {
-    simulated_machine machine;
     machine.add_file(u"C:\\a").add_file(u"C:\\b");
     auto const by_class = machine.fail_every_call_on("GetFileInformationByHandleEx", 87);
     sure_fault const fault = machine.fail_every_call_on("GetFileInformationByHandle", 1117);
     EXPECT_FAILURE(equivalent(u"C:\\a", u"C:\\b"), system_error(1117, u"C:\\a", u"C:\\b"));
-    EXPECT_EQ(machine.open_handles(), 0);
 }
 
-TEST(EquivalentCalls, AFailedExpansionNamesItsOwnPath)
+TEST_ON_MACHINE(EquivalentCalls, AFailedExpansionNamesItsOwnPath)
 {
-    simulated_machine machine;
     machine.add_file(u"C:\\a").add_file(u"C:\\b");
     for (int const nth : {1, 2}) {
         sure_fault const fault = machine.fail_call("GetFullPathNameW", nth, 5);
@@ -200,18 +168,17 @@ TEST(EquivalentCalls, AFailedExpansionNamesItsOwnPath)
     }
 }
 
-TEST(EquivalentCalls, LinksThatLoop)
+TEST_ON_MACHINE(EquivalentCalls, LinksThatLoop)
 {
-    simulated_machine machine;
     machine.add_symbolic_link(u"C:\\loop", u"loop").add_file(u"C:\\f");
     EXPECT_FALSE(equivalent(u"C:\\loop", u"C:\\f")) << "nothing is there";
     EXPECT_FAILURE(equivalent(u"C:\\loop", u"C:\\loop"), not_found(u"C:\\loop"));
 }
 
-TEST(EquivalentCalls, EveryFailingCallReleasesWhatItHolds)
+TEST_ON_MACHINE(EquivalentCalls, EveryFailingCallReleasesWhatItHolds)
 {
-    auto const build = [](simulated_machine &machine) {
-        machine.add_file(u"C:\\f").add_symbolic_link(u"C:\\l", u"f");
+    auto const build = [](simulated_machine &fresh) {
+        fresh.add_file(u"C:\\f").add_symbolic_link(u"C:\\l", u"f");
     };
     sweep(build, [](failing_run const &run) {
         bool answer = false;
@@ -223,20 +190,20 @@ TEST(EquivalentCalls, EveryFailingCallReleasesWhatItHolds)
 
 // Identities are those of one volume, and repeat on others; on some servers the lower half
 // repeats on one volume.
-TEST(Equivalent, NeedsTheWholeIdentityAndTheVolume)
+TEST_ON_MACHINE(EquivalentCalls, NeedsTheWholeIdentityAndTheVolume)
 {
     for (bool const has_long_identities : {true, false}) {
-        simulated_machine machine;
+        simulated_machine fresh;
         std::optional<simulation::fault> fault;
         if (!has_long_identities)
-            fault = machine.fail_every_call_on("GetFileInformationByHandleEx", 87);
-        machine.add_drive(u'D').add_file(uR"(C:\f)").add_file(uR"(D:\f)");
+            fault = fresh.fail_every_call_on("GetFileInformationByHandleEx", 87);
+        fresh.add_drive(u'D').add_file(uR"(C:\f)").add_file(uR"(D:\f)");
         EXPECT_FALSE(equivalent(uR"(C:\f)", uR"(D:\f)"));
         EXPECT_FALSE(equivalent(uR"(C:\)", uR"(D:\)"));
         EXPECT_TRUE(equivalent(uR"(D:\f)", uR"(D:\F)"));
-        machine.add_share(u"s", u"h");
+        fresh.add_share(u"s", u"h");
         for (char16_t const *name : {u"a", u"b", u"c"})
-            machine.add_file(uR"(\\s\h\)" + std::u16string(name));
+            fresh.add_file(uR"(\\s\h\)" + std::u16string(name));
         EXPECT_FALSE(equivalent(uR"(\\s\h\a)", uR"(\\s\h\b)"));
         EXPECT_FALSE(equivalent(uR"(\\s\h\b)", uR"(\\s\h\c)"));
         EXPECT_TRUE(equivalent(uR"(\\s\h\b)", uR"(\\s\h\B)"));
@@ -244,4 +211,4 @@ TEST(Equivalent, NeedsTheWholeIdentityAndTheVolume)
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

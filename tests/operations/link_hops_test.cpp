@@ -1,76 +1,63 @@
 #include <fl/filesystem.hpp>
 
 #include "operations/shown_hops.hpp"
-#include "support/names.hpp"
-#include "support/workspace.hpp"
+#include "support/in_workspace.hpp"
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
 
-using namespace test_support;
 using hops = std::vector<link_hop>;
 
-TEST(LinkHops, ThereAreNoneWithoutLinks)
+TEST_IN_WORKSPACE(LinkHops, ThereAreNoneWithoutLinks)
 {
-    workspace work;
-    work.make_file(work.path(uR"(dir\file)"));
-    work.make_file(work.path(u"plain.lnk.txt"));
+    make({uR"(dir\file)", u"plain.lnk.txt"});
     for (char16_t const *name : {uR"(dir\file)", u"dir", uR"(dir\..\dir\.)", u"plain.lnk.txt",
                                  u"no", uR"(no\x)", uR"(dir\file\x)"}) {
-        EXPECT_EQ(link_hops(work.path(name)), hops{}) << printable(name);
-        EXPECT_EQ(link_hops(upath(work.path(name))), hops{}) << printable(name);
+        EXPECT_EQ(link_hops(at(name)), hops{}) << printable(name);
+        EXPECT_EQ(link_hops(upath(at(name))), hops{}) << printable(name);
     }
     EXPECT_EQ(link_hops(u""), hops{});
     EXPECT_EQ(link_hops(upath()), hops{});
 }
 
-TEST(LinkHops, ShowsShortcuts)
+TEST_IN_WORKSPACE(LinkHops, ShowsShortcuts)
 {
-    workspace work;
-    work.make_file(work.path(uR"(dir\file)"));
-    work.make_shortcut(work.path(u"k.lnk"), work.path(u"dir"));
-    work.make_shortcut(work.path(u"again.lnk"), work.path(u"k.lnk"));
+    make_file(uR"(dir\file)");
+    work.make_shortcut(at(u"k.lnk"), at(u"dir"));
+    work.make_shortcut(at(u"again.lnk"), at(u"k.lnk"));
     hops const expected{
-        {work.path(u"again.lnk"), link_kind::shortcut, work.path(u"k.lnk"),
-         work.path(uR"(k.lnk\file)"), false},
-        {work.path(u"k.lnk"), link_kind::shortcut, work.path(u"dir"), work.path(uR"(dir\file)"),
-         false},
+        {at(u"again.lnk"), link_kind::shortcut, at(u"k.lnk"), at(uR"(k.lnk\file)"), false},
+        {at(u"k.lnk"), link_kind::shortcut, at(u"dir"), at(uR"(dir\file)"), false},
     };
-    EXPECT_EQ(link_hops(work.path(uR"(again.lnk\file)")), expected);
-    EXPECT_EQ(link_hops(upath(work.path(uR"(again.lnk\file)"))), expected);
-    work.change_directory(work.root());
+    EXPECT_EQ(link_hops(at(uR"(again.lnk\file)")), expected);
+    EXPECT_EQ(link_hops(upath(at(uR"(again.lnk\file)"))), expected);
     EXPECT_EQ(link_hops(uR"(again.lnk\file)"), expected) << "from the current directory";
     EXPECT_EQ(link_hops(u"./dir//../again.lnk/file/"), expected) << "in any notation";
 }
 
-TEST(LinkHops, ExamplesOfTheHeader)
+TEST_IN_WORKSPACE(LinkHops, ExamplesOfTheHeader)
 {
-    workspace work;
     if (!work.has_symbolic_links() || !work.has_junctions())
         GTEST_SKIP() << "there are no symbolic links or junctions";
-    work.make_file(work.path(uR"(real\file)"));
-    work.make_symbolic_link(work.path(u"link"), u"dir", link_to::directory);
-    work.make_junction(work.path(u"dir"), work.path(u"real"));
+    make_file(uR"(real\file)");
+    work.make_symbolic_link(at(u"link"), u"dir", link_to::directory);
+    work.make_junction(at(u"dir"), at(u"real"));
     hops const expected{
-        {work.path(u"link"), link_kind::relative_symbolic_link, u"dir", work.path(uR"(dir\file)"),
-         false},
-        {work.path(u"dir"), link_kind::junction, work.path(u"real"), work.path(uR"(real\file)"),
-         false},
+        {at(u"link"), link_kind::relative_symbolic_link, u"dir", at(uR"(dir\file)"), false},
+        {at(u"dir"), link_kind::junction, at(u"real"), at(uR"(real\file)"), false},
     };
-    EXPECT_EQ(link_hops(work.path(uR"(link\file)")), expected);
+    EXPECT_EQ(link_hops(at(uR"(link\file)")), expected);
 }
 
-TEST(LinkHops, AMissingEndKeepsTheWayToIt)
+TEST_IN_WORKSPACE(LinkHops, AMissingEndKeepsTheWayToIt)
 {
-    workspace work;
-    work.make_directory(work.path(u"dir"));
-    work.make_shortcut(work.path(u"k.lnk"), work.path(u"dir"));
-    EXPECT_EQ(link_hops(work.path(uR"(k.lnk\no)")),
-              (hops{{work.path(u"k.lnk"), link_kind::shortcut, work.path(u"dir"),
-                     work.path(uR"(dir\no)"), false}}));
+    make_directory(u"dir");
+    work.make_shortcut(at(u"k.lnk"), at(u"dir"));
+    EXPECT_EQ(link_hops(at(uR"(k.lnk\no)")),
+              (hops{{at(u"k.lnk"), link_kind::shortcut, at(u"dir"), at(uR"(dir\no)"), false}}));
 }
 
-TEST(LinkHops, RefusesWhatHasNoRootToBeginWith)
+TEST_IN_WORKSPACE(LinkHops, RefusesWhatHasNoRootToBeginWith)
 {
     for (char16_t const *path : {uR"(\\.\COM1)", uR"(\\.\pipe\x)"}) {
         EXPECT_FAILURE(link_hops(path), bad_path_type(path));
@@ -101,4 +88,4 @@ TEST(LinkHop, ComparesAllOfIt)
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

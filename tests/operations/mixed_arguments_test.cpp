@@ -7,10 +7,9 @@
 
 #include <string>
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
 
-using namespace test_support;
 using std::filesystem::copy_options;
 
 TEST(MixedArguments, ActOnBothNames)
@@ -88,4 +87,4 @@ TEST(MixedArguments, FailAboutWhatWasGiven)
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

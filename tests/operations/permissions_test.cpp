@@ -4,16 +4,12 @@
 
 #include "status/changed_attributes.hpp"
 #include "support/attributes_for_now.hpp"
-#include "support/names.hpp"
-#include "support/workspace.hpp"
+#include "support/in_workspace.hpp"
 
 #include <limits>
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
-
-using namespace test_support;
-using test_support::failure;
 
 constexpr unsigned int adds = file_status::perms_add;
 constexpr unsigned int removes = file_status::perms_remove;
@@ -63,11 +59,9 @@ constexpr word_case word_cases[] = {
     {0x6, 0xFFFE, 0x2026, "all bits but one"},
 };
 
-TEST(Permissions, OfAFile)
+TEST_IN_WORKSPACE(Permissions, OfAFile)
 {
-    workspace space;
-    std::u16string const path = space.path(u"file");
-    space.make_file(path, "content");
+    std::u16string const path = make_file(u"file", "content");
     for (word_case const &row : word_cases) {
         attributes_for_now const set(path, row.before);
         permissions(path, row.perms);
@@ -76,27 +70,23 @@ TEST(Permissions, OfAFile)
         permissions(upath(path), row.perms);
         EXPECT_EQ(attributes_of(path), row.after & kept_attributes()) << row.why;
     }
-    EXPECT_TRUE(space.is_file(path));
+    EXPECT_TRUE(work.is_file(path));
 }
 
-TEST(Permissions, OfADirectory)
+TEST_IN_WORKSPACE(Permissions, OfADirectory)
 {
-    workspace space;
-    std::u16string const path = space.path(u"dir.exe");
-    space.make_directory(path);
+    std::u16string const path = make_directory(u"dir.exe");
     for (word_case const &row : word_cases) {
         attributes_for_now const set(path, row.before);
         permissions(path, row.perms);
         EXPECT_EQ(attributes_of(path), row.after & kept_attributes(true)) << row.why;
-        EXPECT_TRUE(space.is_directory(path)) << row.why;
+        EXPECT_TRUE(work.is_directory(path)) << row.why;
     }
 }
 
-TEST(Permissions, EveryWordOnADisk)
+TEST_IN_WORKSPACE(Permissions, EveryWordOnADisk)
 {
-    workspace space;
-    std::u16string const path = space.path(u"file");
-    space.make_file(path);
+    std::u16string const path = make_file(u"file");
     for (DWORD const before : {0x1U, 0x6U, 0x2023U}) {
         for_all_words([&](unsigned int perms) {
             attributes_for_now const set(path, before);
@@ -107,11 +97,9 @@ TEST(Permissions, EveryWordOnADisk)
     }
 }
 
-TEST(Permissions, SayWhatTheStatusSays)
+TEST_IN_WORKSPACE(Permissions, SayWhatTheStatusSays)
 {
-    workspace space;
-    std::u16string const path = space.path(u"tool.cmd");
-    space.make_file(path);
+    std::u16string const path = make_file(u"tool.cmd");
     constexpr unsigned int shown = 0777 | file_status::hidden_file;
     permissions(path, file_status::owner_write | file_status::hidden_file);
     EXPECT_EQ(status(path).get_perms() & shown, 0777 | file_status::hidden_file);
@@ -123,7 +111,7 @@ TEST(Permissions, SayWhatTheStatusSays)
     EXPECT_TRUE(access(path, access_write));
 }
 
-TEST(Permissions, RefuseTheEmptyPathAheadOfTheWord)
+TEST_IN_WORKSPACE(Permissions, RefuseTheEmptyPathAheadOfTheWord)
 {
     auto const refusal = empty_path();
     for (unsigned int const perms : {0U, 0200U, adds | removes, 0xFFFFU}) {
@@ -133,11 +121,9 @@ TEST(Permissions, RefuseTheEmptyPathAheadOfTheWord)
     EXPECT_FAILURE(permissions(uR"(\\?\)", 0200), refusal) << "only a prefix";
 }
 
-TEST(Permissions, RefuseWordsWithoutAMeaning)
+TEST_IN_WORKSPACE(Permissions, RefuseWordsWithoutAMeaning)
 {
-    workspace space;
-    std::u16string const path = space.path(u"file");
-    space.make_file(path);
+    std::u16string const path = make_file(u"file");
     attributes_for_now const hidden(path, 0x2);
     auto const refusal = invalid_argument("File Permission not valid");
     constexpr unsigned int words[] = {adds | removes,
@@ -154,7 +140,7 @@ TEST(Permissions, RefuseWordsWithoutAMeaning)
     for (unsigned int const perms : words) {
         EXPECT_FAILURE(permissions(path, perms), refusal) << perms;
         EXPECT_FAILURE(permissions(upath(path), perms), refusal) << perms;
-        EXPECT_FAILURE(permissions(space.path(u"no"), perms), refusal) << "before anybody looks";
+        EXPECT_FAILURE(permissions(at(u"no"), perms), refusal) << "before anybody looks";
         EXPECT_FAILURE(permissions(u"\\\\server", perms), refusal)
             << "ahead of what the pathname is";
         EXPECT_EQ(attributes_of(path), 0x2U) << perms;
@@ -163,35 +149,32 @@ TEST(Permissions, RefuseWordsWithoutAMeaning)
     EXPECT_EQ(attributes_of(path), 0U) << "what stands above has no meaning, and does no harm";
 }
 
-TEST(Permissions, OfNamesThatAreNotThere)
+TEST_IN_WORKSPACE(Permissions, OfNamesThatAreNotThere)
 {
-    workspace space;
-    space.make_directory(space.path(u"dir"));
+    make_directory(u"dir");
     for (unsigned int const perms : {0200U, adds | 0200U, 0x40000U}) {
-        EXPECT_FAILURE(permissions(space.path(u"no"), perms), not_found(space.path(u"no")));
-        EXPECT_FAILURE(permissions(space.path(u"no\\no"), perms), not_found(space.path(u"no\\no")));
-        EXPECT_FAILURE(permissions(space.path(u"a<b"), perms), bad_name());
+        EXPECT_FAILURE(permissions(at(u"no"), perms), not_found(at(u"no")));
+        EXPECT_FAILURE(permissions(at(u"no\\no"), perms), not_found(at(u"no\\no")));
+        EXPECT_FAILURE(permissions(at(u"a<b"), perms), bad_name());
     }
-    space.change_directory(space.path(u"dir"));
-    EXPECT_FAILURE(permissions(u"./no", 0200), not_found(space.path(u"dir\\no")))
+    enter(u"dir");
+    EXPECT_FAILURE(permissions(u"./no", 0200), not_found(at(u"dir\\no")))
         << "the form that went to the system";
-    std::u16string const longer = of_size(space.path(u"dir\\").c_str(), 260);
+    std::u16string const longer = of_size(at(u"dir\\").c_str(), 260);
     EXPECT_FAILURE(permissions(longer, 0200), not_found(uR"(\\?\)" + longer));
-    EXPECT_EQ(space.entries(space.root()), names{u"dir"});
+    EXPECT_EQ(entries(), names{u"dir"});
 }
 
-TEST(Permissions, OfPathnamesThatCannotBe)
+TEST_IN_WORKSPACE(Permissions, OfPathnamesThatCannotBe)
 {
     for (std::u16string const path : {u"\\\\server", u"\\\\.\\COM1"})
         EXPECT_FAILURE(permissions(path, 0200), bad_path_type(path));
 }
 
-TEST(Permissions, BringTextsToNativeForm)
+TEST_IN_WORKSPACE(Permissions, BringTextsToNativeForm)
 {
-    workspace space;
-    std::u16string const path = space.path(u"a\\file");
-    space.make_file(path);
-    space.change_directory(space.path(u"a"));
+    std::u16string const path = make_file(u"a\\file");
+    enter(u"a");
     std::u16string const texts[] = {u"file", u"./file", u"../a//file", uR"(\\?\)" + path};
     for (std::u16string const &text : texts) {
         permissions(text, 0);
@@ -201,14 +184,13 @@ TEST(Permissions, BringTextsToNativeForm)
     }
 }
 
-TEST(Permissions, OfPathnamesAboutTheLimits)
+TEST_IN_WORKSPACE(Permissions, OfPathnamesAboutTheLimits)
 {
-    workspace space;
-    std::u16string const folder = of_size((space.root() + u"\\").c_str(), 200);
+    std::u16string const folder = of_size((work.root() + u"\\").c_str(), 200);
     for (std::size_t const size : {247U, 248U, 259U, 260U, 261U, 400U}) {
         std::u16string const path = of_size((folder + u"\\").c_str(), size);
         std::u16string const form = (size > 259 ? uR"(\\?\)" : u"") + path;
-        space.make_file(path);
+        work.make_file(path);
         permissions(path, 0x4000);
         EXPECT_EQ(attributes_of(form), 0x3U) << size;
         permissions(path, 0200);
@@ -216,22 +198,19 @@ TEST(Permissions, OfPathnamesAboutTheLimits)
     }
 }
 
-TEST(Permissions, OfAnExtensionBeyondAscii)
+TEST_IN_WORKSPACE(Permissions, OfAnExtensionBeyondAscii)
 {
-    workspace space;
-    std::u16string const path = space.path(u"f.\u00E9xe");
-    space.make_file(path);
+    std::u16string const path = make_file(u"f.\u00E9xe");
     attributes_for_now const hidden(path, 0x2);
     using foundation::ustring::CtypeInvalidCharacter;
     EXPECT_THROW(permissions(path, 0200), CtypeInvalidCharacter);
     EXPECT_THROW(permissions(upath(path), adds | 0200), CtypeInvalidCharacter);
     EXPECT_EQ(attributes_of(path), 0x2U);
-    space.make_directory(space.path(u"d.\u00E9xe"));
-    permissions(space.path(u"d.\u00E9xe"), 0x4080);
-    EXPECT_EQ(attributes_of(space.path(u"d.\u00E9xe")), 0x2U) << "a directory isn't asked";
-    EXPECT_FAILURE(permissions(space.path(u"no.\u00E9xe"), 0200),
-                   not_found(space.path(u"no.\u00E9xe")));
+    make_directory(u"d.\u00E9xe");
+    permissions(at(u"d.\u00E9xe"), 0x4080);
+    EXPECT_EQ(attributes_of(at(u"d.\u00E9xe")), 0x2U) << "a directory isn't asked";
+    EXPECT_FAILURE(permissions(at(u"no.\u00E9xe"), 0200), not_found(at(u"no.\u00E9xe")));
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

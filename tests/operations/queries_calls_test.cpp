@@ -11,20 +11,16 @@
 #include <algorithm>
 #include <functional>
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
-
-using namespace test_support;
-using test_support::failure;
 
 file_time_type some_time()
 {
     return file_time_type(std::chrono::seconds(1'000'000'000));
 }
 
-TEST(QueriesCalls, ADirectoryLikeAnotherMakesEachPathnameFullOnce)
+TEST_ON_MACHINE(QueriesCalls, ADirectoryLikeAnotherMakesEachPathnameFullOnce)
 {
-    simulated_machine machine;
     machine.add_directory(uR"(C:\like)").set_attributes(uR"(C:\like)", FILE_ATTRIBUTE_HIDDEN);
     machine.clear_journal();
     create_directory(uR"(C:\new)", uR"(C:\like)");
@@ -37,9 +33,8 @@ TEST(QueriesCalls, ADirectoryLikeAnotherMakesEachPathnameFullOnce)
               DWORD{FILE_ATTRIBUTE_HIDDEN});
 }
 
-TEST(QueriesCalls, OneOpeningEach)
+TEST_ON_MACHINE(QueriesCalls, OneOpeningEach)
 {
-    simulated_machine machine;
     machine.add_file(uR"(C:\f)", "12345");
     lines const looking = {R"(CreateFileW(C:\f) access 80 share 7 disposition 3 flags 2000000)",
                            R"(GetFileInformationByHandle(C:\f))", R"(CloseHandle(C:\f))"};
@@ -101,7 +96,7 @@ void build(simulated_machine &machine)
     ::SetEnvironmentVariableW(L"TMP", LR"(C:\t)");
 }
 
-TEST(QueriesCalls, EveryFailingCallReleasesAllAndLeavesNothingHalfMade)
+TEST_ON_MACHINE(QueriesCalls, EveryFailingCallReleasesAllAndLeavesNothingHalfMade)
 {
     for (operation const &row : operations)
         sweep(build, [&](failing_run const &run) {
@@ -110,7 +105,7 @@ TEST(QueriesCalls, EveryFailingCallReleasesAllAndLeavesNothingHalfMade)
         });
 }
 
-TEST(QueriesCalls, AFailureNamesWhatWasGiven)
+TEST_ON_MACHINE(QueriesCalls, AFailureNamesWhatWasGiven)
 {
     struct
     {
@@ -135,17 +130,16 @@ TEST(QueriesCalls, AFailureNamesWhatWasGiven)
         {operations[10], "IPersistFile::Load", uR"(C:\t\s.lnk)"},
     };
     for (auto const &row : rows) {
-        simulated_machine machine;
-        build(machine);
-        sure_fault const fault = machine.fail_every_call_on(row.function, ERROR_IO_DEVICE);
+        simulated_machine fresh;
+        build(fresh);
+        sure_fault const fault = fresh.fail_every_call_on(row.function, ERROR_IO_DEVICE);
         EXPECT_EQ(failure_of(row.run.run), system_error(ERROR_IO_DEVICE, row.named))
             << row.run.name << ", " << row.function;
     }
 }
 
-TEST(QueriesCalls, WhatIsDeniedOrReadOnly)
+TEST_ON_MACHINE(QueriesCalls, WhatIsDeniedOrReadOnly)
 {
-    simulated_machine machine;
     machine.add_file(uR"(C:\t\f)", "12345").set_attributes(uR"(C:\t\f)", FILE_ATTRIBUTE_READONLY);
     EXPECT_FAILURE(resize_file(uR"(C:\t\f)", 0), denied(uR"(C:\t\f)"));
     last_write_time(uR"(C:\t\f)", some_time());
@@ -156,9 +150,8 @@ TEST(QueriesCalls, WhatIsDeniedOrReadOnly)
 }
 
 // The root of a volume is opened like no other directory.
-TEST(QueriesCalls, AMountPointIsADirectoryAndNoMissingFile)
+TEST_ON_MACHINE(QueriesCalls, AMountPointIsADirectoryAndNoMissingFile)
 {
-    simulated_machine machine;
     machine.add_drive(u'D').add_mount_point(uR"(C:\v)", u'D');
     EXPECT_FAILURE(resize_file(uR"(C:\v)", 0), file_is_directory(uR"(C:\v)"));
     EXPECT_FAILURE(resize_file(u"D:\\", 0), file_is_directory(u"D:\\"));
@@ -167,26 +160,23 @@ TEST(QueriesCalls, AMountPointIsADirectoryAndNoMissingFile)
         << "a link that leads nowhere leads to no directory either";
 }
 
-TEST(CreateHardLinkCalls, ToAnotherVolumeNamesBoth)
+TEST_ON_MACHINE(CreateHardLinkCalls, ToAnotherVolumeNamesBoth)
 {
-    simulated_machine machine;
     machine.add_file(uR"(C:\f)").add_drive(u'D');
     EXPECT_FAILURE(create_hard_link(uR"(C:\f)", uR"(D:\g)"),
                    system_error(ERROR_NOT_SAME_DEVICE, uR"(C:\f)", uR"(D:\g)"));
 }
 
-TEST(CreateHardLinkCalls, OfALinkIsOfTheLinkItself)
+TEST_ON_MACHINE(CreateHardLinkCalls, OfALinkIsOfTheLinkItself)
 {
-    simulated_machine machine;
     machine.add_file(uR"(C:\f)").add_symbolic_link(uR"(C:\l)", uR"(C:\f)");
     create_hard_link(uR"(C:\l)", uR"(C:\m)");
     EXPECT_TRUE(machine.is_same(uR"(C:\l)", uR"(C:\m)"));
     EXPECT_TRUE(is_symlink(uR"(C:\m)"));
 }
 
-TEST(CreateJunctionCalls, WritesWhatTheSystemItselfWould)
+TEST_ON_MACHINE(CreateJunctionCalls, WritesWhatTheSystemItselfWould)
 {
-    simulated_machine machine;
     machine.add_directory(uR"(C:\d)").add_junction(uR"(C:\model)", uR"(C:\d)");
     create_junction(uR"(C:\d)", uR"(C:\j)");
     EXPECT_EQ(machine.reparse_tag(uR"(C:\j)"), DWORD{IO_REPARSE_TAG_MOUNT_POINT});
@@ -194,20 +184,15 @@ TEST(CreateJunctionCalls, WritesWhatTheSystemItselfWould)
 }
 
 // The data has room for the target twice, and no byte more.
-TEST(CreateJunctionCalls, TakesTargetsAsLongAsTheyFit)
+TEST_ON_MACHINE(CreateJunctionCalls, TakesTargetsAsLongAsTheyFit)
 {
-    for (int const more : {0, 1}) {
-        simulated_machine machine;
-        std::u16string target = u"C:";
-        while (target.size() + 102 < 4080)
-            target += u'\\' + std::u16string(100, u'd');
-        std::size_t const most = 4089;
-        target +=
-            u'\\' + std::u16string(most - target.size() - 1 + static_cast<std::size_t>(more), u'n');
-        machine.add_file(target + uR"(\x)");
+    for (std::size_t const more : {0U, 1U}) {
+        simulated_machine fresh;
+        std::u16string const target = chain_of_size(u"C:", 4089 + more);
+        fresh.add_file(target + uR"(\x)");
         auto const thrown = failure_of([&] { create_junction(target, uR"(C:\j)"); });
         EXPECT_EQ(thrown.has_value(), more == 1) << target.size();
-        EXPECT_EQ(machine.exists(uR"(C:\j)"), more == 0);
+        EXPECT_EQ(fresh.exists(uR"(C:\j)"), more == 0);
         if (more == 0) {
             EXPECT_EQ(directory_iterator(uR"(C:\j)")->filename(), u"x");
         }
@@ -221,9 +206,8 @@ void set_variables(wchar_t const *tmp, wchar_t const *temp, wchar_t const *profi
     ::SetEnvironmentVariableW(L"USERPROFILE", profile);
 }
 
-TEST(TempDirectoryPathCalls, TakesTheFirstVariableThatIsSet)
+TEST_ON_MACHINE(TempDirectoryPathCalls, TakesTheFirstVariableThatIsSet)
 {
-    simulated_machine machine;
     machine.add_directory(uR"(C:\1)").add_directory(uR"(C:\2)").add_directory(uR"(C:\3)");
     machine.add_file(uR"(C:\file)");
     set_variables(LR"(C:\1\)", LR"(C:\2)", LR"(C:\3)");
@@ -242,22 +226,21 @@ TEST(TempDirectoryPathCalls, TakesTheFirstVariableThatIsSet)
     EXPECT_FAILURE(temp_directory_path(), not_directory(uR"(C:\file)"));
 }
 
-TEST(QueriesCalls, ADirectoryIsNoReasonWhyATimeCannotBeSet)
+TEST_ON_MACHINE(QueriesCalls, ADirectoryIsNoReasonWhyATimeCannotBeSet)
 {
-    simulated_machine machine;
     machine.add_directory(u"C:\\d").deny(u"C:\\d", right::write);
     EXPECT_FAILURE(last_write_time(u"C:\\d", some_time()), denied(u"C:\\d"));
 }
 
-TEST(QueriesCalls, OneAttributeAloneOfADirectoryLikeAnotherIsTakenOverToo)
+TEST_ON_MACHINE(QueriesCalls, OneAttributeAloneOfADirectoryLikeAnotherIsTakenOverToo)
 {
     for (DWORD const attribute : {DWORD{FILE_ATTRIBUTE_READONLY}, DWORD{FILE_ATTRIBUTE_HIDDEN}}) {
-        simulated_machine machine;
-        machine.add_directory(u"C:\\old").set_attributes(u"C:\\old", attribute);
+        simulated_machine fresh;
+        fresh.add_directory(u"C:\\old").set_attributes(u"C:\\old", attribute);
         create_directory(upath(u"C:\\new"), upath(u"C:\\old"));
-        EXPECT_EQ(machine.attributes(u"C:\\new") & attribute, attribute);
+        EXPECT_EQ(fresh.attributes(u"C:\\new") & attribute, attribute);
     }
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

@@ -5,8 +5,7 @@
 #include <fl/filesystem/exceptions.hpp>
 #include <fl/filesystem/operations.hpp>
 
-#include "support/names.hpp"
-#include "support/workspace.hpp"
+#include "support/in_workspace.hpp"
 
 #include <windows.h>
 
@@ -14,11 +13,8 @@
 
 #include <type_traits>
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
-
-using namespace test_support;
-using test_support::failure;
 
 /// What each question says of a name: file, directory, link, junction, other.
 std::string answers(std::u16string const &p)
@@ -36,71 +32,57 @@ std::string answers(std::u16string const &p)
     return told;
 }
 
-TEST(Queries, OneQuestionOneAnswer)
+TEST_IN_WORKSPACE(Queries, OneQuestionOneAnswer)
 {
-    workspace work;
-    work.make_file(work.path(u"file"));
-    work.make_directory(work.path(u"directory"));
-    EXPECT_EQ(answers(work.path(u"file")), "y----");
-    EXPECT_EQ(answers(work.path(u"directory")), "-y---");
-    EXPECT_EQ(answers(work.path(u"no")), "-----");
-    EXPECT_EQ(answers(work.path(uR"(no\no)")), "-----");
+    make({u"file", u"directory\\"});
+    EXPECT_EQ(answers(at(u"file")), "y----");
+    EXPECT_EQ(answers(at(u"directory")), "-y---");
+    EXPECT_EQ(answers(at(u"no")), "-----");
+    EXPECT_EQ(answers(at(uR"(no\no)")), "-----");
     EXPECT_EQ(answers(u""), "-----");
     if (work.has_symbolic_links()) {
-        work.make_symbolic_link(work.path(u"link"), u"file");
-        work.make_symbolic_link(work.path(u"directory link"), u"directory", link_to::directory);
-        work.make_symbolic_link(work.path(u"broken"), u"no");
-        EXPECT_EQ(answers(work.path(u"link")), "y-y--");
-        EXPECT_EQ(answers(work.path(u"directory link")), "-yy--");
-        EXPECT_EQ(answers(work.path(u"broken")), "--y--");
+        work.make_symbolic_link(at(u"link"), u"file");
+        work.make_symbolic_link(at(u"directory link"), u"directory", link_to::directory);
+        work.make_symbolic_link(at(u"broken"), u"no");
+        EXPECT_EQ(answers(at(u"link")), "y-y--");
+        EXPECT_EQ(answers(at(u"directory link")), "-yy--");
+        EXPECT_EQ(answers(at(u"broken")), "--y--");
     }
     if (work.has_junctions()) {
-        work.make_junction(work.path(u"junction"), work.path(u"directory"));
-        EXPECT_EQ(answers(work.path(u"junction")), "-y-y-");
+        work.make_junction(at(u"junction"), at(u"directory"));
+        EXPECT_EQ(answers(at(u"junction")), "-y-y-");
     }
 }
 
-TEST(Queries, EmptinessIsOfContentOrEntries)
+TEST_IN_WORKSPACE(Queries, EmptinessIsOfContentOrEntries)
 {
-    workspace work;
-    work.make_file(work.path(u"file"), "x");
-    work.make_file(work.path(u"empty file"));
-    work.make_directory(work.path(u"empty"));
-    EXPECT_FALSE(is_empty(work.path(u"file")));
-    EXPECT_TRUE(is_empty(upath(work.path(u"empty file"))));
-    EXPECT_TRUE(is_empty(work.path(u"empty")));
+    make({{u"file", "x"}, u"empty file", u"empty\\"});
+    EXPECT_FALSE(is_empty(at(u"file")));
+    EXPECT_TRUE(is_empty(upath(at(u"empty file"))));
+    EXPECT_TRUE(is_empty(at(u"empty")));
     EXPECT_FALSE(is_empty(work.root()));
-    EXPECT_FAILURE(is_empty(work.path(u"no")), not_found(work.path(u"no")));
+    EXPECT_FAILURE(is_empty(at(u"no")), not_found(at(u"no")));
 }
 
-TEST(FileSize, IsInBytesAndOfFilesOnly)
+TEST_IN_WORKSPACE(FileSize, IsInBytesAndOfFilesOnly)
 {
-    workspace work;
-    work.make_file(work.path(u"file"), "some text");
-    work.make_directory(work.path(u"directory"));
-    work.change_directory(work.root());
-    EXPECT_EQ(file_size(work.path(u"file")), 9U);
+    make({{u"file", "some text"}, u"directory\\"});
+    EXPECT_EQ(file_size(at(u"file")), 9U);
     EXPECT_EQ(file_size(upath(u"file")), 9U);
     EXPECT_FAILURE(file_size(u"directory"), file_is_directory(u"directory"));
     EXPECT_FAILURE(file_size(u"./no"), not_found(uR"(.\no)"));
     EXPECT_FAILURE(file_size(u""), empty_path());
     if (!work.has_symbolic_links())
         return;
-    work.make_symbolic_link(work.path(u"link"), u"file");
-    work.make_symbolic_link(work.path(u"broken"), u"no");
+    work.make_symbolic_link(at(u"link"), u"file");
+    work.make_symbolic_link(at(u"broken"), u"no");
     EXPECT_EQ(file_size(u"link"), 9U);
     EXPECT_FAILURE(file_size(u"broken"), not_found(u"broken"));
 }
 
-std::u16string long_name(workspace const &work)
+TEST_IN_WORKSPACE(Queries, ReachPathnamesOfAnyLength)
 {
-    return work.path(std::u16string(200, u'd') + u'\\' + std::u16string(200, u'n'));
-}
-
-TEST(Queries, ReachPathnamesOfAnyLength)
-{
-    workspace work;
-    std::u16string const name = long_name(work);
+    std::u16string const name = chain_of_size(work.root(), 450);
     work.make_file(name, "1234");
     EXPECT_EQ(file_size(name), 4U);
     EXPECT_EQ(hard_link_count(name), 1U);
@@ -119,9 +101,8 @@ TEST(Queries, ReachPathnamesOfAnyLength)
     EXPECT_TRUE(is_empty(directory + u"4"));
 }
 
-TEST(Queries, ReachShares)
+TEST_IN_WORKSPACE(Queries, ReachShares)
 {
-    workspace work;
     NEEDS(work.has_share(), "there is no share");
     std::u16string const name = work.share_root() + uR"(\file)";
     work.make_file(name, "1234");
@@ -132,11 +113,9 @@ TEST(Queries, ReachShares)
     EXPECT_TRUE(is_directory(work.share_root() + uR"(\a)"));
 }
 
-TEST(LastWriteTime, IsReadAndSet)
+TEST_IN_WORKSPACE(LastWriteTime, IsReadAndSet)
 {
-    workspace work;
-    std::u16string const file = work.path(u"file");
-    work.make_file(file);
+    std::u16string const file = make_file(u"file");
     file_time_type const now = last_write_time(file);
     EXPECT_EQ(to_ptime(now), status(file).get_mtime());
     file_time_type const past(std::chrono::seconds(946'684'800)); // the start of 2000
@@ -154,15 +133,13 @@ TEST(LastWriteTime, IsReadAndSet)
     EXPECT_EQ(last_write_time(file), past - file_time_type::duration(1)) << "no time moves forward";
     last_write_time(work.root(), past);
     EXPECT_EQ(last_write_time(work.root()), past) << "a directory has one, too";
-    EXPECT_FAILURE(last_write_time(work.path(u"no"), past), not_found(work.path(u"no")));
+    EXPECT_FAILURE(last_write_time(at(u"no"), past), not_found(at(u"no")));
     EXPECT_FAILURE(last_write_time(u"", past), empty_path());
 }
 
-TEST(LastWriteTime, RefusesWhatNoDiskKeeps)
+TEST_IN_WORKSPACE(LastWriteTime, RefusesWhatNoDiskKeeps)
 {
-    workspace work;
-    std::u16string const file = work.path(u"file");
-    work.make_file(file);
+    std::u16string const file = make_file(u"file");
     file_time_type const kept = last_write_time(file);
     constexpr std::int64_t start_of_1601 = -116'444'736'000'000'000;
     for (std::int64_t const ticks :
@@ -174,107 +151,88 @@ TEST(LastWriteTime, RefusesWhatNoDiskKeeps)
     EXPECT_EQ(last_write_time(file), kept);
 }
 
-TEST(ResizeFile, CutsAndAddsZeros)
+TEST_IN_WORKSPACE(ResizeFile, CutsAndAddsZeros)
 {
-    workspace work;
-    std::u16string const file = work.path(u"file");
-    work.make_file(file, "some text");
+    std::u16string const file = make_file(u"file", "some text");
     resize_file(file, 4);
     EXPECT_EQ(work.content(file), "some");
     resize_file(upath(file), 6);
     EXPECT_EQ(work.content(file), std::string("some\0\0", 6));
     resize_file(file, 0);
     EXPECT_TRUE(is_empty(file));
-    EXPECT_FAILURE(resize_file(work.path(u"no"), 0), not_found(work.path(u"no")));
-    EXPECT_FALSE(work.exists(work.path(u"no")));
+    EXPECT_FAILURE(resize_file(at(u"no"), 0), not_found(at(u"no")));
+    EXPECT_FALSE(work.exists(at(u"no")));
     EXPECT_FAILURE(resize_file(work.root(), 0), file_is_directory(work.root()));
     EXPECT_FAILURE(resize_file(u"", 0), empty_path());
 }
 
-TEST(CreateHardLink, GivesAFileOneMoreName)
+TEST_IN_WORKSPACE(CreateHardLink, GivesAFileOneMoreName)
 {
-    workspace work;
-    work.make_file(work.path(u"file"), "text");
-    work.make_directory(work.path(u"directory"));
-    create_hard_link(work.path(u"file"), work.path(u"name"));
-    create_hard_link(upath(work.path(u"file")), upath(work.path(u"name 2")));
-    EXPECT_EQ(hard_link_count(work.path(u"name")), 3U);
-    work.change_directory(work.root());
-    create_hard_link(upath(work.path(u"file")), u"name 3");
+    make({{u"file", "text"}, u"directory\\"});
+    create_hard_link(at(u"file"), at(u"name"));
+    create_hard_link(upath(at(u"file")), upath(at(u"name 2")));
+    EXPECT_EQ(hard_link_count(at(u"name")), 3U);
+    create_hard_link(upath(at(u"file")), u"name 3");
     EXPECT_EQ(hard_link_count(u"name 3"), 4U);
-    EXPECT_TRUE(equivalent(work.path(u"file"), work.path(u"name")));
-    EXPECT_EQ(hard_link_count(work.path(u"directory")), 1U);
-    EXPECT_FAILURE(create_hard_link(work.path(u"no"), work.path(u"x")),
-                   not_found(work.path(u"no")));
-    EXPECT_FAILURE(create_hard_link(work.path(u"file"), work.path(u"name")),
-                   file_exists(work.path(u"name")));
-    EXPECT_FAILURE(create_hard_link(work.path(u"file"), work.path(uR"(no\x)")),
-                   not_found(work.path(uR"(no\x)")));
-    EXPECT_FAILURE(create_hard_link(work.path(u"directory"), work.path(u"x")),
-                   denied(work.path(u"x")));
+    EXPECT_TRUE(equivalent(at(u"file"), at(u"name")));
+    EXPECT_EQ(hard_link_count(at(u"directory")), 1U);
+    EXPECT_FAILURE(create_hard_link(at(u"no"), at(u"x")), not_found(at(u"no")));
+    EXPECT_FAILURE(create_hard_link(at(u"file"), at(u"name")), file_exists(at(u"name")));
+    EXPECT_FAILURE(create_hard_link(at(u"file"), at(uR"(no\x)")), not_found(at(uR"(no\x)")));
+    EXPECT_FAILURE(create_hard_link(at(u"directory"), at(u"x")), denied(at(u"x")));
     EXPECT_FAILURE(create_hard_link(u"", u"x"), empty_path());
     EXPECT_FAILURE(create_hard_link(u"x", u""), empty_path());
 }
 
-TEST(CreateDirectorySymlink, IsToADirectoryWhetherItIsThereOrNot)
+TEST_IN_WORKSPACE(CreateDirectorySymlink, IsToADirectoryWhetherItIsThereOrNot)
 {
-    workspace work;
     NEEDS(work.has_symbolic_links(), "there are no links");
-    work.make_directory(work.path(u"directory"));
-    create_directory_symlink(u"directory", work.path(u"a"));
-    create_directory_symlink(upath(u"later"), upath(work.path(u"b")));
-    EXPECT_TRUE(is_directory(work.path(u"a")));
-    EXPECT_FALSE(is_directory(work.path(u"b")));
-    work.make_directory(work.path(u"later"));
-    EXPECT_TRUE(is_directory(work.path(u"b")));
+    make_directory(u"directory");
+    create_directory_symlink(u"directory", at(u"a"));
+    create_directory_symlink(upath(u"later"), upath(at(u"b")));
+    EXPECT_TRUE(is_directory(at(u"a")));
+    EXPECT_FALSE(is_directory(at(u"b")));
+    make_directory(u"later");
+    EXPECT_TRUE(is_directory(at(u"b")));
 }
 
-TEST(CreateJunction, LeadsToADirectory)
+TEST_IN_WORKSPACE(CreateJunction, LeadsToADirectory)
 {
-    workspace work;
     NEEDS(work.has_junctions(), "there are no junctions");
-    work.make_file(work.path(uR"(directory\file)"));
-    work.change_directory(work.root());
-    create_junction(work.path(u"directory"), work.path(u"absolute"));
+    make_file(uR"(directory\file)");
+    create_junction(at(u"directory"), at(u"absolute"));
     create_junction(upath(u"directory"), upath(u"relative"));
-    create_junction(uR"(\\?\)" + work.path(u"directory"), work.path(u"prefixed"));
+    create_junction(uR"(\\?\)" + at(u"directory"), at(u"prefixed"));
     for (char16_t const *name : {u"absolute", u"relative", u"prefixed"}) {
         EXPECT_TRUE(is_junction(name));
-        EXPECT_EQ(read_symlink(name), work.path(u"directory"));
+        EXPECT_EQ(read_symlink(name), at(u"directory"));
         EXPECT_TRUE(exists(std::u16string(name) + uR"(\file)"));
     }
     create_junction(u"later", u"broken");
     EXPECT_TRUE(is_junction(u"broken")) << "whether it leads anywhere isn't asked";
 }
 
-TEST(CreateJunction, LeavesNothingBehindWhereItCant)
+TEST_IN_WORKSPACE(CreateJunction, LeavesNothingBehindWhereItCant)
 {
-    workspace work;
-    work.make_file(work.path(u"file"));
-    work.make_directory(work.path(u"directory"));
-    EXPECT_FAILURE(create_junction(work.root(), work.path(u"file")),
-                   file_exists(work.path(u"file")));
-    EXPECT_FAILURE(create_junction(work.root(), work.path(u"directory")),
-                   file_exists(work.path(u"directory")));
-    EXPECT_FAILURE(create_junction(work.root(), work.path(uR"(no\x)")),
-                   not_found(work.path(uR"(no\x)")));
-    EXPECT_FAILURE(create_junction(uR"(\\server\share\x)", work.path(u"x")),
+    make({u"file", u"directory\\"});
+    EXPECT_FAILURE(create_junction(work.root(), at(u"file")), file_exists(at(u"file")));
+    EXPECT_FAILURE(create_junction(work.root(), at(u"directory")), file_exists(at(u"directory")));
+    EXPECT_FAILURE(create_junction(work.root(), at(uR"(no\x)")), not_found(at(uR"(no\x)")));
+    EXPECT_FAILURE(create_junction(uR"(\\server\share\x)", at(u"x")),
                    bad_path_type(uR"(\\server\share\x)"));
-    EXPECT_FAILURE(create_junction(u"", work.path(u"x")), empty_path());
+    EXPECT_FAILURE(create_junction(u"", at(u"x")), empty_path());
     EXPECT_FAILURE(create_junction(work.root(), u""), empty_path());
     std::u16string const too_long = u"C:\\" + std::u16string(5000, u'n');
-    EXPECT_FAILURE(create_junction(too_long, work.path(u"x")), too_large(too_long));
-    EXPECT_FALSE(work.exists(work.path(u"x")));
+    EXPECT_FAILURE(create_junction(too_long, at(u"x")), too_large(too_long));
+    EXPECT_FALSE(work.exists(at(u"x")));
 }
 
-TEST(ReadShortcut, TellsTheTargetAsItIsStored)
+TEST_IN_WORKSPACE(ReadShortcut, TellsTheTargetAsItIsStored)
 {
-    workspace work;
-    work.make_file(work.path(u"file"));
-    work.make_shortcut(work.path(u"s.lnk"), work.path(u"file"));
-    work.change_directory(work.root());
-    EXPECT_EQ(read_shortcut(work.path(u"s.lnk")), work.path(u"file"));
-    EXPECT_EQ(read_shortcut(upath(u"s.lnk")).native(), work.path(u"file"));
+    make_file(u"file");
+    work.make_shortcut(at(u"s.lnk"), at(u"file"));
+    EXPECT_EQ(read_shortcut(at(u"s.lnk")), at(u"file"));
+    EXPECT_EQ(read_shortcut(upath(u"s.lnk")).native(), at(u"file"));
     auto const no_shortcut = invalid_argument("Shortcut path input must have .lnk file extension");
     EXPECT_FAILURE(read_shortcut(u"file"), no_shortcut);
     EXPECT_FAILURE(read_shortcut(u""), no_shortcut);
@@ -304,51 +262,45 @@ private:
     std::wstring former_;
 };
 
-TEST(TempDirectoryPath, IsADirectory)
+TEST_IN_WORKSPACE(TempDirectoryPath, IsADirectory)
 {
-    workspace work;
     changed_variable const folder(L"TMP", work.root() + u"\\");
     EXPECT_EQ(temp_directory_path().native(), work.root());
 }
 
-TEST(EnsureDirectories, SaysWhetherItMadeThem)
+TEST_IN_WORKSPACE(EnsureDirectories, SaysWhetherItMadeThem)
 {
-    workspace work;
-    EXPECT_TRUE(ensure_directories(work.path(uR"(a\b\c)")));
-    EXPECT_FALSE(ensure_directories(upath(work.path(uR"(a\b\c)"))));
+    EXPECT_TRUE(ensure_directories(at(uR"(a\b\c)")));
+    EXPECT_FALSE(ensure_directories(upath(at(uR"(a\b\c)"))));
     EXPECT_FALSE(ensure_directories(work.root()));
     EXPECT_FALSE(ensure_directories(work.root().substr(0, 3))) << "a root";
-    work.make_file(work.path(u"file"));
-    EXPECT_FAILURE(ensure_directories(work.path(u"file")), file_exists(work.path(u"file")));
+    make_file(u"file");
+    EXPECT_FAILURE(ensure_directories(at(u"file")), file_exists(at(u"file")));
     EXPECT_FAILURE(ensure_directories(u""), empty_path());
     if (work.has_junctions()) {
-        work.make_junction(work.path(u"junction"), work.path(u"a"));
-        EXPECT_FALSE(ensure_directories(work.path(u"junction")));
+        work.make_junction(at(u"junction"), at(u"a"));
+        EXPECT_FALSE(ensure_directories(at(u"junction")));
     }
 }
 
-TEST(CreateDirectoryLikeAnother, TakesOverItsAttributes)
+TEST_IN_WORKSPACE(CreateDirectoryLikeAnother, TakesOverItsAttributes)
 {
-    workspace work;
     constexpr std::uint32_t hidden = 2;
     constexpr std::uint32_t directory = 0x10;
-    work.make_directory(work.path(u"model"));
-    work.set_attributes(work.path(u"model"), hidden);
-    create_directory(work.path(u"like"), work.path(u"model"));
-    EXPECT_EQ(work.attributes(work.path(u"like")), hidden | directory);
-    create_directory(upath(work.path(u"plain")), upath(work.root()));
-    EXPECT_EQ(work.attributes(work.path(u"plain")), directory);
-    work.make_file(work.path(u"file"));
-    EXPECT_FAILURE(create_directory(work.path(u"x"), work.path(u"file")),
-                   not_directory(work.path(u"file")));
-    EXPECT_FAILURE(create_directory(work.path(u"x"), work.path(u"no")),
-                   not_found(work.path(u"no")));
-    EXPECT_FAILURE(create_directory(upath(), upath(work.path(u"no"))), empty_path());
-    EXPECT_FAILURE(create_directory(upath(work.path(u"x")), upath()), empty_path());
-    EXPECT_FAILURE(create_directory(work.path(u"like"), work.path(u"model")),
-                   file_exists(work.path(u"like")));
-    EXPECT_FAILURE(create_directory(work.path(u"x"), u""), empty_path());
-    EXPECT_FALSE(work.exists(work.path(u"x")));
+    make_directory(u"model");
+    work.set_attributes(at(u"model"), hidden);
+    create_directory(at(u"like"), at(u"model"));
+    EXPECT_EQ(work.attributes(at(u"like")), hidden | directory);
+    create_directory(upath(at(u"plain")), upath(work.root()));
+    EXPECT_EQ(work.attributes(at(u"plain")), directory);
+    make_file(u"file");
+    EXPECT_FAILURE(create_directory(at(u"x"), at(u"file")), not_directory(at(u"file")));
+    EXPECT_FAILURE(create_directory(at(u"x"), at(u"no")), not_found(at(u"no")));
+    EXPECT_FAILURE(create_directory(upath(), upath(at(u"no"))), empty_path());
+    EXPECT_FAILURE(create_directory(upath(at(u"x")), upath()), empty_path());
+    EXPECT_FAILURE(create_directory(at(u"like"), at(u"model")), file_exists(at(u"like")));
+    EXPECT_FAILURE(create_directory(at(u"x"), u""), empty_path());
+    EXPECT_FALSE(work.exists(at(u"x")));
 }
 
 TEST(MixedArguments, APathAndALiteralDoWhatTwoPathsDo)
@@ -383,4 +335,4 @@ static_assert(std::is_same_v<decltype(create_directory(u"x")), void>);
 static_assert(std::is_same_v<decltype(create_directory(upath())), void>);
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

@@ -9,11 +9,8 @@
 
 #include <windows.h>
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
-
-using namespace test_support;
-using test_support::failure; // and not the library's
 
 /// A junction or a link at `C:\link`, by its names.
 struct text_case
@@ -48,23 +45,22 @@ std::string body_of(text_case const &row)
                : simulation::mount_point_data(row.substitute, row.print);
 }
 
-TEST(ReadSymlinkText, Table)
+TEST_ON_MACHINE(ReadSymlinkText, Table)
 {
     for (text_case const &row : text_cases) {
-        simulated_machine machine;
-        machine.add_reparse_point(u"C:\\link", row.tag, body_of(row), flavour::directory);
+        simulated_machine fresh;
+        fresh.add_reparse_point(u"C:\\link", row.tag, body_of(row), flavour::directory);
         EXPECT_EQ(read_symlink(u"C:\\link"), row.text) << row.why;
         upath const result = read_symlink(upath(u"C:\\link"));
         EXPECT_EQ(result.native(), row.text) << row.why;
         EXPECT_TRUE(result.form_flag()) << row.why;
-        EXPECT_EQ(machine.open_handles(), 0) << row.why;
+        EXPECT_EQ(fresh.open_handles(), 0) << row.why;
     }
 }
 
 // The two readings differ in what they make of the system's own name.
-TEST(ReadSymlinkText, KeepsThePrefixThatTheOtherReadingStrips)
+TEST_ON_MACHINE(ReadSymlinkText, KeepsThePrefixThatTheOtherReadingStrips)
 {
-    simulated_machine machine;
     machine.add_junction(u"C:\\link", uR"(\??\C:\x\)", u"");
     EXPECT_EQ(read_symlink(u"C:\\link"), uR"(\??\C:\x)");
     auto link_type = detail::windows::link_type_none;
@@ -73,9 +69,8 @@ TEST(ReadSymlinkText, KeepsThePrefixThatTheOtherReadingStrips)
               L"C:\\x");
 }
 
-TEST(ReadSymlinkText, OfLinksAsTheSystemMakesThem)
+TEST_ON_MACHINE(ReadSymlinkText, OfLinksAsTheSystemMakesThem)
 {
-    simulated_machine machine;
     machine.add_drive(u'D').add_directory(u"C:\\dir").set_current_directory(u"C:\\dir");
     machine.add_symbolic_link(u"C:\\dir\\up", u"..\\x", flavour::directory);
     machine.add_symbolic_link(u"C:\\dir\\abs", u"C:\\x");
@@ -87,9 +82,8 @@ TEST(ReadSymlinkText, OfLinksAsTheSystemMakesThem)
     EXPECT_EQ(read_symlink(u"volume").rfind(uR"(\??\Volume{)", 0), 0U);
 }
 
-TEST(ReadSymlinkCalls, ExpandOpenReadClose)
+TEST_ON_MACHINE(ReadSymlinkCalls, ExpandOpenReadClose)
 {
-    simulated_machine machine;
     machine.add_symbolic_link(u"C:\\dir\\link", u"x").set_current_directory(u"C:\\dir");
     EXPECT_EQ(read_symlink(u"link"), u"x");
     EXPECT_EQ(
@@ -99,16 +93,14 @@ TEST(ReadSymlinkCalls, ExpandOpenReadClose)
                R"(DeviceIoControl(C:\dir\link) flags 900A8)", R"(CloseHandle(C:\dir\link))"}));
 }
 
-TEST(ReadSymlinkCalls, NoneForTheEmptyPath)
+TEST_ON_MACHINE(ReadSymlinkCalls, NoneForTheEmptyPath)
 {
-    simulated_machine machine;
     EXPECT_EQ(read_symlink(u""), u"");
     EXPECT_EQ(machine.journal().size(), 0U);
 }
 
-TEST(ReadSymlinkCalls, CarryAPrefixBeyondTheLimit)
+TEST_ON_MACHINE(ReadSymlinkCalls, CarryAPrefixBeyondTheLimit)
 {
-    simulated_machine machine;
     std::u16string const name = u"C:\\" + std::u16string(245, u'n'); // 248 units
     machine.add_symbolic_link(name, u"x");
     EXPECT_EQ(read_symlink(name), u"x");
@@ -118,50 +110,47 @@ TEST(ReadSymlinkCalls, CarryAPrefixBeyondTheLimit)
     EXPECT_FAILURE(read_symlink(name), not_found(name)) << "without the prefix";
 }
 
-TEST(ReadSymlinkCalls, AnyCodeNamesTheCallersPath)
+TEST_ON_MACHINE(ReadSymlinkCalls, AnyCodeNamesTheCallersPath)
 {
     std::u16string const given = u"link";
     for (char const *const function : {"CreateFileW", "DeviceIoControl"}) {
         for (DWORD const code : {2U, 3U, 5U, 32U, 123U, 234U, 1920U, 4390U}) {
-            simulated_machine machine;
-            machine.add_symbolic_link(u"C:\\link", u"x");
-            sure_fault const fault = machine.fail_every_call_on(function, code);
-            failure const expected = translated(code, given);
+            simulated_machine fresh;
+            fresh.add_symbolic_link(u"C:\\link", u"x");
+            sure_fault const fault = fresh.fail_every_call_on(function, code);
+            auto const expected = translated(code, given);
             EXPECT_FAILURE(read_symlink(given), expected) << function << code;
             EXPECT_FAILURE(read_symlink(upath(given)), expected) << function;
-            EXPECT_EQ(machine.open_handles(), 0) << function << ' ' << code;
+            EXPECT_EQ(fresh.open_handles(), 0) << function << ' ' << code;
         }
     }
 }
 
-TEST(ReadSymlinkCalls, OtherTagsAreInvalid)
+TEST_ON_MACHINE(ReadSymlinkCalls, OtherTagsAreInvalid)
 {
     for (std::uint32_t const tag : {dedup_tag, dfs_tag, std::uint32_t{0x80000123}}) {
-        simulated_machine machine;
-        machine.add_reparse_point(u"C:\\a", tag, "0123456789abcdef0123", flavour::directory);
+        simulated_machine fresh;
+        fresh.add_reparse_point(u"C:\\a", tag, "0123456789abcdef0123", flavour::directory);
         EXPECT_FAILURE(read_symlink(u"C:\\a"), system_error(4393, u"C:\\a")) << tag;
-        EXPECT_EQ(machine.open_handles(), 0);
+        EXPECT_EQ(fresh.open_handles(), 0);
     }
 }
 
-TEST(ReadSymlinkCalls, AShortcutIsNoLink)
+TEST_ON_MACHINE(ReadSymlinkCalls, AShortcutIsNoLink)
 {
-    simulated_machine machine;
     machine.add_shortcut(u"C:\\a.lnk", u"C:\\x");
     EXPECT_FAILURE(read_symlink(u"C:\\a.lnk"),
                    invalid_argument("The file or directory is not a reparse point."));
 }
 
-TEST(ReadSymlinkCalls, EachCallThatFails)
+TEST_ON_MACHINE(ReadSymlinkCalls, EachCallThatFails)
 {
     // expansion, opening, reading, closing
-    std::optional<failure> const reported = system_error(1117, u"C:\\link");
-    auto const build = [](simulated_machine &machine) {
-        machine.add_symbolic_link(u"C:\\link", u"x");
-    };
+    maybe_failure const reported = system_error(1117, u"C:\\link");
+    auto const build = [](simulated_machine &fresh) { fresh.add_symbolic_link(u"C:\\link", u"x"); };
     EXPECT_EQ(failures_of_each_call(build, [] { read_symlink(u"C:\\link"); }),
               (failures{reported, reported, reported, {}}));
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

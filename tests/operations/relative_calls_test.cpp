@@ -6,15 +6,11 @@
 #include "support/calls.hpp"
 #include "support/translation.hpp"
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
 
-using namespace test_support;
-using test_support::failure;
-
-TEST(RelativeCalls, OpenBothAsTheyStand)
+TEST_ON_MACHINE(RelativeCalls, OpenBothAsTheyStand)
 {
-    simulated_machine machine;
     machine.add_directory(uR"(C:\d\e)").set_current_directory(u"C:\\d");
     EXPECT_EQ(relative(u"e", uR"(C:\d)"), u"e");
     EXPECT_EQ(calls(machine),
@@ -23,9 +19,8 @@ TEST(RelativeCalls, OpenBothAsTheyStand)
                      R"(CloseHandle(C:\d))"}));
 }
 
-TEST(RelativeCalls, APathnameBeyondTheLimitGetsNoPrefix)
+TEST_ON_MACHINE(RelativeCalls, APathnameBeyondTheLimitGetsNoPrefix)
 {
-    simulated_machine machine;
     std::u16string const name(200, u'n');
     std::u16string const path = uR"(C:\l\)" + name + u'\\' + name;
     machine.add_directory(uR"(C:\d\)" + name + u'\\' + name);
@@ -37,29 +32,23 @@ TEST(RelativeCalls, APathnameBeyondTheLimitGetsNoPrefix)
 }
 
 // Where a link leads is told with a prefix and at any length, whatever fits at first.
-TEST(RelativeCalls, ALinkToWhatLiesBeyondTheLimit)
+TEST_ON_MACHINE(RelativeCalls, ALinkToWhatLiesBeyondTheLimit)
 {
     for (std::size_t const size : {255U, 256U, 257U, 258U, 259U, 260U, 261U, 262U, 400U}) {
-        simulated_machine machine;
+        simulated_machine fresh;
         std::u16string const name(size / 2 - 3, u'n');
         std::u16string const below = name + u'\\' + std::u16string(size - 6 - name.size(), u'm');
-        machine.add_directory(uR"(C:\d\)" + below);
-        machine.add_symbolic_link(u"C:\\l", uR"(C:\d\)" + below, flavour::directory);
+        fresh.add_directory(uR"(C:\d\)" + below);
+        fresh.add_symbolic_link(u"C:\\l", uR"(C:\d\)" + below, flavour::directory);
         EXPECT_EQ(relative(u"C:\\l", u"C:\\d"), below) << size;
         EXPECT_EQ(relative(u"C:\\d", u"C:\\l"), uR"(..\..)") << size;
-        expect_nothing_open(machine, std::to_string(size));
+        expect_nothing_open(fresh, std::to_string(size));
     }
 }
 
-struct link_case
+TEST_ON_MACHINE(RelativeCalls, LinksAreFollowedInBoth)
 {
-    char16_t const *p, *base, *expected;
-    char const *why;
-};
-
-TEST(RelativeCalls, LinksAreFollowedInBoth)
-{
-    constexpr link_case cases[] = {
+    constexpr row_of_texts<char16_t> cases[] = {
         {uR"(C:\l)", uR"(C:\d)", u"e", "a link"},
         {uR"(C:\l\no)", uR"(C:\d)", uR"(e\no)", "what is missing behind one"},
         {uR"(C:\d)", uR"(C:\l)", u"..", "a base that is one"},
@@ -75,23 +64,20 @@ TEST(RelativeCalls, LinksAreFollowedInBoth)
         {uR"(c:\d\e)", uR"(C:\d)", u"e", "letters of what is there"},
         {uR"(q:\d\e)", uR"(Q:\d)", u"", "drives that aren't are texts, case and all"},
     };
-    simulated_machine machine;
     machine.add_drive(u'D').add_directory(uR"(D:\real)").add_directory(uR"(C:\d\e)");
     machine.add_symbolic_link(uR"(C:\l)", uR"(d\e)", flavour::directory);
     machine.add_symbolic_link(uR"(C:\dead)", u"gone").add_junction(uR"(C:\way)", uR"(D:\real)");
     machine.add_shortcut(uR"(C:\s.lnk)", uR"(C:\d\e)");
     machine.add_share(u"s", u"h").add_directory(uR"(\\s\h\a)").map_drive(u'X', u"s", u"h");
     machine.add_directory(uR"(\\s\h\b)");
-    for (link_case const &row : cases) {
-        EXPECT_EQ(relative(row.p, row.base), row.expected) << row.why;
-        EXPECT_EQ(relative(upath(row.p), upath(row.base)).native(), row.expected) << row.why;
+    for (auto const &row : cases) {
+        EXPECT_EQ(relative(row.first, row.second), row.expected) << row.why;
+        EXPECT_EQ(relative(upath(row.first), upath(row.second)).native(), row.expected) << row.why;
     }
-    expect_nothing_open(machine, "all of them");
 }
 
-TEST(RelativeCalls, ACodeOfEitherNamesThePath)
+TEST_ON_MACHINE(RelativeCalls, ACodeOfEitherNamesThePath)
 {
-    simulated_machine machine;
     machine.add_directory(uR"(C:\d\e)").set_current_directory(u"C:\\d");
     for (char const *function : {"CreateFileW", "GetFinalPathNameByHandleW"})
         for (int const nth : {1, 2})
@@ -102,22 +88,19 @@ TEST(RelativeCalls, ACodeOfEitherNamesThePath)
                 EXPECT_EQ(failure_of([] { relative(upath(u"e"), upath(uR"(C:\d)")); }),
                           std::nullopt)
                     << "once it is over";
-                EXPECT_EQ(machine.open_handles(), 0);
             }
 }
 
-TEST(RelativeCalls, TheBaseIsntOpenedOnceThePathFailed)
+TEST_ON_MACHINE(RelativeCalls, TheBaseIsntOpenedOnceThePathFailed)
 {
-    simulated_machine machine;
     machine.add_directory(u"C:\\d").add_directory(u"C:\\e");
     sure_fault const fault = machine.fail_call("CreateFileW", 1, 5);
     EXPECT_FAILURE(relative(u"C:\\d", u"C:\\e"), denied(u"C:\\d"));
     EXPECT_EQ(calls(machine), lines{R"(CreateFileW(C:\d))"});
 }
 
-TEST(RelativeCalls, CodesOfWhatIsMissingAreNone)
+TEST_ON_MACHINE(RelativeCalls, CodesOfWhatIsMissingAreNone)
 {
-    simulated_machine machine;
     machine.add_directory(uR"(C:\d\e)");
     for (DWORD const code : {2U, 3U, 53U, 64U, 123U, 267U}) {
         sure_fault const fault = machine.fail_every_call_on_name(uR"(C:\d\e)", code);
@@ -126,11 +109,9 @@ TEST(RelativeCalls, CodesOfWhatIsMissingAreNone)
     }
 }
 
-TEST(RelativeCalls, WhatTheCallerMayNotLookAt)
+TEST_ON_MACHINE(RelativeCalls, WhatTheCallerMayNotLookAt)
 {
-    simulated_machine machine;
-    machine.add_directory(uR"(C:\d\e)").add_directory(uR"(C:\x)");
-    machine.deny(uR"(C:\d)", right::list);
+    machine.add_directory(uR"(C:\d\e)").add_directory(uR"(C:\x)").deny(uR"(C:\d)", right::list);
     machine.deny(uR"(C:\d\e)", right::read_attributes);
     EXPECT_FAILURE(relative(uR"(C:\d\e)", uR"(C:\x)"), denied(uR"(C:\d\e)"));
     EXPECT_FAILURE(relative(uR"(C:\x)", uR"(C:\d\e)"), denied(uR"(C:\x)"))
@@ -139,17 +120,16 @@ TEST(RelativeCalls, WhatTheCallerMayNotLookAt)
         << "the walk to what is missing meets it";
 }
 
-TEST(RelativeCalls, LoopsNameThePath)
+TEST_ON_MACHINE(RelativeCalls, LoopsNameThePath)
 {
-    simulated_machine machine;
     machine.add_symbolic_link(u"C:\\loop", u"loop").add_directory(u"C:\\d");
     EXPECT_FAILURE(relative(u"C:\\loop", u"C:\\d"), system_error(1921, u"C:\\loop"));
     EXPECT_FAILURE(relative(u"C:\\d", u"C:\\loop"), system_error(1921, u"C:\\d"));
 }
 
-TEST(RelativeCalls, OnAVolumeThatNoLetterStandsFor)
+TEST_ON_MACHINE(RelativeCalls, OnAVolumeThatNoLetterStandsFor)
 {
-    constexpr link_case cases[] = {
+    constexpr row_of_texts<char16_t> cases[] = {
         {uR"(C:\m\a\f)", uR"(C:\m\b)", uR"(..\a\f)", "two names on it"},
         {uR"(C:\m\a)", uR"(C:\m)", u"a", "below its root"},
         {uR"(C:\m)", uR"(C:\m)", u".", "its root"},
@@ -157,18 +137,16 @@ TEST(RelativeCalls, OnAVolumeThatNoLetterStandsFor)
         {uR"(C:\m\a)", uR"(C:\)", u"", "it isn't the one around it"},
         {uR"(C:\)", uR"(C:\m\a)", u"", "the other way round"},
     };
-    simulated_machine machine;
     machine.add_drive(u'D').add_file(uR"(D:\a\f)").add_directory(uR"(D:\b)");
     machine.add_mount_point(uR"(C:\m)", u'D').take_letter(u'D');
-    for (link_case const &row : cases)
-        EXPECT_EQ(relative(row.p, row.base), row.expected) << row.why;
-    expect_nothing_open(machine, "all of them");
+    for (auto const &row : cases)
+        EXPECT_EQ(relative(row.first, row.second), row.expected) << row.why;
 }
 
-TEST(RelativeCalls, EveryFailingCallReleasesWhatItHolds)
+TEST_ON_MACHINE(RelativeCalls, EveryFailingCallReleasesWhatItHolds)
 {
-    auto const build = [](simulated_machine &machine) {
-        machine.add_directory(uR"(C:\d\e)").add_symbolic_link(u"C:\\l", u"d", flavour::directory);
+    auto const build = [](simulated_machine &fresh) {
+        fresh.add_directory(uR"(C:\d\e)").add_symbolic_link(u"C:\\l", u"d", flavour::directory);
     };
     sweep(build, [](failing_run const &run) {
         auto const told = failure_of([] { relative(uR"(C:\l\no)", uR"(C:\l\e)"); });
@@ -179,4 +157,4 @@ TEST(RelativeCalls, EveryFailingCallReleasesWhatItHolds)
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

@@ -1,20 +1,11 @@
 #include <fl/filesystem/operations.hpp>
 
-#include "support/names.hpp"
-#include "support/workspace.hpp"
+#include "support/in_workspace.hpp"
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
 
-using namespace test_support;
-
-struct relative_case
-{
-    char16_t const *p, *base, *expected;
-    char const *why;
-};
-
-constexpr relative_case relative_cases[] = {
+constexpr row_of_texts<char16_t> relative_cases[] = {
     {uR"(a\b)", uR"(a\c)", uR"(..\b)", "beside it"},
     {uR"(a\b)", u"a", u"b", "below it"},
     {u"a", uR"(a\b)", u"..", "above it"},
@@ -39,37 +30,34 @@ void add_tree(workspace &work)
     work.change_directory(work.root());
 }
 
-TEST(Relative, Table)
+TEST_IN_WORKSPACE(Relative, Table)
 {
-    workspace work;
     add_tree(work);
-    for (relative_case const &row : relative_cases) {
-        std::u16string const p = work.path(row.p);
-        std::u16string const base = work.path(row.base);
+    for (auto const &row : relative_cases) {
+        std::u16string const p = at(row.first);
+        std::u16string const base = at(row.second);
         EXPECT_EQ(relative(p, base), row.expected) << row.why;
         EXPECT_EQ(relative(upath(p), upath(base)).native(), row.expected) << row.why;
         EXPECT_TRUE(relative(upath(p, false), upath(base)).form_flag()) << row.why;
     }
-    EXPECT_EQ(work.entries(work.root()), names{u"a"}) << "nothing is made";
+    EXPECT_EQ(entries(), names{u"a"}) << "nothing is made";
 }
 
 // No current directory is put ahead of either: the system does that for what is there.
-TEST(Relative, OfRelativePaths)
+TEST_IN_WORKSPACE(Relative, OfRelativePaths)
 {
-    workspace work;
     add_tree(work);
     EXPECT_EQ(relative(uR"(a\b)", uR"(a\c)"), uR"(..\b)") << "both are there";
     EXPECT_EQ(relative(u"no", uR"(no\x)"), u"..") << "nothing of either";
-    EXPECT_EQ(relative(uR"(a\b)", work.path(u"a")), u"b") << "both are found";
-    EXPECT_EQ(relative(u"no", work.path(u"a")), u"") << "a text and a place have no relation";
-    EXPECT_EQ(relative(work.path(u"a"), u"no"), u"");
-    EXPECT_EQ(relative(uR"(a\no)", work.path(u"a")), u"no");
+    EXPECT_EQ(relative(uR"(a\b)", at(u"a")), u"b") << "both are found";
+    EXPECT_EQ(relative(u"no", at(u"a")), u"") << "a text and a place have no relation";
+    EXPECT_EQ(relative(at(u"a"), u"no"), u"");
+    EXPECT_EQ(relative(uR"(a\no)", at(u"a")), u"no");
     EXPECT_EQ(relative(u".", u"a"), u"..");
 }
 
-TEST(Relative, OfEmptyPaths)
+TEST_IN_WORKSPACE(Relative, OfEmptyPaths)
 {
-    workspace work;
     add_tree(work);
     EXPECT_EQ(relative(u"", u""), u".") << "two texts alike";
     EXPECT_EQ(relative(u"", u"no"), u"..");
@@ -77,25 +65,23 @@ TEST(Relative, OfEmptyPaths)
     EXPECT_EQ(relative(u"", u"a"), u"") << "the base is a place, nothing is none";
 }
 
-TEST(Relative, AcrossRootsIsEmptyAndNoError)
+TEST_IN_WORKSPACE(Relative, AcrossRootsIsEmptyAndNoError)
 {
-    workspace work;
     add_tree(work);
-    upath const result = relative(upath(work.path(u"a")), upath(uR"(\\no-such-server\share\a)"));
+    upath const result = relative(upath(at(u"a")), upath(uR"(\\no-such-server\share\a)"));
     EXPECT_EQ(result.native(), u"");
     EXPECT_TRUE(result.form_flag());
-    EXPECT_EQ(relative(uR"(\\no-such-server\share\a)", work.path(u"a")), u"");
+    EXPECT_EQ(relative(uR"(\\no-such-server\share\a)", at(u"a")), u"");
     EXPECT_EQ(relative(uR"(\\no-such-server\share\a)", uR"(\\no-such-server\share\b)"), uR"(..\a)");
 }
 
-TEST(Relative, ABaseThatGoesUpIntoTheUnknown)
+TEST_IN_WORKSPACE(Relative, ABaseThatGoesUpIntoTheUnknown)
 {
-    workspace work;
     add_tree(work);
     EXPECT_EQ(relative(uR"(no\a)", uR"(no\..\..\..\no such)"), u"");
 }
 
-TEST(Relative, ExamplesOfTheHeader)
+TEST_IN_WORKSPACE(Relative, ExamplesOfTheHeader)
 {
     struct
     {
@@ -105,10 +91,9 @@ TEST(Relative, ExamplesOfTheHeader)
         {uR"(C:\a)", uR"(C:\a)", u"."},
         {uR"(D:\a)", uR"(C:\a)", u""},
     };
-    workspace const work;
     for (auto const &row : rows)
         EXPECT_EQ(relative(row.p, row.base), row.expected) << printable(row.p);
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

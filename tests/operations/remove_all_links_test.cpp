@@ -6,10 +6,8 @@
 
 #include <algorithm>
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
-
-using namespace test_support;
 
 constexpr DWORD strange_tag = 0x42;
 std::string const maker(16, 'g'); // what data of such a tag begins with
@@ -22,41 +20,38 @@ bool has_called(simulated_machine const &machine, std::string const &function,
     return std::count(texts.begin(), texts.end(), printable(text)) != 0;
 }
 
-TEST(RemoveAllLinks, KeepTheirTargetsAtAnyDepth)
+TEST_ON_MACHINE(RemoveAllLinks, KeepTheirTargetsAtAnyDepth)
 {
     std::u16string parent = uR"(C:\t)";
     for (int depth = 0; depth < 5; ++depth, parent += uR"(\d.)") {
-        simulated_machine machine;
-        machine.add_drive(u'D').add_file(uR"(D:\kept)").add_file(uR"(C:\away\sub\kept)");
-        machine.add_file(parent + u"\\file");
-        machine.add_symbolic_link(parent + u"\\a", uR"(C:\away\sub\kept)");
-        machine.add_symbolic_link(parent + u"\\b", uR"(C:\away)", flavour::directory);
-        machine.add_symbolic_link(parent + u"\\c", uR"(..\..\away)", flavour::directory);
-        machine.add_symbolic_link(parent + u"\\d", u"d", flavour::directory);
-        machine.add_symbolic_link(parent + u"\\e.", uR"(C:\no)", flavour::directory);
-        machine.add_junction(parent + u"\\f ", uR"(C:\away)");
-        machine.add_junction(parent + u"\\g", uR"(C:\)");
-        machine.add_mount_point(parent + u"\\h", u'D');
+        simulated_machine fresh;
+        fresh.add_drive(u'D').add_file(uR"(D:\kept)").add_file(uR"(C:\away\sub\kept)");
+        fresh.add_file(parent + u"\\file");
+        fresh.add_symbolic_link(parent + u"\\a", uR"(C:\away\sub\kept)");
+        fresh.add_symbolic_link(parent + u"\\b", uR"(C:\away)", flavour::directory);
+        fresh.add_symbolic_link(parent + u"\\c", uR"(..\..\away)", flavour::directory);
+        fresh.add_symbolic_link(parent + u"\\d", u"d", flavour::directory);
+        fresh.add_symbolic_link(parent + u"\\e.", uR"(C:\no)", flavour::directory);
+        fresh.add_junction(parent + u"\\f ", uR"(C:\away)");
+        fresh.add_junction(parent + u"\\g", uR"(C:\)").add_mount_point(parent + u"\\h", u'D');
         EXPECT_EQ(failure_of([] { remove_all(uR"(C:\t)"); }), std::nullopt) << depth;
-        EXPECT_EQ(machine.entries(u"C:\\"), names{u"away"}) << depth;
-        EXPECT_TRUE(machine.exists(uR"(C:\away\sub\kept)")) << depth;
-        EXPECT_TRUE(machine.exists(uR"(D:\kept)")) << depth;
-        expect_nothing_open(machine);
+        EXPECT_EQ(fresh.entries(u"C:\\"), names{u"away"}) << depth;
+        EXPECT_TRUE(fresh.exists(uR"(C:\away\sub\kept)")) << depth;
+        EXPECT_TRUE(fresh.exists(uR"(D:\kept)")) << depth;
+        expect_nothing_open(fresh);
     }
 }
 
-TEST(RemoveAllLinks, AboveTheTreeAreFollowed)
+TEST_ON_MACHINE(RemoveAllLinks, AboveTheTreeAreFollowed)
 {
-    simulated_machine machine;
     machine.add_file(uR"(C:\away\t\x)").add_junction(uR"(C:\j)", uR"(C:\away)");
     remove_all(uR"(C:\j\t)");
     EXPECT_EQ(machine.entries(u"C:\\"), (names{u"away", u"j"}));
     EXPECT_EQ(machine.entries(uR"(C:\away)"), names{});
 }
 
-TEST(RemoveAllLinks, ThatMayNotBeRemovedKeepTheirTargets)
+TEST_ON_MACHINE(RemoveAllLinks, ThatMayNotBeRemovedKeepTheirTargets)
 {
-    simulated_machine machine;
     machine.add_file(uR"(C:\away\f)").add_junction(uR"(C:\j)", uR"(C:\away)");
     machine.deny(uR"(C:\j)", right::remove);
     EXPECT_FAILURE(remove_all(uR"(C:\j)"), denied(uR"(C:\j)"));
@@ -65,23 +60,20 @@ TEST(RemoveAllLinks, ThatMayNotBeRemovedKeepTheirTargets)
 
 /// A link whose data can't be read passes for a directory: the search looks through it,
 /// but its own attributes tell on it, and only the name goes.
-TEST(RemoveAllLinks, ThatCantBeReadAreNotEmptiedEither)
+TEST_ON_MACHINE(RemoveAllLinks, ThatCantBeReadAreNotEmptiedEither)
 {
-    simulated_machine machine;
     machine.add_file(uR"(C:\away\kept)").add_junction(uR"(C:\t\j)", uR"(C:\away)");
     machine.deny(uR"(C:\t\j)", right::read_extended_attributes);
     remove_all(uR"(C:\t)");
     EXPECT_TRUE(has_called(machine, "FindFirstFileExW", uR"(C:\t\j\*)"));
     EXPECT_EQ(machine.entries(u"C:\\"), names{u"away"});
     EXPECT_EQ(machine.entries(uR"(C:\away)"), names{u"kept"});
-    expect_nothing_open(machine);
 }
 
 // Others may put a link in its place between the enumeration that lists it and the search in
 // it.
-TEST(RemoveAllLinks, ThatTakeTheirPlacesInTheMeantimeAreNotEmptiedEither)
+TEST_ON_MACHINE(RemoveAllLinks, ThatTakeTheirPlacesInTheMeantimeAreNotEmptiedEither)
 {
-    simulated_machine machine;
     machine.add_file(uR"(C:\away\kept)").add_file(uR"(C:\t\d\x)");
     sure_fault const others = machine.before_call("FindFirstFileExW", 2, [&] {
         machine.remove(uR"(C:\t\d)").add_junction(uR"(C:\t\d)", uR"(C:\away)");
@@ -89,22 +81,18 @@ TEST(RemoveAllLinks, ThatTakeTheirPlacesInTheMeantimeAreNotEmptiedEither)
     remove_all(uR"(C:\t)");
     EXPECT_EQ(machine.entries(u"C:\\"), names{u"away"});
     EXPECT_EQ(machine.entries(uR"(C:\away)"), names{u"kept"});
-    expect_nothing_open(machine);
 }
 
-TEST(RemoveAllLinks, ThatCantBeReadAndLeadNowhereEndIt)
+TEST_ON_MACHINE(RemoveAllLinks, ThatCantBeReadAndLeadNowhereEndIt)
 {
-    simulated_machine machine;
     machine.add_junction(uR"(C:\t\j)", uR"(C:\no)");
     machine.deny(uR"(C:\t\j)", right::read_extended_attributes);
     EXPECT_FAILURE(remove_all(uR"(C:\t)"), not_found(uR"(C:\t\j\*)"));
     EXPECT_TRUE(machine.exists(uR"(C:\t\j)"));
-    expect_nothing_open(machine);
 }
 
-TEST(RemoveAllLinks, WhoseDataCantBeFetchedPassForDirectories)
+TEST_ON_MACHINE(RemoveAllLinks, WhoseDataCantBeFetchedPassForDirectories)
 {
-    simulated_machine machine;
     machine.add_file(uR"(C:\away\kept)").add_junction(uR"(C:\j)", uR"(C:\away)");
     sure_fault const fault = machine.fail_call("DeviceIoControl", 1, ERROR_IO_DEVICE);
     remove_all(uR"(C:\j)");
@@ -113,9 +101,8 @@ TEST(RemoveAllLinks, WhoseDataCantBeFetchedPassForDirectories)
 }
 
 // In a pathname without a long prefix the system takes them for devices.
-TEST(RemoveAllNames, ThatAreReservedEndIt)
+TEST_ON_MACHINE(RemoveAllNames, ThatAreReservedEndIt)
 {
-    simulated_machine machine;
     machine.add_file(uR"(C:\t\a)").add_file(uR"(C:\t\nul)", "kept").add_file(uR"(C:\t\z)");
     EXPECT_FAILURE(remove_all(uR"(C:\t)"), system_error(1, uR"(C:\t\nul)"));
     EXPECT_EQ(machine.entries(uR"(C:\t)"), (names{u"nul", u"z"}));
@@ -123,7 +110,6 @@ TEST(RemoveAllNames, ThatAreReservedEndIt)
     EXPECT_FAILURE(remove_all(uR"(C:\t)"), not_directory(uR"(C:\t\nul)"));
     EXPECT_EQ(machine.entries(uR"(C:\t)"), (names{u"nul", u"z"}));
     EXPECT_EQ(machine.entries(uR"(C:\t\nul)"), names{}) << "in it no name is reserved";
-    expect_nothing_open(machine);
 }
 
 // A directory with a tag that is no link's, behind the file `a` and ahead of the file `z`.
@@ -135,43 +121,38 @@ void build_tagged_tree(simulated_machine &machine, bool is_empty)
     machine.add_reparse_point(uR"(C:\t\tagged)", strange_tag, maker, flavour::directory);
 }
 
-TEST(RemoveAllTags, OfOthersAreRemovedIfEmpty)
+TEST_ON_MACHINE(RemoveAllTags, OfOthersAreRemovedIfEmpty)
 {
-    simulated_machine machine;
     build_tagged_tree(machine, true);
     machine.handle_tag(strange_tag);
     remove_all(uR"(C:\t)");
     EXPECT_EQ(machine.entries(u"C:\\"), names{});
-    expect_nothing_open(machine);
 }
 
-TEST(RemoveAllTags, OfOthersAreNotEmptied)
+TEST_ON_MACHINE(RemoveAllTags, OfOthersAreNotEmptied)
 {
-    simulated_machine machine;
     build_tagged_tree(machine, false);
     machine.handle_tag(strange_tag);
     EXPECT_FAILURE(remove_all(uR"(C:\t)"), not_empty(uR"(C:\t\tagged)"));
     EXPECT_EQ(machine.entries(uR"(C:\t)"), (names{u"tagged", u"z"}));
     EXPECT_EQ(machine.entries(uR"(C:\t\tagged)"), names{u"kept"});
     EXPECT_EQ(machine.calls_of("DeleteFileW"), 1) << "only what was ahead of it";
-    expect_nothing_open(machine);
 }
 
-TEST(RemoveAllTags, ThatTheSystemDoesntKnowAreRefusedBySearching)
+TEST_ON_MACHINE(RemoveAllTags, ThatTheSystemDoesntKnowAreRefusedBySearching)
 {
     for (bool const is_empty : {true, false}) {
-        simulated_machine machine;
-        build_tagged_tree(machine, is_empty);
+        simulated_machine fresh;
+        build_tagged_tree(fresh, is_empty);
         EXPECT_FAILURE(remove_all(uR"(C:\t)"), denied(uR"(C:\t\tagged\*)"));
-        EXPECT_EQ(machine.entries(uR"(C:\t)"), (names{u"tagged", u"z"}));
-        EXPECT_FALSE(has_called(machine, "RemoveDirectoryW", uR"(C:\t\tagged)"));
-        expect_nothing_open(machine);
+        EXPECT_EQ(fresh.entries(uR"(C:\t)"), (names{u"tagged", u"z"}));
+        EXPECT_FALSE(has_called(fresh, "RemoveDirectoryW", uR"(C:\t\tagged)"));
+        expect_nothing_open(fresh);
     }
 }
 
-TEST(RemoveAllFailures, AReadOnlyFileEndsItAndWhatIsGoneStaysGone)
+TEST_ON_MACHINE(RemoveAllFailures, AReadOnlyFileEndsItAndWhatIsGoneStaysGone)
 {
-    simulated_machine machine;
     machine.add_file(uR"(C:\t\a)").add_file(uR"(C:\t\b\x)").add_file(uR"(C:\t\c\m)");
     machine.add_file(uR"(C:\t\c\l)").add_file(uR"(C:\t\c\n)").add_file(uR"(C:\t\d)");
     machine.set_attributes(uR"(C:\t\c\m)", FILE_ATTRIBUTE_READONLY);
@@ -179,15 +160,13 @@ TEST(RemoveAllFailures, AReadOnlyFileEndsItAndWhatIsGoneStaysGone)
     EXPECT_EQ(machine.entries(uR"(C:\t)"), (names{u"c", u"d"}));
     EXPECT_EQ(machine.entries(uR"(C:\t\c)"), (names{u"m", u"n"}));
     EXPECT_EQ(machine.attributes(uR"(C:\t\c\m)"), DWORD{FILE_ATTRIBUTE_READONLY});
-    expect_nothing_open(machine);
     remove(uR"(C:\t\c\m)");
     remove_all(uR"(C:\t)");
     EXPECT_EQ(machine.entries(u"C:\\"), names{});
 }
 
-TEST(RemoveAllFailures, NameTheFormThatWentToTheSystem)
+TEST_ON_MACHINE(RemoveAllFailures, NameTheFormThatWentToTheSystem)
 {
-    simulated_machine machine;
     machine.add_file(uR"(C:\t\ro.)").set_attributes(uR"(C:\t\ro.)", FILE_ATTRIBUTE_READONLY);
     machine.set_current_directory(uR"(C:\)");
     EXPECT_FAILURE(remove_all(u"t"), denied(uR"(\\?\C:\t\ro.)"));
@@ -197,19 +176,16 @@ TEST(RemoveAllFailures, NameTheFormThatWentToTheSystem)
               denied(uR"(\\?\UNC\server\share\t\ro )"));
 }
 
-TEST(RemoveAllFailures, AnEntryThatVanishesIsNotForgiven)
+TEST_ON_MACHINE(RemoveAllFailures, AnEntryThatVanishesIsNotForgiven)
 {
-    simulated_machine machine;
     machine.add_file(uR"(C:\t\a)").add_file(uR"(C:\t\b)");
     auto const event = machine.before_call("DeleteFileW", 2, [&] { machine.remove(uR"(C:\t\b)"); });
     EXPECT_FAILURE(remove_all(uR"(C:\t)"), not_found(uR"(C:\t\b)"));
     EXPECT_EQ(machine.entries(uR"(C:\t)"), names{});
-    expect_nothing_open(machine);
 }
 
-TEST(RemoveAllFailures, AnEntryThatAppearsKeepsItsDirectory)
+TEST_ON_MACHINE(RemoveAllFailures, AnEntryThatAppearsKeepsItsDirectory)
 {
-    simulated_machine machine;
     machine.add_file(uR"(C:\t\a)");
     auto const event =
         machine.before_call("RemoveDirectoryW", 1, [&] { machine.add_file(uR"(C:\t\new)"); });
@@ -217,9 +193,8 @@ TEST(RemoveAllFailures, AnEntryThatAppearsKeepsItsDirectory)
     EXPECT_EQ(machine.entries(uR"(C:\t)"), names{u"new"});
 }
 
-TEST(RemoveAllFailures, AnOpenFileThatIsNotSharedEndsIt)
+TEST_ON_MACHINE(RemoveAllFailures, AnOpenFileThatIsNotSharedEndsIt)
 {
-    simulated_machine machine;
     machine.add_file(uR"(C:\t\a)").add_file(uR"(C:\t\b)");
     HANDLE const reader = ::CreateFileW(LR"(C:\t\b)", GENERIC_READ, FILE_SHARE_READ, nullptr,
                                         OPEN_EXISTING, 0, nullptr);
@@ -230,9 +205,8 @@ TEST(RemoveAllFailures, AnOpenFileThatIsNotSharedEndsIt)
 
 /// A root keeps its separator, and the walk puts another behind it, which the system passes
 /// over right behind the root of a disk. What is left in the end is the root, which stays.
-TEST(RemoveAllFailures, InARootANameWithAFullStopAtItsEndGoesToo)
+TEST_ON_MACHINE(RemoveAllFailures, InARootANameWithAFullStopAtItsEndGoesToo)
 {
-    simulated_machine machine;
     machine.add_drive(u'D').add_file(uR"(D:\a)").add_file(uR"(D:\b.)");
     EXPECT_FAILURE(remove_all(uR"(D:\)"), denied(uR"(D:\)"));
     EXPECT_TRUE(has_called(machine, "DeleteFileW", uR"(\\?\D:\\b.)"));
@@ -274,7 +248,7 @@ void expect_texts(std::u16string const &parent, std::u16string const &prefixed_p
     EXPECT_FALSE(machine.exists(parent + u"\\t"));
 }
 
-TEST(RemoveAllPrefixes, AreAddedFrom260Units)
+TEST_ON_MACHINE(RemoveAllPrefixes, AreAddedFrom260Units)
 {
     for (auto const &row : prefix_cases) {
         SCOPED_TRACE(row.size);
@@ -283,25 +257,24 @@ TEST(RemoveAllPrefixes, AreAddedFrom260Units)
     }
 }
 
-TEST(RemoveAllPrefixes, OfThePatternAreToldWhereTheDirectoryHasNone)
+TEST_ON_MACHINE(RemoveAllPrefixes, OfThePatternAreToldWhereTheDirectoryHasNone)
 {
     for (std::size_t const size : {257U, 258U, 259U}) {
-        simulated_machine machine;
+        simulated_machine fresh;
         std::u16string const directory =
             uR"(C:\t\)" + std::u16string(100, u'm') + u'\\' + std::u16string(size - 106, u'n');
-        machine.add_file(directory + u"\\x");
-        auto const fault = machine.fail_every_call_on_name("CreateFileW", directory, 5);
+        fresh.add_file(directory + u"\\x");
+        auto const fault = fresh.fail_every_call_on_name("CreateFileW", directory, 5);
         std::u16string const prefix = size + 2 < 260 ? u"" : uR"(\\?\)";
         EXPECT_FAILURE(remove_all(uR"(C:\t)"), denied(prefix + directory + u"\\*")) << size;
-        EXPECT_TRUE(has_called(machine, "CreateFileW", directory)) << size;
-        EXPECT_TRUE(machine.exists(directory + u"\\x")) << size;
-        expect_nothing_open(machine);
+        EXPECT_TRUE(has_called(fresh, "CreateFileW", directory)) << size;
+        EXPECT_TRUE(fresh.exists(directory + u"\\x")) << size;
+        expect_nothing_open(fresh);
     }
 }
 
-TEST(RemoveAllPrefixes, AreAddedForTheEndOfANameAndStayForAllBelowIt)
+TEST_ON_MACHINE(RemoveAllPrefixes, AreAddedForTheEndOfANameAndStayForAllBelowIt)
 {
-    simulated_machine machine;
     machine.add_file(uR"(C:\t\d.\x)").add_file(uR"(C:\t\e\y )").add_file(uR"(C:\t\f)");
     remove_all(uR"(C:\t)");
     EXPECT_TRUE(has_called(machine, "FindFirstFileExW", uR"(\\?\C:\t\d.\*)"));
@@ -313,4 +286,4 @@ TEST(RemoveAllPrefixes, AreAddedForTheEndOfANameAndStayForAllBelowIt)
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

@@ -5,11 +5,8 @@
 #include "support/calls.hpp"
 #include "support/small_stack.hpp"
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
-
-using namespace test_support;
-using test_support::failure;
 
 /// The stack that a program on Windows has by default.
 constexpr std::size_t default_stack = 1024 * 1024;
@@ -35,15 +32,14 @@ std::u16string directory_of(std::size_t size)
 void remove_tree_of(std::size_t size)
 {
     simulated_machine machine;
-    machine.keep_journal(false);
-    machine.add_file(directory_of(size) + u"\\f");
+    machine.keep_journal(false).add_file(directory_of(size) + u"\\f");
     EXPECT_EQ(failure_of([] { remove_all(uR"(C:\d)"); }), std::nullopt);
     EXPECT_TRUE(machine.entries(u"C:\\").empty());
     expect_nothing_open(machine);
 }
 
 // A frame for each level, with room for reparse data, would be too much at sixty levels.
-TEST(RemoveAllScale, ADeepTreeOnAStackOfOneMebibyte)
+TEST_ON_MACHINE(RemoveAllScale, ADeepTreeOnAStackOfOneMebibyte)
 {
     run_on_stack_of(default_stack, [] { remove_tree_of(6000); });
 }
@@ -51,7 +47,7 @@ TEST(RemoveAllScale, ADeepTreeOnAStackOfOneMebibyte)
 // Each call walks down all the names, which takes minutes where all memory is checked: the
 // tree above has to do there.
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
-TEST(RemoveAllScale, TheDeepestTreeOnAStackOfOneMebibyte)
+TEST_ON_MACHINE(RemoveAllScale, TheDeepestTreeOnAStackOfOneMebibyte)
 {
     run_on_stack_of(default_stack, [] { remove_tree_of(longest_pathname - 3); });
 }
@@ -59,11 +55,10 @@ TEST(RemoveAllScale, TheDeepestTreeOnAStackOfOneMebibyte)
 
 /// Removes `path` on a machine that has a file in a directory below it, and returns what
 /// was thrown.
-std::optional<failure> removal_of(simulated_machine &machine, std::u16string const &path,
-                                  std::u16string const &file)
+maybe_failure removal_of(simulated_machine &machine, std::u16string const &path,
+                         std::u16string const &file)
 {
-    machine.keep_journal(false);
-    machine.add_file(file);
+    machine.keep_journal(false).add_file(file);
     auto const thrown = failure_of([&] { remove_all(path); });
     expect_nothing_open(machine);
     EXPECT_EQ(machine.exists(file), thrown.has_value());
@@ -72,39 +67,36 @@ std::optional<failure> removal_of(simulated_machine &machine, std::u16string con
 }
 
 // The pattern `...\*` is two units longer than the directory; without it nothing is found.
-TEST(RemoveAllScale, ADirectoryWhosePatternIsAPathnameIsRemoved)
+TEST_ON_MACHINE(RemoveAllScale, ADirectoryWhosePatternIsAPathnameIsRemoved)
 {
     for (std::size_t const size : {longest_pathname - 3, longest_pathname - 2}) {
-        simulated_machine machine;
+        simulated_machine fresh;
         std::u16string const path = directory_of(size);
-        EXPECT_EQ(removal_of(machine, path.substr(0, size - 2), path + u"\\f"), std::nullopt)
-            << size;
+        EXPECT_EQ(removal_of(fresh, path.substr(0, size - 2), path + u"\\f"), std::nullopt) << size;
     }
 }
 
-TEST(RemoveAllScale, ADirectoryWhosePatternIsTooLongIsLeftWithAllAboveIt)
+TEST_ON_MACHINE(RemoveAllScale, ADirectoryWhosePatternIsTooLongIsLeftWithAllAboveIt)
 {
     for (std::size_t const size : {longest_pathname - 1, longest_pathname}) {
-        simulated_machine machine;
+        simulated_machine fresh;
         std::u16string const path = directory_of(size);
-        EXPECT_EQ(removal_of(machine, path.substr(0, size - 2), path + u"\\f"), too_large(u""))
+        EXPECT_EQ(removal_of(fresh, path.substr(0, size - 2), path + u"\\f"), too_large(u""))
             << size << ": the system's own refusal names nothing";
     }
 }
 
-TEST(RemoveAllScale, APatternThatIsCalledMissingIsNamedAsTooLong)
+TEST_ON_MACHINE(RemoveAllScale, APatternThatIsCalledMissingIsNamedAsTooLong)
 {
-    simulated_machine machine;
     std::u16string const path = directory_of(longest_pathname - 1);
     sure_fault const fault = machine.fail_call("FindFirstFileExW", 2, ERROR_PATH_NOT_FOUND);
     EXPECT_EQ(removal_of(machine, path.substr(0, path.size() - 2), path + u"\\f"),
               too_large(path + u"\\*"));
 }
 
-TEST(RemoveAllScale, AFileCanHaveTheLongestPathname)
+TEST_ON_MACHINE(RemoveAllScale, AFileCanHaveTheLongestPathname)
 {
     std::u16string const path = directory_of(longest_pathname - 7);
-    simulated_machine machine;
     EXPECT_EQ(removal_of(machine, path, path + u"\\fffffg"), std::nullopt);
     EXPECT_EQ(removal_of(machine, path, path + u"\\ffffffg"), too_large(u""));
 }
@@ -112,9 +104,8 @@ TEST(RemoveAllScale, AFileCanHaveTheLongestPathname)
 constexpr int many = 20'000;
 
 /// One enumeration and one deletion for each: time grows with the number of files only.
-TEST(RemoveAllScale, ADirectoryOfManyFiles)
+TEST_ON_MACHINE(RemoveAllScale, ADirectoryOfManyFiles)
 {
-    simulated_machine machine;
     for (int number = 0; number < many; ++number)
         machine.add_file(u"C:\\wide\\" + units(std::to_wstring(number)));
     remove_all(uR"(C:\wide)");
@@ -124,8 +115,7 @@ TEST(RemoveAllScale, ADirectoryOfManyFiles)
     EXPECT_EQ(machine.calls_of("CreateFileW"), 1);
     EXPECT_EQ(machine.calls_of("GetFileInformationByHandle"), 1);
     EXPECT_EQ(machine.calls_of("GetFileAttributesExW"), 1);
-    expect_nothing_open(machine);
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

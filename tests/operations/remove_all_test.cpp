@@ -1,100 +1,81 @@
 #include <fl/filesystem/operations.hpp>
 
-#include "support/names.hpp"
-#include "support/workspace.hpp"
+#include "support/in_workspace.hpp"
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
 
-using namespace test_support;
-using test_support::failure;
-
-TEST(RemoveAll, TakesATreeWithAllThatIsInIt)
+TEST_IN_WORKSPACE(RemoveAll, TakesATreeWithAllThatIsInIt)
 {
-    workspace work;
-    work.make_file(work.path(uR"(t\a\b\c\file)"), "content");
-    work.make_directory(work.path(uR"(t\a\empty)"));
-    work.make_file(work.path(uR"(t\file)"));
-    work.make_file(work.path(u"other"));
-    remove_all(work.path(u"t"));
-    EXPECT_EQ(work.entries(work.root()), names{u"other"});
+    make({{uR"(t\a\b\c\file)", "content"}, uR"(t\a\empty\)", uR"(t\file)", u"other"});
+    remove_all(at(u"t"));
+    EXPECT_EQ(entries(), names{u"other"});
 }
 
-TEST(RemoveAll, TakesAFileOrAnEmptyDirectory)
+TEST_IN_WORKSPACE(RemoveAll, TakesAFileOrAnEmptyDirectory)
 {
-    workspace work;
-    work.make_file(work.path(u"file"));
-    work.make_directory(work.path(u"dir"));
-    remove_all(work.path(u"file"));
-    EXPECT_EQ(work.entries(work.root()), names{u"dir"});
-    remove_all(upath(work.path(u"dir")));
-    EXPECT_EQ(work.entries(work.root()), names{});
+    make({u"file", u"dir\\"});
+    remove_all(at(u"file"));
+    EXPECT_EQ(entries(), names{u"dir"});
+    remove_all(upath(at(u"dir")));
+    EXPECT_EQ(entries(), names{});
 }
 
-TEST(RemoveAll, PassesOverTheEmptyPath)
+TEST_IN_WORKSPACE(RemoveAll, PassesOverTheEmptyPath)
 {
-    workspace work;
-    work.change_directory(work.root());
-    work.make_file(work.path(u"file"));
+    make_file(u"file");
     remove_all(u"");
     remove_all(upath());
-    EXPECT_EQ(work.entries(work.root()), names{u"file"});
+    EXPECT_EQ(entries(), names{u"file"});
 }
 
-TEST(RemoveAll, OfAMissingNameNamesItsForm)
+TEST_IN_WORKSPACE(RemoveAll, OfAMissingNameNamesItsForm)
 {
-    workspace work;
-    work.change_directory(work.root());
-    auto const expected = not_found(work.path(u"no"));
-    EXPECT_FAILURE(remove_all(work.path(u"no")), expected);
+    auto const expected = not_found(at(u"no"));
+    EXPECT_FAILURE(remove_all(at(u"no")), expected);
     EXPECT_FAILURE(remove_all(u"no"), expected);
     EXPECT_FAILURE(remove_all(upath(u"no/")), expected);
-    EXPECT_FAILURE(remove_all(uR"(\\?\)" + work.path(u"no")), expected);
-    EXPECT_FAILURE(remove_all(work.path(uR"(no\x)")), not_found(work.path(uR"(no\x)")));
-    std::u16string const overlong =
-        work.path(std::u16string(200, u'd') + u'\\') + std::u16string(100, u'x');
+    EXPECT_FAILURE(remove_all(uR"(\\?\)" + at(u"no")), expected);
+    EXPECT_FAILURE(remove_all(at(uR"(no\x)")), not_found(at(uR"(no\x)")));
+    std::u16string const overlong = chain_of_size(work.root(), 350);
     EXPECT_FAILURE(remove_all(overlong), not_found(uR"(\\?\)" + overlong));
 }
 
-TEST(RemoveAll, ReachesTheDiskByAnyNotation)
+TEST_IN_WORKSPACE(RemoveAll, ReachesTheDiskByAnyNotation)
 {
-    workspace work;
     for (char16_t const *name : {u"a", u"b", u"c", u"d", u"e", u"f", u"g"})
-        work.make_file(work.path(std::u16string(name) + uR"(\sub\file)"));
-    work.change_directory(work.path(u"g"));
-    work.make_directory(work.path(u"kept"));
+        make_file(std::u16string(name) + uR"(\sub\file)");
+    enter(u"g");
+    make_directory(u"kept");
     remove_all(u"../a");
-    remove_all(work.path(uR"(kept\..\b)"));
-    remove_all(work.path(uR"(.\c\)"));
-    remove_all(uR"(\\?\)" + work.path(u"d"));
+    remove_all(at(uR"(kept\..\b)"));
+    remove_all(at(uR"(.\c\)"));
+    remove_all(uR"(\\?\)" + at(u"d"));
     remove_all(work.root().substr(2) + uR"(\e)");
-    remove_all(work.path(u"F"));
-    EXPECT_EQ(work.entries(work.root()), (names{u"g", u"kept"}));
+    remove_all(at(u"F"));
+    EXPECT_EQ(entries(), (names{u"g", u"kept"}));
     remove_all(u"sub");
-    EXPECT_EQ(work.entries(work.path(u"g")), names{});
+    EXPECT_EQ(entries(u"g"), names{});
 }
 
 /// Without a long prefix the system would cut these names, and miss them or take others.
-TEST(RemoveAll, TakesNamesThatEndInAFullStopOrBlank)
+TEST_IN_WORKSPACE(RemoveAll, TakesNamesThatEndInAFullStopOrBlank)
 {
-    workspace work;
     for (char16_t const *name : {u"foo.", u"foo", u"bar ", u"bar", u"...", u". .", u"a. "}) {
-        work.make_file(work.path(uR"(t\files\)") + name);
-        work.make_file(work.path(uR"(t\directories\)") + name + uR"(\x)");
-        work.make_file(work.path(uR"(t\directories\)") + name + uR"(\sub)" + name + uR"(\y.)");
+        work.make_file(at(uR"(t\files\)") + name);
+        work.make_file(at(uR"(t\directories\)") + name + uR"(\x)");
+        work.make_file(at(uR"(t\directories\)") + name + uR"(\sub)" + name + uR"(\y.)");
     }
-    work.make_file(work.path(u"foo"));
-    remove_all(work.path(u"t"));
-    EXPECT_EQ(work.entries(work.root()), names{u"foo"});
+    make_file(u"foo");
+    remove_all(at(u"t"));
+    EXPECT_EQ(entries(), names{u"foo"});
 }
 
-TEST(RemoveAll, OfANameThatEndsInAFullStopIsOfItsTwin)
+TEST_IN_WORKSPACE(RemoveAll, OfANameThatEndsInAFullStopIsOfItsTwin)
 {
-    workspace work;
-    work.make_file(work.path(uR"(foo.\x)"));
-    work.make_file(work.path(uR"(foo\y)"));
-    remove_all(work.path(u"foo."));
-    EXPECT_EQ(work.entries(work.root()), names{u"foo."}) << "the system cuts what a caller gives";
+    make({uR"(foo.\x)", uR"(foo\y)"});
+    remove_all(at(u"foo."));
+    EXPECT_EQ(entries(), names{u"foo."}) << "the system cuts what a caller gives";
 }
 
 std::u16string directory_of(std::u16string parent, std::size_t size)
@@ -120,36 +101,33 @@ void expect_removal(workspace &work, std::u16string const &parent, std::size_t s
     EXPECT_EQ(work.entries(parent), names{}) << size;
 }
 
-TEST(RemoveAll, TakesDirectoriesAroundTheLimitOfPathnames)
+TEST_IN_WORKSPACE(RemoveAll, TakesDirectoriesAroundTheLimitOfPathnames)
 {
-    workspace work;
     for (std::size_t size = 240; size <= 264; ++size)
         expect_removal(work, work.root(), size);
 }
 
-TEST(RemoveAll, TakesDirectoriesAroundTheLimitOfPathnamesOnAShare)
+TEST_IN_WORKSPACE(RemoveAll, TakesDirectoriesAroundTheLimitOfPathnamesOnAShare)
 {
-    workspace work;
     NEEDS(work.has_share(), "there is no share");
     for (std::size_t size = 240; size <= 264; ++size)
         expect_removal(work, work.share_root(), size);
 }
 
-TEST(RemoveAll, TakesATreeFarBeyondTheLimit)
+TEST_IN_WORKSPACE(RemoveAll, TakesATreeFarBeyondTheLimit)
 {
-    workspace work;
-    std::u16string path = work.path(u"t");
+    std::u16string path = at(u"t");
     for (int level = 0; level < 6; ++level)
         path += u'\\' + std::u16string(200, u'd') + u'.';
     work.make_file(path + u"\\f");
-    remove_all(work.path(u"t"));
-    EXPECT_EQ(work.entries(work.root()), names{});
+    remove_all(at(u"t"));
+    EXPECT_EQ(entries(), names{});
 }
 
-TEST(RemoveAll, RefusesWhatIsNoPathnameOfADisk)
+TEST_IN_WORKSPACE(RemoveAll, RefusesWhatIsNoPathnameOfADisk)
 {
     EXPECT_FAILURE(remove_all(uR"(\\.\COM1)"), bad_path_type(uR"(\\.\COM1)"));
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

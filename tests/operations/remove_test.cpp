@@ -1,122 +1,101 @@
 #include <fl/filesystem/operations.hpp>
 
-#include "support/names.hpp"
-#include "support/workspace.hpp"
+#include "support/in_workspace.hpp"
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
 
-using namespace test_support;
 using test_support::failure;
 
-TEST(Remove, TakesAFileOrAnEmptyDirectory)
+TEST_IN_WORKSPACE(Remove, TakesAFileOrAnEmptyDirectory)
 {
-    workspace work;
-    work.make_file(work.path(u"file"), "content");
-    work.make_directory(work.path(u"dir"));
-    remove(work.path(u"file"));
-    EXPECT_EQ(work.entries(work.root()), names{u"dir"});
-    remove(upath(work.path(u"dir")));
-    EXPECT_EQ(work.entries(work.root()), names{});
+    make({{u"file", "content"}, u"dir\\"});
+    remove(at(u"file"));
+    EXPECT_EQ(entries(), names{u"dir"});
+    remove(upath(at(u"dir")));
+    EXPECT_EQ(entries(), names{});
 }
 
-TEST(Remove, LeavesADirectoryThatIsNotEmpty)
+TEST_IN_WORKSPACE(Remove, LeavesADirectoryThatIsNotEmpty)
 {
-    workspace work;
-    work.make_file(work.path(uR"(dir\file)"));
-    EXPECT_FAILURE(remove(work.path(u"dir")), not_empty(work.path(u"dir")));
-    EXPECT_TRUE(work.is_file(work.path(uR"(dir\file)")));
+    make_file(uR"(dir\file)");
+    EXPECT_FAILURE(remove(at(u"dir")), not_empty(at(u"dir")));
+    EXPECT_TRUE(work.is_file(at(uR"(dir\file)")));
 }
 
-TEST(Remove, NamesTheCallersTextInNativeForm)
+TEST_IN_WORKSPACE(Remove, NamesTheCallersTextInNativeForm)
 {
-    workspace work;
-    work.change_directory(work.root());
-    work.make_file(work.path(uR"(dir\file)"));
+    make_file(uR"(dir\file)");
     EXPECT_FAILURE(remove(u"no/such"), not_found(uR"(no\such)"));
     EXPECT_FAILURE(remove(upath(u"./dir")), not_empty(uR"(.\dir)"));
     EXPECT_FAILURE(remove(uR"(dir\..\dir)"), not_empty(uR"(dir\..\dir)"));
     std::u16string const overlong = uR"(no\)" + std::u16string(250, u'x');
     EXPECT_FAILURE(remove(overlong), not_found(overlong)) << "without a prefix";
-    EXPECT_FAILURE(remove(uR"(\\?\)" + work.path(u"dir")), not_empty(work.path(u"dir")));
+    EXPECT_FAILURE(remove(uR"(\\?\)" + at(u"dir")), not_empty(at(u"dir")));
 }
 
-TEST(Remove, TakesWhatNobodyCanReachForMissing)
+TEST_IN_WORKSPACE(Remove, TakesWhatNobodyCanReachForMissing)
 {
-    workspace work;
-    work.make_file(work.path(u"file"));
+    make_file(u"file");
     for (char16_t const *name : {u"no", uR"(no\x)", uR"(file\x)", u"a|b", u"a*"})
-        EXPECT_FAILURE(remove(work.path(name)), not_found(work.path(name)));
-    EXPECT_EQ(work.entries(work.root()), names{u"file"});
+        EXPECT_FAILURE(remove(at(name)), not_found(at(name)));
+    EXPECT_EQ(entries(), names{u"file"});
 }
 
-TEST(Remove, ReachesTheDiskByAnyNotation)
+TEST_IN_WORKSPACE(Remove, ReachesTheDiskByAnyNotation)
 {
-    workspace work;
     for (char16_t const *name : {u"a", u"b", u"c", u"d", u"E"})
-        work.make_file(work.path(name));
-    work.make_directory(work.path(u"dir"));
-    work.change_directory(work.path(u"dir"));
+        make_file(name);
+    make_directory(u"dir");
+    enter(u"dir");
     remove(u"../a");
-    remove(work.path(u"dir/../b"));
-    remove(uR"(\\?\)" + work.path(u"c"));
+    remove(at(u"dir/../b"));
+    remove(uR"(\\?\)" + at(u"c"));
     remove(work.root().substr(2) + uR"(\d)");
-    remove(work.path(u"e. ."));
-    EXPECT_EQ(work.entries(work.root()), names{u"dir"});
+    remove(at(u"e. ."));
+    EXPECT_EQ(entries(), names{u"dir"});
 }
 
 // A long prefix is no part of the native form, so it makes no name an exact one.
-TEST(Remove, TakesTheTwinOfANameWithAFullStop)
+TEST_IN_WORKSPACE(Remove, TakesTheTwinOfANameWithAFullStop)
 {
-    workspace work;
-    work.make_file(work.path(u"foo."));
-    work.make_file(work.path(u"foo"));
-    remove(uR"(\\?\)" + work.path(u"foo."));
-    EXPECT_EQ(work.entries(work.root()), names{u"foo."});
+    make({u"foo.", u"foo"});
+    remove(uR"(\\?\)" + at(u"foo."));
+    EXPECT_EQ(entries(), names{u"foo."});
 }
 
-TEST(RemoveFile, TakesAFile)
+TEST_IN_WORKSPACE(RemoveFile, TakesAFile)
 {
-    workspace work;
-    work.make_file(work.path(u"a"), "content");
-    work.make_file(work.path(u"b"));
-    remove_file(work.path(u"a"));
-    EXPECT_EQ(work.entries(work.root()), names{u"b"});
-    remove_file(upath(work.path(u"b")));
-    EXPECT_EQ(work.entries(work.root()), names{});
+    make({{u"a", "content"}, u"b"});
+    remove_file(at(u"a"));
+    EXPECT_EQ(entries(), names{u"b"});
+    remove_file(upath(at(u"b")));
+    EXPECT_EQ(entries(), names{});
 }
 
-TEST(RemoveFile, TakesNoDirectory)
+TEST_IN_WORKSPACE(RemoveFile, TakesNoDirectory)
 {
-    workspace work;
-    work.change_directory(work.root());
-    work.make_directory(work.path(u"empty"));
-    work.make_file(work.path(uR"(full\x)"));
-    EXPECT_FAILURE(remove_file(u"empty"), file_is_directory(work.path(u"empty")));
-    EXPECT_FAILURE(remove_file(u"full/"), file_is_directory(work.path(u"full")));
-    EXPECT_EQ(work.entries(work.root()), (names{u"empty", u"full"}));
+    make({u"empty\\", uR"(full\x)"});
+    EXPECT_FAILURE(remove_file(u"empty"), file_is_directory(at(u"empty")));
+    EXPECT_FAILURE(remove_file(u"full/"), file_is_directory(at(u"full")));
+    EXPECT_EQ(entries(), (names{u"empty", u"full"}));
 }
 
-TEST(RemoveDirectory, TakesAnEmptyDirectory)
+TEST_IN_WORKSPACE(RemoveDirectory, TakesAnEmptyDirectory)
 {
-    workspace work;
-    work.make_directory(work.path(u"a"));
-    work.make_directory(work.path(u"b"));
-    remove_directory(work.path(u"a"));
-    EXPECT_EQ(work.entries(work.root()), names{u"b"});
-    remove_directory(upath(work.path(u"b/")));
-    EXPECT_EQ(work.entries(work.root()), names{});
+    make({u"a\\", u"b\\"});
+    remove_directory(at(u"a"));
+    EXPECT_EQ(entries(), names{u"b"});
+    remove_directory(upath(at(u"b/")));
+    EXPECT_EQ(entries(), names{});
 }
 
-TEST(RemoveDirectory, TakesNoFileAndNothingThatIsFull)
+TEST_IN_WORKSPACE(RemoveDirectory, TakesNoFileAndNothingThatIsFull)
 {
-    workspace work;
-    work.change_directory(work.root());
-    work.make_file(work.path(u"file"));
-    work.make_file(work.path(uR"(full\x)"));
-    EXPECT_FAILURE(remove_directory(u"file"), not_directory(work.path(u"file")));
-    EXPECT_FAILURE(remove_directory(u"full"), not_empty(work.path(u"full")));
-    EXPECT_EQ(work.entries(work.root()), (names{u"file", u"full"}));
+    make({u"file", uR"(full\x)"});
+    EXPECT_FAILURE(remove_directory(u"file"), not_directory(at(u"file")));
+    EXPECT_FAILURE(remove_directory(u"full"), not_empty(at(u"full")));
+    EXPECT_EQ(entries(), (names{u"file", u"full"}));
 }
 
 using operation = void (*)(std::u16string const &);
@@ -132,39 +111,35 @@ struct form_case
 // not constexpr: the addresses of imported functions are known when the program starts
 form_case const form_cases[] = {{remove_file, false}, {remove_directory, true}};
 
-void make(workspace &work, std::u16string const &path, form_case const &row)
+void make_one(workspace &work, std::u16string const &path, form_case const &row)
 {
     row.takes_directories ? work.make_directory(path) : work.make_file(path);
 }
 
-TEST(RemoveOneKind, NamesTheFormThatWentToTheSystem)
+TEST_IN_WORKSPACE(RemoveOneKind, NamesTheFormThatWentToTheSystem)
 {
-    workspace work;
-    work.change_directory(work.root());
-    work.make_file(work.path(u"file"));
+    make_file(u"file");
     for (auto const &row : form_cases) {
-        EXPECT_FAILURE(row.call(u"no"), not_found(work.path(u"no")));
-        EXPECT_FAILURE(row.call(u"./no/such/"), not_found(work.path(uR"(no\such)")));
-        EXPECT_FAILURE(row.call(uR"(file\x)"), not_found(work.path(uR"(file\x)")));
-        EXPECT_FAILURE(row.call(uR"(\\?\)" + work.path(u"no")), not_found(work.path(u"no")))
+        EXPECT_FAILURE(row.call(u"no"), not_found(at(u"no")));
+        EXPECT_FAILURE(row.call(u"./no/such/"), not_found(at(uR"(no\such)")));
+        EXPECT_FAILURE(row.call(uR"(file\x)"), not_found(at(uR"(file\x)")));
+        EXPECT_FAILURE(row.call(uR"(\\?\)" + at(u"no")), not_found(at(u"no")))
             << "the prefix isn't needed";
-        EXPECT_FAILURE(row.call(work.path(u"a|b")), bad_name());
+        EXPECT_FAILURE(row.call(at(u"a|b")), bad_name());
         EXPECT_EQ(failure_of([&] { row.call(uR"(\\server)"); }).value_or(failure{}).id,
                   fsys_excp_invalid_argument);
     }
-    EXPECT_EQ(work.entries(work.root()), names{u"file"});
+    EXPECT_EQ(entries(), names{u"file"});
 }
 
-TEST(RemoveOneKind, PrefixesFormsFrom260Units)
+TEST_IN_WORKSPACE(RemoveOneKind, PrefixesFormsFrom260Units)
 {
-    workspace work;
-    std::u16string const parent = work.path(std::u16string(150, u'p'));
-    work.make_directory(parent);
+    std::u16string const parent = make_directory(std::u16string(150, u'p'));
     for (auto const &row : form_cases) {
         for (std::size_t const size : {247U, 248U, 258U, 259U, 260U, 261U, 300U}) {
             std::u16string const path =
                 parent + u'\\' + std::u16string(size - parent.size() - 1, u'n');
-            make(work, path, row);
+            make_one(work, path, row);
             EXPECT_EQ(failure_of([&] { row.call(path); }), std::nullopt) << size;
             EXPECT_FAILURE(row.call(path), not_found(size < 260 ? path : uR"(\\?\)" + path));
         }
@@ -172,33 +147,30 @@ TEST(RemoveOneKind, PrefixesFormsFrom260Units)
     EXPECT_EQ(work.entries(parent), names{});
 }
 
-TEST(RemoveOneKind, ReachesAShare)
+TEST_IN_WORKSPACE(RemoveOneKind, ReachesAShare)
 {
-    workspace work;
     NEEDS(work.has_share(), "there is no share");
     for (auto const &row : form_cases) {
         std::u16string const path = work.share_root() + u"\\name";
-        make(work, path, row);
+        make_one(work, path, row);
         EXPECT_EQ(failure_of([&] { row.call(path); }), std::nullopt);
         EXPECT_FAILURE(row.call(path), not_found(path));
     }
 }
 
-TEST(RemoveOneKind, TakesTheTwinOfANameWithAFullStop)
+TEST_IN_WORKSPACE(RemoveOneKind, TakesTheTwinOfANameWithAFullStop)
 {
     for (auto const &row : form_cases) {
-        workspace work;
-        make(work, work.path(u"foo."), row);
-        make(work, work.path(u"foo"), row);
-        EXPECT_EQ(failure_of([&] { row.call(uR"(\\?\)" + work.path(u"foo.")); }), std::nullopt);
-        EXPECT_EQ(work.entries(work.root()), names{u"foo."});
+        workspace fresh;
+        make_one(fresh, fresh.path(u"foo."), row);
+        make_one(fresh, fresh.path(u"foo"), row);
+        EXPECT_EQ(failure_of([&] { row.call(uR"(\\?\)" + fresh.path(u"foo.")); }), std::nullopt);
+        EXPECT_EQ(fresh.entries(fresh.root()), names{u"foo."});
     }
 }
 
-TEST(RemoveAnything, PassesOverTheEmptyPath)
+TEST_IN_WORKSPACE(RemoveAnything, PassesOverTheEmptyPath)
 {
-    workspace work;
-    work.change_directory(work.root());
     for (operation const call : {operation(remove), operation(remove_file),
                                  operation(remove_directory), operation(remove_all)})
         EXPECT_EQ(failure_of([&] { call(u""); }), std::nullopt);
@@ -210,4 +182,4 @@ TEST(RemoveAnything, PassesOverTheEmptyPath)
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

@@ -4,11 +4,8 @@
 
 #include "support/calls.hpp"
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
-
-using namespace test_support;
-using test_support::failure;
 
 constexpr DWORD strange_tag = 0x42; // nobody's, so it begins with sixteen bytes
 
@@ -57,7 +54,7 @@ enum outcome : char
     missing = 'm'
 };
 
-std::optional<failure> expected_failure(outcome what, std::u16string const &path)
+maybe_failure expected_failure(outcome what, std::u16string const &path)
 {
     switch (what) {
     case denied:
@@ -141,45 +138,44 @@ void expect_outcome(operation call, operation_on_path on_path, char const *funct
     }
 }
 
-TEST(RemovedKinds, Remove)
+TEST_ON_MACHINE(RemovedKinds, Remove)
 {
     for (auto const &row : kind_cases)
         expect_outcome(remove, remove, "remove", row.name, row.remove);
 }
 
-TEST(RemovedKinds, RemoveFile)
+TEST_ON_MACHINE(RemovedKinds, RemoveFile)
 {
     for (auto const &row : kind_cases)
         expect_outcome(remove_file, remove_file, "remove_file", row.name, row.remove_file);
 }
 
-TEST(RemovedKinds, RemoveDirectory)
+TEST_ON_MACHINE(RemovedKinds, RemoveDirectory)
 {
     for (auto const &row : kind_cases)
         expect_outcome(remove_directory, remove_directory, "remove_directory", row.name,
                        row.remove_directory);
 }
 
-TEST(RemovedKinds, RemoveAll)
+TEST_ON_MACHINE(RemovedKinds, RemoveAll)
 {
     for (auto const &row : kind_cases)
         expect_outcome(remove_all, remove_all, "remove_all", row.name, row.remove_all);
 }
 
-TEST(RemovedKinds, AReadOnlyNameThatStaysIsStillReadOnly)
+TEST_ON_MACHINE(RemovedKinds, AReadOnlyNameThatStaysIsStillReadOnly)
 {
     for (operation const call : {operation(remove_file), operation(remove_all)}) {
-        simulated_machine machine;
-        build(machine);
+        simulated_machine fresh;
+        build(fresh);
         EXPECT_TRUE(failure_of([&] { call(uR"(C:\t\read-only)"); }));
-        EXPECT_EQ(machine.attributes(uR"(C:\t\read-only)"), DWORD{FILE_ATTRIBUTE_READONLY});
+        EXPECT_EQ(fresh.attributes(uR"(C:\t\read-only)"), DWORD{FILE_ATTRIBUTE_READONLY});
     }
 }
 
 /// A drive's root is nothing to remove, but what is in it is.
-TEST(RemovedKinds, TheRootOfADrive)
+TEST_ON_MACHINE(RemovedKinds, TheRootOfADrive)
 {
-    simulated_machine machine;
     std::u16string const root = u"D:\\";
     machine.add_drive(u'D').add_file(uR"(D:\f)").add_file(uR"(D:\d\x)");
     EXPECT_FAILURE(remove(root), expected_failure(denied, root));
@@ -193,4 +189,4 @@ TEST(RemovedKinds, TheRootOfADrive)
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

@@ -8,23 +8,19 @@
 
 #include <windows.h>
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
-
-using namespace test_support;
-using test_support::failure; // the library has one, too
 
 char16_t const *const from = u"C:\\from";
 char16_t const *const to = u"C:\\to";
 
-std::optional<failure> renaming(std::u16string const &source, std::u16string const &target)
+maybe_failure renaming(std::u16string const &source, std::u16string const &target)
 {
     return failure_of([&] { rename(source, target); });
 }
 
-TEST(RenameCalls, FormTheTargetFirstAndMoveOnce)
+TEST_ON_MACHINE(RenameCalls, FormTheTargetFirstAndMoveOnce)
 {
-    simulated_machine machine;
     machine.add_directory(u"C:\\work").add_file(u"C:\\work\\a").set_current_directory(u"C:\\work");
     rename(u"a", u"b");
     EXPECT_EQ(calls_with_arguments(machine), (lines{"GetFullPathNameW(b)", "GetFullPathNameW(a)",
@@ -33,26 +29,25 @@ TEST(RenameCalls, FormTheTargetFirstAndMoveOnce)
     EXPECT_TRUE(machine.is_file(uR"(C:\work\b)"));
 }
 
-TEST(RenameCalls, CarryPrefixesBeyondTheLimit)
+TEST_ON_MACHINE(RenameCalls, CarryPrefixesBeyondTheLimit)
 {
     for (std::size_t const size : {247U, 248U}) {
-        simulated_machine machine;
+        simulated_machine fresh;
         std::u16string const name = of_size(u"C:\\n", size);
         std::u16string const other = of_size(u"C:\\o", size);
-        machine.add_file(name);
+        fresh.add_file(name);
         rename(name, other);
         std::u16string const prefix = size < 248 ? u"" : uR"(\\?\)";
-        EXPECT_EQ(machine.journal().back().text, prefix + name);
-        EXPECT_EQ(machine.journal().back().second_text, prefix + other);
+        EXPECT_EQ(fresh.journal().back().text, prefix + name);
+        EXPECT_EQ(fresh.journal().back().second_text, prefix + other);
         rename(other, u"C:\\short");
-        EXPECT_EQ(machine.journal().back().text, prefix + other) << "each for itself";
-        EXPECT_EQ(machine.journal().back().second_text, u"C:\\short");
+        EXPECT_EQ(fresh.journal().back().text, prefix + other) << "each for itself";
+        EXPECT_EQ(fresh.journal().back().second_text, u"C:\\short");
     }
 }
 
-TEST(RenameCalls, AskAboutTheSourceOnlyAfterAFailure)
+TEST_ON_MACHINE(RenameCalls, AskAboutTheSourceOnlyAfterAFailure)
 {
-    simulated_machine machine;
     EXPECT_EQ(renaming(from, to), not_found(from));
     EXPECT_EQ(calls_with_arguments(machine),
               (lines{R"(GetFullPathNameW(C:\to))", R"(GetFullPathNameW(C:\from))",
@@ -60,10 +55,10 @@ TEST(RenameCalls, AskAboutTheSourceOnlyAfterAFailure)
                      R"(GetFullPathNameW(C:\from))", R"(GetFileAttributesExW(C:\from))"}));
 }
 
-TEST(RenameCalls, EachCallThatFails)
+TEST_ON_MACHINE(RenameCalls, EachCallThatFails)
 {
     failures told;
-    sweep([](simulated_machine &machine) { machine.add_file(from); },
+    sweep([](simulated_machine &fresh) { fresh.add_file(from); },
           [&](failing_run const &run) {
               told.push_back(renaming(from, to));
               EXPECT_EQ(run.machine.is_file(from), run.is_broken());
@@ -98,34 +93,33 @@ source_case const source_cases[] = {
      "a junction"},
 };
 
-TEST(RenameCalls, EveryCodeBlamesOne)
+TEST_ON_MACHINE(RenameCalls, EveryCodeBlamesOne)
 {
     for (source_case const &row : source_cases) {
-        simulated_machine machine;
-        machine.add_file(u"C:\\file").add_directory(u"C:\\dir");
-        row.make(machine);
+        simulated_machine fresh;
+        fresh.add_file(u"C:\\file").add_directory(u"C:\\dir");
+        row.make(fresh);
         for (DWORD const code : {80U, 145U, 183U, 206U, 267U, 2U, 3U, 5U, 17U, 32U, 53U, 87U, 123U,
                                  161U, 1117U, 1314U, 1920U, 4390U}) {
             bool const is_missing = (code == 2 || code == 3) && !row.is_there;
             bool const is_listed = code == 80 || code == 145 || code == 183 || code == 206 ||
                                    code == 267 || code == 2 || code == 3;
-            failure expected = translated(code, from, to);
+            auto expected = translated(code, from, to);
             if (is_missing || (code == 5 && row.takes_denials))
                 expected = translated(code, from);
             else if (is_listed || code == 5)
                 expected = translated(code, to);
-            sure_fault const fault = machine.fail_every_call_on("MoveFileExW", code);
+            sure_fault const fault = fresh.fail_every_call_on("MoveFileExW", code);
             EXPECT_EQ(renaming(from, to), expected) << row.why << ", code " << code;
         }
-        EXPECT_EQ(machine.open_handles(), 0) << row.why;
-        EXPECT_FALSE(machine.exists(to)) << row.why;
+        EXPECT_EQ(fresh.open_handles(), 0) << row.why;
+        EXPECT_FALSE(fresh.exists(to)) << row.why;
     }
 }
 
 // What the questions about the source throw travels in place of the report.
-TEST(RenameCalls, ASourceThatCantBeLookedAtIsAFailureOfItsOwn)
+TEST_ON_MACHINE(RenameCalls, ASourceThatCantBeLookedAtIsAFailureOfItsOwn)
 {
-    simulated_machine machine;
     machine.add_file(from).add_file(to).deny(from, right::read_attributes);
     for (DWORD const code : {2U, 5U, 32U, 183U}) {
         auto const fault = machine.fail_every_call_on("MoveFileExW", code);
@@ -135,65 +129,53 @@ TEST(RenameCalls, ASourceThatCantBeLookedAtIsAFailureOfItsOwn)
     EXPECT_EQ(renaming(u"C:\\missing", to), system_error(1117, u"C:\\missing"));
 }
 
-TEST(RenameCalls, ADeniedMissingSourceIsWhatAccessSays)
+TEST_ON_MACHINE(RenameCalls, ADeniedMissingSourceIsWhatAccessSays)
 {
-    simulated_machine machine;
     auto const fault = machine.fail_every_call_on("MoveFileExW", 5);
     EXPECT_EQ(renaming(from, to), not_found(u"")) << "of `access`, which names nothing";
 }
 
-TEST(RenameRights, OfTheTwoPlaces)
+TEST_ON_MACHINE(RenameRights, OfTheTwoPlaces)
 {
-    struct
-    {
-        maker deny;
-        failure expected;
-        char const *why;
-    } const cases[] = {
-        {[](simulated_machine &machine) { machine.deny(from, right::remove); }, denied(to),
+    failing_row<maker> const cases[] = {
+        {[](simulated_machine &fresh) { fresh.deny(from, right::remove); }, denied(to),
          "the source can be read, and so the target is blamed"},
-        {[](simulated_machine &machine) {
-             machine.deny(from, right::remove).deny(from, right::read);
-         },
+        {[](simulated_machine &fresh) { fresh.deny(from, right::remove).deny(from, right::read); },
          denied(from), "a source that can't be read"},
-        {[](simulated_machine &machine) { machine.deny(to, right::remove); }, denied(to),
+        {[](simulated_machine &fresh) { fresh.deny(to, right::remove); }, denied(to),
          "a target that can't be replaced"},
-        {[](simulated_machine &machine) { machine.set_attributes(to, FILE_ATTRIBUTE_READONLY); },
+        {[](simulated_machine &fresh) { fresh.set_attributes(to, FILE_ATTRIBUTE_READONLY); },
          denied(to), "a read-only target"},
     };
     for (auto const &row : cases) {
-        simulated_machine machine;
-        machine.add_file(from, "content").add_file(to, "former");
-        row.deny(machine);
+        simulated_machine fresh;
+        fresh.add_file(from, "content").add_file(to, "former");
+        row.given(fresh);
         EXPECT_EQ(renaming(from, to), row.expected) << row.why;
-        EXPECT_EQ(machine.content(from), "content") << row.why;
-        EXPECT_EQ(machine.content(to), "former") << row.why;
+        EXPECT_EQ(fresh.content(from), "content") << row.why;
+        EXPECT_EQ(fresh.content(to), "former") << row.why;
     }
 }
 
-TEST(RenameRights, OfTheDirectoryOfTheTarget)
+TEST_ON_MACHINE(RenameRights, OfTheDirectoryOfTheTarget)
 {
-    simulated_machine machine;
     machine.add_file(from).add_directory(u"C:\\closed").deny_creation(u"C:\\closed");
     EXPECT_EQ(renaming(from, u"C:\\closed\\to"), denied(u"C:\\closed\\to"));
     EXPECT_TRUE(machine.exists(from));
     EXPECT_EQ(machine.entries(u"C:\\closed").size(), 0U);
 }
 
-TEST(RenameRights, OfASymbolicLinkBlameItWithoutATest)
+TEST_ON_MACHINE(RenameRights, OfASymbolicLinkBlameItWithoutATest)
 {
-    simulated_machine machine;
     machine.add_file(u"C:\\file").add_symbolic_link(from, u"C:\\file").deny(from, right::remove);
     EXPECT_EQ(renaming(from, to), denied(from)) << "though its target can be read";
     EXPECT_EQ(machine.reparse_tag(from), DWORD{IO_REPARSE_TAG_SYMLINK});
 }
 
-TEST(RenameLinks, AreRenamedThemselves)
+TEST_ON_MACHINE(RenameLinks, AreRenamedThemselves)
 {
-    simulated_machine machine;
     machine.add_file(u"C:\\file", "content").add_directory(u"C:\\dir\\sub");
-    machine.add_symbolic_link(u"C:\\link", u"file");
-    machine.add_symbolic_link(u"C:\\broken", u"missing");
+    machine.add_symbolic_link(u"C:\\link", u"file").add_symbolic_link(u"C:\\broken", u"missing");
     machine.add_symbolic_link(u"C:\\dirlink", u"dir", flavour::directory);
     machine.add_junction(u"C:\\junction", u"C:\\dir");
     for (std::u16string const name : {u"link", u"broken", u"dirlink", u"junction"}) {
@@ -210,9 +192,8 @@ TEST(RenameLinks, AreRenamedThemselves)
     EXPECT_EQ(machine.entries(u"C:\\dir"), names{u"sub"});
 }
 
-TEST(RenameLinks, AreReplacedThemselves)
+TEST_ON_MACHINE(RenameLinks, AreReplacedThemselves)
 {
-    simulated_machine machine;
     machine.add_file(from, "content").add_file(u"C:\\file", "kept");
     machine.add_symbolic_link(to, u"C:\\file");
     rename(from, to);
@@ -221,18 +202,16 @@ TEST(RenameLinks, AreReplacedThemselves)
     EXPECT_EQ(machine.content(u"C:\\file"), "kept") << "nobody followed the link";
 }
 
-TEST(RenameLinks, ToADirectoryAreNotReplaced)
+TEST_ON_MACHINE(RenameLinks, ToADirectoryAreNotReplaced)
 {
-    simulated_machine machine;
     machine.add_file(from).add_directory(u"C:\\dir").add_junction(to, u"C:\\dir");
     EXPECT_EQ(renaming(from, to), denied(to));
     EXPECT_TRUE(machine.exists(from));
     EXPECT_EQ(machine.reparse_tag(to), DWORD{IO_REPARSE_TAG_MOUNT_POINT});
 }
 
-TEST(RenameVolumes, FilesAndLinksGoAndDirectoriesStay)
+TEST_ON_MACHINE(RenameVolumes, FilesAndLinksGoAndDirectoriesStay)
 {
-    simulated_machine machine;
     machine.add_drive(u'D').add_file(from, "content").add_file(u"C:\\dir\\inner");
     machine.add_symbolic_link(u"C:\\link", u"C:\\from");
     rename(u"C:\\link", u"D:\\link");
@@ -246,18 +225,16 @@ TEST(RenameVolumes, FilesAndLinksGoAndDirectoriesStay)
     EXPECT_FALSE(machine.exists(u"D:\\dir"));
 }
 
-TEST(RenameVolumes, DirectoriesIntoThemselves)
+TEST_ON_MACHINE(RenameVolumes, DirectoriesIntoThemselves)
 {
-    simulated_machine machine;
     machine.add_directory(u"C:\\dir\\sub");
     EXPECT_EQ(renaming(u"C:\\dir", u"C:\\dir\\new"), translated(32, u"C:\\dir", u"C:\\dir\\new"));
     EXPECT_EQ(renaming(u"C:\\dir", u"C:\\dir\\sub\\new"), denied(u"C:\\dir\\sub\\new"));
     EXPECT_EQ(machine.entries(u"C:\\dir"), names{u"sub"});
 }
 
-TEST(RenameVolumes, ThatAreNotThere)
+TEST_ON_MACHINE(RenameVolumes, ThatAreNotThere)
 {
-    simulated_machine machine;
     machine.add_file(from).add_dead_server(u"dead");
     EXPECT_EQ(renaming(from, u"Q:\\to"), not_found(u"Q:\\to"));
     EXPECT_EQ(renaming(u"Q:\\from", to), not_found(u"Q:\\from"));
@@ -266,4 +243,4 @@ TEST(RenameVolumes, ThatAreNotThere)
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

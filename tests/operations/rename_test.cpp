@@ -5,10 +5,9 @@
 #include "platform/opened.hpp"
 #include "support/names.hpp"
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
 
-using namespace test_support;
 using contract::content_of;
 using contract::in;
 using contract::opened;
@@ -106,7 +105,7 @@ TEST(Rename, FailuresNameOneOfTheTwo)
         filled_workspace space;
         std::u16string const from = space.path(row.from);
         std::u16string const to = space.path(row.to);
-        failure const expected = row.expected(row.names_source ? from : to);
+        auto const expected = row.expected(row.names_source ? from : to);
         EXPECT_FAILURE(rename(from, to), expected) << row.why;
         EXPECT_FAILURE(rename(upath(from), upath(to)), expected) << row.why;
         EXPECT_EQ(space.entries(space.root()), all_names) << row.why;
@@ -123,8 +122,7 @@ TEST(Rename, IntoAFile)
     filled_workspace space;
     std::u16string const from = space.path(u"file");
     std::u16string const to = space.path(uR"(other\new)");
-    failure const expected =
-        contract::runs_under_wine() ? not_found(to) : system_error(87, from, to);
+    auto const expected = contract::runs_under_wine() ? not_found(to) : system_error(87, from, to);
     EXPECT_FAILURE(rename(from, to), expected);
     EXPECT_EQ(space.entries(space.root()), all_names);
     EXPECT_EQ(content_of(in(space, L"other")), "former");
@@ -269,4 +267,4 @@ TEST(Rename, ToAnotherVolume)
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

@@ -5,17 +5,14 @@
 #include "support/calls.hpp"
 #include "support/translation.hpp"
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
-
-using namespace test_support;
 
 /// C: has 1000 bytes, D: 2000, the share 3000.
 void set_spaces(simulated_machine &machine)
 {
     machine.add_drive(u'D').add_share(u"server", u"share");
-    machine.set_volume_space(u"C:\\", 1000, 500, 300);
-    machine.set_volume_space(u"D:\\", 2000, 700, 600);
+    machine.set_volume_space(u"C:\\", 1000, 500, 300).set_volume_space(u"D:\\", 2000, 700, 600);
     machine.set_volume_space(uR"(\\server\share)", 3000, 900, 800);
 }
 
@@ -28,9 +25,8 @@ void expect_space(std::u16string const &path, std::uintmax_t capacity, std::uint
     EXPECT_EQ(third, available) << why;
 }
 
-TEST(SpaceCalls, CapacityThenFreeThenAvailable)
+TEST_ON_MACHINE(SpaceCalls, CapacityThenFreeThenAvailable)
 {
-    simulated_machine machine;
     set_spaces(machine);
     space_info const info = space(upath(u"C:\\"));
     EXPECT_EQ(info.capacity, 1000U);
@@ -39,16 +35,14 @@ TEST(SpaceCalls, CapacityThenFreeThenAvailable)
     expect_space(u"C:\\", 1000, 500, 300, "in the order of the fields");
 }
 
-TEST(SpaceCalls, HoldAllBitsOfTheSizes)
+TEST_ON_MACHINE(SpaceCalls, HoldAllBitsOfTheSizes)
 {
-    simulated_machine machine;
     machine.set_volume_space(u"C:\\", 0xFEDCBA9876543210, 0x8000000000000001, 0x100000002);
     expect_space(u"C:\\", 0xFEDCBA9876543210, 0x8000000000000001, 0x100000002, "unsigned");
 }
 
-TEST(SpaceCalls, OneForADirectory)
+TEST_ON_MACHINE(SpaceCalls, OneForADirectory)
 {
-    simulated_machine machine;
     set_spaces(machine);
     machine.add_directory(uR"(D:\dir)");
     expect_space(u"D:/dir", 2000, 700, 600, "a directory");
@@ -56,9 +50,8 @@ TEST(SpaceCalls, OneForADirectory)
               (lines{R"(GetFullPathNameW(D:\dir))", R"(GetDiskFreeSpaceExW(D:\dir))"}));
 }
 
-TEST(SpaceCalls, OfAFileFindItsVolume)
+TEST_ON_MACHINE(SpaceCalls, OfAFileFindItsVolume)
 {
-    simulated_machine machine;
     set_spaces(machine);
     machine.add_file(uR"(D:\dir\file)");
     expect_space(uR"(D:\dir\file)", 2000, 700, 600, "a file");
@@ -68,19 +61,16 @@ TEST(SpaceCalls, OfAFileFindItsVolume)
                      R"(GetFinalPathNameByHandleW(D:\dir\file))",
                      R"(GetVolumePathNameW(\\?\D:\dir\file))", R"(CloseHandle(D:\dir\file))",
                      R"(GetDiskFreeSpaceExW(\\?\D:\))"}));
-    EXPECT_EQ(machine.open_handles(), 0);
 }
 
-TEST(SpaceCalls, GoWhereTheNameLeads)
+TEST_ON_MACHINE(SpaceCalls, GoWhereTheNameLeads)
 {
-    simulated_machine machine;
     set_spaces(machine);
     machine.add_file(uR"(D:\dir\file)").add_file(uR"(\\server\share\dir\file)");
     machine.add_symbolic_link(uR"(C:\to-file)", uR"(D:\dir\file)");
     machine.add_symbolic_link(uR"(C:\to-link)", uR"(C:\to-file)");
     machine.add_symbolic_link(uR"(C:\to-dir)", uR"(D:\dir)", flavour::directory);
-    machine.add_junction(uR"(C:\junction)", uR"(D:\dir)");
-    machine.add_mount_point(uR"(C:\volume)", u'D');
+    machine.add_junction(uR"(C:\junction)", uR"(D:\dir)").add_mount_point(uR"(C:\volume)", u'D');
     expect_space(uR"(C:\to-file)", 2000, 700, 600, "a link to a file");
     expect_space(uR"(C:\to-link)", 2000, 700, 600, "a link to a link");
     expect_space(uR"(C:\to-dir)", 2000, 700, 600, "a link to a directory");
@@ -92,23 +82,19 @@ TEST(SpaceCalls, GoWhereTheNameLeads)
     expect_space(uR"(\\server\share)", 3000, 900, 800, "a share");
     expect_space(uR"(\\server\share\dir)", 3000, 900, 800, "a directory on it");
     expect_space(uR"(\\server\share\dir\file)", 3000, 900, 800, "a file on it");
-    EXPECT_EQ(machine.open_handles(), 0);
 }
 
-TEST(SpaceCalls, OfAFileOnAVolumeThatNoLetterStandsFor)
+TEST_ON_MACHINE(SpaceCalls, OfAFileOnAVolumeThatNoLetterStandsFor)
 {
-    simulated_machine machine;
     set_spaces(machine);
     machine.add_file(uR"(D:\dir\file)").add_mount_point(uR"(C:\volume)", u'D').take_letter(u'D');
     expect_space(uR"(C:\volume\dir)", 2000, 700, 600, "a directory");
     expect_space(uR"(C:\volume\dir\file)", 2000, 700, 600, "a file");
     EXPECT_EQ(machine.journal().back().text, uR"(\\?\GLOBALROOT\Device\HarddiskVolume4\)");
-    EXPECT_EQ(machine.open_handles(), 0);
 }
 
-TEST(SpaceCalls, OfALongPathname)
+TEST_ON_MACHINE(SpaceCalls, OfALongPathname)
 {
-    simulated_machine machine;
     set_spaces(machine);
     std::u16string const directory = uR"(D:\)" + std::u16string(200, u'd');
     for (std::size_t const size : {247U, 248U, 300U}) {
@@ -118,52 +104,49 @@ TEST(SpaceCalls, OfALongPathname)
     }
 }
 
-TEST(SpaceCalls, AFailingQueryIsAboutTheCallersPath)
+TEST_ON_MACHINE(SpaceCalls, AFailingQueryIsAboutTheCallersPath)
 {
     for (DWORD const code : {2U, 3U, 5U, 21U, 53U, 206U, 1920U, 4390U}) {
-        simulated_machine machine;
-        machine.add_directory(u"C:\\dir");
-        sure_fault const fault = machine.fail_call("GetDiskFreeSpaceExW", 1, code);
+        simulated_machine fresh;
+        fresh.add_directory(u"C:\\dir");
+        sure_fault const fault = fresh.fail_call("GetDiskFreeSpaceExW", 1, code);
         EXPECT_FAILURE(space(upath(u"dir")), translated(code, u"dir")) << code;
-        EXPECT_EQ(machine.calls_of("GetDiskFreeSpaceExW"), 1) << code;
+        EXPECT_EQ(fresh.calls_of("GetDiskFreeSpaceExW"), 1) << code;
     }
 }
 
-TEST(SpaceCalls, EachFailingCallForAFileIsAboutTheCallersPath)
+TEST_ON_MACHINE(SpaceCalls, EachFailingCallForAFileIsAboutTheCallersPath)
 {
-    std::optional<test_support::failure> const told = system_error(1117, u"file");
-    auto const build = [](simulated_machine &machine) {
-        set_spaces(machine);
-        machine.add_file(u"C:\\file");
+    maybe_failure const told = system_error(1117, u"file");
+    auto const build = [](simulated_machine &fresh) {
+        set_spaces(fresh);
+        fresh.add_file(u"C:\\file");
     };
     EXPECT_EQ(failures_of_each_call(build, [] { space(upath(u"file")); }),
               (failures{told, told, told, told, told, {}, told}))
         << "the sixth call closes the file, whose space is known all the same";
 }
 
-TEST(SpaceCalls, AVolumeThatIsNoDirectoryEitherIsNotLookedForAgain)
+TEST_ON_MACHINE(SpaceCalls, AVolumeThatIsNoDirectoryEitherIsNotLookedForAgain)
 {
-    simulated_machine machine;
     machine.add_file(u"C:\\file");
     sure_fault const fault = machine.fail_every_call_on("GetDiskFreeSpaceExW", 267);
     EXPECT_FAILURE(space(upath(u"file")), not_directory(u"file"));
     EXPECT_EQ(machine.calls_of("GetDiskFreeSpaceExW"), 2);
 }
 
-TEST(SpaceCalls, NoneForTheEmptyPath)
+TEST_ON_MACHINE(SpaceCalls, NoneForTheEmptyPath)
 {
-    simulated_machine machine;
     EXPECT_FAILURE(space(upath()), empty_path());
     EXPECT_EQ(machine.journal().size(), 0U);
 }
 
-TEST(SpaceCalls, FailingNetworks)
+TEST_ON_MACHINE(SpaceCalls, FailingNetworks)
 {
-    simulated_machine machine;
     machine.add_share(u"server", u"share").add_dead_server(u"dead");
     EXPECT_FAILURE(space(upath(uR"(\\dead\share\a)")), system_error(53, uR"(\\dead\share\a)"));
     EXPECT_FAILURE(space(upath(uR"(\\server\other)")), system_error(67, uR"(\\server\other)"));
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

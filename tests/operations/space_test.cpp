@@ -1,31 +1,26 @@
 #include <fl/filesystem/operations.hpp>
 
-#include "support/names.hpp"
-#include "support/workspace.hpp"
+#include "support/in_workspace.hpp"
 
 #include <windows.h>
 
 #include <type_traits>
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
-
-using namespace test_support;
 
 static_assert(std::is_same_v<space_info, std::filesystem::space_info>);
 
-TEST(Space, IsThatOfTheVolumeForADirectoryAndForAFile)
+TEST_IN_WORKSPACE(Space, IsThatOfTheVolumeForADirectoryAndForAFile)
 {
-    workspace work;
-    work.make_file(work.path(u"file"), "content");
-    work.change_directory(work.root());
+    make_file(u"file", "content");
     ULARGE_INTEGER available{};
     ULARGE_INTEGER capacity{};
     ULARGE_INTEGER free{};
     ASSERT_TRUE(::GetDiskFreeSpaceExW(wide(work.root()).c_str(), &available, &capacity, &free));
     std::u16string const drive = work.root().substr(0, 3);
-    for (upath const &path : {upath(work.root()), upath(work.path(u"file")), upath(u"file"),
-                              upath(u"."), upath(drive), upath(uR"(\\?\)" + work.root())}) {
+    for (upath const &path : {upath(work.root()), upath(at(u"file")), upath(u"file"), upath(u"."),
+                              upath(drive), upath(uR"(\\?\)" + work.root())}) {
         space_info const info = space(path);
         EXPECT_EQ(info.capacity, capacity.QuadPart);
         // others write to a real disk meanwhile
@@ -36,26 +31,23 @@ TEST(Space, IsThatOfTheVolumeForADirectoryAndForAFile)
     }
 }
 
-TEST(Space, RefusesTheEmptyPath)
+TEST_IN_WORKSPACE(Space, RefusesTheEmptyPath)
 {
-    workspace work;
     auto const refusal = empty_path();
     EXPECT_FAILURE(space(upath()), refusal);
     EXPECT_FAILURE(space(upath(uR"(\\?\)")), refusal) << "nothing but a prefix";
 }
 
-TEST(Space, OfAMissingNameIsAboutTheCallersPath)
+TEST_IN_WORKSPACE(Space, OfAMissingNameIsAboutTheCallersPath)
 {
-    workspace work;
-    work.make_file(work.path(u"file"));
-    work.change_directory(work.root());
+    make_file(u"file");
     for (char16_t const *text : {u"missing", uR"(missing\a)", uR"(file\a)"}) {
         EXPECT_FAILURE(space(upath(text)), not_found(text));
-        EXPECT_FAILURE(space(upath(work.path(text))), not_found(work.path(text)));
+        EXPECT_FAILURE(space(upath(at(text))), not_found(at(text)));
     }
     EXPECT_FAILURE(space(upath(u"missing/a")), not_found(uR"(missing\a)")) << "in native form";
     EXPECT_FAILURE(space(upath(u"a*b")), bad_name());
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

@@ -4,18 +4,15 @@
 
 #include <fl/filesystem/operations.hpp>
 
-#include "support/names.hpp"
-#include "support/workspace.hpp"
+#include "support/in_workspace.hpp"
 
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <type_traits>
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
-
-using namespace test_support;
 
 /// The text of the standard's path, unit for unit.
 std::u16string units(std::filesystem::path const &path)
@@ -23,13 +20,9 @@ std::u16string units(std::filesystem::path const &path)
     return detail::path_source<std::filesystem::path>::of(path);
 }
 
-TEST(ToStandard, IsWhatOperationsHandToTheSystem)
+TEST_IN_WORKSPACE(ToStandard, IsWhatOperationsHandToTheSystem)
 {
-    struct
-    {
-        std::u16string path, expected;
-        char const *why;
-    } const cases[] = {
+    row_of<std::u16string, std::u16string> const cases[] = {
         {u"", u"", "nothing"},
         {u"C:/dir//a.txt", uR"(C:\dir\a.txt)", "native"},
         {uR"(C:\dir\.\x\..\a.txt)", uR"(C:\dir\a.txt)", "cleaned"},
@@ -43,16 +36,14 @@ TEST(ToStandard, IsWhatOperationsHandToTheSystem)
         {u"C:\\\xD800", u"C:\\\xD800", "half of a pair"},
     };
     for (auto const &row : cases) {
-        EXPECT_EQ(units(to_standard(upath(row.path))), row.expected) << row.why;
-        EXPECT_EQ(units(to_standard(row.path)), row.expected) << row.why;
+        EXPECT_EQ(units(to_standard(upath(row.given))), row.expected) << row.why;
+        EXPECT_EQ(units(to_standard(row.given)), row.expected) << row.why;
     }
 }
 
-TEST(ToStandard, MakesRelativeOnesAbsolute)
+TEST_IN_WORKSPACE(ToStandard, MakesRelativeOnesAbsolute)
 {
-    workspace space;
-    space.change_directory(space.root());
-    EXPECT_EQ(units(to_standard(upath(u"a.txt"))), space.path(u"a.txt"));
+    EXPECT_EQ(units(to_standard(upath(u"a.txt"))), at(u"a.txt"));
 }
 
 TEST(FromStandard, IsTheNativeForm)
@@ -72,12 +63,7 @@ TEST(StreamNeeds, GoByTheMode)
     using ios = std::ios_base;
     constexpr unsigned int r = detail::stream_reads, w = detail::stream_writes,
                            c = detail::stream_creates;
-    struct
-    {
-        std::ios_base::openmode mode;
-        unsigned int needs;
-        char const *why;
-    } const cases[] = {
+    row_of<std::ios_base::openmode, unsigned int> const cases[] = {
         {ios::in, r, "r"},
         {ios::out, w | c, "w"},
         {ios::out | ios::trunc, w | c, "w"},
@@ -96,47 +82,42 @@ TEST(StreamNeeds, GoByTheMode)
         {ios::binary, 0, "nothing is to be done with it"},
     };
     for (auto const &row : cases)
-        EXPECT_EQ(detail::stream_needs(row.mode), row.needs) << row.why;
+        EXPECT_EQ(detail::stream_needs(row.given), row.expected) << row.why;
 }
 
-TEST(StreamFailure, NamesWhatWentToTheSystem)
+TEST_IN_WORKSPACE(StreamFailure, NamesWhatWentToTheSystem)
 {
-    workspace space;
-    space.make_file(space.path(u"file"));
-    space.make_directory(space.path(u"dir"));
+    make({u"file", u"dir\\"});
     auto const failure_at = [&](char16_t const *name, unsigned int needs) {
-        return failure_of([&] { detail::throw_stream_failure(upath(space.path(name)), needs); });
+        return failure_of([&] { detail::throw_stream_failure(upath(at(name)), needs); });
     };
     constexpr unsigned int r = detail::stream_reads, w = detail::stream_writes,
                            c = detail::stream_creates;
-    EXPECT_EQ(failure_at(u"missing", r), not_found(space.path(u"missing")));
-    EXPECT_EQ(failure_at(u"missing/file", w | c), not_found(space.path(u"missing\\file")));
-    EXPECT_EQ(failure_at(u"dir", r), denied(space.path(u"dir")));
-    EXPECT_EQ(failure_at(u"dir", w | c), denied(space.path(u"dir")));
+    EXPECT_EQ(failure_at(u"missing", r), not_found(at(u"missing")));
+    EXPECT_EQ(failure_at(u"missing/file", w | c), not_found(at(u"missing\\file")));
+    EXPECT_EQ(failure_at(u"dir", r), denied(at(u"dir")));
+    EXPECT_EQ(failure_at(u"dir", w | c), denied(at(u"dir")));
     EXPECT_EQ(failure_at(u"file", 0), invalid_argument("Unsupported open mode"));
     EXPECT_FAILURE(detail::throw_stream_failure(upath(), r), empty_path());
 
-    EXPECT_EQ(failure_at(u"file", r), system_error(110, space.path(u"file")))
+    EXPECT_EQ(failure_at(u"file", r), system_error(110, at(u"file")))
         << "nothing stands in the way any longer";
-    EXPECT_EQ(failure_at(u"missing", w | c), system_error(110, space.path(u"missing")));
-    EXPECT_EQ(space.entries(space.root()), (names{u"dir", u"file"})) << "no trace of the attempt";
+    EXPECT_EQ(failure_at(u"missing", w | c), system_error(110, at(u"missing")));
+    EXPECT_EQ(entries(), (names{u"dir", u"file"})) << "no trace of the attempt";
 }
 
-TEST(StreamFailure, NamesALongPathnameWithItsPrefix)
+TEST_IN_WORKSPACE(StreamFailure, NamesALongPathnameWithItsPrefix)
 {
-    workspace space;
-    std::u16string const path = space.path(std::u16string(250, u'd')) + u"\\file";
+    std::u16string const path = at(std::u16string(250, u'd')) + u"\\file";
     EXPECT_FAILURE(detail::throw_stream_failure(upath(path), detail::stream_reads),
                    not_found(uR"(\\?\)" + path));
 }
 
-TEST(StreamFailure, OfWhatTheCallerMayNotRead)
+TEST_IN_WORKSPACE(StreamFailure, OfWhatTheCallerMayNotRead)
 {
-    workspace space;
-    NEEDS(space.can_deny_rights(), "rights can't be denied here");
-    std::u16string const path = space.path(u"file");
-    space.make_file(path);
-    space.deny(path, access_right::read);
+    NEEDS(work.can_deny_rights(), "rights can't be denied here");
+    std::u16string const path = make_file(u"file");
+    work.deny(path, access_right::read);
     EXPECT_FAILURE(detail::throw_stream_failure(upath(path), detail::stream_reads), denied(path));
 }
 
@@ -147,15 +128,13 @@ std::string content_of(std::fstream file)
     return std::string(std::istreambuf_iterator<char>(file), {});
 }
 
-TEST(Open, ReadsAndWritesAtAnyLength)
+TEST_IN_WORKSPACE(Open, ReadsAndWritesAtAnyLength)
 {
-    workspace space;
-    std::u16string const deep =
-        space.path(std::u16string(200, u'd') + u"\\" + std::u16string(200, u'e'));
-    space.make_directory(deep);
-    for (upath const &path : {upath(space.path(u"short.txt")), upath(deep) / u"long.txt"}) {
+    std::u16string const deep = chain_of_size(work.root(), 450);
+    work.make_directory(deep);
+    for (upath const &path : {upath(at(u"short.txt")), upath(deep) / u"long.txt"}) {
         open(path, std::ios::out) << "written";
-        EXPECT_EQ(space.content(path.native()), "written");
+        EXPECT_EQ(work.content(path.native()), "written");
         open(path, std::ios::app) << ", more";
         EXPECT_EQ(content_of(open(path, std::ios::in)), "written, more");
         open(path) << "W";
@@ -166,20 +145,19 @@ TEST(Open, ReadsAndWritesAtAnyLength)
     }
 }
 
-TEST(Open, ThrowsWhatStandsInTheWay)
+TEST_IN_WORKSPACE(Open, ThrowsWhatStandsInTheWay)
 {
-    workspace space;
-    upath const missing(space.path(u"missing"));
+    upath const missing(at(u"missing"));
     EXPECT_FAILURE(open(missing), not_found(missing.native()));
     EXPECT_FAILURE(open(missing, std::ios::in), not_found(missing.native()));
-    upath const root(space.root());
+    upath const root(work.root());
     EXPECT_FAILURE(open(root, std::ios::out), denied(root.native()));
     EXPECT_FAILURE(open(missing, std::ios::trunc), invalid_argument("Unsupported open mode"));
     EXPECT_FAILURE(open(upath(), std::ios::out), empty_path());
-    EXPECT_EQ(space.entries(space.root()), names{});
+    EXPECT_EQ(entries(), names{});
 }
 
 #endif
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

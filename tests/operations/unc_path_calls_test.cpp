@@ -7,10 +7,9 @@
 
 #include <cerrno>
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
 
-using namespace test_support;
 using sizes = std::vector<std::uint64_t>;
 
 void map_a_drive(simulated_machine &machine)
@@ -37,13 +36,13 @@ std::uint64_t bytes_for(std::u16string_view name)
     return sizeof(void *) + (name.size() + 1) * sizeof(wchar_t);
 }
 
-TEST(GetUncPathCalls, AskForTheSizeAndThenForTheName)
+TEST_ON_MACHINE(GetUncPathCalls, AskForTheSizeAndThenForTheName)
 {
     for (bool const tolerant : {false, true}) {
-        simulated_machine machine;
-        map_a_drive(machine);
+        simulated_machine fresh;
+        map_a_drive(fresh);
         EXPECT_EQ(get_unc_path(u"X:/file", tolerant), uR"(\\server\share\file)");
-        EXPECT_EQ(rooms_told(machine, uR"(X:\file)"),
+        EXPECT_EQ(rooms_told(fresh, uR"(X:\file)"),
                   (sizes{0, bytes_for(uR"(\\server\share\file)")}));
     }
 }
@@ -57,11 +56,11 @@ constexpr text_row<char16_t> mapped_cases[] = {
     {uR"(X:\a\.\file)", uR"(\\server\share\a\file)", "cleaned"},
 };
 
-TEST(GetUncPathCalls, NameWhatIsOnAMappedDrive)
+TEST_ON_MACHINE(GetUncPathCalls, NameWhatIsOnAMappedDrive)
 {
     for (auto const &row : mapped_cases) {
-        simulated_machine machine;
-        map_a_drive(machine);
+        simulated_machine fresh;
+        map_a_drive(fresh);
         for (bool const tolerant : {false, true}) {
             EXPECT_EQ(get_unc_path(row.text, tolerant), row.expected) << row.why;
             EXPECT_EQ(get_unc_path(upath(row.text), tolerant).native(), row.expected) << row.why;
@@ -69,18 +68,16 @@ TEST(GetUncPathCalls, NameWhatIsOnAMappedDrive)
     }
 }
 
-TEST(GetUncPathCalls, RelativeTextsGoByTheCurrentDirectory)
+TEST_ON_MACHINE(GetUncPathCalls, RelativeTextsGoByTheCurrentDirectory)
 {
-    simulated_machine machine;
     map_a_drive(machine);
     machine.set_current_directory(uR"(X:\)");
     EXPECT_EQ(get_unc_path(u"file", false), uR"(\\server\share\file)");
 }
 
 // The provider fills the room that it is given, to the last byte.
-TEST(GetUncPathCalls, NamesOfEveryLengthAreWhole)
+TEST_ON_MACHINE(GetUncPathCalls, NamesOfEveryLengthAreWhole)
 {
-    simulated_machine machine;
     map_a_drive(machine);
     for (std::u16string name = u"a"; name.size() <= 64; name += u'a') {
         EXPECT_EQ(get_unc_path(u"X:\\" + name, false), u"\\\\server\\share\\" + name);
@@ -88,9 +85,8 @@ TEST(GetUncPathCalls, NamesOfEveryLengthAreWhole)
 }
 
 // With a long prefix a pathname is on no drive for the provider.
-TEST(GetUncPathCalls, NoneBehindALongPrefix)
+TEST_ON_MACHINE(GetUncPathCalls, NoneBehindALongPrefix)
 {
-    simulated_machine machine;
     map_a_drive(machine);
     std::u16string const name(200, u'n');
     for (std::size_t const size : {259U, 260U}) {
@@ -101,9 +97,8 @@ TEST(GetUncPathCalls, NoneBehindALongPrefix)
     }
 }
 
-TEST(GetUncPathCalls, OneForALocalPathname)
+TEST_ON_MACHINE(GetUncPathCalls, OneForALocalPathname)
 {
-    simulated_machine machine;
     EXPECT_EQ(get_unc_path(u"file", true), uR"(C:\file)");
     EXPECT_EQ(rooms_told(machine, uR"(C:\file)"), sizes{0});
     EXPECT_FAILURE(get_unc_path(u"file", false), system_error(0, uR"(C:\file)"));
@@ -111,30 +106,28 @@ TEST(GetUncPathCalls, OneForALocalPathname)
 }
 
 // What the provider answers is told to nobody.
-TEST(GetUncPathCalls, AnyAnswerButMoreDataMeansNoNetwork)
+TEST_ON_MACHINE(GetUncPathCalls, AnyAnswerButMoreDataMeansNoNetwork)
 {
     for (DWORD const code : {5U, 8U, 487U, 1200U, 1203U, 1208U, 1222U, 2250U}) {
-        simulated_machine machine;
-        map_a_drive(machine);
-        sure_fault const fault = machine.fail_every_call_on("WNetGetUniversalNameW", code);
+        simulated_machine fresh;
+        map_a_drive(fresh);
+        sure_fault const fault = fresh.fail_every_call_on("WNetGetUniversalNameW", code);
         EXPECT_EQ(get_unc_path(uR"(X:\file)", true), uR"(X:\file)") << code;
         EXPECT_FAILURE(get_unc_path(uR"(X:\file)", false), system_error(0, uR"(X:\file)")) << code;
-        EXPECT_EQ(rooms_told(machine, uR"(X:\file)"), (sizes{0, 0}));
+        EXPECT_EQ(rooms_told(fresh, uR"(X:\file)"), (sizes{0, 0}));
     }
 }
 
-TEST(GetUncPathCalls, AProviderThatSucceedsWithoutANameLeavesTheText)
+TEST_ON_MACHINE(GetUncPathCalls, AProviderThatSucceedsWithoutANameLeavesTheText)
 {
-    simulated_machine machine;
     map_a_drive(machine);
     machine.forget_universal_names();
     for (bool const tolerant : {false, true})
         EXPECT_EQ(get_unc_path(uR"(X:\file)", tolerant), uR"(X:\file)");
 }
 
-TEST(GetUncPathCalls, AProviderThatHasNothingToSayMeansNoNetwork)
+TEST_ON_MACHINE(GetUncPathCalls, AProviderThatHasNothingToSayMeansNoNetwork)
 {
-    simulated_machine machine;
     map_a_drive(machine);
     sure_fault const fault = machine.fail_every_call_on("WNetGetUniversalNameW", NO_ERROR);
     EXPECT_EQ(get_unc_path(uR"(X:\file)", true), uR"(X:\file)");
@@ -142,16 +135,15 @@ TEST(GetUncPathCalls, AProviderThatHasNothingToSayMeansNoNetwork)
     EXPECT_EQ(rooms_told(machine, uR"(X:\file)"), (sizes{0, 0})) << "no second call";
 }
 
-TEST(GetUncPathCalls, ASecondCallThatFailsIsNoFailure)
+TEST_ON_MACHINE(GetUncPathCalls, ASecondCallThatFailsIsNoFailure)
 {
     for (DWORD const code : {5U, 234U, 1203U, 2250U}) {
         for (bool const tolerant : {false, true}) {
-            simulated_machine machine;
-            map_a_drive(machine);
-            auto const fault = machine.fail_call("WNetGetUniversalNameW", 2, code);
+            simulated_machine fresh;
+            map_a_drive(fresh);
+            sure_fault const fault = fresh.fail_call("WNetGetUniversalNameW", 2, code);
             EXPECT_EQ(get_unc_path(uR"(X:\.\file)", tolerant), uR"(X:\file)") << code;
-            EXPECT_TRUE(fault.fired());
-            EXPECT_EQ(machine.calls_of("WNetGetUniversalNameW"), 2) << code;
+            EXPECT_EQ(fresh.calls_of("WNetGetUniversalNameW"), 2) << code;
             EXPECT_EQ(get_unc_path(upath(uR"(X:\.\file)"), tolerant).native(),
                       uR"(\\server\share\file)")
                 << "the next time";
@@ -159,29 +151,27 @@ TEST(GetUncPathCalls, ASecondCallThatFailsIsNoFailure)
     }
 }
 
-TEST(GetUncPathCalls, ADriveThatGoesBetweenTheCallsIsNoFailure)
+TEST_ON_MACHINE(GetUncPathCalls, ADriveThatGoesBetweenTheCallsIsNoFailure)
 {
-    simulated_machine machine;
     map_a_drive(machine);
     sure_fault const others =
         machine.before_call("WNetGetUniversalNameW", 2, [&] { machine.remove_drive(u'X'); });
     EXPECT_EQ(get_unc_path(uR"(X:\file)", false), uR"(X:\file)");
 }
 
-TEST(GetUncPathCalls, ReportTheCodeOfTheCLibrary)
+TEST_ON_MACHINE(GetUncPathCalls, ReportTheCodeOfTheCLibrary)
 {
     for (int const number : {2, 5, 7}) {
-        simulated_machine machine;
+        simulated_machine fresh;
         sure_fault const provider =
-            machine.before_call("WNetGetUniversalNameW", 1, [&] { errno = number; });
+            fresh.before_call("WNetGetUniversalNameW", 1, [&] { errno = number; });
         EXPECT_FAILURE(get_unc_path(u"a", false),
                        translated(static_cast<DWORD>(number), uR"(C:\a)"));
     }
 }
 
-TEST(GetUncPathCalls, ForgetAnEarlierCodeOfTheCLibrary)
+TEST_ON_MACHINE(GetUncPathCalls, ForgetAnEarlierCodeOfTheCLibrary)
 {
-    simulated_machine machine;
     errno = 13;
     EXPECT_FAILURE(get_unc_path(u"a", false), system_error(0, uR"(C:\a)"));
     auto const before = machine.before_call("GetFullPathNameW", 1, [] { errno = 13; });
@@ -189,9 +179,8 @@ TEST(GetUncPathCalls, ForgetAnEarlierCodeOfTheCLibrary)
         << "also one of the calls ahead";
 }
 
-TEST(GetUncPathCalls, FailuresAheadOfTheProviderPass)
+TEST_ON_MACHINE(GetUncPathCalls, FailuresAheadOfTheProviderPass)
 {
-    simulated_machine machine;
     map_a_drive(machine);
     auto const fault = machine.fail_every_call_on("GetFullPathNameW", 5);
     for (bool const tolerant : {false, true})
@@ -200,4 +189,4 @@ TEST(GetUncPathCalls, FailuresAheadOfTheProviderPass)
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

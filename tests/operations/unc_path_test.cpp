@@ -1,31 +1,26 @@
 #include <fl/filesystem/operations.hpp>
 #include <fl/filesystem/windows.hpp>
 
-#include "support/names.hpp"
-#include "support/workspace.hpp"
+#include "support/in_workspace.hpp"
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
 
-using namespace test_support;
-
-TEST(GetUncPath, OfALocalPathnameIsTheStringForTheSystemWhereThatIsTolerated)
+TEST_IN_WORKSPACE(GetUncPath, OfALocalPathnameIsTheStringForTheSystemWhereThatIsTolerated)
 {
-    workspace work;
-    work.make_directory(work.path(u"dir"));
-    work.change_directory(work.root());
+    make_directory(u"dir");
     struct
     {
         std::u16string text;
         std::u16string expected;
     } const cases[] = {
-        {work.path(u"file"), work.path(u"file")},
-        {u"file", work.path(u"file")},
-        {u"a/./b", work.path(uR"(a\b)")},
-        {uR"(dir\..\file)", work.path(u"file")},
+        {at(u"file"), at(u"file")},
+        {u"file", at(u"file")},
+        {u"a/./b", at(uR"(a\b)")},
+        {uR"(dir\..\file)", at(u"file")},
         {uR"(\\?\)" + work.root(), work.root()},
         {work.root().substr(0, 3), work.root().substr(0, 3)},
-        {work.root().substr(0, 2) + u"x", work.path(u"x")},
+        {work.root().substr(0, 2) + u"x", at(u"x")},
     };
     for (auto const &row : cases) {
         EXPECT_EQ(get_unc_path(row.text, true), row.expected) << printable(row.text);
@@ -34,42 +29,37 @@ TEST(GetUncPath, OfALocalPathnameIsTheStringForTheSystemWhereThatIsTolerated)
     }
 }
 
-TEST(GetUncPath, OfALocalPathnameIsAFailureWithoutACodeWhereThatIsNot)
+TEST_IN_WORKSPACE(GetUncPath, OfALocalPathnameIsAFailureWithoutACodeWhereThatIsNot)
 {
-    workspace work;
-    work.make_file(work.path(u"file"));
-    work.change_directory(work.root());
+    make_file(u"file");
     for (char16_t const *text : {u"file", u"missing"}) {
-        test_support::failure const expected = system_error(0, work.path(text));
+        auto const expected = system_error(0, at(text));
         EXPECT_FAILURE(get_unc_path(text, false), expected);
         EXPECT_FAILURE(get_unc_path(upath(text), false), expected);
-        EXPECT_FAILURE(get_unc_path(work.path(text), false), expected);
+        EXPECT_FAILURE(get_unc_path(at(text), false), expected);
     }
 }
 
 // Providers take drives; a universal name isn't on one, whoever wrote it.
-TEST(GetUncPath, OfAUniversalNameIsNoneOfTheProviders)
+TEST_IN_WORKSPACE(GetUncPath, OfAUniversalNameIsNoneOfTheProviders)
 {
-    workspace work;
     std::u16string const name = uR"(\\fl-server\share\file)";
     EXPECT_EQ(get_unc_path(name, true), name);
     EXPECT_EQ(get_unc_path(upath(name), true).native(), name);
     EXPECT_FAILURE(get_unc_path(name, false), system_error(0, name));
 }
 
-TEST(GetUncPath, OfALongPathnameKeepsItsPrefixAsATextOnly)
+TEST_IN_WORKSPACE(GetUncPath, OfALongPathnameKeepsItsPrefixAsATextOnly)
 {
-    workspace work;
     std::u16string const name(200, u'n');
-    std::u16string const file = work.path(name + u'\\' + name);
+    std::u16string const file = at(name + u'\\' + name);
     EXPECT_EQ(get_unc_path(file, true), uR"(\\?\)" + file);
     EXPECT_EQ(get_unc_path(upath(file), true).native(), file);
     EXPECT_FAILURE(get_unc_path(file, false), system_error(0, uR"(\\?\)" + file));
 }
 
-TEST(GetUncPath, OfWhatCantBecomeAStringForTheSystemFailsInEitherCase)
+TEST_IN_WORKSPACE(GetUncPath, OfWhatCantBecomeAStringForTheSystemFailsInEitherCase)
 {
-    workspace work;
     std::u16string const server = uR"(\\server)";
     auto const expected =
         failure_of([&] { detail::windows::make_native_access_form_bridge(server); });
@@ -81,4 +71,4 @@ TEST(GetUncPath, OfWhatCantBecomeAStringForTheSystemFailsInEitherCase)
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

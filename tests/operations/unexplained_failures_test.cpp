@@ -13,15 +13,13 @@
 #include <filesystem>
 #include <functional>
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
 
-using namespace test_support;
 using std::filesystem::copy_options;
-using test_support::failure;
 
 /// What is told of a failure without a code: ERROR_GEN_FAILURE.
-failure unexplained(std::u16string const &path, std::u16string const &second = {})
+auto unexplained(std::u16string const &path, std::u16string const &second = {})
 {
     return system_error(31, path, second);
 }
@@ -70,7 +68,7 @@ struct operation
 {
     char const *name;
     std::function<void()> run;
-    std::optional<failure> of_full_path; ///< none: it makes no such call
+    maybe_failure of_full_path; ///< none: it makes no such call
     bool overwrites_several = false;
 };
 
@@ -126,7 +124,7 @@ operation const operations[] = {
 /// What became of one run.
 struct outcome
 {
-    std::optional<failure> told;
+    maybe_failure told;
     lines before;
     lines after;
     bool met_fault = false;
@@ -152,8 +150,7 @@ outcome run(std::function<void()> const &call, char const *function, int nth = 0
 }
 
 /// Without `expected` the call isn't made, and all is as without the fault.
-void expect_outcome(operation const &asked, char const *function,
-                    std::optional<failure> const &expected)
+void expect_outcome(operation const &asked, char const *function, maybe_failure const &expected)
 {
     outcome const seen = run(asked.run, function);
     outcome const unbroken = run(asked.run, nullptr);
@@ -163,61 +160,55 @@ void expect_outcome(operation const &asked, char const *function,
     EXPECT_EQ(seen.after, expected ? seen.before : unbroken.after) << asked.name;
 }
 
-TEST(UnexplainedFailures, OfTheFullPathnameEndEveryOperationAheadOfItsFirstStep)
+/// Of all operations that one alone makes the call.
+void expect_only(char const *name, char const *function, maybe_failure const &expected)
+{
+    for (operation const &asked : operations)
+        expect_outcome(asked, function, asked.name == std::string(name) ? expected : std::nullopt);
+}
+
+TEST_ON_MACHINE(UnexplainedFailures, OfTheFullPathnameEndEveryOperationAheadOfItsFirstStep)
 {
     for (operation const &asked : operations)
         expect_outcome(asked, "GetFullPathNameW", asked.of_full_path);
 }
 
 // They promise some string, whatever happens.
-TEST(UnexplainedFailures, OfTheFullPathnameLeaveFormsForOthersAsTheyAre)
+TEST_ON_MACHINE(UnexplainedFailures, OfTheFullPathnameLeaveFormsForOthersAsTheyAre)
 {
-    simulated_machine machine;
     sure_fault const fault = machine.fail_every_call_on("GetFullPathNameW", 0);
     EXPECT_EQ(detail::make_native_access_form(u"a/f"), L"a/f");
     EXPECT_EQ(detail::make_native_access_form_with_cleanup(u"a/f"), L"a\\f");
 }
 
 // As calls of Wine do: what they leave is the code of another call.
-TEST(UnexplainedFailures, DontBorrowTheCodeOfAnEarlierCall)
+TEST_ON_MACHINE(UnexplainedFailures, DontBorrowTheCodeOfAnEarlierCall)
 {
     for (DWORD const earlier : {2U, 5U, 123U}) {
-        simulated_machine machine;
-        fill(machine);
+        simulated_machine fresh;
+        fill(fresh);
         sure_fault const fault =
-            machine.on_full_path_name([](DWORD, wchar_t *) { return std::optional<DWORD>(0); });
+            fresh.on_full_path_name([](DWORD, wchar_t *) { return std::optional<DWORD>(0); });
         ::SetLastError(earlier);
         EXPECT_FAILURE(remove_all(u"t"), unexplained(u"t")) << earlier;
-        EXPECT_TRUE(machine.is_directory(uR"(C:\d\t)"));
+        EXPECT_TRUE(fresh.is_directory(uR"(C:\d\t)"));
     }
 }
 
-TEST(UnexplainedFailures, OfTheChangeOfDirectoryLeaveItWithItsVariable)
+TEST_ON_MACHINE(UnexplainedFailures, OfTheChangeOfDirectoryLeaveItWithItsVariable)
 {
-    for (operation const &asked : operations) {
-        bool const changes = asked.name == std::string("change_current_path");
-        expect_outcome(asked, "SetCurrentDirectoryW",
-                       changes ? std::optional(unexplained(u"t")) : std::nullopt);
-    }
+    expect_only("change_current_path", "SetCurrentDirectoryW", unexplained(u"t"));
 }
 
-TEST(UnexplainedFailures, OfTheQuestionForSpaceAreReported)
+TEST_ON_MACHINE(UnexplainedFailures, OfTheQuestionForSpaceAreReported)
 {
-    for (operation const &asked : operations) {
-        bool const asks = asked.name == std::string("space");
-        expect_outcome(asked, "GetDiskFreeSpaceExW",
-                       asks ? std::optional(unexplained(u"t")) : std::nullopt);
-    }
+    expect_only("space", "GetDiskFreeSpaceExW", unexplained(u"t"));
 }
 
 // The library's own calls report the literal code.
-TEST(UnexplainedFailures, OfTheCurrentDirectoryKeepTheirCode)
+TEST_ON_MACHINE(UnexplainedFailures, OfTheCurrentDirectoryKeepTheirCode)
 {
-    for (operation const &asked : operations) {
-        bool const asks = asked.name == std::string("get_current_path");
-        expect_outcome(asked, "GetCurrentDirectoryW",
-                       asks ? std::optional(system_error(0, u"")) : std::nullopt);
-    }
+    expect_only("get_current_path", "GetCurrentDirectoryW", system_error(0, u""));
 }
 
 constexpr auto as_links = copy_options::copy_symlinks;
@@ -281,7 +272,7 @@ void expect_broken_off(outcome const &seen, lines const &finished, std::string c
     EXPECT_TRUE(holds(all, seen.after)) << where;
 }
 
-TEST(UnexplainedFailures, OfOpeningAndOfAskingBreakComparingAndCopyingOff)
+TEST_ON_MACHINE(UnexplainedFailures, OfOpeningAndOfAskingBreakComparingAndCopyingOff)
 {
     for (char const *function : {"CreateFileW", "GetFileInformationByHandleEx"}) {
         int broken = 0;
@@ -308,9 +299,8 @@ TEST(UnexplainedFailures, OfOpeningAndOfAskingBreakComparingAndCopyingOff)
     }
 }
 
-TEST(UnexplainedFailures, OfCreatingADirectoryDontTellThatItIsThere)
+TEST_ON_MACHINE(UnexplainedFailures, OfCreatingADirectoryDontTellThatItIsThere)
 {
-    simulated_machine machine;
     fill(machine);
     auto const fault = machine.fail_every_call_on("CreateDirectoryW", 0);
     EXPECT_FAILURE(create_directory(u"t"), unexplained(u"t"));
@@ -318,9 +308,8 @@ TEST(UnexplainedFailures, OfCreatingADirectoryDontTellThatItIsThere)
     EXPECT_FAILURE(copy_directory(u"t", u"u"), unexplained(u"t", u"u"));
 }
 
-TEST(UnexplainedFailures, NameWhatOtherCodesName)
+TEST_ON_MACHINE(UnexplainedFailures, NameWhatOtherCodesName)
 {
-    simulated_machine machine;
     fill(machine);
     auto const fault = machine.fail_every_call_on("CreateFileW", 0);
     EXPECT_FAILURE(equivalent(u"f", u"g"), unexplained(u"f", u"g"));
@@ -333,4 +322,4 @@ TEST(UnexplainedFailures, NameWhatOtherCodesName)
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

@@ -10,19 +10,10 @@
 
 #include <functional>
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
 
-using namespace test_support;
-
-struct apartment_case
-{
-    std::function<void()> call;
-    int taken;
-    char const *why;
-};
-
-apartment_case const apartment_cases[] = {
+row_of<std::function<void()>, int> const apartment_cases[] = {
     {[] { canonical(uR"(C:\dir)"); }, 0, "no shortcut file on the way"},
     {[] { canonical(uR"(C:\a.lnk)"); }, 1, "one at the end"},
     {[] { canonical(uR"(C:\b.lnk)"); }, 2, "one that leads to another"},
@@ -36,34 +27,31 @@ apartment_case const apartment_cases[] = {
      1, "one on the way to a target"},
 };
 
-TEST(Warnings, EachShortcutTakesOneInitialisationFromAMultiThreadedApartment)
+TEST_ON_MACHINE(WarningsCalls, EachShortcutTakesOneInitialisationFromAMultiThreadedApartment)
 {
-    for (apartment_case const &row : apartment_cases) {
-        simulated_machine machine;
-        machine.add_directory(uR"(C:\dir)");
-        machine.add_shortcut(uR"(C:\a.lnk)", uR"(C:\dir)");
-        machine.add_shortcut(uR"(C:\b.lnk)", uR"(C:\a.lnk)");
-        machine.add_symbolic_link(uR"(C:\l)", uR"(C:\a.lnk\..)", flavour::directory);
-        for (int held = 0; held <= row.taken; ++held)
+    for (row_of<std::function<void()>, int> const &row : apartment_cases) {
+        simulated_machine fresh;
+        fresh.add_directory(uR"(C:\dir)").add_shortcut(uR"(C:\a.lnk)", uR"(C:\dir)");
+        fresh.add_shortcut(uR"(C:\b.lnk)", uR"(C:\a.lnk)");
+        fresh.add_symbolic_link(uR"(C:\l)", uR"(C:\a.lnk\..)", flavour::directory);
+        for (int held = 0; held <= row.expected; ++held)
             ASSERT_GE(::CoInitializeEx(nullptr, COINIT_MULTITHREADED), 0);
-        row.call();
-        EXPECT_EQ(machine.com_apartments(), 1) << "it had one more for each: " << row.why;
+        row.given();
+        EXPECT_EQ(fresh.com_apartments(), 1) << "it had one more for each: " << row.why;
         ::CoUninitialize();
     }
 }
 
-TEST(Warnings, TheOnlyInitialisationOfAMultiThreadedApartmentGoes)
+TEST_ON_MACHINE(WarningsCalls, TheOnlyInitialisationOfAMultiThreadedApartmentGoes)
 {
-    simulated_machine machine;
     machine.add_directory(uR"(C:\dir)").add_shortcut(uR"(C:\a.lnk)", uR"(C:\dir)");
     ASSERT_EQ(::CoInitializeEx(nullptr, COINIT_MULTITHREADED), S_OK);
     canonical(uR"(C:\a.lnk)");
     EXPECT_EQ(machine.com_apartments(), 0);
 }
 
-TEST(Warnings, RemovingATreeFollowsALinkThatOthersPutThereMeanwhile)
+TEST_ON_MACHINE(WarningsCalls, RemovingATreeFollowsALinkThatOthersPutThereMeanwhile)
 {
-    simulated_machine machine;
     machine.add_file(uR"(C:\t\d\x)").add_file(uR"(C:\kept\x)").add_file(uR"(C:\kept\y)");
     auto const others = machine.before_call("DeleteFileW", 1, [&] {
         machine.remove(uR"(C:\t\d)").add_junction(uR"(C:\t\d)", uR"(C:\kept)");
@@ -75,9 +63,8 @@ TEST(Warnings, RemovingATreeFollowsALinkThatOthersPutThereMeanwhile)
 }
 
 // Wine knows no such limit: there it would go on to that of its host.
-TEST(Warnings, ADirectoryCopiedIntoItselfGoesOnToTheLimit)
+TEST_ON_MACHINE(WarningsCalls, ADirectoryCopiedIntoItselfGoesOnToTheLimit)
 {
-    simulated_machine machine;
     machine.add_directory(uR"(C:\from)");
     EXPECT_FAILURE(copy(std::u16string(uR"(C:\from)"), std::u16string(uR"(C:\from\a)"),
                         std::filesystem::copy_options::recursive),
@@ -105,7 +92,7 @@ void expect_device(simulation::edition runs, std::u16string const &name)
     EXPECT_FALSE(machine.exists(uR"(C:\t)"));
 }
 
-TEST(Warnings, ReservedNamesEndARemovalUntilAPrefixTakesThem)
+TEST_ON_MACHINE(WarningsCalls, ReservedNamesEndARemovalUntilAPrefixTakesThem)
 {
     for (char16_t const *name : {u"aux", u"nul.txt", u"com1", u"nul"})
         expect_device(simulation::edition::windows_10_22h2, name);
@@ -113,15 +100,15 @@ TEST(Warnings, ReservedNamesEndARemovalUntilAPrefixTakesThem)
 }
 
 // Windows 11 finds no other device in a directory.
-TEST(Warnings, FormerlyReservedNamesAreRemovedAsAnyOther)
+TEST_ON_MACHINE(WarningsCalls, FormerlyReservedNamesAreRemovedAsAnyOther)
 {
     for (char16_t const *name : {u"aux", u"nul.txt", u"com1"}) {
-        simulated_machine machine;
-        machine.add_file(uR"(C:\t\)" + std::u16string(name));
+        simulated_machine fresh;
+        fresh.add_file(uR"(C:\t\)" + std::u16string(name));
         remove_all(uR"(C:\t)");
-        EXPECT_FALSE(machine.exists(uR"(C:\t)"));
+        EXPECT_FALSE(fresh.exists(uR"(C:\t)"));
     }
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

@@ -3,33 +3,31 @@
 
 #include <fl/filesystem/operations.hpp>
 
-#include "support/names.hpp"
-#include "support/workspace.hpp"
+#include "support/in_workspace.hpp"
 
 #include <windows.h>
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
 
-using namespace test_support;
 using std::filesystem::copy_options;
 
 // Full stops, blanks and NULs
 
-TEST(Warnings, ANameOfFullStopsIsTheDirectoryAheadOfIt)
+TEST_IN_WORKSPACE(Warnings, ANameOfFullStopsIsTheDirectoryAheadOfIt)
 {
     for (char16_t const *name : {u"...", u"....", u". .", u".. ."}) {
-        workspace work;
-        std::u16string const asked = work.path(u"x\\") + name;
-        work.make_file(work.path(uR"(x\y\kept)"));
-        rename(asked, work.path(u"renamed"));
-        EXPECT_EQ(work.entries(work.root()), names{u"renamed"}) << printable(name);
-        work.make_directory(work.path(u"x"));
+        workspace fresh;
+        std::u16string const asked = fresh.path(u"x\\") + name;
+        fresh.make_file(fresh.path(uR"(x\y\kept)"));
+        rename(asked, fresh.path(u"renamed"));
+        EXPECT_EQ(fresh.entries(fresh.root()), names{u"renamed"}) << printable(name);
+        fresh.make_directory(fresh.path(u"x"));
         remove(asked);
-        EXPECT_EQ(work.entries(work.root()), names{u"renamed"}) << printable(name);
-        work.make_file(work.path(uR"(x\y\lost)"));
+        EXPECT_EQ(fresh.entries(fresh.root()), names{u"renamed"}) << printable(name);
+        fresh.make_file(fresh.path(uR"(x\y\lost)"));
         remove_all(asked);
-        EXPECT_EQ(work.entries(work.root()), names{u"renamed"}) << printable(name);
+        EXPECT_EQ(fresh.entries(fresh.root()), names{u"renamed"}) << printable(name);
     }
 }
 
@@ -38,53 +36,49 @@ std::u16string with_nul(std::u16string const &path)
     return path + u'\0' + uR"(\kept)";
 }
 
-TEST(Warnings, ANulEndsThePathnameOfWhatIsRemoved)
+TEST_IN_WORKSPACE(Warnings, ANulEndsThePathnameOfWhatIsRemoved)
 {
-    workspace work;
-    work.make_file(work.path(uR"(tree\kept)"));
+    make_file(uR"(tree\kept)");
     for (auto const call : {static_cast<void (*)(std::u16string const &)>(remove), remove_file}) {
-        work.make_file(work.path(u"file"));
-        EXPECT_EQ(failure_of([&] { call(with_nul(work.path(u"file"))); }), std::nullopt);
+        make_file(u"file");
+        EXPECT_EQ(failure_of([&] { call(with_nul(at(u"file"))); }), std::nullopt);
     }
-    work.make_directory(work.path(u"empty"));
-    remove_directory(with_nul(work.path(u"empty")));
-    EXPECT_EQ(work.entries(work.root()), names{u"tree"});
-    remove_all(with_nul(work.path(u"tree")));
-    EXPECT_EQ(work.entries(work.root()), names{});
+    make_directory(u"empty");
+    remove_directory(with_nul(at(u"empty")));
+    EXPECT_EQ(entries(), names{u"tree"});
+    remove_all(with_nul(at(u"tree")));
+    EXPECT_EQ(entries(), names{});
 }
 
-TEST(Warnings, ANulEndsThePathnamesOfWhatIsMade)
+TEST_IN_WORKSPACE(Warnings, ANulEndsThePathnamesOfWhatIsMade)
 {
-    workspace work;
-    create_directory(with_nul(work.path(u"a")));
-    create_directories(with_nul(work.path(uR"(b\c)")));
-    copy_directory(with_nul(work.path(u"a")), with_nul(work.path(u"d")));
-    work.make_file(work.path(u"f"), "f");
-    copy_file(with_nul(work.path(u"f")), with_nul(work.path(u"g")));
-    copy(with_nul(work.path(u"f")), with_nul(work.path(u"h")));
-    rename(with_nul(work.path(u"h")), with_nul(work.path(u"i")));
-    create_shortcut(with_nul(work.path(u"f")), with_nul(work.path(u"k.lnk")));
-    EXPECT_EQ(work.entries(work.root()), (names{u"a", u"b", u"d", u"f", u"g", u"i", u"k.lnk"}));
-    EXPECT_EQ(work.entries(work.path(u"b")), names{u"c"});
-    permissions(with_nul(work.path(u"f")), 0);
-    EXPECT_EQ(work.attributes(work.path(u"f")) & FILE_ATTRIBUTE_READONLY,
-              DWORD{FILE_ATTRIBUTE_READONLY});
-    work.set_attributes(work.path(u"f"), FILE_ATTRIBUTE_NORMAL);
-    change_current_path(with_nul(work.path(u"b")));
-    EXPECT_EQ(get_current_path(), work.path(u"b"));
+    create_directory(with_nul(at(u"a")));
+    create_directories(with_nul(at(uR"(b\c)")));
+    copy_directory(with_nul(at(u"a")), with_nul(at(u"d")));
+    make_file(u"f", "f");
+    copy_file(with_nul(at(u"f")), with_nul(at(u"g")));
+    copy(with_nul(at(u"f")), with_nul(at(u"h")));
+    rename(with_nul(at(u"h")), with_nul(at(u"i")));
+    create_shortcut(with_nul(at(u"f")), with_nul(at(u"k.lnk")));
+    EXPECT_EQ(entries(), (names{u"a", u"b", u"d", u"f", u"g", u"i", u"k.lnk"}));
+    EXPECT_EQ(entries(u"b"), names{u"c"});
+    permissions(with_nul(at(u"f")), 0);
+    EXPECT_EQ(work.attributes(at(u"f")) & FILE_ATTRIBUTE_READONLY, DWORD{FILE_ATTRIBUTE_READONLY});
+    work.set_attributes(at(u"f"), FILE_ATTRIBUTE_NORMAL);
+    change_current_path(with_nul(at(u"b")));
+    EXPECT_EQ(get_current_path(), at(u"b"));
 }
 
-TEST(Warnings, ANulEndsTheTextAndThePlaceOfALink)
+TEST_IN_WORKSPACE(Warnings, ANulEndsTheTextAndThePlaceOfALink)
 {
-    workspace work;
     NEEDS(work.has_symbolic_links(), "this system makes no symbolic links");
-    create_symlink(with_nul(u"t"), with_nul(work.path(u"l")), 0);
-    copy_symlink(with_nul(work.path(u"l")), with_nul(work.path(u"m")));
-    EXPECT_EQ(work.entries(work.root()), (names{u"l", u"m"}));
-    EXPECT_EQ(work.link_text(work.path(u"m")), u"t");
+    create_symlink(with_nul(u"t"), with_nul(at(u"l")), 0);
+    copy_symlink(with_nul(at(u"l")), with_nul(at(u"m")));
+    EXPECT_EQ(entries(), (names{u"l", u"m"}));
+    EXPECT_EQ(work.link_text(at(u"m")), u"t");
 }
 
-TEST(Warnings, CreateDirectoriesOfARootFindsItEvenIfThereIsNone)
+TEST_IN_WORKSPACE(Warnings, CreateDirectoriesOfARootFindsItEvenIfThereIsNone)
 {
     EXPECT_FAILURE(create_directories(u"Q:\\"), file_exists(u"Q:\\"));
     EXPECT_FAILURE(create_directories(uR"(\\no-server)"), file_exists(uR"(\\no-server)"));
@@ -92,54 +86,45 @@ TEST(Warnings, CreateDirectoriesOfARootFindsItEvenIfThereIsNone)
 
 // What a copy writes to
 
-TEST(Warnings, OverwritingWritesIntoEveryHardLinkOfTheTarget)
+TEST_IN_WORKSPACE(Warnings, OverwritingWritesIntoEveryHardLinkOfTheTarget)
 {
-    workspace work;
-    work.make_file(work.path(u"new"), "new");
-    work.make_file(work.path(u"to"), "former");
-    copy(work.path(u"to"), work.path(u"other"), copy_options::create_hard_links);
-    copy_file(work.path(u"new"), work.path(u"to"), copy_options::overwrite_existing);
-    EXPECT_EQ(work.content(work.path(u"other")), "new");
-    EXPECT_TRUE(equivalent(work.path(u"to"), work.path(u"other")));
+    make({{u"new", "new"}, {u"to", "former"}});
+    copy(at(u"to"), at(u"other"), copy_options::create_hard_links);
+    copy_file(at(u"new"), at(u"to"), copy_options::overwrite_existing);
+    EXPECT_EQ(work.content(at(u"other")), "new");
+    EXPECT_TRUE(equivalent(at(u"to"), at(u"other")));
 }
 
-TEST(Warnings, OverwritingGoesThroughASymbolicLink)
+TEST_IN_WORKSPACE(Warnings, OverwritingGoesThroughASymbolicLink)
 {
-    workspace work;
     NEEDS(work.has_symbolic_links(), "this system makes no symbolic links");
-    work.make_file(work.path(u"new"), "new");
-    work.make_file(work.path(u"target"), "former");
-    work.make_symbolic_link(work.path(u"to"), u"target");
-    copy_file(work.path(u"new"), work.path(u"to"), copy_options::overwrite_existing);
-    EXPECT_EQ(work.content(work.path(u"target")), "new");
-    EXPECT_TRUE(work.is_link(work.path(u"to")));
+    make({{u"new", "new"}, {u"target", "former"}});
+    work.make_symbolic_link(at(u"to"), u"target");
+    copy_file(at(u"new"), at(u"to"), copy_options::overwrite_existing);
+    EXPECT_EQ(work.content(at(u"target")), "new");
+    EXPECT_TRUE(work.is_link(at(u"to")));
 }
 
-TEST(Warnings, OverwritingATreeWritesWhereItsLinksLead)
+TEST_IN_WORKSPACE(Warnings, OverwritingATreeWritesWhereItsLinksLead)
 {
-    workspace work;
     NEEDS(work.has_symbolic_links(), "this system makes no symbolic links");
-    work.make_file(work.path(uR"(from\f)"), "new");
-    work.make_file(work.path(uR"(from\d\g)"), "new");
-    work.make_file(work.path(uR"(outside\f)"), "former");
-    work.make_symbolic_link(work.path(uR"(to\f)"), uR"(..\outside\f)");
-    work.make_symbolic_link(work.path(uR"(to\d)"), uR"(..\outside)", link_to::directory);
-    copy(work.path(u"from"), work.path(u"to"),
-         copy_options::recursive | copy_options::overwrite_existing);
-    EXPECT_EQ(work.entries(work.path(u"outside")), (names{u"f", u"g"}));
-    EXPECT_EQ(work.content(work.path(uR"(outside\f)")), "new");
+    make({{uR"(from\f)", "new"}, {uR"(from\d\g)", "new"}, {uR"(outside\f)", "former"}});
+    work.make_symbolic_link(at(uR"(to\f)"), uR"(..\outside\f)");
+    work.make_symbolic_link(at(uR"(to\d)"), uR"(..\outside)", link_to::directory);
+    copy(at(u"from"), at(u"to"), copy_options::recursive | copy_options::overwrite_existing);
+    EXPECT_EQ(entries(u"outside"), (names{u"f", u"g"}));
+    EXPECT_EQ(work.content(at(uR"(outside\f)")), "new");
 }
 
-TEST(Warnings, AHardLinkOfALinkIsOneMoreNameOfTheLink)
+TEST_IN_WORKSPACE(Warnings, AHardLinkOfALinkIsOneMoreNameOfTheLink)
 {
-    workspace work;
     NEEDS(work.has_symbolic_links(), "this system makes no symbolic links");
-    work.make_file(work.path(u"target"));
-    work.make_symbolic_link(work.path(u"link"), u"target");
-    copy(work.path(u"link"), work.path(u"name"), copy_options::create_hard_links);
-    EXPECT_TRUE(work.is_link(work.path(u"name")));
-    EXPECT_EQ(work.link_text(work.path(u"name")), u"target");
+    make_file(u"target");
+    work.make_symbolic_link(at(u"link"), u"target");
+    copy(at(u"link"), at(u"name"), copy_options::create_hard_links);
+    EXPECT_TRUE(work.is_link(at(u"name")));
+    EXPECT_EQ(work.link_text(at(u"name")), u"target");
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

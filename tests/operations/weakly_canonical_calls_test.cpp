@@ -7,22 +7,18 @@
 
 #include <map>
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
 
-using namespace test_support;
-
-TEST(WeaklyCanonicalCalls, NoneForTheEmptyPath)
+TEST_ON_MACHINE(WeaklyCanonicalCalls, NoneForTheEmptyPath)
 {
-    simulated_machine machine;
     weakly_canonical(u"");
     weakly_canonical(upath());
     EXPECT_EQ(calls(machine), lines{});
 }
 
-TEST(WeaklyCanonicalCalls, WhatIsThereIsntWalked)
+TEST_ON_MACHINE(WeaklyCanonicalCalls, WhatIsThereIsntWalked)
 {
-    simulated_machine machine;
     machine.add_file(uR"(C:\d\f)");
     canonical(uR"(C:\d\f)");
     lines expected = calls(machine);
@@ -33,17 +29,15 @@ TEST(WeaklyCanonicalCalls, WhatIsThereIsntWalked)
     EXPECT_EQ(calls(machine), expected) << "one question, and then it is canonical";
 }
 
-TEST(WeaklyCanonicalCalls, WhatAppearsMeanwhileIsWalkedToItsEnd)
+TEST_ON_MACHINE(WeaklyCanonicalCalls, WhatAppearsMeanwhileIsWalkedToItsEnd)
 {
-    simulated_machine machine;
     machine.add_file(uR"(C:\d\f)");
     sure_fault const missing = machine.fail_call("GetFileAttributesExW", 1, ERROR_FILE_NOT_FOUND);
     EXPECT_EQ(weakly_canonical(uR"(C:\d\f)"), uR"(C:\d\f)");
 }
 
-TEST(WeaklyCanonicalCalls, AskAboutEachElementUpToTheFirstThatIsMissing)
+TEST_ON_MACHINE(WeaklyCanonicalCalls, AskAboutEachElementUpToTheFirstThatIsMissing)
 {
-    simulated_machine machine;
     machine.add_directory(uR"(C:\d)");
     weakly_canonical(uR"(C:\d\no\..\x)");
     EXPECT_EQ(calls(machine),
@@ -56,7 +50,7 @@ TEST(WeaklyCanonicalCalls, AskAboutEachElementUpToTheFirstThatIsMissing)
                      R"(GetFileAttributesExW(\\?\C:\d))"}));
 }
 
-TEST(WeaklyCanonicalLinks, AreFollowedInWhatIsThere)
+TEST_ON_MACHINE(WeaklyCanonicalLinks, AreFollowedInWhatIsThere)
 {
     constexpr text_row<char16_t> cases[] = {
         {uR"(C:\d.link\no)", uR"(D:\real\no)", "a link to a directory"},
@@ -72,7 +66,6 @@ TEST(WeaklyCanonicalLinks, AreFollowedInWhatIsThere)
         {uR"(C:\dead\..\x)", uR"(C:\x)", "and text goes up from it"},
         {uR"(C:\strange)", uR"(C:\strange)", "nobody can look behind it"},
     };
-    simulated_machine machine;
     machine.add_drive(u'D').add_file(uR"(D:\real\t)").add_file(uR"(C:\f)");
     machine.add_symbolic_link(uR"(C:\d.link)", uR"(D:\real)", flavour::directory);
     machine.add_symbolic_link(uR"(C:\f.link)", u"f").add_symbolic_link(uR"(C:\dead)", u"gone");
@@ -83,12 +76,10 @@ TEST(WeaklyCanonicalLinks, AreFollowedInWhatIsThere)
         EXPECT_EQ(weakly_canonical(row.text), row.expected) << row.why;
         EXPECT_EQ(weakly_canonical(upath(row.text)).native(), row.expected) << row.why;
     }
-    expect_nothing_open(machine, "all of them");
 }
 
-TEST(WeaklyCanonicalLinks, TheFinalResolutionMayFail)
+TEST_ON_MACHINE(WeaklyCanonicalLinks, TheFinalResolutionMayFail)
 {
-    simulated_machine machine;
     machine.add_file(u"C:\\t").add_shortcut(uR"(C:\dead.lnk)", uR"(C:\gone)");
     EXPECT_FAILURE(weakly_canonical(uR"(C:\dead.lnk)"), not_found(u""))
         << "to the system it is a file, but it leads nowhere";
@@ -99,11 +90,9 @@ TEST(WeaklyCanonicalLinks, TheFinalResolutionMayFail)
 }
 
 // The first question is whether the whole is there.
-TEST(WeaklyCanonicalCalls, ARefusedFirstQuestionNamesThePath)
+TEST_ON_MACHINE(WeaklyCanonicalCalls, ARefusedFirstQuestionNamesThePath)
 {
-    simulated_machine machine;
-    machine.add_file(uR"(C:\d\f)").set_current_directory(u"C:\\d");
-    machine.deny(uR"(C:\d)", right::list);
+    machine.add_file(uR"(C:\d\f)").set_current_directory(u"C:\\d").deny(uR"(C:\d)", right::list);
     machine.deny(uR"(C:\d\f)", right::read_attributes);
     EXPECT_FAILURE(weakly_canonical(uR"(C:\d\f)"), denied(uR"(C:\d\f)"));
     EXPECT_FAILURE(weakly_canonical(u"f"), denied(u"f"));
@@ -111,9 +100,8 @@ TEST(WeaklyCanonicalCalls, ARefusedFirstQuestionNamesThePath)
     EXPECT_FAILURE(weakly_canonical(u"no"), system_error(1117, u"no"));
 }
 
-TEST(WeaklyCanonicalCalls, WhatCantBeLookedAtEndsTheWalk)
+TEST_ON_MACHINE(WeaklyCanonicalCalls, WhatCantBeLookedAtEndsTheWalk)
 {
-    simulated_machine machine;
     machine.add_directory(uR"(C:\d\e)")
         .add_symbolic_link(uR"(C:\l)", uR"(d\e)", flavour::directory);
     for (DWORD const code : {2U, 3U, 5U, 32U, 53U, 64U, 123U, 267U, 1117U, 1920U}) {
@@ -125,29 +113,23 @@ TEST(WeaklyCanonicalCalls, WhatCantBeLookedAtEndsTheWalk)
 
 // What fails in the walk ends it with what was reached: the first call of each row is the
 // question about the whole, and each element takes two.
-TEST(WeaklyCanonicalCalls, ExceptionsInTheWalkEndIt)
+TEST_ON_MACHINE(WeaklyCanonicalCalls, ExceptionsInTheWalkEndIt)
 {
-    struct
-    {
-        int nth; ///< expansion
-        char16_t const *expected;
-        char const *why;
-    } const cases[] = {
+    row_of<int, char16_t const *> const cases[] = {
         {2, uR"(C:\l\no)", "the drive: nothing was reached"},
         {4, uR"(C:\l\no)", "the link: its root was reached"},
         {5, uR"(C:\d\no)", "what is missing anyway"},
     };
     for (auto const &row : cases) {
-        simulated_machine machine;
-        machine.add_directory(u"C:\\d").add_symbolic_link(u"C:\\l", u"d", flavour::directory);
-        sure_fault const fault = machine.fail_call("GetFullPathNameW", row.nth, 1117);
+        simulated_machine fresh;
+        fresh.add_directory(u"C:\\d").add_symbolic_link(u"C:\\l", u"d", flavour::directory);
+        sure_fault const fault = fresh.fail_call("GetFullPathNameW", row.given, 1117);
         EXPECT_EQ(weakly_canonical(uR"(C:\l\no)"), row.expected) << row.why;
     }
 }
 
-TEST(WeaklyCanonicalCalls, AWalkThatEndsAtTheDriveTakesItsCurrentDirectory)
+TEST_ON_MACHINE(WeaklyCanonicalCalls, AWalkThatEndsAtTheDriveTakesItsCurrentDirectory)
 {
-    simulated_machine machine;
     machine.add_directory(uR"(C:\work)").set_current_directory(uR"(C:\work)");
     sure_fault const fault = machine.fail_call("GetFullPathNameW", 3, 1117);
     EXPECT_FAILURE(weakly_canonical(uR"(C:\no)"),
@@ -156,9 +138,8 @@ TEST(WeaklyCanonicalCalls, AWalkThatEndsAtTheDriveTakesItsCurrentDirectory)
 }
 
 // The walk joins name by name, so `C:a` is in the root there.
-TEST(WeaklyCanonicalWalk, ADriveWithoutABackslash)
+TEST_ON_MACHINE(WeaklyCanonicalWalk, ADriveWithoutABackslash)
 {
-    simulated_machine machine;
     machine.add_directory(uR"(C:\work\a)").set_current_directory(uR"(C:\work)");
     EXPECT_EQ(weakly_canonical(uR"(C:a\b)"), uR"(C:\work\a\b)");
     machine.add_directory(uR"(C:\a)");
@@ -167,18 +148,16 @@ TEST(WeaklyCanonicalWalk, ADriveWithoutABackslash)
     EXPECT_EQ(weakly_canonical(uR"(C:a\b)"), uR"(C:\work\a\b)") << "all of it is there";
 }
 
-TEST(WeaklyCanonicalWalk, ADriveThatIsntThereIsKept)
+TEST_ON_MACHINE(WeaklyCanonicalWalk, ADriveThatIsntThereIsKept)
 {
-    simulated_machine const machine;
     EXPECT_EQ(weakly_canonical(uR"(Q:\a\b)"), uR"(Q:\a\b)");
     EXPECT_EQ(weakly_canonical(uR"(Q:\)"), uR"(Q:\)");
     EXPECT_EQ(weakly_canonical(uR"(Q:\a\..\b)"), uR"(Q:\b)");
     EXPECT_EQ(weakly_canonical(u"Q:"), u"Q:");
 }
 
-TEST(WeaklyCanonicalWalk, RootedTexts)
+TEST_ON_MACHINE(WeaklyCanonicalWalk, RootedTexts)
 {
-    simulated_machine machine;
     machine.add_drive(u'D')
         .add_directory(uR"(D:\d\e)")
         .add_symbolic_link(uR"(D:\l)", uR"(d\e)", flavour::directory);
@@ -198,9 +177,8 @@ TEST(WeaklyCanonicalWalk, RootedTexts)
 }
 
 // A server by itself can't be asked about, so nothing behind it is reached.
-TEST(WeaklyCanonicalWalk, EndsAtTheServer)
+TEST_ON_MACHINE(WeaklyCanonicalWalk, EndsAtTheServer)
 {
-    simulated_machine machine;
     machine.add_share(u"s", u"h").add_directory(uR"(\\s\h\d)").follow_remote_links();
     machine.add_symbolic_link(uR"(\\s\h\l)", u"d", flavour::directory);
     constexpr text_row<char16_t> cases[] = {
@@ -224,21 +202,19 @@ TEST(WeaklyCanonicalWalk, EndsAtTheServer)
                      R"(GetFullPathNameW(\\s))", R"(GetFileAttributesExW(\\s))"}));
 }
 
-TEST(WeaklyCanonicalWalk, OnAMappedDriveGoesOn)
+TEST_ON_MACHINE(WeaklyCanonicalWalk, OnAMappedDriveGoesOn)
 {
-    simulated_machine machine;
     machine.add_share(u"s", u"h").map_drive(u'X', u"s", u"h").add_directory(uR"(\\s\h\d)");
-    machine.follow_remote_links();
-    machine.add_symbolic_link(uR"(\\s\h\l)", u"d", flavour::directory);
+    machine.follow_remote_links().add_symbolic_link(uR"(\\s\h\l)", u"d", flavour::directory);
     EXPECT_EQ(weakly_canonical(uR"(X:\l\no)"), uR"(X:\d\no)");
     EXPECT_EQ(weakly_canonical(uR"(X:\no)"), uR"(X:\no)");
 }
 
-TEST(WeaklyCanonicalCalls, EveryFailingCallReleasesWhatItHolds)
+TEST_ON_MACHINE(WeaklyCanonicalCalls, EveryFailingCallReleasesWhatItHolds)
 {
-    auto const build = [](simulated_machine &machine) {
-        machine.add_directory(uR"(C:\d)").add_shortcut(uR"(C:\d.lnk)", u"C:\\d");
-        machine.add_symbolic_link(u"C:\\l", u"d", flavour::directory);
+    auto const build = [](simulated_machine &fresh) {
+        fresh.add_directory(uR"(C:\d)").add_shortcut(uR"(C:\d.lnk)", u"C:\\d");
+        fresh.add_symbolic_link(u"C:\\l", u"d", flavour::directory);
     };
     std::map<std::u16string, int> answers;
     sweep(build, [&](failing_run const &) {
@@ -256,4 +232,4 @@ TEST(WeaklyCanonicalCalls, EveryFailingCallReleasesWhatItHolds)
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

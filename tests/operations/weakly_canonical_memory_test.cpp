@@ -7,14 +7,11 @@
 
 #include <new>
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
 
-using namespace test_support;
-
-TEST(WeaklyCanonicalMemory, EndsTheWalkWhereItRunsOut)
+TEST_ON_MACHINE(WeaklyCanonicalMemory, EndsTheWalkWhereItRunsOut)
 {
-    simulated_machine machine;
     machine.add_directory(u"C:\\d").add_symbolic_link(u"C:\\l", u"d", flavour::directory);
     // the whole is asked about first, then the drive and its root: then comes the link
     memory_for_text const none(machine, 4);
@@ -22,16 +19,16 @@ TEST(WeaklyCanonicalMemory, EndsTheWalkWhereItRunsOut)
     EXPECT_TRUE(none.ran_out());
 }
 
-TEST(WeaklyCanonicalMemory, IsMissedAheadOfTheWalkAndBehindIt)
+TEST_ON_MACHINE(WeaklyCanonicalMemory, IsMissedAheadOfTheWalkAndBehindIt)
 {
     for (int const nth : {1, 6}) {
-        simulated_machine machine;
-        machine.add_directory(u"C:\\d");
-        memory_for_text const none(machine, nth);
+        simulated_machine fresh;
+        fresh.add_directory(u"C:\\d");
+        memory_for_text const none(fresh, nth);
         EXPECT_THROW(weakly_canonical(uR"(C:\d\no)"), std::bad_alloc) << nth;
         EXPECT_TRUE(none.ran_out());
     }
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

@@ -10,17 +10,15 @@ namespace {
 
 using namespace test_support;
 
-TEST(MakeExpandedPathCalls, NoneForWhatDependsOnNothing)
+TEST_ON_MACHINE(MakeExpandedPathCalls, NoneForWhatDependsOnNothing)
 {
-    simulated_machine machine;
     for (char16_t const *text : {u"", u"foo", uR"(C:\foo)", uR"(\\server\share)", uR"(\\?\C:foo)"})
         make_expanded_path(text, true);
     EXPECT_EQ(calls(machine), lines{});
 }
 
-TEST(MakeExpandedPathCalls, OneForTheDriveOrTheWholeRootedText)
+TEST_ON_MACHINE(MakeExpandedPathCalls, OneForTheDriveOrTheWholeRootedText)
 {
-    simulated_machine machine;
     machine.add_directory(u"C:\\work").set_current_directory(u"C:\\work");
     EXPECT_EQ(make_expanded_path(u"C:", true), uR"(C:\work)");
     EXPECT_EQ(make_expanded_path(u"C:foo", true), uR"(C:\work\foo)");
@@ -29,19 +27,18 @@ TEST(MakeExpandedPathCalls, OneForTheDriveOrTheWholeRootedText)
               (lines{"GetFullPathNameW(C:)", "GetFullPathNameW(C:)", R"(GetFullPathNameW(\foo))"}));
 }
 
-TEST(MakeExpandedPathCalls, OneForUpTo1023UnitsAndTwoForMore)
+TEST_ON_MACHINE(MakeExpandedPathCalls, OneForUpTo1023UnitsAndTwoForMore)
 {
     for (std::size_t const size : {1022U, 1023U, 1024U, 1025U}) {
-        simulated_machine machine;
+        simulated_machine fresh;
         std::u16string const text = u'\\' + std::u16string(size - 3, u'a'); // C: comes ahead
         EXPECT_EQ(make_expanded_path(text, true), u"C:" + text);
-        EXPECT_EQ(machine.calls_of("GetFullPathNameW"), size < 1024 ? 1 : 2) << size;
+        EXPECT_EQ(fresh.calls_of("GetFullPathNameW"), size < 1024 ? 1 : 2) << size;
     }
 }
 
-TEST(MakeExpandedPathCalls, AnAnswerAsLongAsTheBufferIsATextOfThatLength)
+TEST_ON_MACHINE(MakeExpandedPathCalls, AnAnswerAsLongAsTheBufferIsATextOfThatLength)
 {
-    simulated_machine machine;
     auto const hook = machine.on_full_path_name([](DWORD room, wchar_t *buffer) {
         for (DWORD at = 0; at < room; ++at)
             buffer[at] = L'x';
@@ -51,9 +48,8 @@ TEST(MakeExpandedPathCalls, AnAnswerAsLongAsTheBufferIsATextOfThatLength)
     EXPECT_EQ(machine.calls_of("GetFullPathNameW"), 1);
 }
 
-TEST(MakeExpandedPathCalls, FailuresNameWhatTheCallWasGiven)
+TEST_ON_MACHINE(MakeExpandedPathCalls, FailuresNameWhatTheCallWasGiven)
 {
-    simulated_machine machine;
     {
         auto const fault = machine.fail_every_call_on("GetFullPathNameW", 5);
         EXPECT_FAILURE(make_expanded_path(u"C:foo", true), denied(u"C:"));
@@ -66,9 +62,8 @@ TEST(MakeExpandedPathCalls, FailuresNameWhatTheCallWasGiven)
         << "asked for more room twice: whatever code that leaves";
 }
 
-TEST(MakeExpandedPathCalls, TakeTheCurrentDirectoryOfAnotherDrive)
+TEST_ON_MACHINE(MakeExpandedPathCalls, TakeTheCurrentDirectoryOfAnotherDrive)
 {
-    simulated_machine machine;
     machine.add_drive(u'D').add_directory(u"D:\\data");
     EXPECT_EQ(make_expanded_path(u"D:foo", true), uR"(D:\foo)") << "its root by default";
     ::SetEnvironmentVariableW(L"=D:", L"D:\\data");

@@ -1,14 +1,13 @@
 #include <fl/filesystem/pathname.hpp>
 
-#include "support/names.hpp"
-#include "support/workspace.hpp"
+#include "support/in_workspace.hpp"
 
 namespace fl::filesystem::detail {
 namespace {
 
 using namespace test_support;
 
-TEST(MakeExpandedPath, ReturnsWhatDependsOnNothingUnchanged)
+TEST_IN_WORKSPACE(MakeExpandedPath, ReturnsWhatDependsOnNothingUnchanged)
 {
     for (char16_t const *text :
          {u"", u"foo", u"..\\foo", uR"(C:\foo)", uR"(C:\a\..\b)", u"C:\\foo\\", uR"(\\server)",
@@ -18,22 +17,19 @@ TEST(MakeExpandedPath, ReturnsWhatDependsOnNothingUnchanged)
     }
 }
 
-TEST(MakeExpandedPath, TakesTheCurrentDirectoryOfADrive)
+TEST_IN_WORKSPACE(MakeExpandedPath, TakesTheCurrentDirectoryOfADrive)
 {
-    workspace work;
-    work.change_directory(work.root());
     std::u16string const drive = work.root().substr(0, 2);
     // Wine ends the directory in a backslash, Windows doesn't
     std::u16string const ending = runs_under_wine() ? u"\\" : u"";
     EXPECT_EQ(make_expanded_path(drive, true), work.root() + ending);
-    EXPECT_EQ(make_expanded_path(drive + u"foo", true), work.path(u"foo"));
-    EXPECT_EQ(make_expanded_path(drive + uR"(..\foo)", false), work.path(uR"(..\foo)"))
+    EXPECT_EQ(make_expanded_path(drive + u"foo", true), at(u"foo"));
+    EXPECT_EQ(make_expanded_path(drive + uR"(..\foo)", false), at(uR"(..\foo)"))
         << "only the drive is expanded";
 }
 
-TEST(MakeExpandedPath, TakesTheRootOfADriveWithItsBackslash)
+TEST_IN_WORKSPACE(MakeExpandedPath, TakesTheRootOfADriveWithItsBackslash)
 {
-    workspace work;
     std::u16string const root = work.root().substr(0, 3);
     work.change_directory(root);
     std::u16string const drive = root.substr(0, 2);
@@ -41,10 +37,8 @@ TEST(MakeExpandedPath, TakesTheRootOfADriveWithItsBackslash)
     EXPECT_EQ(make_expanded_path(drive + u"foo", true), root + u"foo") << "no second backslash";
 }
 
-TEST(MakeExpandedPath, PutsARootedPathnameOnTheCurrentDrive)
+TEST_IN_WORKSPACE(MakeExpandedPath, PutsARootedPathnameOnTheCurrentDrive)
 {
-    workspace work;
-    work.change_directory(work.root());
     std::u16string const drive = work.root().substr(0, 2);
     EXPECT_EQ(make_expanded_path(uR"(\foo)", true), drive + uR"(\foo)");
     EXPECT_EQ(make_expanded_path(u"\\", true), drive + u"\\");
@@ -52,10 +46,8 @@ TEST(MakeExpandedPath, PutsARootedPathnameOnTheCurrentDrive)
         << "the whole text goes through the system";
 }
 
-TEST(MakeExpandedPath, HasNoLimitOfItsOwn)
+TEST_IN_WORKSPACE(MakeExpandedPath, HasNoLimitOfItsOwn)
 {
-    workspace work;
-    work.change_directory(work.root());
     std::u16string const drive = work.root().substr(0, 2);
     for (std::size_t const size : {1021U, 1022U, 1023U, 1024U, 1025U, 20000U}) {
         std::u16string const text = u'\\' + std::u16string(size - 1, u'a');

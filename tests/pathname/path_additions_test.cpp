@@ -6,10 +6,9 @@
 
 #include <type_traits>
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
 
-using namespace test_support;
 using namespace fl::filesystem::literals;
 
 TEST(UpathAdditions, IsMadeOfTextsOfOtherTypes)
@@ -282,4 +281,4 @@ TEST(UpathAdditions, FlagsNeedNotBeGiven)
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

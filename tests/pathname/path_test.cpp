@@ -9,10 +9,8 @@
 #include <type_traits>
 #include <unordered_set>
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
-
-using namespace test_support;
 
 names elements_of(upath const &path)
 {
@@ -288,4 +286,4 @@ TEST(UpathHash, IsTriviallyCopyable)
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

@@ -4,10 +4,9 @@
 
 #include <type_traits>
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
 
-using namespace test_support;
 using narrow_traits = pathname_traits<char16_t>;
 using wide_traits = pathname_traits<wchar_t>;
 
@@ -149,4 +148,4 @@ TEST(PathnameTraits, ConversionCopiesUnits)
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

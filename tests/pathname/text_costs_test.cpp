@@ -8,10 +8,8 @@
 
 #include <functional>
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
-
-using namespace test_support;
 
 // Every part of it is longer than what a string holds without allocating.
 std::u16string const text =
@@ -135,4 +133,4 @@ TEST(TextCosts, AWalkTakesMemoryOnlyWhereAnElementIsLongerThanAllBeforeIt)
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

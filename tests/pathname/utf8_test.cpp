@@ -8,14 +8,12 @@
 
 #include <type_traits>
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
 
-using namespace test_support;
 using namespace std::string_view_literals;
-using test_support::failure;
 
-failure conversion_failure()
+test_support::failure conversion_failure()
 {
     return {fsys_excp_file_name_conversion_failure,
             "fl:filesystem:FileNameConversionFailure",
@@ -162,4 +160,4 @@ TEST(Utf8, OfPaths)
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

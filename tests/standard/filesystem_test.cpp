@@ -1,8 +1,7 @@
 #include "standard/filesystem.hpp"
 
 #include "standard/error_codes.hpp"
-#include "support/names.hpp"
-#include "support/workspace.hpp"
+#include "support/in_workspace.hpp"
 
 namespace fl::filesystem::detail {
 namespace {
@@ -51,19 +50,18 @@ TEST(StandardAbsolute, ClearsTheCodeAndExpands)
     EXPECT_EQ(ec, std::error_code());
 }
 
-TEST(StandardCreateDirectory, AnswersAndCodes)
+TEST_IN_WORKSPACE(StandardCreateDirectory, AnswersAndCodes)
 {
-    workspace work;
-    work.make_file(work.path(u"file"));
+    make_file(u"file");
     std::error_code ec = stale;
-    EXPECT_TRUE(standard::create_directory(wide(work.path(u"a")), ec));
+    EXPECT_TRUE(standard::create_directory(wide(at(u"a")), ec));
     EXPECT_EQ(ec, std::error_code());
     ec = stale;
-    EXPECT_FALSE(standard::create_directory(wide(work.path(u"a")), ec)) << "it is there already";
+    EXPECT_FALSE(standard::create_directory(wide(at(u"a")), ec)) << "it is there already";
     EXPECT_EQ(ec, std::error_code()) << "which is no error";
-    EXPECT_FALSE(standard::create_directory(wide(work.path(u"file")), ec));
+    EXPECT_FALSE(standard::create_directory(wide(at(u"file")), ec));
     EXPECT_EQ(ec, system_code(183)) << "a file is in its place";
-    EXPECT_FALSE(standard::create_directory(wide(work.path(uR"(no\b)")), ec));
+    EXPECT_FALSE(standard::create_directory(wide(at(uR"(no\b)")), ec));
     EXPECT_EQ(ec, system_code(3)) << "its parent is missing";
     EXPECT_FALSE(standard::create_directory(L"", ec));
     EXPECT_EQ(ec, system_code(3));

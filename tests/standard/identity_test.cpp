@@ -10,9 +10,8 @@ namespace {
 using namespace test_support;
 
 // FAT and many shares have identifiers of 64 bits: its bytes, the lowest first, and zeros.
-TEST(StandardIdentity, AShortIdentifierIsTheBeginningOfALongOne)
+TEST_ON_MACHINE(StandardIdentity, AShortIdentifierIsTheBeginningOfALongOne)
 {
-    simulated_machine machine;
     machine.keep_journal(false);
     sure_fault const fault =
         machine.fail_every_call_on("GetFileInformationByHandleEx", ERROR_INVALID_PARAMETER);

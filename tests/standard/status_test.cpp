@@ -127,10 +127,9 @@ TEST(StandardStatusOfRefusingFiles, AFailedSearchLeavesTheCode)
     EXPECT_TRUE(fault.fired());
 }
 
-TEST(StandardSymlinkStatus, OpensReparsePointsOnly)
+TEST_ON_MACHINE(StandardSymlinkStatus, OpensReparsePointsOnly)
 {
     using names = std::vector<std::string>;
-    simulated_machine machine;
     machine.add_file(u"C:\\f").add_symbolic_link(u"C:\\l", u"f");
     answer_of(standard::symlink_status, L"C:\\f");
     EXPECT_EQ(functions_called(machine), names{"GetFileAttributesExW"});
@@ -141,9 +140,8 @@ TEST(StandardSymlinkStatus, OpensReparsePointsOnly)
 }
 
 // Between the two calls: then the name is what the second one saw, tag and all.
-TEST(StandardSymlinkStatus, OfALinkThatIsReplacedIsOfOneMoment)
+TEST_ON_MACHINE(StandardSymlinkStatus, OfALinkThatIsReplacedIsOfOneMoment)
 {
-    simulated_machine machine;
     machine.add_symbolic_link(u"C:\\l", u"f");
     {
         sure_fault const swapped = machine.before_call("CreateFileW", 1, [&] {
@@ -161,9 +159,8 @@ TEST(StandardSymlinkStatus, OfALinkThatIsReplacedIsOfOneMoment)
               (answer{file_type::symlink, perms::all & ~write, 0}));
 }
 
-TEST(StandardStatus, OfALinkHasThePermissionsOfWhatItLeadsTo)
+TEST_ON_MACHINE(StandardStatus, OfALinkHasThePermissionsOfWhatItLeadsTo)
 {
-    simulated_machine machine;
     machine.add_file(u"C:\\f").add_symbolic_link(u"C:\\l", u"f");
     EXPECT_EQ(answer_of(standard::status, L"C:\\l"), (answer{file_type::regular, perms::all, 0}));
     machine.set_attributes(u"C:\\f", FILE_ATTRIBUTE_READONLY);
@@ -171,17 +168,17 @@ TEST(StandardStatus, OfALinkHasThePermissionsOfWhatItLeadsTo)
               (answer{file_type::regular, perms::all & ~write, 0}));
 }
 
-TEST(StandardStatus, AFailureWithoutACodeIs31)
+TEST_ON_MACHINE(StandardStatus, AFailureWithoutACodeIs31)
 {
     constexpr answer expected{file_type::none, unknown, 31};
     for (char const *const function :
          {"GetFileAttributesExW", "CreateFileW", "GetFileInformationByHandleEx"}) {
-        simulated_machine machine;
-        machine.add_directory(u"C:\\d").add_symbolic_link(u"C:\\l", u"d", flavour::directory);
-        sure_fault const fault = machine.fail_every_call_on(function, 0);
+        simulated_machine fresh;
+        fresh.add_directory(u"C:\\d").add_symbolic_link(u"C:\\l", u"d", flavour::directory);
+        sure_fault const fault = fresh.fail_every_call_on(function, 0);
         EXPECT_EQ(answer_of(standard::status, L"C:\\l"), expected) << function;
         EXPECT_EQ(answer_of(standard::symlink_status, L"C:\\l"), expected) << function;
-        EXPECT_EQ(machine.open_handles(), 0) << function;
+        EXPECT_EQ(fresh.open_handles(), 0) << function;
     }
 }
 

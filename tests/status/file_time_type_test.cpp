@@ -8,10 +8,9 @@
 
 #include <type_traits>
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
 
-using namespace test_support;
 using boost::gregorian::date;
 using boost::posix_time::microseconds;
 using boost::posix_time::ptime;
@@ -79,4 +78,4 @@ TEST(FileTime, ComparesWithTheClock)
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

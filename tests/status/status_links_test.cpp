@@ -9,12 +9,10 @@
 #include "status/outcomes.hpp"
 #include "support/calls.hpp"
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
 
-using namespace test_support;
 using detail::windows::target_status_bridge;
-using test_support::failure;
 using test_support::outcome;
 
 constexpr std::uint32_t unknown_tag = 0x80000123; // Microsoft's by its number, and nobody's
@@ -216,12 +214,12 @@ outcome expected(says what, known const &of, object_case const &row)
     return missing();
 }
 
-TEST(StatusTable, EachQueryOfEachObject)
+TEST_ON_MACHINE(StatusTable, EachQueryOfEachObject)
 {
     for (object_case const &row : object_cases) {
-        simulated_machine machine;
-        build(machine);
-        known const of = know(machine, row);
+        simulated_machine fresh;
+        build(fresh);
+        known const of = know(fresh, row);
         std::u16string const path = row.path;
         outcome light = expected(row.express, of, row);
         light.answer = shortened(*light.answer);
@@ -239,11 +237,11 @@ TEST(StatusTable, EachQueryOfEachObject)
         EXPECT_EQ(outcome_of([&] { return target_status_bridge(wide(path)); }),
                   expected(row.target_status, of, row))
             << row.why;
-        expect_nothing_open(machine, row.why);
+        expect_nothing_open(fresh, row.why);
     }
 }
 
-std::optional<failure> expected_refusal(object_case const &row)
+maybe_failure expected_refusal(object_case const &row)
 {
     if (row.exists == existence::denied)
         return denied(row.path);
@@ -252,26 +250,25 @@ std::optional<failure> expected_refusal(object_case const &row)
     return std::nullopt;
 }
 
-TEST(StatusTable, ExistsAsTheSystemFollows)
+TEST_ON_MACHINE(StatusTable, ExistsAsTheSystemFollows)
 {
     for (object_case const &row : object_cases) {
-        simulated_machine machine;
-        build(machine);
+        simulated_machine fresh;
+        build(fresh);
         std::u16string const path = row.path;
-        know(machine, row);
+        know(fresh, row);
         bool found = false, found_object = false;
-        std::optional<failure> const refusal = expected_refusal(row);
+        maybe_failure const refusal = expected_refusal(row);
         EXPECT_EQ(failure_of([&] { found = exists(path); }), refusal) << row.why;
         EXPECT_EQ(failure_of([&] { found_object = exists(upath(path)); }), refusal) << row.why;
         EXPECT_EQ(found, row.exists == existence::yes) << row.why;
         EXPECT_EQ(found_object, found) << row.why;
-        expect_nothing_open(machine, row.why);
+        expect_nothing_open(fresh, row.why);
     }
 }
 
-TEST(StatusTable, ExistsFollowsOnANetworkWhereTheSystemDoes)
+TEST_ON_MACHINE(StatusTable, ExistsFollowsOnANetworkWhereTheSystemDoes)
 {
-    simulated_machine machine;
     build(machine);
     machine.follow_remote_links();
     EXPECT_TRUE(exists(u"\\\\s\\h\\link"));
@@ -279,9 +276,8 @@ TEST(StatusTable, ExistsFollowsOnANetworkWhereTheSystemDoes)
     EXPECT_EQ(status(u"\\\\s\\h\\broken").get_type(), regular) << "the two may differ";
 }
 
-TEST(StatusTable, PredicatesOfAJunctionsOwnRecord)
+TEST_ON_MACHINE(StatusTable, PredicatesOfAJunctionsOwnRecord)
 {
-    simulated_machine machine;
     build(machine);
     for (char16_t const *path : {u"C:\\junction", u"C:\\no-junction", u"C:\\volume"}) {
         file_status const seen = symlink_status(path);
@@ -294,9 +290,8 @@ TEST(StatusTable, PredicatesOfAJunctionsOwnRecord)
     EXPECT_TRUE(volume.get_mtime().is_not_a_date_time());
 }
 
-TEST(StatusLinks, AMountPointAtADirectoryOfTheVolumeIsAJunction)
+TEST_ON_MACHINE(StatusLinks, AMountPointAtADirectoryOfTheVolumeIsAJunction)
 {
-    simulated_machine machine;
     machine.add_junction(u"C:\\odd", uR"(\??\Volume{1}\)", u"C:\\dir").add_directory(u"C:\\dir");
     record const target = stamp(machine, u"C:\\dir", 1, 2, directory);
     EXPECT_EQ(outcome_of([] { return status(u"C:\\odd"); }), answers(target));
@@ -305,15 +300,15 @@ TEST(StatusLinks, AMountPointAtADirectoryOfTheVolumeIsAJunction)
 }
 
 // A link without any text, which isn't a volume either.
-TEST(StatusLinks, WithoutATextAnswerForThemselves)
+TEST_ON_MACHINE(StatusLinks, WithoutATextAnswerForThemselves)
 {
     for (std::uint32_t const tag : {symlink_tag, mount_point_tag}) {
-        simulated_machine machine;
-        machine.add_reparse_point(u"C:\\l", tag,
-                                  tag == symlink_tag ? simulation::symbolic_link_data(u"", u"", 1)
-                                                     : simulation::mount_point_data(u"", u""),
-                                  flavour::directory);
-        record own = stamp(machine, u"C:\\l", 1, 2, directory);
+        simulated_machine fresh;
+        fresh.add_reparse_point(u"C:\\l", tag,
+                                tag == symlink_tag ? simulation::symbolic_link_data(u"", u"", 1)
+                                                   : simulation::mount_point_data(u"", u""),
+                                flavour::directory);
+        record own = stamp(fresh, u"C:\\l", 1, 2, directory);
         EXPECT_EQ(outcome_of([] { return status(u"C:\\l"); }), answers(own));
         EXPECT_EQ(outcome_of([] { return status_express_light(u"C:\\l"); }),
                   answers(shortened(own)));
@@ -323,9 +318,8 @@ TEST(StatusLinks, WithoutATextAnswerForThemselves)
     }
 }
 
-TEST(StatusLinks, TheNameThatAnswersTellsWhatRuns)
+TEST_ON_MACHINE(StatusLinks, TheNameThatAnswersTellsWhatRuns)
 {
-    simulated_machine machine;
     machine.add_file(u"C:\\tool.exe").add_file(u"C:\\plain");
     machine.add_symbolic_link(u"C:\\link", u"tool.exe");
     machine.add_symbolic_link(u"C:\\link.exe", u"plain");
@@ -343,9 +337,8 @@ TEST(StatusLinks, TheNameThatAnswersTellsWhatRuns)
     EXPECT_EQ(symlink_status(u"C:\\link.exe").get_perms() & 0777, 0777U);
 }
 
-TEST(StatusLinks, AnExtensionBeyondAscii)
+TEST_ON_MACHINE(StatusLinks, AnExtensionBeyondAscii)
 {
-    simulated_machine machine;
     std::u16string const file = u"C:\\f.b\u00E9x", link = u"C:\\l.b\u00E9x";
     machine.add_file(file, "12").add_file(u"C:\\plain").add_directory(u"C:\\d.b\u00E9x");
     machine.add_symbolic_link(link, u"plain").add_symbolic_link(u"C:\\to", u"f.b\u00E9x");
@@ -362,7 +355,6 @@ TEST(StatusLinks, AnExtensionBeyondAscii)
     EXPECT_EQ(outcome_of([&] { return status(link); }), answers(plain)) << "the target's counts";
     EXPECT_EQ(outcome_of([&] { return symlink_status(link); }), invalid_character());
     EXPECT_EQ(status(u"C:\\d.b\u00E9x").get_type(), directory) << "a directory isn't asked";
-    EXPECT_EQ(machine.open_handles(), 0);
 }
 
 /// A chain of links `C:\l1`, `C:\l2` and so on, the last of which leads to `C:\end`.
@@ -380,13 +372,13 @@ void add_chain(simulated_machine &machine, int links, bool are_junctions = false
     }
 }
 
-TEST(StatusChains, NineteenLinksAreFollowed)
+TEST_ON_MACHINE(StatusChains, NineteenLinksAreFollowed)
 {
     for (int const links : {1, 2, 18, 19}) {
-        simulated_machine machine;
-        machine.add_file(u"C:\\end", "1234");
-        add_chain(machine, links);
-        record const end = stamp(machine, u"C:\\end", 1, 0x21, regular);
+        simulated_machine fresh;
+        fresh.add_file(u"C:\\end", "1234");
+        add_chain(fresh, links);
+        record const end = stamp(fresh, u"C:\\end", 1, 0x21, regular);
         EXPECT_EQ(outcome_of([] { return status(u"C:\\l1"); }), answers(end)) << links;
         EXPECT_EQ(outcome_of([] { return status_express_light(u"C:\\l1"); }),
                   answers(shortened(end)))
@@ -394,15 +386,15 @@ TEST(StatusChains, NineteenLinksAreFollowed)
         EXPECT_EQ(outcome_of([] { return target_status_bridge(L"C:\\l1"); }), answers(end))
             << links;
         EXPECT_EQ(symlink_status(u"C:\\l1").get_type(), symlink) << links;
-        EXPECT_EQ(machine.open_handles(), 0);
+        EXPECT_EQ(fresh.open_handles(), 0);
     }
 }
 
-TEST(StatusChains, BrokenAtTheirEnd)
+TEST_ON_MACHINE(StatusChains, BrokenAtTheirEnd)
 {
     for (int const links : {2, 19}) {
-        simulated_machine machine;
-        add_chain(machine, links);
+        simulated_machine fresh;
+        add_chain(fresh, links);
         EXPECT_EQ(outcome_of([] { return status(u"C:\\l1"); }), missing()) << links;
         EXPECT_EQ(outcome_of([] { return status_express_light(u"C:\\l1"); }), missing_light());
         EXPECT_EQ(outcome_of([] { return target_status_bridge(L"C:\\l1"); }), missing());
@@ -419,32 +411,30 @@ void expect_loop(std::u16string const &path, std::u16string const &reached, char
     EXPECT_EQ(outcome_of([&] { return target_status_bridge(wide(path)); }), expected) << why;
 }
 
-TEST(StatusChains, TwentyLinksAreTooMany)
+TEST_ON_MACHINE(StatusChains, TwentyLinksAreTooMany)
 {
     for (int const links : {20, 21, 40}) {
         for (bool const are_junctions : {false, true}) {
-            simulated_machine machine;
-            machine.add_directory(u"C:\\end");
-            add_chain(machine, links, are_junctions, flavour::directory);
+            simulated_machine fresh;
+            fresh.add_directory(u"C:\\end");
+            add_chain(fresh, links, are_junctions, flavour::directory);
             expect_loop(u"C:\\l1", links == 20 ? uR"(\\?\C:\end)" : uR"(\\?\C:\l21)", "a chain");
             EXPECT_EQ(symlink_status(u"C:\\l1").get_type(), are_junctions ? reparse : symlink);
             EXPECT_TRUE(exists(u"C:\\l1")) << "the system goes further";
-            EXPECT_EQ(machine.open_handles(), 0);
+            EXPECT_EQ(fresh.open_handles(), 0);
         }
     }
 }
 
 // The limit is looked at ahead of the name.
-TEST(StatusChains, TwentyLinksToNothingAreTooMany)
+TEST_ON_MACHINE(StatusChains, TwentyLinksToNothingAreTooMany)
 {
-    simulated_machine machine;
     add_chain(machine, 20);
     expect_loop(u"C:\\l1", uR"(\\?\C:\end)", "nobody asks for what stands there");
 }
 
-TEST(StatusChains, Loops)
+TEST_ON_MACHINE(StatusChains, Loops)
 {
-    simulated_machine machine;
     machine.add_symbolic_link(u"C:\\self", u"self").add_symbolic_link(u"C:\\full", u"C:\\full");
     machine.add_junction(u"C:\\junction", u"C:\\junction");
     machine.add_symbolic_link(u"C:\\ping", u"pong").add_symbolic_link(u"C:\\pong", u"ping");
@@ -458,15 +448,15 @@ TEST(StatusChains, Loops)
 }
 
 // Only the last hop is on the network, where it ends for most queries.
-TEST(StatusNetwork, ALinkThatLeadsToALinkThere)
+TEST_ON_MACHINE(StatusNetwork, ALinkThatLeadsToALinkThere)
 {
     for (bool const is_mapped : {false, true}) {
-        simulated_machine machine;
-        machine.add_share(u"s", u"h").map_drive(u'X', u"s", u"h").add_file(u"\\\\s\\h\\t", "123");
-        machine.add_symbolic_link(u"\\\\s\\h\\there", u"t");
-        machine.add_symbolic_link(u"C:\\l", is_mapped ? u"X:\\there" : u"\\\\s\\h\\there");
-        record const there = stamp(machine, u"\\\\s\\h\\there", 1, 2, regular);
-        record const end = stamp(machine, u"\\\\s\\h\\t", 2, 0x21, regular);
+        simulated_machine fresh;
+        fresh.add_share(u"s", u"h").map_drive(u'X', u"s", u"h").add_file(u"\\\\s\\h\\t", "123");
+        fresh.add_symbolic_link(u"\\\\s\\h\\there", u"t");
+        fresh.add_symbolic_link(u"C:\\l", is_mapped ? u"X:\\there" : u"\\\\s\\h\\there");
+        record const there = stamp(fresh, u"\\\\s\\h\\there", 1, 2, regular);
+        record const end = stamp(fresh, u"\\\\s\\h\\t", 2, 0x21, regular);
         EXPECT_EQ(outcome_of([] { return status(u"C:\\l"); }), answers(there)) << is_mapped;
         EXPECT_EQ(outcome_of([] { return status_express_light(u"C:\\l"); }),
                   answers(shortened(there)))
@@ -476,9 +466,8 @@ TEST(StatusNetwork, ALinkThatLeadsToALinkThere)
     }
 }
 
-TEST(StatusNetwork, TheLongFormOfAShare)
+TEST_ON_MACHINE(StatusNetwork, TheLongFormOfAShare)
 {
-    simulated_machine machine;
     machine.add_share(u"s", u"h").add_file(u"\\\\s\\h\\t").add_symbolic_link(u"\\\\s\\h\\l", u"t");
     record const own = stamp(machine, u"\\\\s\\h\\l", 1, 2, regular);
     EXPECT_EQ(outcome_of([] { return target_status_bridge(LR"(\\?\UNC\s\h\l)"); }), answers(own));
@@ -491,9 +480,8 @@ TEST(StatusNetwork, TheLongFormOfAShare)
               answers(shortened(own)));
 }
 
-TEST(StatusNetwork, AServerThatIsGone)
+TEST_ON_MACHINE(StatusNetwork, AServerThatIsGone)
 {
-    simulated_machine machine;
     machine.add_dead_server(u"s");
     std::u16string const path = u"\\\\s\\h\\f";
     outcome const expected = fails(system_error(53, path));
@@ -512,7 +500,7 @@ struct tag_case
 };
 
 // A link that leads to another kind of reparse point.
-TEST(StatusLinks, TargetsThatAreNoLinks)
+TEST_ON_MACHINE(StatusLinks, TargetsThatAreNoLinks)
 {
     constexpr tag_case cases[] = {
         {dfs_tag, false, "handled"},
@@ -520,13 +508,13 @@ TEST(StatusLinks, TargetsThatAreNoLinks)
         {symlink_tag, true, "a sparse link isn't read"},
     };
     for (tag_case const &row : cases) {
-        simulated_machine machine;
+        simulated_machine fresh;
         std::string const data = row.tag == symlink_tag
                                      ? simulation::symbolic_link_data(u"x", u"x", 1)
                                      : std::string(unknown_data);
-        machine.handle_tag(dfs_tag).add_symbolic_link(u"C:\\l", u"m").add_file(u"C:\\x");
-        machine.add_reparse_point(u"C:\\m", row.tag, data);
-        record const target = stamp(machine, u"C:\\m", 1, row.is_sparse ? 0x202 : 2, regular);
+        fresh.handle_tag(dfs_tag).add_symbolic_link(u"C:\\l", u"m").add_file(u"C:\\x");
+        fresh.add_reparse_point(u"C:\\m", row.tag, data);
+        record const target = stamp(fresh, u"C:\\m", 1, row.is_sparse ? 0x202 : 2, regular);
         EXPECT_EQ(outcome_of([] { return status(u"C:\\l"); }), answers(target)) << row.why;
         EXPECT_EQ(outcome_of([] { return status_express_light(u"C:\\l"); }),
                   answers(shortened(target)))
@@ -536,9 +524,8 @@ TEST(StatusLinks, TargetsThatAreNoLinks)
     }
 }
 
-TEST(StatusLinks, AVolumeBehindALink)
+TEST_ON_MACHINE(StatusLinks, AVolumeBehindALink)
 {
-    simulated_machine machine;
     machine.add_drive(u'D').add_mount_point(u"C:\\volume", u'D');
     machine.add_symbolic_link(u"C:\\l", u"volume", flavour::directory);
     record const volume = stamp(machine, u"C:\\volume", 1, 2, directory);
@@ -548,7 +535,7 @@ TEST(StatusLinks, AVolumeBehindALink)
     EXPECT_EQ(outcome_of([] { return target_status_bridge(L"C:\\l"); }), answers(volume));
 }
 
-TEST(StatusLinks, TextsThatLeadNowhere)
+TEST_ON_MACHINE(StatusLinks, TextsThatLeadNowhere)
 {
     // whether it is invalid; else it isn't found
     constexpr answer_row<char16_t> cases[] = {
@@ -559,22 +546,21 @@ TEST(StatusLinks, TextsThatLeadNowhere)
         {u"\\\\.\\COM1", true, "a device"},
     };
     for (auto const &row : cases) {
-        simulated_machine machine;
-        machine.add_symbolic_link(u"C:\\l", u"x", row.text, 0).add_file(u"C:\\x");
-        failure const told = row.expected ? invalid_argument("Invalid Path Type") : not_found(u"");
+        simulated_machine fresh;
+        fresh.add_symbolic_link(u"C:\\l", u"x", row.text, 0).add_file(u"C:\\x");
+        auto const told = row.expected ? invalid_argument("Invalid Path Type") : not_found(u"");
         EXPECT_EQ(outcome_of([] { return status(u"C:\\l"); }), missing()) << row.why;
         EXPECT_EQ(outcome_of([] { return status_express_light(u"C:\\l"); }), missing_light())
             << row.why;
         EXPECT_EQ(outcome_of([] { return target_status_bridge(L"C:\\l"); }), fails(told))
             << row.why;
         EXPECT_EQ(symlink_status(u"C:\\l").get_type(), symlink) << row.why;
-        EXPECT_EQ(machine.open_handles(), 0);
+        EXPECT_EQ(fresh.open_handles(), 0);
     }
 }
 
-TEST(StatusLinks, ATextThatIsWalkedTellsWhatTheWalkMeets)
+TEST_ON_MACHINE(StatusLinks, ATextThatIsWalkedTellsWhatTheWalkMeets)
 {
-    simulated_machine machine;
     machine.add_symbolic_link(u"C:\\l", u".\\loop").add_symbolic_link(u"C:\\loop", u"loop");
     outcome const expected = fails(too_many_links(uR"(\\?\C:\loop)"));
     EXPECT_EQ(outcome_of([] { return status(u"C:\\l"); }), expected);
@@ -582,9 +568,8 @@ TEST(StatusLinks, ATextThatIsWalkedTellsWhatTheWalkMeets)
     EXPECT_EQ(outcome_of([] { return target_status_bridge(L"C:\\l"); }), expected);
 }
 
-TEST(StatusLinks, RelativeOnesGoFromTheirOwnDirectory)
+TEST_ON_MACHINE(StatusLinks, RelativeOnesGoFromTheirOwnDirectory)
 {
-    simulated_machine machine;
     machine.add_drive(u'D').add_file(u"D:\\real\\t", "12").add_file(u"C:\\t", "1");
     machine.add_junction(u"C:\\way", u"D:\\real\\sub").add_directory(u"D:\\real\\sub");
     machine.add_symbolic_link(u"D:\\real\\sub\\up", u"..\\t");
@@ -600,9 +585,8 @@ TEST(StatusLinks, RelativeOnesGoFromTheirOwnDirectory)
 }
 
 // A shortcut behind a link is a file again.
-TEST(StatusLinks, ALinkToAShortcut)
+TEST_ON_MACHINE(StatusLinks, ALinkToAShortcut)
 {
-    simulated_machine machine;
     machine.add_shortcut(u"C:\\s.lnk", u"C:\\t").add_file(u"C:\\t");
     machine.add_symbolic_link(u"C:\\l", u"s.lnk");
     record const own = stamp(machine, u"C:\\s.lnk", 1, 2, regular);
@@ -611,9 +595,8 @@ TEST(StatusLinks, ALinkToAShortcut)
     EXPECT_EQ(outcome_of([] { return target_status_bridge(L"C:\\l"); }), answers(own));
 }
 
-TEST(StatusLinks, WhatTheCallerMayNotRead)
+TEST_ON_MACHINE(StatusLinks, WhatTheCallerMayNotRead)
 {
-    simulated_machine machine;
     machine.add_symbolic_link(u"C:\\l", u"t").add_file(u"C:\\t", "12");
     machine.deny(u"C:\\l", right::read_extended_attributes);
     record const own = stamp(machine, u"C:\\l", 1, 2, regular);
@@ -624,4 +607,4 @@ TEST(StatusLinks, WhatTheCallerMayNotRead)
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

@@ -4,15 +4,13 @@
 
 #include "status/outcomes.hpp"
 #include "support/attributes_for_now.hpp"
-#include "support/names.hpp"
-#include "support/workspace.hpp"
+#include "support/in_workspace.hpp"
 
 #include <windows.h>
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
 
-using namespace test_support;
 using test_support::outcome;
 
 instant instant_of(FILETIME const &time)
@@ -63,7 +61,7 @@ void expect_present(std::u16string const &path, record const &expected, char con
 constexpr unsigned int regular = 0x8000;
 constexpr unsigned int directory = 0x4000;
 
-TEST(Status, OfTheEmptyPath)
+TEST_IN_WORKSPACE(Status, OfTheEmptyPath)
 {
     expect_missing(u"", "no text");
     file_status const seen = status(u"");
@@ -71,11 +69,9 @@ TEST(Status, OfTheEmptyPath)
     EXPECT_TRUE(seen.get_mtime().is_not_a_date_time());
 }
 
-TEST(Status, OfAFile)
+TEST_IN_WORKSPACE(Status, OfAFile)
 {
-    workspace space;
-    std::u16string const path = space.path(u"file");
-    space.make_file(path, "12345");
+    std::u16string const path = make_file(u"file", "12345");
     attributes_for_now const plain(path, FILE_ATTRIBUTE_ARCHIVE);
     record const expected = record_by_the_system(path, regular, 0x1000 | 0666);
     EXPECT_EQ(expected.size, 5U);
@@ -83,13 +79,11 @@ TEST(Status, OfAFile)
     EXPECT_TRUE(file_status::is_regular(status(path)));
 }
 
-TEST(Status, OfADirectory)
+TEST_IN_WORKSPACE(Status, OfADirectory)
 {
-    workspace space;
-    space.make_directory(space.path(u"dir"));
-    space.make_directory(space.path(u"bin.exe"));
+    make({u"dir\\", u"bin.exe\\"});
     for (char16_t const *name : {u"dir", u"bin.exe"}) {
-        std::u16string const path = space.path(name);
+        std::u16string const path = at(name);
         expect_present(path, record_by_the_system(path, directory, 0666), "never to be run");
         EXPECT_TRUE(file_status::is_directory(status(path)));
     }
@@ -105,7 +99,7 @@ struct extension_case
     char const *why;
 };
 
-TEST(Status, OfWhatRuns)
+TEST_IN_WORKSPACE(Status, OfWhatRuns)
 {
     constexpr extension_case cases[] = {
         {u"tool.exe", 0777, "a program"},    {u"tool2.EXE", 0777, "in upper case"},
@@ -114,10 +108,8 @@ TEST(Status, OfWhatRuns)
         {u"tool.e", 0666, "one unit"},       {u"tool", 0666, "none"},
         {u"tool.lnk", 0666, "a shortcut"},   {u"toolexe", 0666, "no full stop"},
     };
-    workspace space;
     for (extension_case const &row : cases) {
-        std::u16string const path = space.path(row.name);
-        space.make_file(path);
+        std::u16string const path = make_file(row.name);
         attributes_for_now const archive(path, FILE_ATTRIBUTE_ARCHIVE);
         EXPECT_EQ(status(path).get_perms(), 0x1000 | row.permissions) << row.why;
         EXPECT_EQ(symlink_status(path).get_perms(), 0x1000 | row.permissions) << row.why;
@@ -132,11 +124,9 @@ struct attribute_case
     unsigned int perms;
 };
 
-TEST(Status, OfAttributes)
+TEST_IN_WORKSPACE(Status, OfAttributes)
 {
-    workspace space;
-    std::u16string const path = space.path(u"file");
-    space.make_file(path);
+    std::u16string const path = make_file(u"file");
     constexpr attribute_case cases[] = {
         {FILE_ATTRIBUTE_READONLY, 0444},
         {FILE_ATTRIBUTE_HIDDEN, 0x4000 | 0666},
@@ -154,19 +144,18 @@ TEST(Status, OfAttributes)
     }
 }
 
-TEST(Status, OfNamesThatAreNotThere)
+TEST_IN_WORKSPACE(Status, OfNamesThatAreNotThere)
 {
-    workspace space;
-    space.make_file(space.path(u"file"));
-    expect_missing(space.path(u"no"), "code 2");
-    expect_missing(space.path(u"no\\no"), "code 3");
-    expect_missing(space.path(u"a<b"), "code 123");
-    expect_missing(space.path(u"a?b"), "code 123");
-    expect_missing(space.path(u"file\\no"), "code 3, below a file");
+    make_file(u"file");
+    expect_missing(at(u"no"), "code 2");
+    expect_missing(at(u"no\\no"), "code 3");
+    expect_missing(at(u"a<b"), "code 123");
+    expect_missing(at(u"a?b"), "code 123");
+    expect_missing(at(u"file\\no"), "code 3, below a file");
     expect_missing(u"no", "relative");
 }
 
-TEST(Status, OfPathnamesThatCannotBe)
+TEST_IN_WORKSPACE(Status, OfPathnamesThatCannotBe)
 {
     for (std::u16string const path : {u"\\\\server", u"\\\\.\\COM1", u"\\\\"}) {
         EXPECT_EQ(outcome_of([&] { return status(path); }), missing()) << printable(path);
@@ -174,11 +163,10 @@ TEST(Status, OfPathnamesThatCannotBe)
     }
 }
 
-TEST(Status, OfRelativePathnames)
+TEST_IN_WORKSPACE(Status, OfRelativePathnames)
 {
-    workspace space;
-    space.make_file(space.path(u"a\\file"), "123");
-    space.change_directory(space.path(u"a"));
+    make_file(u"a\\file", "123");
+    enter(u"a");
     for (std::u16string const path : {u"file", u".\\file", u"..\\a\\file", u"../a//file"}) {
         EXPECT_EQ(status(path).get_size(), 3U) << printable(path);
         EXPECT_EQ(symlink_status(path).get_size(), 3U) << printable(path);
@@ -188,13 +176,12 @@ TEST(Status, OfRelativePathnames)
     EXPECT_FALSE(exists(u"a\\file"));
 }
 
-TEST(Status, OfPathnamesAboutTheLimits)
+TEST_IN_WORKSPACE(Status, OfPathnamesAboutTheLimits)
 {
-    workspace space;
-    std::u16string const folder = of_size((space.root() + u"\\").c_str(), 200);
+    std::u16string const folder = of_size((work.root() + u"\\").c_str(), 200);
     for (std::size_t const size : {247U, 248U, 259U, 260U, 261U, 400U}) {
         std::u16string const path = of_size((folder + u"\\").c_str(), size);
-        space.make_file(path, "1234");
+        work.make_file(path, "1234");
         EXPECT_EQ(status(path).get_size(), 4U) << size;
         EXPECT_EQ(symlink_status(path).get_size(), 4U) << size;
         EXPECT_EQ(status_express_light(path).get_size(), 4U) << size;
@@ -204,38 +191,34 @@ TEST(Status, OfPathnamesAboutTheLimits)
     }
 }
 
-TEST(Status, ExpressRefusesLongTextsWithoutARoot)
+TEST_IN_WORKSPACE(Status, ExpressRefusesLongTextsWithoutARoot)
 {
     EXPECT_EQ(outcome_of([] { return status_express_light(of_size(u"rel", 260)); }),
               fails(invalid_argument("Long UNC path without root not permitted")));
 }
 
-TEST(Status, OfAnExtensionBeyondAscii)
+TEST_IN_WORKSPACE(Status, OfAnExtensionBeyondAscii)
 {
-    workspace space;
-    std::u16string const path = space.path(u"f.b\u00E9x");
-    space.make_file(path, "12");
-    space.make_directory(space.path(u"d.b\u00E9x"));
+    std::u16string const path = make_file(u"f.b\u00E9x", "12");
+    make_directory(u"d.b\u00E9x");
     expect_all(path, invalid_character(), "an extension of three units");
     EXPECT_EQ(status_express_light(path).get_size(), 2U);
     EXPECT_TRUE(exists(path));
-    EXPECT_TRUE(file_status::is_directory(status(space.path(u"d.b\u00E9x"))));
-    expect_missing(space.path(u"no.b\u00E9x"), "nobody looks at the extension of nothing");
-    std::u16string const other = space.path(u"f.b\u00E9");
-    space.make_file(other, "123");
+    EXPECT_TRUE(file_status::is_directory(status(at(u"d.b\u00E9x"))));
+    expect_missing(at(u"no.b\u00E9x"), "nobody looks at the extension of nothing");
+    std::u16string const other = make_file(u"f.b\u00E9", "123");
     EXPECT_EQ(status(other).get_size(), 3U) << "two units";
 }
 
-TEST(Status, OnAShare)
+TEST_IN_WORKSPACE(Status, OnAShare)
 {
-    workspace space;
-    NEEDS(space.has_share(), "there is no share here");
-    std::u16string const file = space.share_root() + u"\\file";
-    space.make_file(file, "123");
+    NEEDS(work.has_share(), "there is no share here");
+    std::u16string const file = work.share_root() + u"\\file";
+    work.make_file(file, "123");
     attributes_for_now const archive(file, FILE_ATTRIBUTE_ARCHIVE);
     expect_present(file, record_by_the_system(file, regular, 0x1000 | 0666), "a file there");
-    expect_missing(space.share_root() + u"\\no", "nothing there");
+    expect_missing(work.share_root() + u"\\no", "nothing there");
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

@@ -7,10 +7,9 @@
 #include "status/outcomes.hpp"
 #include "support/calls.hpp"
 
-namespace fl::filesystem {
+namespace fl::filesystem::tests {
 namespace {
 
-using namespace test_support;
 using detail::windows::target_status_bridge;
 using test_support::outcome;
 
@@ -77,4 +76,4 @@ TEST(StatusOfUnreadLinks, TheFirstFailsWithoutACode)
 }
 
 } // namespace
-} // namespace fl::filesystem
+} // namespace fl::filesystem::tests

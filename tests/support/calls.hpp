@@ -103,6 +103,22 @@ inline void expect_nothing_open(simulated_machine const &machine, std::string co
     EXPECT_EQ(machine.all_com_apartments(), 0) << where;
 }
 
+/// A test on a simulated machine. Nothing may be left open on it. Where a test needs one machine
+/// after another, it makes those itself and calls each `fresh`.
+class on_machine : public testing::Test
+{
+protected:
+    void TearDown() override { expect_nothing_open(machine); }
+
+    simulated_machine machine;
+};
+
+/// `TEST` with a machine: what follows is a member of `on_machine`, and so are all tests of the
+/// suite.
+#define TEST_ON_MACHINE(suite, name)                                                               \
+    using suite = ::test_support::on_machine;                                                      \
+    TEST_F(suite, name)
+
 /// A fault that some call must meet while it lives.
 class sure_fault
 {
@@ -204,7 +220,7 @@ auto outcomes_of_each_call(Build build, Act act)
     return outcomes;
 }
 
-using failures = std::vector<std::optional<failure>>;
+using failures = std::vector<maybe_failure>;
 
 /// What `act` throws for each call that fails in turn, and nothing if none does.
 template <typename Build, typename Act>

@@ -28,6 +28,9 @@ struct failure
     friend bool operator==(failure const &, failure const &) = default;
 };
 
+/// What was thrown, if anything.
+using maybe_failure = std::optional<failure>;
+
 /// ASCII as it is, every other unit as an escape.
 inline std::string printable(std::u16string_view text)
 {
@@ -54,7 +57,7 @@ inline std::ostream &operator<<(std::ostream &out, failure const &shown)
     return out;
 }
 
-inline std::ostream &operator<<(std::ostream &out, std::optional<failure> const &shown)
+inline std::ostream &operator<<(std::ostream &out, maybe_failure const &shown)
 {
     return shown ? out << *shown : out << "no failure";
 }
@@ -69,7 +72,7 @@ inline failure describe(fl::filesystem::FsysExceptionBase const &exception)
 /// Other exceptions pass through and fail the test, and so does one that could lose its
 /// fields on the way to another thread.
 template <typename Call>
-std::optional<failure> failure_of(Call call)
+maybe_failure failure_of(Call call)
 {
     try {
         call();

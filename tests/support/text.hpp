@@ -44,6 +44,17 @@ std::basic_string<Char> of_size(Char const *head, std::size_t size)
     return text;
 }
 
+/// `head` and names behind it that disks take, as many units as make `size` in all: at least two.
+inline std::u16string chain_of_size(std::u16string head, std::size_t size)
+{
+    while (head.size() < size) {
+        std::size_t const left = size - head.size() - 1; // behind a backslash
+        // no name may be empty, nor may the last backslash stand alone
+        head += u'\\' + std::u16string(left <= 101 ? left : 99, u'd');
+    }
+    return head;
+}
+
 /// Calls `visit` with every text of up to `longest` units out of `alphabet`, the
 /// empty one first.
 template <typename Visit>
