@@ -163,9 +163,7 @@ constexpr text_row<wchar_t> trailing_cases[] = {
 
 TEST(WithoutTrailingSeparator, Table)
 {
-    for (auto const &row : trailing_cases)
-        EXPECT_EQ(without_trailing_separator(row.text), row.expected)
-            << printable(units(row.text)) << ": " << row.why;
+    expect_rows(trailing_cases, [](auto text) { return without_trailing_separator(text); });
 }
 
 } // namespace

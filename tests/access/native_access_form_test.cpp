@@ -30,12 +30,11 @@ constexpr row_of<char16_t const *, wchar_t const *> form_cases[] = {
 
 TEST_IN_WORKSPACE(NativeAccessForm, Table)
 {
-    for (auto const &row : form_cases) {
-        EXPECT_EQ(make_native_access_form_bridge(row.given), row.expected)
-            << printable(row.given) << ": " << row.why;
-        EXPECT_EQ(make_native_access_form(row.given), row.expected) << row.why;
-        EXPECT_EQ(make_native_access_form_with_cleanup(row.given), row.expected) << row.why;
-    }
+    expect_rows(form_cases,
+                [](auto const &given) { return make_native_access_form_bridge(given); });
+    expect_rows(form_cases, [](auto const &given) { return make_native_access_form(given); });
+    expect_rows(form_cases,
+                [](auto const &given) { return make_native_access_form_with_cleanup(given); });
 }
 
 TEST_IN_WORKSPACE(NativeAccessForm, GetsThePrefixFrom260Units)

@@ -262,8 +262,7 @@ constexpr answer_row<wchar_t> parent_cases[] = {
 
 TEST(HasParentComponent, Table)
 {
-    for (auto const &row : parent_cases)
-        EXPECT_EQ(has_parent_component(row.text), row.expected) << row.why;
+    expect_rows(parent_cases, [](auto text) { return has_parent_component(text); });
 }
 
 TEST(HasParentComponent, AllShortTexts)

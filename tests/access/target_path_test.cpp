@@ -40,10 +40,9 @@ constexpr row_of_texts<wchar_t> relative_cases[] = {
 
 TEST(BuildTargetPath, OfARelativeLinkIsInItsDirectory)
 {
-    for (auto const &row : relative_cases)
-        EXPECT_EQ(build_target_path_bridge(row.first, row.second, relative_link), row.expected)
-            << printable(units(row.first)) << " says " << printable(units(row.second)) << ": "
-            << row.why;
+    expect_rows(relative_cases, [](auto first, auto second) {
+        return build_target_path_bridge(first, second, relative_link);
+    });
 }
 
 constexpr row_of_texts<wchar_t> absolute_cases[] = {

@@ -61,8 +61,7 @@ constexpr text_row<wchar_t> root_cases[] = {
 
 TEST(FindInstallRoot, Table)
 {
-    for (auto const &row : root_cases)
-        EXPECT_EQ(find_install_root(row.text), row.expected) << row.why;
+    expect_rows(root_cases, [](auto text) { return find_install_root(text); });
 }
 
 TEST(FindInstallRoot, OfAnyLength)

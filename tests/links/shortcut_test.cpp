@@ -59,8 +59,8 @@ constexpr row_of<std::uint32_t, unsigned int> hresult_cases[] = {
 
 TEST(HresultToWin32, Table)
 {
-    for (auto const &row : hresult_cases)
-        EXPECT_EQ(hresult_to_win32(static_cast<HRESULT>(row.given)), row.expected) << row.why;
+    expect_rows(hresult_cases,
+                [](auto const &given) { return hresult_to_win32(static_cast<HRESULT>(given)); });
 }
 
 /// Makes a shortcut file by the shell link object.

@@ -125,9 +125,7 @@ void build(simulated_machine &machine)
 TEST_ON_MACHINE(AccessLinks, EachObjectInEachMode)
 {
     build(machine);
-    for (auto const &row : local_cases) {
-        EXPECT_EQ(access_signs(row.given), row.expected) << printable(row.given) << ": " << row.why;
-    }
+    expect_rows(local_cases, [](auto const &given) { return access_signs(given); });
 }
 
 constexpr row_of<char16_t const *, char const *> network_cases[] = {

@@ -62,10 +62,8 @@ void add_links(simulated_machine &machine)
 TEST_ON_MACHINE(CanonicalLinks, AreAllFollowed)
 {
     add_links(machine);
-    for (auto const &row : link_cases) {
-        EXPECT_EQ(canonical(row.text), row.expected) << row.why;
-        EXPECT_EQ(canonical(upath(row.text)).native(), row.expected) << row.why;
-    }
+    expect_rows(link_cases, [](auto text) { return canonical(text); });
+    expect_rows(link_cases, [](auto text) { return canonical(upath(text)).native(); });
 }
 
 TEST_ON_MACHINE(CanonicalLinks, BelowABase)
@@ -137,8 +135,7 @@ TEST_ON_MACHINE(CanonicalLinks, OnANetworkThatNameADriveStay)
         {uR"(\\s\h\)", uR"(\\s\h\)", "a share"},
         {uR"(X:\)", uR"(X:\)", "a mapped drive"},
     };
-    for (auto const &row : cases)
-        EXPECT_EQ(canonical(row.text), row.expected) << row.why;
+    expect_rows(cases, [](auto text) { return canonical(text); });
 }
 
 TEST_ON_MACHINE(CanonicalLinks, ToAPathnameBeyondTheLimitOfAPlainOne)

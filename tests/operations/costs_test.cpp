@@ -104,29 +104,23 @@ std::size_t cost_of_one_more(Call call, int size)
 
 TEST_F(costs, OfOneMoreEntryOfATree)
 {
-    EXPECT_EQ(cost_of_one_more([] { remove_all(uR"(C:\tree)"); }, 5), 1U)
-        << "the pattern of the directory";
-    EXPECT_EQ(
-        cost_of_one_more(
-            [] { copy(uR"(C:\tree)", uR"(C:\copy)", std::filesystem::copy_options::recursive); },
-            5),
-        1U)
-        << "the pattern of the directory";
-    EXPECT_EQ(cost_of_one_more(
-                  [] {
-                      for (directory_entry const &entry : directory_iterator(uR"(C:\tree)"))
-                          static_cast<void>(entry.last_write_time());
-                  },
-                  5),
-              0U);
-    EXPECT_EQ(cost_of_one_more(
-                  [] {
-                      for (auto const &entry : recursive_directory_iterator(uR"(C:\tree)"))
-                          static_cast<void>(entry.attributes());
-                  },
-                  5),
-              1U)
-        << "the pattern of the directory";
+    std::u16string const tree = uR"(C:\tree)";
+    auto const removing = [&] { remove_all(tree); };
+    auto const copying = [&] {
+        copy(tree, uR"(C:\copy)", std::filesystem::copy_options::recursive);
+    };
+    auto const listing = [&] {
+        for (directory_entry const &entry : directory_iterator(tree))
+            static_cast<void>(entry.last_write_time());
+    };
+    auto const walking = [&] {
+        for (auto const &entry : recursive_directory_iterator(tree))
+            static_cast<void>(entry.attributes());
+    };
+    EXPECT_EQ(cost_of_one_more(removing, 5), 1U) << "the pattern of the directory";
+    EXPECT_EQ(cost_of_one_more(copying, 5), 1U) << "the pattern of the directory";
+    EXPECT_EQ(cost_of_one_more(listing, 5), 0U);
+    EXPECT_EQ(cost_of_one_more(walking, 5), 1U) << "the pattern of the directory";
 }
 
 /// What a walk through `names` directories of a name takes.

@@ -70,10 +70,10 @@ TEST_ON_MACHINE(RelativeCalls, LinksAreFollowedInBoth)
     machine.add_shortcut(uR"(C:\s.lnk)", uR"(C:\d\e)");
     machine.add_share(u"s", u"h").add_directory(uR"(\\s\h\a)").map_drive(u'X', u"s", u"h");
     machine.add_directory(uR"(\\s\h\b)");
-    for (auto const &row : cases) {
-        EXPECT_EQ(relative(row.first, row.second), row.expected) << row.why;
-        EXPECT_EQ(relative(upath(row.first), upath(row.second)).native(), row.expected) << row.why;
-    }
+    expect_rows(cases, [](auto first, auto second) { return relative(first, second); });
+    expect_rows(cases, [](auto first, auto second) {
+        return relative(upath(first), upath(second)).native();
+    });
 }
 
 TEST_ON_MACHINE(RelativeCalls, ACodeOfEitherNamesThePath)
@@ -139,8 +139,7 @@ TEST_ON_MACHINE(RelativeCalls, OnAVolumeThatNoLetterStandsFor)
     };
     machine.add_drive(u'D').add_file(uR"(D:\a\f)").add_directory(uR"(D:\b)");
     machine.add_mount_point(uR"(C:\m)", u'D').take_letter(u'D');
-    for (auto const &row : cases)
-        EXPECT_EQ(relative(row.first, row.second), row.expected) << row.why;
+    expect_rows(cases, [](auto first, auto second) { return relative(first, second); });
 }
 
 TEST_ON_MACHINE(RelativeCalls, EveryFailingCallReleasesWhatItHolds)

@@ -15,11 +15,6 @@ std::string open_line(std::string const &name, char const *access)
     return "CreateFileW(" + name + ") access " + access + " share 7 disposition 3 flags 2200000";
 }
 
-void append(lines &calls, lines const &more)
-{
-    calls.insert(calls.end(), more.begin(), more.end());
-}
-
 /// How an enumeration begins: it stands behind the dots.
 lines entering(std::string const &name)
 {
@@ -54,21 +49,21 @@ TEST_ON_MACHINE(RemoveAllCalls, OneEnumerationADirectoryAndOneDeletionAnEntry)
     build_small_tree(machine);
     remove_all(uR"(C:\t)");
     std::string const next = R"(FindNextFileW(C:\t\*))";
-    lines expected{R"(GetFileAttributesExW(C:\t))"};
-    append(expected, entering(R"(C:\t)"));
-    append(expected, entering(R"(C:\t\a)"));
-    append(expected, leaving(R"(C:\t\a)"));
-    append(expected, {next, R"(DeleteFileW(C:\t\b))", next});
-    append(expected, entering(R"(C:\t\c)"));
-    append(expected, {R"(DeleteFileW(C:\t\c\x))", R"(FindNextFileW(C:\t\c\*))"});
-    append(expected, leaving(R"(C:\t\c)"));
-    append(expected, {next, R"(DeleteFileW(C:\t\d))", next});
-    append(expected, removing_link(R"(C:\t\e)"));
-    append(expected, {next});
-    append(expected, removing_link(R"(C:\t\f)"));
-    append(expected, {next});
-    append(expected, leaving(R"(C:\t)"));
-    EXPECT_EQ(calls_on_disk(machine), expected);
+    EXPECT_EQ(calls_on_disk(machine),
+              joined({{R"(GetFileAttributesExW(C:\t))"},
+                      entering(R"(C:\t)"),
+                      entering(R"(C:\t\a)"),
+                      leaving(R"(C:\t\a)"),
+                      {next, R"(DeleteFileW(C:\t\b))", next},
+                      entering(R"(C:\t\c)"),
+                      {R"(DeleteFileW(C:\t\c\x))", R"(FindNextFileW(C:\t\c\*))"},
+                      leaving(R"(C:\t\c)"),
+                      {next, R"(DeleteFileW(C:\t\d))", next},
+                      removing_link(R"(C:\t\e)"),
+                      {next},
+                      removing_link(R"(C:\t\f)"),
+                      {next},
+                      leaving(R"(C:\t)")}));
     EXPECT_EQ(machine.entries(u"C:\\"), names{u"away"});
     EXPECT_EQ(machine.entries(uR"(C:\away)"), names{u"kept"});
 }
@@ -85,9 +80,8 @@ TEST_ON_MACHINE(RemoveAllCalls, OfALinkToADirectory)
 {
     machine.add_junction(uR"(C:\j)", uR"(C:\away)");
     remove_all(uR"(C:\j)");
-    lines expected{R"(GetFileAttributesExW(C:\j))"};
-    append(expected, removing_link(R"(C:\j)"));
-    EXPECT_EQ(calls_on_disk(machine), expected);
+    EXPECT_EQ(calls_on_disk(machine),
+              joined({{R"(GetFileAttributesExW(C:\j))"}, removing_link(R"(C:\j)")}));
 }
 
 TEST_ON_MACHINE(RemoveAllCalls, OfNothing)

@@ -3,7 +3,7 @@
 #include <fl/filesystem/operations.hpp>
 
 #include "platform/opened.hpp"
-#include "support/names.hpp"
+#include "support/in_workspace.hpp"
 
 namespace fl::filesystem::tests {
 namespace {
@@ -11,7 +11,6 @@ namespace {
 using contract::content_of;
 using contract::in;
 using contract::opened;
-using contract::workspace;
 using test_support::failure;
 
 /// A folder with `file`, `other`, the read-only `locked`, the empty directory `empty`,
@@ -33,6 +32,8 @@ struct filled_workspace : workspace
         contract::set_attributes(in(*this, L"locked"), FILE_ATTRIBUTE_NORMAL); // or it can't go
     }
 };
+
+using Rename = in_some_workspace<filled_workspace>;
 
 names const all_names = {u"dir", u"empty", u"file", u"locked", u"other"};
 
@@ -59,20 +60,20 @@ constexpr success_case success_cases[] = {
     {u"file", uR"(dir\..\new)", L"new", "content", "with dots"},
 };
 
-TEST(Rename, Moves)
+TEST_F(Rename, Moves)
 {
     for (success_case const &row : success_cases) {
         for (bool const by_path : {false, true}) {
-            filled_workspace space;
-            std::u16string const from = space.path(row.from);
-            std::u16string const to = space.path(row.to);
+            filled_workspace fresh;
+            std::u16string const from = fresh.path(row.from);
+            std::u16string const to = fresh.path(row.to);
             if (by_path)
                 rename(upath(from), upath(to));
             else
                 rename(from, to);
-            EXPECT_EQ(content_of(in(space, row.file)), row.content) << row.why;
-            EXPECT_FALSE(space.exists(upath(from).native())) << row.why;
-            contract::set_attributes(in(space, row.file), FILE_ATTRIBUTE_NORMAL);
+            EXPECT_EQ(content_of(in(fresh, row.file)), row.content) << row.why;
+            EXPECT_FALSE(fresh.exists(upath(from).native())) << row.why;
+            contract::set_attributes(in(fresh, row.file), FILE_ATTRIBUTE_NORMAL);
         }
     }
 }
@@ -99,171 +100,154 @@ constexpr failure_case failure_cases[] = {
     {u"empty", u"dir", denied, false, "over one that isn't empty"},
 };
 
-TEST(Rename, FailuresNameOneOfTheTwo)
+TEST_F(Rename, FailuresNameOneOfTheTwo)
 {
     for (failure_case const &row : failure_cases) {
-        filled_workspace space;
-        std::u16string const from = space.path(row.from);
-        std::u16string const to = space.path(row.to);
+        filled_workspace fresh;
+        std::u16string const from = fresh.path(row.from);
+        std::u16string const to = fresh.path(row.to);
         auto const expected = row.expected(row.names_source ? from : to);
         EXPECT_FAILURE(rename(from, to), expected) << row.why;
         EXPECT_FAILURE(rename(upath(from), upath(to)), expected) << row.why;
-        EXPECT_EQ(space.entries(space.root()), all_names) << row.why;
-        EXPECT_EQ(space.entries(space.path(u"dir")), (names{u"inner", u"sub"})) << row.why;
-        EXPECT_EQ(content_of(in(space, L"file")), "content") << row.why;
-        EXPECT_EQ(content_of(in(space, L"other")), "former") << row.why;
+        EXPECT_EQ(fresh.entries(fresh.root()), all_names) << row.why;
+        EXPECT_EQ(fresh.entries(fresh.path(u"dir")), (names{u"inner", u"sub"})) << row.why;
+        EXPECT_EQ(content_of(in(fresh, L"file")), "content") << row.why;
+        EXPECT_EQ(content_of(in(fresh, L"other")), "former") << row.why;
     }
 }
 
 // Windows finds the place, which is no directory: a parameter that it doesn't take. Wine finds
 // no place.
-TEST(Rename, IntoAFile)
+TEST_F(Rename, IntoAFile)
 {
-    filled_workspace space;
-    std::u16string const from = space.path(u"file");
-    std::u16string const to = space.path(uR"(other\new)");
+    std::u16string const from = at(u"file");
+    std::u16string const to = at(uR"(other\new)");
     auto const expected = contract::runs_under_wine() ? not_found(to) : system_error(87, from, to);
     EXPECT_FAILURE(rename(from, to), expected);
-    EXPECT_EQ(space.entries(space.root()), all_names);
-    EXPECT_EQ(content_of(in(space, L"other")), "former");
+    EXPECT_EQ(entries(), all_names);
+    EXPECT_EQ(content_of(in(work, L"other")), "former");
 }
 
 // Under Wine the host decides, and its administrator may replace any file.
-TEST(Rename, OntoAReadOnlyFile)
+TEST_F(Rename, OntoAReadOnlyFile)
 {
-    filled_workspace space;
-    auto const failed = failure_of([&] { rename(space.path(u"file"), space.path(u"locked")); });
+    auto const failed = failure_of([&] { rename(at(u"file"), at(u"locked")); });
     bool const allowed = contract::runs_under_wine() && !failed;
-    EXPECT_EQ(failed, allowed ? std::nullopt : std::optional(denied(space.path(u"locked"))));
-    EXPECT_EQ(content_of(in(space, L"locked")), allowed ? "content" : "kept");
-    EXPECT_NE(space.exists(space.path(u"file")), allowed);
+    EXPECT_EQ(failed, allowed ? std::nullopt : std::optional(denied(at(u"locked"))));
+    EXPECT_EQ(content_of(in(work, L"locked")), allowed ? "content" : "kept");
+    EXPECT_NE(work.exists(at(u"file")), allowed);
 }
 
-TEST(Rename, OntoItselfChangesNothing)
+TEST_F(Rename, OntoItselfChangesNothing)
 {
-    filled_workspace space;
     for (char16_t const *name : {u"file", u"dir", u"locked"})
-        rename(space.path(name), space.path(name));
-    EXPECT_EQ(space.entries(space.root()), all_names);
-    EXPECT_EQ(content_of(in(space, L"file")), "content");
+        rename(at(name), at(name));
+    EXPECT_EQ(entries(), all_names);
+    EXPECT_EQ(content_of(in(work, L"file")), "content");
 }
 
 // Wine succeeds and leaves the name as it is.
 // The other way round would lose the file. Wine's host sees one file and leaves both names.
-TEST(Rename, OneHardLinkOntoAnotherLeavesTheOther)
+TEST_F(Rename, OneHardLinkOntoAnotherLeavesTheOther)
 {
-    workspace space;
-    space.make_file(space.path(u"one"), "content");
-    ASSERT_TRUE(::CreateHardLinkW(in(space, L"two").c_str(), in(space, L"one").c_str(), nullptr));
-    rename(space.path(u"one"), space.path(u"two"));
-    EXPECT_EQ(space.exists(space.path(u"one")), contract::runs_under_wine());
-    EXPECT_EQ(space.content(space.path(u"two")), "content");
+    make_file(u"one", "content");
+    ASSERT_TRUE(::CreateHardLinkW(in(work, L"two").c_str(), in(work, L"one").c_str(), nullptr));
+    rename(at(u"one"), at(u"two"));
+    EXPECT_EQ(work.exists(at(u"one")), contract::runs_under_wine());
+    EXPECT_EQ(work.content(at(u"two")), "content");
 }
 
-TEST(Rename, ChangesTheCaseOfAName)
+TEST_F(Rename, ChangesTheCaseOfAName)
 {
-    workspace space;
-    space.make_file(space.path(u"file"), "content");
-    space.make_directory(space.path(u"sub"));
-    rename(space.path(u"file"), space.path(u"FiLe"));
-    rename(space.path(u"sub"), space.path(u"SUB"));
-    EXPECT_EQ(space.entries(space.root()),
+    make({{uR"(case\file)", "content"}, uR"(case\sub\)"});
+    rename(at(uR"(case\file)"), at(uR"(case\FiLe)"));
+    rename(at(uR"(case\sub)"), at(uR"(case\SUB)"));
+    EXPECT_EQ(entries(u"case"),
               contract::runs_under_wine() ? (names{u"file", u"sub"}) : (names{u"FiLe", u"SUB"}));
-    EXPECT_EQ(content_of(in(space, L"file")), "content");
+    EXPECT_EQ(content_of(in(work, LR"(case\file)")), "content");
 }
 
-TEST(Rename, EmptyArgumentsAreMissingOnes)
+TEST_F(Rename, EmptyArgumentsAreMissingOnes)
 {
-    filled_workspace space;
-    std::u16string const file = space.path(u"file");
+    std::u16string const file = at(u"file");
     EXPECT_FAILURE(rename(std::u16string(), file), not_found(u""));
     EXPECT_FAILURE(rename(file, std::u16string()), not_found(u""))
         << "the target: the source is there";
     EXPECT_FAILURE(rename(upath(), upath()), not_found(u""));
-    EXPECT_EQ(space.entries(space.root()), all_names);
+    EXPECT_EQ(entries(), all_names);
 }
 
-TEST(Rename, ReachesTheDiskByAnyNotation)
+TEST_F(Rename, ReachesTheDiskByAnyNotation)
 {
-    filled_workspace space;
-    space.change_directory(space.root());
     rename(u"file", u"dir/moved");
-    EXPECT_EQ(content_of(in(space, LR"(dir\moved)")), "content");
-    rename(upath(uR"(\\?\)" + space.path(uR"(dir\moved)")), upath(u"back"));
-    EXPECT_EQ(content_of(in(space, L"back")), "content");
-    rename(space.root().substr(2) + uR"(\back)", space.root().substr(0, 2) + u"file");
-    EXPECT_EQ(content_of(in(space, L"file")), "content");
+    EXPECT_EQ(content_of(in(work, LR"(dir\moved)")), "content");
+    rename(upath(uR"(\\?\)" + at(uR"(dir\moved)")), upath(u"back"));
+    EXPECT_EQ(content_of(in(work, L"back")), "content");
+    rename(work.root().substr(2) + uR"(\back)", work.root().substr(0, 2) + u"file");
+    EXPECT_EQ(content_of(in(work, L"file")), "content");
 }
 
-TEST(Rename, NamesTheCallersTextInNativeForm)
+TEST_F(Rename, NamesTheCallersTextInNativeForm)
 {
-    filled_workspace space;
-    space.change_directory(space.root());
     EXPECT_FAILURE(rename(u"no/such", u"new"), not_found(uR"(no\such)"))
         << "not the absolute text that went to the system";
     std::u16string const overlong = uR"(no\)" + std::u16string(255, u'x');
     EXPECT_FAILURE(rename(u"file", overlong), not_found(overlong)) << "nor its long prefix";
 }
 
-TEST(Rename, ANameThatTheSystemRefuses)
+TEST_F(Rename, ANameThatTheSystemRefuses)
 {
-    filled_workspace space;
     auto const refusal = bad_name();
-    EXPECT_FAILURE(rename(space.path(u"file"), space.path(u"a*b")), refusal);
-    EXPECT_FAILURE(rename(space.path(u"a*b"), space.path(u"new")), refusal);
-    EXPECT_EQ(space.entries(space.root()), all_names);
+    EXPECT_FAILURE(rename(at(u"file"), at(u"a*b")), refusal);
+    EXPECT_FAILURE(rename(at(u"a*b"), at(u"new")), refusal);
+    EXPECT_EQ(entries(), all_names);
 }
 
 // Code 32, of which nobody knows whom it means: both are kept.
-TEST(Rename, AFileInUseKeepsBothPathnames)
+TEST_F(Rename, AFileInUseKeepsBothPathnames)
 {
-    filled_workspace space;
-    opened const held(in(space, L"file"), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE);
-    std::u16string const from = space.path(u"file");
-    std::u16string const to = space.path(u"new");
+    opened const held(in(work, L"file"), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE);
+    std::u16string const from = at(u"file");
+    std::u16string const to = at(u"new");
     EXPECT_FAILURE(rename(from, to), system_error(32, from, to));
-    EXPECT_EQ(space.entries(space.root()), all_names);
+    EXPECT_EQ(entries(), all_names);
 }
 
-TEST(Rename, BeyondEveryLengthLimit)
+TEST_F(Rename, BeyondEveryLengthLimit)
 {
-    workspace space;
-    space.make_file(space.path(u"file"), "content");
-    std::u16string const directory = space.path(std::u16string(100, u'd'));
-    space.make_directory(directory);
-    std::u16string from = space.path(u"file");
+    std::u16string const directory = make_directory(std::u16string(100, u'd'));
+    std::u16string from = at(u"file");
     for (std::size_t const size : {246U, 247U, 248U, 249U, 259U, 260U, 261U, 300U}) {
         std::u16string const to = of_size((directory + u"\\").c_str(), size);
         rename(from, to);
         EXPECT_EQ(content_of(wide(uR"(\\?\)" + to)), "content") << size;
-        EXPECT_FALSE(space.exists(from)) << size;
+        EXPECT_FALSE(work.exists(from)) << size;
         EXPECT_FAILURE(rename(from, to), not_found(from)) << size;
         from = to;
     }
     std::u16string const deep = directory + std::u16string(u"\\no\\") + std::u16string(200, u'x');
     EXPECT_FAILURE(rename(from, deep), not_found(deep)) << "without the prefix";
-    EXPECT_TRUE(space.exists(from));
+    EXPECT_TRUE(work.exists(from));
 }
 
 // Under Wine the share is a folder of the same disk, and so directories can go there.
-TEST(Rename, ToAnotherVolume)
+TEST_F(Rename, ToAnotherVolume)
 {
-    filled_workspace space;
-    NEEDS(space.has_share(), "this system offers the tests no network share");
-    std::u16string const to = space.share_root() + uR"(\new)";
+    NEEDS(work.has_share(), "this system offers the tests no network share");
+    std::u16string const to = work.share_root() + uR"(\new)";
     if (!contract::runs_under_wine()) {
-        EXPECT_FAILURE(rename(space.path(u"dir"), to), denied(to));
-        EXPECT_TRUE(space.exists(space.path(uR"(dir\inner)")));
-        EXPECT_FALSE(space.exists(to));
+        EXPECT_FAILURE(rename(at(u"dir"), to), denied(to));
+        EXPECT_TRUE(work.exists(at(uR"(dir\inner)")));
+        EXPECT_FALSE(work.exists(to));
     }
-    rename(space.path(u"file"), to);
+    rename(at(u"file"), to);
     EXPECT_EQ(content_of(wide(to)), "content");
-    EXPECT_FALSE(space.exists(space.path(u"file")));
-    rename(space.path(u"other"), to);
+    EXPECT_FALSE(work.exists(at(u"file")));
+    rename(at(u"other"), to);
     EXPECT_EQ(content_of(wide(to)), "former") << "over what is there";
-    rename(to, space.path(u"back"));
-    EXPECT_EQ(content_of(in(space, L"back")), "former");
-    EXPECT_FALSE(space.exists(to));
+    rename(to, at(u"back"));
+    EXPECT_EQ(content_of(in(work, L"back")), "former");
+    EXPECT_FALSE(work.exists(to));
 }
 
 } // namespace

@@ -35,10 +35,8 @@ TEST_IN_WORKSPACE(ToStandard, IsWhatOperationsHandToTheSystem)
         {u"C:\\caf\u00E9\\\U0001F600", u"C:\\caf\u00E9\\\U0001F600", "not ASCII"},
         {u"C:\\\xD800", u"C:\\\xD800", "half of a pair"},
     };
-    for (auto const &row : cases) {
-        EXPECT_EQ(units(to_standard(upath(row.given))), row.expected) << row.why;
-        EXPECT_EQ(units(to_standard(row.given)), row.expected) << row.why;
-    }
+    expect_rows(cases, [](auto const &given) { return units(to_standard(upath(given))); });
+    expect_rows(cases, [](auto const &given) { return units(to_standard(given)); });
 }
 
 TEST_IN_WORKSPACE(ToStandard, MakesRelativeOnesAbsolute)
@@ -81,8 +79,7 @@ TEST(StreamNeeds, GoByTheMode)
         {ios::in | ios::trunc | ios::app, 0, "the same, and reads"},
         {ios::binary, 0, "nothing is to be done with it"},
     };
-    for (auto const &row : cases)
-        EXPECT_EQ(detail::stream_needs(row.given), row.expected) << row.why;
+    expect_rows(cases, [](auto const &given) { return detail::stream_needs(given); });
 }
 
 TEST_IN_WORKSPACE(StreamFailure, NamesWhatWentToTheSystem)

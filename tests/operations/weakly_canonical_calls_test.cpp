@@ -72,10 +72,8 @@ TEST_ON_MACHINE(WeaklyCanonicalLinks, AreFollowedInWhatIsThere)
     machine.add_junction(uR"(C:\way)", uR"(D:\real)").add_mount_point(uR"(C:\volume)", u'D');
     machine.add_shortcut(uR"(C:\d.lnk)", uR"(D:\real)");
     machine.add_reparse_point(uR"(C:\strange)", 0x80000ABC, "x");
-    for (auto const &row : cases) {
-        EXPECT_EQ(weakly_canonical(row.text), row.expected) << row.why;
-        EXPECT_EQ(weakly_canonical(upath(row.text)).native(), row.expected) << row.why;
-    }
+    expect_rows(cases, [](auto text) { return weakly_canonical(text); });
+    expect_rows(cases, [](auto text) { return weakly_canonical(upath(text)).native(); });
 }
 
 TEST_ON_MACHINE(WeaklyCanonicalLinks, TheFinalResolutionMayFail)
@@ -172,8 +170,7 @@ TEST_ON_MACHINE(WeaklyCanonicalWalk, RootedTexts)
         {uR"(..\l\no)", uR"(D:\d\e\no)", "and down again"},
         {uR"(\\.\no)", uR"(D:\no)", "walked, a device's prefix is a root and names"},
     };
-    for (auto const &row : cases)
-        EXPECT_EQ(weakly_canonical(row.text), row.expected) << row.why;
+    expect_rows(cases, [](auto text) { return weakly_canonical(text); });
 }
 
 // A server by itself can't be asked about, so nothing behind it is reached.
@@ -191,8 +188,7 @@ TEST_ON_MACHINE(WeaklyCanonicalWalk, EndsAtTheServer)
         {uR"(\\s\h\l)", uR"(\\s\h\d)", "what is there as a whole isn't walked"},
         {uR"(\\s)", uR"(\\s)", "a server alone"},
     };
-    for (auto const &row : cases)
-        EXPECT_EQ(weakly_canonical(row.text), row.expected) << row.why;
+    expect_rows(cases, [](auto text) { return weakly_canonical(text); });
     EXPECT_FAILURE(weakly_canonical(uR"(\\s\no)"), system_error(67, uR"(\\s\no)"))
         << "a missing share is no missing name";
     machine.clear_journal();

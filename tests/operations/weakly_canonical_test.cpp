@@ -79,10 +79,8 @@ TEST_IN_WORKSPACE(WeaklyCanonical, ARelativePathOfWhichNothingIsThereStaysRelati
         {uR"(no\.)", u"no", "and in native form"},
         {uR"(no\x\..\..\..\no\y)", uR"(..\no\y)", "up beyond the current directory"},
     };
-    for (auto const &row : cases) {
-        EXPECT_EQ(weakly_canonical(row.text), row.expected) << row.why;
-        EXPECT_EQ(weakly_canonical(upath(row.text)).native(), row.expected) << row.why;
-    }
+    expect_rows(cases, [](auto text) { return weakly_canonical(text); });
+    expect_rows(cases, [](auto text) { return weakly_canonical(upath(text)).native(); });
 }
 
 TEST_IN_WORKSPACE(WeaklyCanonical, ExamplesOfTheHeader)

@@ -34,10 +34,9 @@ constexpr answer_row<wchar_t> absolute_cases[] = {
 
 TEST(StandardIsAbsolute, Table)
 {
-    for (auto const &row : absolute_cases) {
-        EXPECT_EQ(standard::is_absolute<wchar_t>(row.text), row.expected) << row.why;
-        EXPECT_EQ(standard::is_absolute<char16_t>(units(row.text)), row.expected) << row.why;
-    }
+    expect_rows(absolute_cases, [](auto text) { return standard::is_absolute<wchar_t>(text); });
+    expect_rows(absolute_cases,
+                [](auto text) { return standard::is_absolute<char16_t>(units(text)); });
 }
 
 TEST(StandardAbsolute, ClearsTheCodeAndExpands)

@@ -79,9 +79,7 @@ constexpr text_row<wchar_t> normal_cases[] = {
 
 TEST(StandardLexicallyNormal, Table)
 {
-    for (auto const &row : normal_cases)
-        EXPECT_EQ(lexically_normal(row.text), row.expected)
-            << row.why << ": " << printable(units(row.text));
+    expect_rows(normal_cases, [](auto text) { return lexically_normal(text); });
 }
 
 constexpr std::u16string_view alphabet = u"\\/.:aC?";

@@ -129,7 +129,7 @@ TEST_ON_MACHINE(StandardCreateSymlink, CleansTheText)
     for (cleaning_case const &row : cleaning_cases) {
         for (bool const is_directory : {false, true}) {
             simulated_machine fresh;
-            // this is about the text; whether the fresh takes it is another matter
+            // this is about the text; whether the machine takes it is another matter
             auto const fault = fresh.fail_every_call_on("CreateSymbolicLinkW", 5);
             std::error_code ec = stale;
             auto const make =

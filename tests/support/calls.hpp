@@ -93,6 +93,22 @@ inline void add_reading(lines &all, std::string const &path)
     all.push_back("CloseHandle(" + path + ")");
 }
 
+inline lines reading(std::string const &path)
+{
+    lines all;
+    add_reading(all, path);
+    return all;
+}
+
+/// The lines of all parts, one part after another.
+inline lines joined(std::initializer_list<lines> parts)
+{
+    lines all;
+    for (lines const &part : parts)
+        all.insert(all.end(), part.begin(), part.end());
+    return all;
+}
+
 /// No handle, interface or apartment outlives an operation, however it ends.
 inline void expect_nothing_open(simulated_machine const &machine, std::string const &where = {})
 {

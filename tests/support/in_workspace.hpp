@@ -23,11 +23,13 @@ struct new_name
 
 /// A test in a workspace, whose root is the current directory. Names are those below it; what
 /// stands elsewhere is made and looked at by `work`. Where a test needs one workspace after
-/// another, it makes those itself and calls each `fresh`.
-class in_workspace : public testing::Test
+/// another, it makes those itself and calls each `fresh`. `Workspace` may be one in which there is
+/// something.
+template <typename Workspace>
+class in_some_workspace : public testing::Test
 {
 protected:
-    in_workspace() { enter(); }
+    in_some_workspace() { enter(); }
 
     /// The pathname of a name.
     std::u16string at(std::u16string_view name) const { return work.path(name); }
@@ -64,8 +66,10 @@ protected:
         return work.entries(name.empty() ? work.root() : at(name));
     }
 
-    workspace work;
+    Workspace work;
 };
+
+using in_workspace = in_some_workspace<workspace>;
 
 /// `TEST` in a workspace: what follows is a member of `in_workspace`, and so are all tests of
 /// the suite.

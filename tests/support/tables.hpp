@@ -44,12 +44,38 @@ inline std::string printable(std::wstring_view text)
     return printable(units(text));
 }
 
-/// Each row's text comes to what it expects by `of`: a text, an answer, or any other value.
+/// What `of` makes of what a row gives.
+template <typename Row, typename Of>
+auto outcome_of_row(Row const &row, Of of)
+{
+    if constexpr (requires { row.text; })
+        return of(row.text);
+    else if constexpr (requires { row.first; })
+        return of(row.first, row.second);
+    else
+        return of(row.given);
+}
+
+/// What a row gives, as a failing test shows it.
+template <typename Row>
+std::string shown(Row const &row)
+{
+    if constexpr (requires { printable(row.text); })
+        return printable(row.text);
+    else if constexpr (requires { printable(row.first); })
+        return printable(row.first) + ", " + printable(row.second);
+    else if constexpr (requires { row.given; })
+        return testing::PrintToString(row.given);
+    else
+        return "row";
+}
+
+/// Plays a table: `of` makes of what each row gives what the row expects.
 template <typename Rows, typename Of>
 void expect_rows(Rows const &rows, Of of)
 {
     for (auto const &row : rows)
-        EXPECT_EQ(of(row.text), row.expected) << printable(row.text) << ": " << row.why;
+        EXPECT_EQ(outcome_of_row(row, of), row.expected) << shown(row) << ": " << row.why;
 }
 
 } // namespace test_support
