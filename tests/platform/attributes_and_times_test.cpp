@@ -1,4 +1,4 @@
-#include "platform/attribute_cases.hpp"
+#include "platform/contract.hpp"
 
 #include <cstdint>
 
@@ -22,8 +22,8 @@ TEST(FileData, Outcomes)
 {
     WIN32_FILE_ATTRIBUTE_DATA data = {};
     auto const get = [&](std::wstring const &name) { return get_data(name, data); };
-    expect_codes(fill, get, names_of_file, missing_names, as_it_stands, no_names,
-                 common_attribute_cases);
+    expect_codes(fill, get, names_of_file, names_of_directories, missing_names, as_it_stands,
+                 no_names, missing_roots);
     workspace space;
     fill(space);
     EXPECT_EQ(get_data(in(space, LR"(file\)"), data),
@@ -35,14 +35,16 @@ TEST(FileData, Outcomes)
 
 TEST(SettingAttributes, Outcomes)
 {
-    constexpr call_row no_directory[] = {
+    constexpr call_row directory_cases[] = {
+        {LR"(@\dir)", success, "a directory"},
+        {LR"(@\DIR\)", success, "with a separator, in another case"},
         {LR"(@\file\)", ERROR_INVALID_NAME, "a file is no directory"},
     };
     auto const set = [](std::wstring const &name) {
         return set_attributes(name, FILE_ATTRIBUTE_ARCHIVE);
     };
-    expect_codes(fill, set, names_of_file, missing_names, as_it_stands, no_names,
-                 common_attribute_cases, no_directory);
+    expect_codes(fill, set, names_of_file, missing_names, as_it_stands, no_names, missing_roots,
+                 directory_cases);
 }
 
 TEST(FileData, HasAttributesAndSize)

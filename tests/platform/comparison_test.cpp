@@ -4,86 +4,92 @@ namespace contract {
 
 namespace {
 
-struct pair_case
-{
-    LPCWSTR one, other;
-    char const *why;
+/// The same to both kinds of order.
+constexpr LPCWSTR equal_texts[][2] = {
+    {L"win64", L"win64"},   {L"win64", L"WIN64"}, {L"Bin", L"bIN"}, {L"", L""},
+    {L"\u00E4", L"\u00C4"}, // of Western Europe
+    {L"\u0436", L"\u0416"}, // Cyrillic
 };
 
-constexpr pair_case equal_cases[] = {
-    {L"win64", L"win64", "the same"},         {L"win64", L"WIN64", "in another case"},
-    {L"Bin", L"bIN", "case by case"},         {L"", L"", "nothing in both"},
-    {nullptr, nullptr, "no texts at all"},    {L"\u00E4", L"\u00C4", "a letter of Western Europe"},
-    {L"\u0436", L"\u0416", "a Cyrillic one"},
+/// As people sort them.
+constexpr LPCWSTR by_language[] = {
+    nullptr,  // no text at all
+    L"",      // nothing
+    L"_",     // signs come ahead of digits
+    L"1",     // digits
+    L"9",     // ahead of letters
+    L"a",     // letters in their order, whatever case they have
+    L"B",     // what is shorter comes first
+    L"bin",   // it does
+    L"bin ",  // a blank counts, and comes ahead of digits
+    L"bin64", // the first difference decides
+    L"coop",  // a hyphen counts
+    L"co-op", // where all else is equal
+    L"win32", // by the first difference
+    L"win64", // to the end
 };
 
-/// In their order.
-constexpr pair_case ordered_cases[] = {
-    {L"bin", L"bin64", "what is shorter comes first"},
-    {L"win32", L"win64", "by the first difference"},
-    {L"a", L"B", "letters in their order, whatever case they have"},
-    {L"9", L"a", "digits come before letters"},
-    {L"_", L"a", "and signs too"},
-    {L"_", L"1", "also before digits"},
-    {L"bin", L"bin ", "a blank counts"},
-    {L"", L"a", "nothing in one"},
-    {nullptr, L"", "no text at all"},
-    {L"a", L"\u00E4", "marks count"},
-    {L"coop", L"co-op", "a hyphen counts where all else is equal"},
+/// By their units, in upper case.
+constexpr LPCWSTR by_units[] = {
+    L"",       // nothing
+    L"1",      // digits
+    L"9",      // ahead of letters
+    L"a",      // whatever case they have
+    L"ab",     // what is shorter comes first
+    L"B",      // here, too
+    L"bin",    // and here
+    L"bin ",   // a blank counts
+    L"bin64",  // the first difference decides
+    L"co-op",  // a hyphen is a unit as any other
+    L"coop",   // in its place
+    L"win32",  // by the first difference
+    L"win64",  // to the end
+    L"_",      // behind all capitals
+    L"\u00E4", // behind all of ASCII
 };
 
-void expect_order(LPCWSTR one, LPCWSTR other, int order, char const *why)
+int order_of_language(LPCWSTR one, LPCWSTR other)
 {
     ::SetLastError(untouched);
-    int const answer = ::lstrcmpiW(one, other);
-    EXPECT_EQ((answer > 0) - (answer < 0), order) << why;
-    EXPECT_EQ(::GetLastError(), untouched) << why;
+    int const order = ::lstrcmpiW(one, other);
+    EXPECT_EQ(::GetLastError(), untouched);
+    return (order > 0) - (order < 0);
+}
+
+int order_of_units(LPCWSTR one, LPCWSTR other)
+{
+    return ::CompareStringOrdinal(one, -1, other, -1, TRUE) - CSTR_EQUAL;
+}
+
+/// Each text beside each.
+template <typename Compare, std::size_t Size>
+void expect_order(Compare compare, LPCWSTR const (&texts)[Size])
+{
+    for (std::size_t one = 0; one < Size; ++one) {
+        for (std::size_t other = 0; other < Size; ++other) {
+            EXPECT_EQ(compare(texts[one], texts[other]), (one > other) - (one < other))
+                << texts[one] << ", " << texts[other];
+        }
+    }
+    for (auto const &[one, other] : equal_texts) {
+        EXPECT_EQ(compare(one, other), 0) << one << ", " << other;
+        EXPECT_EQ(compare(other, one), 0) << one << ", " << other;
+    }
 }
 
 TEST(Comparison, Table)
 {
-    for (pair_case const &row : equal_cases) {
-        expect_order(row.one, row.other, 0, row.why);
-        expect_order(row.other, row.one, 0, row.why);
-    }
-    for (pair_case const &row : ordered_cases) {
-        expect_order(row.one, row.other, -1, row.why);
-        expect_order(row.other, row.one, 1, row.why);
-    }
-}
-
-constexpr pair_case ordinally_equal_cases[] = {
-    {L"a.txt", L"A.TXT", "in another case"},
-    {L"\u00E4", L"\u00C4", "a letter of Western Europe"},
-    {L"\u0436", L"\u0416", "a Cyrillic one"},
-    {L"", L"", "nothing in both"},
-};
-
-/// In their order.
-constexpr pair_case ordinal_cases[] = {
-    {L"co-op", L"coop", "a hyphen is a unit as any other"},
-    {L"a", L"_", "compared in upper case"},
-    {L"a", L"ab", "the beginning of the other"},
-};
-
-int ordinal(LPCWSTR one, LPCWSTR other, BOOL ignores_case = TRUE)
-{
-    return ::CompareStringOrdinal(one, -1, other, -1, ignores_case);
+    expect_order(order_of_language, by_language);
+    EXPECT_EQ(order_of_language(L"a", L"\u00E4"), -1) << "marks count";
+    EXPECT_EQ(order_of_language(L"\u00E4", L"a"), 1) << "marks count";
 }
 
 TEST(Comparison, Ordinal)
 {
-    for (pair_case const &row : ordinally_equal_cases) {
-        EXPECT_EQ(ordinal(row.one, row.other), CSTR_EQUAL) << row.why;
-        EXPECT_EQ(ordinal(row.other, row.one), CSTR_EQUAL) << row.why;
-    }
-    for (pair_case const &row : ordinal_cases) {
-        EXPECT_EQ(ordinal(row.one, row.other), CSTR_LESS_THAN) << row.why;
-        EXPECT_EQ(ordinal(row.other, row.one), CSTR_GREATER_THAN) << row.why;
-    }
-    EXPECT_EQ(ordinal(L"a.txt", L"A.TXT", FALSE), CSTR_GREATER_THAN)
-        << "case where it is asked for";
-    EXPECT_EQ(ordinal(L"A.TXT", L"a.txt", FALSE), CSTR_LESS_THAN);
+    expect_order(order_of_units, by_units);
+    EXPECT_EQ(::CompareStringOrdinal(L"a.txt", -1, L"A.TXT", -1, FALSE), CSTR_GREATER_THAN)
+        << "case counts where it is asked for";
+    EXPECT_EQ(::CompareStringOrdinal(L"A.TXT", -1, L"a.txt", -1, FALSE), CSTR_LESS_THAN);
     EXPECT_EQ(::CompareStringOrdinal(L"abc", 2, L"ABd", 2, TRUE), CSTR_EQUAL) << "as many as told";
 }
 

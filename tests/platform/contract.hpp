@@ -181,16 +181,35 @@ inline constexpr call_row names_of_file[] = {
     {LR"(?@\file)", success, "as it stands"},
 };
 
+/// Names of directories, which each call takes that wants one.
+inline constexpr call_row names_of_directories[] = {
+    {LR"(@\dir)", success, "a directory"},
+    {LR"(@\DIR\)", success, "with a separator, in another case"},
+    {LR"(?@\dir)", success, "as it stands"},
+    {LR"(?@\dir\)", success, "with a separator, too"},
+    {L".", success, "the current directory"},
+    {LR"(C:\)", success, "a root"},
+};
+
 /// Names of nothing, and what each call says that wants something to be there.
 inline constexpr call_row missing_names[] = {
     {LR"(@\missing)", ERROR_FILE_NOT_FOUND, "not there"},
     {LR"(@\missing\a)", ERROR_PATH_NOT_FOUND, "nor the directory above"},
     {LR"(@\file\a)", ERROR_PATH_NOT_FOUND, "below a file"},
     {LR"(@\a*b)", ERROR_INVALID_NAME, "no name"},
+    {LR"(@\a<b\c)", ERROR_INVALID_NAME, "nor the one above"},
     {LR"(@\missing\a*b)", ERROR_PATH_NOT_FOUND, "names are checked in their turn",
      ERROR_INVALID_NAME},
     {LR"(Q:\a)", ERROR_PATH_NOT_FOUND, "no such drive", ERROR_FILE_NOT_FOUND},
     {LR"(\\fl-dead-server\share\a)", ERROR_BAD_NETPATH, "no such server", ERROR_PATH_NOT_FOUND},
+};
+
+/// Roots of nothing.
+inline constexpr call_row missing_roots[] = {
+    {LR"(Q:\)", ERROR_PATH_NOT_FOUND, "no such drive"},
+    {LR"(\\fl-dead-server\share)", ERROR_BAD_NETPATH, "no such server", ERROR_PATH_NOT_FOUND},
+    {LR"(\\?\UNC\fl-dead-server\share\a)", ERROR_BAD_NETPATH, "with a long prefix",
+     ERROR_PATH_NOT_FOUND},
 };
 
 /// What stands behind a long prefix is taken as it stands.

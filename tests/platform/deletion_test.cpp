@@ -25,7 +25,8 @@ TEST(DeletingFiles, Outcomes)
         EXPECT_TRUE(space.is_directory(space.path(u"dir\\inner"))) << name;
         return code;
     };
-    expect_codes(fill, remove, names_of_file, missing_names, as_it_stands, no_names, delete_cases);
+    expect_codes(fill, remove, names_of_file, missing_names, missing_roots, as_it_stands, no_names,
+                 delete_cases);
 }
 
 TEST(DeletingFiles, TakesADotAtTheEndOfAPrefixedName)

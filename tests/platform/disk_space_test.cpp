@@ -14,22 +14,17 @@ DWORD get_space(wchar_t const *directory)
 }
 
 constexpr call_row space_cases[] = {
-    {LR"(C:\)", success, "the root of a drive"},
     {L"C:", success, "the current directory of a drive"},
-    {LR"(@\dir)", success, "a directory"},
-    {LR"(@\dir\)", success, "with a backslash"},
-    {LR"(?@\dir)", success, "with a long prefix"},
-    {L".", success, "the current directory"},
     {LR"(@\file)", ERROR_DIRECTORY, "a file"},
     {LR"(@\file\)", ERROR_INVALID_NAME, "a file as a directory", {as_windows, ERROR_DIRECTORY}},
     {L"nul", ERROR_DIRECTORY, "a device", ERROR_INVALID_FUNCTION},
-    {LR"(Q:\)", ERROR_PATH_NOT_FOUND, "no such drive"},
 };
 
 TEST(DiskSpace, Outcomes)
 {
     auto const get = [](std::wstring const &name) { return get_space(name.c_str()); };
-    expect_codes(fill, get, missing_names, no_names, space_cases);
+    expect_codes(fill, get, names_of_directories, missing_names, missing_roots, no_names,
+                 space_cases);
 }
 
 TEST(DiskSpace, IsThatOfTheCurrentVolumeForNoText)

@@ -1,11 +1,10 @@
-#include "platform/attribute_cases.hpp"
+#include "platform/contract.hpp"
 
 namespace contract {
 
 namespace {
 
 constexpr call_row attribute_cases[] = {
-    {LR"(C:\)", success, "the root of a drive"},
     {LR"(@\file\)", ERROR_INVALID_NAME, "a file is no directory", ERROR_PATH_NOT_FOUND},
     {LR"(\\?\C:)", ERROR_INVALID_PARAMETER, "as it stands, the volume and no directory",
      ERROR_BAD_DEV_TYPE},
@@ -13,8 +12,8 @@ constexpr call_row attribute_cases[] = {
 
 TEST(FileAttributes, Outcomes)
 {
-    expect_codes(fill, get_file_attributes, names_of_file, missing_names, as_it_stands, no_names,
-                 common_attribute_cases, attribute_cases);
+    expect_codes(fill, get_file_attributes, names_of_file, names_of_directories, missing_names,
+                 as_it_stands, no_names, missing_roots, attribute_cases);
 }
 
 TEST(FileAttributes, TellDirectoriesFromFiles)
