@@ -12,11 +12,13 @@
 
 #include <windows.h>
 
+#include <initializer_list>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <type_traits>
 #include <utility>
+#include <vector>
 
 namespace contract {
 
@@ -154,6 +156,16 @@ void expect_codes(Fill fill, Call call, Tables const &...tables)
     (expect_codes_of(tables, fill, call), ...);
 }
 
+/// The same where all texts come to one code.
+template <typename Fill, typename Call>
+void expect_code(Fill fill, Call call, DWORD code, std::initializer_list<wchar_t const *> texts)
+{
+    std::vector<call_row> rows;
+    for (wchar_t const *const text : texts)
+        rows.push_back({text, code, "as the others"});
+    expect_codes(fill, call, rows);
+}
+
 /// The folder that calls on names are tried in: `dir`, which holds a directory, `inner`, and a
 /// file, `leaf`; `empty`, another directory; and files by what they are. It is the current
 /// directory.
@@ -233,8 +245,18 @@ inline constexpr call_row new_names[] = {
     {LR"(@\dir\new)", success, "in a directory"},
     {LR"(@/dir/new. )", success, "in a form that is tidied up"},
     {LR"(@\missing\..\new)", success, "dots are resolved before anything is looked up"},
+    {LR"(@/dir/new)", success, "slashes are fine"},
     {L"new", success, "from the current directory"},
     {LR"(?@\dir\new)", success, "as it stands"},
+};
+
+/// Names that are taken, as calls tell that make something new.
+inline constexpr call_row taken_names[] = {
+    {LR"(@\other)", ERROR_ALREADY_EXISTS, "a file is there"},
+    {LR"(@\OTHER)", ERROR_ALREADY_EXISTS, "in whatever case"},
+    {LR"(@\empty)", ERROR_ALREADY_EXISTS, "a directory is there"},
+    {LR"(@\empty. )", ERROR_ALREADY_EXISTS, "once the end is trimmed"},
+    {LR"(?@\empty)", ERROR_ALREADY_EXISTS, "as it stands"},
 };
 
 /// Names under which nothing can be made, and what each call says that is to make something.

@@ -17,19 +17,6 @@ void fill_with_names(workspace &space)
 }
 
 /// See `text_in` for the pattern, and `found` for what is expected.
-template <typename Rows>
-void expect_found(Rows const &rows)
-{
-    workspace space;
-    fill_with_names(space);
-    for (text_row const &row : rows) {
-        std::u16string const names = units(expected(row));
-        std::wstring const pattern = text_in(space, row.text);
-        EXPECT_EQ(units(found(pattern)), names) << row.why;
-        EXPECT_EQ(units(found(pattern, FindExInfoStandard)), names) << row.why << ", standard";
-    }
-}
-
 constexpr text_row matching_cases[] = {
     {LR"(@\*)", L".|..|a|ab|Abc.txt|b.TXT|dir|empty|two.part.txt", "dots first, then by name"},
     {L"*", L".|..|a|ab|Abc.txt|b.TXT|dir|empty|two.part.txt", "in the current directory"},
@@ -58,40 +45,51 @@ constexpr text_row matching_cases[] = {
     {L"nul", L"nul", "a device"},
 };
 
-constexpr text_row failing_cases[] = {
-    {LR"(@\missing)", L"error 2", "no such name"},
-    {LR"(@\z*)", L"error 2", "nothing matches"},
-    {LR"(@\empty\x*)", L"error 2", "nor in an empty directory"},
-    {LR"(@\missing\*)", L"error 3", "no such directory"},
-    {LR"(@\missing\a\*)", L"error 3", "nor the one above"},
-    {LR"(@\a\*)", L"error 267", "a file has no entries", {L"error 123", nullptr}},
-    {LR"(@\a\b)", L"error 267", "nor one of this name", {L"error 123", nullptr}},
-    {LR"(@\a\b\*)", L"error 3", "below a file"},
-    {LR"(@\dir\)", L"error 2", "no pattern behind the separator"},
-    {LR"(@\missing\)", L"error 3", "nor a directory ahead of it", L"error 2"},
-    {LR"(C:\)", L"error 2", "a root is no entry"},
-    {L"", L"error 3", "no text"},
-    {L"  ", L"error 3", "blanks only"},
-    {LR"(@\d*\inner.txt)", L"error 123", "wildcards stand in the last name only"},
-    {LR"(@\d?r\*)", L"error 123", "in either form"},
-    {LR"(@\a|b)", L"error 123", "no name", L"error 2"},
+constexpr call_row failing_cases[] = {
+    {LR"(@\missing)", ERROR_FILE_NOT_FOUND, "no such name"},
+    {LR"(@\z*)", ERROR_FILE_NOT_FOUND, "nothing matches"},
+    {LR"(@\empty\x*)", ERROR_FILE_NOT_FOUND, "nor in an empty directory"},
+    {LR"(@\missing\*)", ERROR_PATH_NOT_FOUND, "no such directory"},
+    {LR"(@\missing\a\*)", ERROR_PATH_NOT_FOUND, "nor the one above"},
+    {LR"(@\a\*)", ERROR_DIRECTORY, "a file has no entries", {ERROR_INVALID_NAME, as_windows}},
+    {LR"(@\a\b)", ERROR_DIRECTORY, "nor one of this name", {ERROR_INVALID_NAME, as_windows}},
+    {LR"(@\a\b\*)", ERROR_PATH_NOT_FOUND, "below a file"},
+    {LR"(@\dir\)", ERROR_FILE_NOT_FOUND, "no pattern behind the separator"},
+    {LR"(@\missing\)", ERROR_PATH_NOT_FOUND, "nor a directory ahead of it", ERROR_FILE_NOT_FOUND},
+    {LR"(C:\)", ERROR_FILE_NOT_FOUND, "a root is no entry"},
+    {LR"(@\d*\inner.txt)", ERROR_INVALID_NAME, "wildcards stand in the last name only"},
+    {LR"(@\d?r\*)", ERROR_INVALID_NAME, "in either form"},
+    {LR"(@\a|b)", ERROR_INVALID_NAME, "no name", ERROR_FILE_NOT_FOUND},
     {LR"(?@\dir/*)",
-     L"error 123",
+     ERROR_INVALID_NAME,
      "as it stands, a slash is no separator",
-     {L"error 2", L".|..|a|ab|Abc.txt|b.TXT|dir|empty|two.part.txt"}},
-    {LR"(Q:\*)", L"error 3", "no such drive"},
-    {LR"(\\fl-dead-server\share\*)", L"error 53", "no such server", L"error 3"},
-    {LR"(\\?\UNC\fl-dead-server\share\*)", L"error 53", "with a long prefix", L"error 3"},
+     {ERROR_FILE_NOT_FOUND, success}},
+    {LR"(Q:\*)", ERROR_PATH_NOT_FOUND, "no such drive"},
+    {LR"(\\fl-dead-server\share\*)", ERROR_BAD_NETPATH, "no such server", ERROR_PATH_NOT_FOUND},
+    {LR"(\\?\UNC\fl-dead-server\share\*)", ERROR_BAD_NETPATH, "with a long prefix",
+     ERROR_PATH_NOT_FOUND},
 };
 
 TEST(Enumeration, Matches)
 {
-    expect_found(matching_cases);
+    workspace space;
+    fill_with_names(space);
+    for (text_row const &row : matching_cases) {
+        std::u16string const names = units(expected(row));
+        std::wstring const pattern = text_in(space, row.text);
+        EXPECT_EQ(units(found(pattern)), names) << row.why;
+        EXPECT_EQ(units(found(pattern, FindExInfoStandard)), names) << row.why << ", standard";
+    }
 }
 
 TEST(Enumeration, Fails)
 {
-    expect_found(failing_cases);
+    auto const find = [](std::wstring const &pattern) {
+        DWORD const code = search(pattern).code;
+        EXPECT_EQ(search(pattern, FindExInfoStandard).code, code) << pattern;
+        return code;
+    };
+    expect_codes(fill_with_names, find, no_names, failing_cases);
 }
 
 TEST(Enumeration, GivesNoDotsInARoot)

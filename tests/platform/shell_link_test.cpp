@@ -153,18 +153,8 @@ TEST(ShellLink, RemembersItsFile)
     EXPECT_EQ(read.path(), LR"(C:\other)");
 }
 
-constexpr call_row load_cases[] = {
-    {LR"(@\dir)", ERROR_ACCESS_DENIED, "a directory"},
-    {LR"(nul)", garbage, "a device, with no content"},
-    {LR"(@\text.lnk)", garbage, "a file of another kind"},
-    {LR"(@\empty.lnk)", garbage, "nothing in it"},
-    {LR"(@\size.lnk)", garbage, "another size of the header"},
-    {LR"(@\class.lnk)", garbage, "another class"},
-    {LR"(@\cut.lnk)", garbage, "cut within the header"},
-    {LR"(@\bare.lnk)", garbage, "cut behind the header, which promises more"},
-};
-
-/// A folder in which `file` is a shortcut, and others are none, or cut.
+/// A folder in which `file` is a shortcut. Others are text, or have another size of the header or
+/// another class in it, or are cut: within the header, and behind it, although it promises more.
 void make_shortcuts(workspace &space)
 {
     std::string const content = content_of(wine_share_shortcut);
@@ -188,15 +178,12 @@ TEST(ShellLink, LoadingOutcomes)
         EXPECT_EQ(made.path(), code == yes ? LR"(\\fl-server\share\x)" : L"") << name;
         return to_win32(code);
     };
-    expect_codes(make_shortcuts, load, names_of_file, missing_names, as_it_stands, no_names,
-                 load_cases);
+    expect_codes(make_shortcuts, load, names_of_file, missing_names, as_it_stands, no_names);
+    expect_code(make_shortcuts, load, ERROR_ACCESS_DENIED, {LR"(@\dir)"});
+    expect_code(make_shortcuts, load, garbage,
+                {L"nul", LR"(@\text.lnk)", LR"(@\empty.lnk)", LR"(@\size.lnk)", LR"(@\class.lnk)",
+                 LR"(@\cut.lnk)", LR"(@\bare.lnk)"});
 }
-
-constexpr call_row save_cases[] = {
-    {LR"(@\file)", yes, "over a former one"},
-    {LR"(@\text.lnk)", yes, "over a file of another kind"},
-    {LR"(@\dir)", ERROR_ACCESS_DENIED, "a directory"},
-};
 
 TEST(ShellLink, SavingOutcomes)
 {
@@ -212,7 +199,9 @@ TEST(ShellLink, SavingOutcomes)
         }
         return to_win32(code);
     };
-    expect_codes(make_shortcuts, save, new_names, impossible_names, no_names, save_cases);
+    expect_codes(make_shortcuts, save, names_of_file, new_names, impossible_names, no_names);
+    expect_code(make_shortcuts, save, yes, {LR"(@\text.lnk)"});
+    expect_code(make_shortcuts, save, ERROR_ACCESS_DENIED, {LR"(@\dir)"});
 }
 
 // Wine reads the narrow form of a pathname only.

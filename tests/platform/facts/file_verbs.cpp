@@ -32,14 +32,11 @@ DWORD share_of(std::string const &word)
 /// Flags and attributes of an opening.
 DWORD flags_of(std::string const &word)
 {
-    return letters(word, {{'b', FILE_FLAG_BACKUP_SEMANTICS},
-                          {'o', FILE_FLAG_OPEN_REPARSE_POINT},
-                          {'c', FILE_FLAG_DELETE_ON_CLOSE},
-                          {'H', FILE_ATTRIBUTE_HIDDEN},
-                          {'S', FILE_ATTRIBUTE_SYSTEM},
-                          {'R', FILE_ATTRIBUTE_READONLY},
-                          {'T', FILE_ATTRIBUTE_TEMPORARY},
-                          {'N', FILE_ATTRIBUTE_NORMAL}});
+    std::map<char, DWORD> meanings = meanings_of_attributes();
+    meanings.insert({{'b', FILE_FLAG_BACKUP_SEMANTICS},
+                     {'o', FILE_FLAG_OPEN_REPARSE_POINT},
+                     {'c', FILE_FLAG_DELETE_ON_CLOSE}});
+    return letters(word, meanings);
 }
 
 DWORD disposition_of(std::string const &word)

@@ -122,16 +122,19 @@ DWORD letters(std::string const &word, std::map<char, DWORD> const &meanings)
     return value;
 }
 
+std::map<char, DWORD> const &meanings_of_attributes()
+{
+    static std::map<char, DWORD> const meanings = {
+        {'R', FILE_ATTRIBUTE_READONLY},      {'H', FILE_ATTRIBUTE_HIDDEN},
+        {'S', FILE_ATTRIBUTE_SYSTEM},        {'A', FILE_ATTRIBUTE_ARCHIVE},
+        {'T', FILE_ATTRIBUTE_TEMPORARY},     {'D', FILE_ATTRIBUTE_DIRECTORY},
+        {'L', FILE_ATTRIBUTE_REPARSE_POINT}, {'N', FILE_ATTRIBUTE_NORMAL}};
+    return meanings;
+}
+
 DWORD attributes_in(std::string const &word)
 {
-    return letters(word, {{'R', FILE_ATTRIBUTE_READONLY},
-                          {'H', FILE_ATTRIBUTE_HIDDEN},
-                          {'S', FILE_ATTRIBUTE_SYSTEM},
-                          {'A', FILE_ATTRIBUTE_ARCHIVE},
-                          {'T', FILE_ATTRIBUTE_TEMPORARY},
-                          {'D', FILE_ATTRIBUTE_DIRECTORY},
-                          {'L', FILE_ATTRIBUTE_REPARSE_POINT},
-                          {'N', FILE_ATTRIBUTE_NORMAL}});
+    return letters(word, meanings_of_attributes());
 }
 
 std::string attribute_letters(DWORD attributes)

@@ -32,6 +32,7 @@ std::string written_again(step const &told, DWORD code, std::string const &answe
 
 /// What the letters of a word say together.
 DWORD letters(std::string const &word, std::map<char, DWORD> const &meanings);
+std::map<char, DWORD> const &meanings_of_attributes();
 DWORD attributes_in(std::string const &word);
 std::string attribute_letters(DWORD attributes);
 /// ASCII as it is, and a question mark for any other unit.
