@@ -4,6 +4,7 @@
 
 #include "directory/listing.hpp"
 #include "support/calls.hpp"
+#include "support/sanitizers.hpp"
 #include "support/small_stack.hpp"
 
 namespace fl::filesystem::tests {
@@ -47,7 +48,7 @@ TEST_ON_MACHINE(DirectoryScale, ADeepTreeOnASmallStack)
 
 // Each call walks down all the names, which takes minutes where all memory is checked: the
 // tree above has to do there.
-#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+#if !FL_CHECKS_MEMORY
 TEST_ON_MACHINE(DirectoryScale, TheDeepestTreeOnASmallStack)
 {
     run_on_stack_of(small_stack,

@@ -6,6 +6,7 @@
 #include "access/filesystem_form.hpp"
 #include "support/allocations.hpp"
 #include "support/calls.hpp"
+#include "support/sanitizers.hpp"
 
 #include <functional>
 
@@ -143,7 +144,7 @@ TEST_F(costs, ADirectoryOnTheWayOfCanonicalTakesNoMemory)
 
 // Of the deepest, a pathname of 32,767 units, it is eight. Each call walks down all the names,
 // which takes minutes where all memory is checked.
-#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+#if !FL_CHECKS_MEMORY
 TEST_F(costs, ATreeOfEightThousandLevelsIsRemovedInFourMebibytes)
 {
     std::u16string path = uR"(\\?\C:)";

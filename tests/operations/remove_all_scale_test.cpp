@@ -3,6 +3,7 @@
 #include <fl/filesystem/operations.hpp>
 
 #include "support/calls.hpp"
+#include "support/sanitizers.hpp"
 #include "support/small_stack.hpp"
 
 namespace fl::filesystem::tests {
@@ -46,7 +47,7 @@ TEST_ON_MACHINE(RemoveAllScale, ADeepTreeOnAStackOfOneMebibyte)
 
 // Each call walks down all the names, which takes minutes where all memory is checked: the
 // tree above has to do there.
-#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+#if !FL_CHECKS_MEMORY
 TEST_ON_MACHINE(RemoveAllScale, TheDeepestTreeOnAStackOfOneMebibyte)
 {
     run_on_stack_of(default_stack, [] { remove_tree_of(longest_pathname - 3); });
