@@ -59,7 +59,7 @@ walk_end walk(pathname const &path, machine_state const &machine, last_link last
     // pathnames have thousands of names at times: nothing is copied on the way
     std::shared_ptr<entry> const *here = &path.disk->root;
     std::shared_ptr<entry> const *above = nullptr;
-    for (std::u16string const &name : path.elements) {
+    for (std::u16string_view const name : path.elements) {
         // A missing directory and a file in the place of one are told alike.
         if (!*here || !(*here)->target->is_directory())
             throw failure(ERROR_PATH_NOT_FOUND);
@@ -90,7 +90,8 @@ void append_relative(pathname &path, std::u16string_view text)
 {
     pathname parsed;
     split(text, parsed);
-    for (std::u16string const &name : parsed.elements) {
+    path.texts.insert(path.texts.end(), parsed.texts.begin(), parsed.texts.end());
+    for (std::u16string_view const name : parsed.elements) {
         if (name != u"." && name != u"..")
             path.elements.push_back(name);
         else if (name == u".." && !path.elements.empty())
@@ -142,6 +143,7 @@ pathname redirected(pathname const &path, walk_end const &end, machine_state con
     pathname target = target_of(decode(point), path, end.names_walked - 1, machine);
     if (target.is_device())
         throw failure(ERROR_CANT_ACCESS_FILE);
+    target.texts.insert(target.texts.end(), path.texts.begin(), path.texts.end());
     target.elements.insert(target.elements.end(),
                            path.elements.begin() + static_cast<std::ptrdiff_t>(end.names_walked),
                            path.elements.end());
@@ -153,14 +155,16 @@ pathname redirected(pathname const &path, walk_end const &end, machine_state con
 
 } // namespace
 
-place find_place(pathname path, machine_state const &machine, last_link last, looker who)
+place find_place(pathname const &path, machine_state const &machine, last_link last, looker who)
 {
     if (path.is_device())
         throw failure(ERROR_INVALID_FUNCTION); // nothing is below it
+    pathname const *here = &path;
+    pathname behind_link;
     bool is_behind_link = false;
     bool is_behind_directory_link = false;
     for (int followed = 0;; ++followed) {
-        walk_end end = walk(path, machine, last, who);
+        walk_end end = walk(*here, machine, last, who);
         if (!end.is_at_link) {
             end.here.is_behind_link = is_behind_link;
             end.here.is_behind_directory_link = is_behind_directory_link;
@@ -168,17 +172,18 @@ place find_place(pathname path, machine_state const &machine, last_link last, lo
         }
         if (followed == most_links)
             throw failure(ERROR_CANT_RESOLVE_FILENAME);
-        if (end.names_walked == path.elements.size() && !is_behind_link) {
+        if (end.names_walked == here->elements.size() && !is_behind_link) {
             is_behind_link = true;
             is_behind_directory_link = end.here.found->target->is_directory();
         }
-        path = redirected(path, end, machine);
+        behind_link = redirected(*here, end, machine);
+        here = &behind_link;
     }
 }
 
-place find_existing(pathname path, machine_state const &machine, last_link last, looker who)
+place find_existing(pathname const &path, machine_state const &machine, last_link last, looker who)
 {
-    place here = find_place(std::move(path), machine, last, who);
+    place here = find_place(path, machine, last, who);
     if (!here.found)
         throw failure(ERROR_FILE_NOT_FOUND);
     return here;

@@ -41,12 +41,12 @@ struct place
 
 /// Finds the place that a pathname means. Each name is checked when its turn
 /// comes: behind a directory that is missing a name may be as wrong as it likes.
-place find_place(pathname path, machine_state const &machine, last_link last = last_link::keep,
-                 looker who = looker::caller);
+place find_place(pathname const &path, machine_state const &machine,
+                 last_link last = last_link::keep, looker who = looker::caller);
 
 /// Like `find_place`, but there has to be something.
-place find_existing(pathname path, machine_state const &machine, last_link last = last_link::keep,
-                    looker who = looker::caller);
+place find_existing(pathname const &path, machine_state const &machine,
+                    last_link last = last_link::keep, looker who = looker::caller);
 
 /// Whether an absolute text, taken as it stands, leads to a directory.
 bool is_directory_at(std::u16string_view text, machine_state const &machine);

@@ -78,7 +78,7 @@ void check_way(pathname const &path)
     if (path.is_device() || path.is_raw_volume)
         throw failure(ERROR_INVALID_NAME);
     std::shared_ptr<entry> here = path.disk->root;
-    for (std::u16string const &name : path.elements) {
+    for (std::u16string_view const name : path.elements) {
         if (here)
             check_plain_directory(*here->target);
         if (!is_valid_name(name))
@@ -91,7 +91,7 @@ std::shared_ptr<node> make_directory(pathname const &path, machine_state &machin
 {
     check_way(path);
     std::shared_ptr<node> here = path.disk->root->target;
-    for (std::u16string const &name : path.elements) {
+    for (std::u16string_view const name : path.elements) {
         std::shared_ptr<entry> next = here->find(name);
         if (!next) {
             auto made = path.disk->make_node(FILE_ATTRIBUTE_DIRECTORY);
@@ -109,7 +109,7 @@ void place_file(std::u16string_view text, std::shared_ptr<node> target, machine_
     check_way(path);
     if (path.elements.empty() || path.ends_in_separator)
         throw failure(ERROR_DIRECTORY);
-    std::u16string const name = path.elements.back();
+    std::u16string const name(path.elements.back());
     path.elements.pop_back();
     std::shared_ptr<node> const parent = make_directory(path, machine);
     check_plain_directory(*parent);

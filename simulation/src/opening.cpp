@@ -95,7 +95,7 @@ bool is_below_file(pathname path, machine_state const &machine)
     path.elements.pop_back();
     path.ends_in_separator = false;
     try {
-        place const above = find_place(std::move(path), machine, last_link::follow);
+        place const above = find_place(path, machine, last_link::follow);
         return above.found && !above.found->target->is_directory();
     } catch (failure const &) {
         return false;

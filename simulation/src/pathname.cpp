@@ -6,6 +6,8 @@
 #include "lookup.hpp"
 #include "names.hpp"
 
+#include <algorithm>
+
 namespace fl::simulation {
 
 namespace {
@@ -114,14 +116,18 @@ void split(std::u16string_view text, pathname &parsed)
     parsed.ends_in_separator = text.ends_with(u'\\');
     if (parsed.ends_in_separator)
         text.remove_suffix(1);
-    while (!text.empty()) {
+    if (text.empty())
+        return;
+    parsed.texts.push_back(std::make_shared<std::u16string const>(text));
+    text = *parsed.texts.back();
+    auto const separators = std::count(text.begin(), text.end(), u'\\');
+    parsed.elements.reserve(parsed.elements.size() + static_cast<std::size_t>(separators) + 1);
+    for (;;) {
         std::size_t const end = text.find(u'\\');
-        parsed.elements.emplace_back(text.substr(0, end));
+        parsed.elements.push_back(text.substr(0, end));
         if (end == std::u16string_view::npos)
             return;
         text.remove_prefix(end + 1);
-        if (text.empty())
-            parsed.elements.emplace_back();
     }
 }
 

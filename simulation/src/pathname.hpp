@@ -13,8 +13,10 @@ namespace fl::simulation {
 
 struct pathname
 {
-    std::shared_ptr<volume> disk; ///< null if the pathname means a device
-    std::vector<std::u16string> elements;
+    std::shared_ptr<volume> disk;              ///< null if the pathname means a device
+    std::vector<std::u16string_view> elements; ///< of `texts`, or for ever
+    /// What the elements are parts of: there are thousands of them at times.
+    std::vector<std::shared_ptr<std::u16string const>> texts;
     bool ends_in_separator = false;
     /// `\\?\C:`, the volume below its file system and no directory on it.
     bool is_raw_volume = false;
