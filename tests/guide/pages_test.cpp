@@ -46,8 +46,13 @@ bool is_held_by(std::string const &name, std::string const &tests)
     std::size_t const stop = name.find('.');
     if (stop == std::string::npos)
         return name == "nothing" || std::filesystem::exists(FL_CHECKOUT "/" + name);
-    return tests.find("TEST(" + name.substr(0, stop) + ", " + name.substr(stop + 1) + ")") !=
-           std::string::npos;
+    std::string const named = "(" + name.substr(0, stop) + ", " + name.substr(stop + 1) + ")";
+    // whatever it stands on: TEST, TEST_F, TEST_ON_MACHINE, TEST_IN_WORKSPACE
+    for (std::size_t at = tests.find(named); at != std::string::npos;
+         at = tests.find(named, at + 1))
+        if (tests.compare(tests.rfind('\n', at) + 1, 4, "TEST") == 0)
+            return true;
+    return false;
 }
 
 lines pages()

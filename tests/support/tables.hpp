@@ -58,7 +58,7 @@ auto outcome_of_row(Row const &row, Of of)
 
 /// What a row gives, as a failing test shows it.
 template <typename Row>
-std::string shown(Row const &row)
+std::string given_by(Row const &row)
 {
     if constexpr (requires { printable(row.text); })
         return printable(row.text);
@@ -75,7 +75,7 @@ template <typename Rows, typename Of>
 void expect_rows(Rows const &rows, Of of)
 {
     for (auto const &row : rows)
-        EXPECT_EQ(outcome_of_row(row, of), row.expected) << shown(row) << ": " << row.why;
+        EXPECT_EQ(outcome_of_row(row, of), row.expected) << given_by(row) << ": " << row.why;
 }
 
 } // namespace test_support
