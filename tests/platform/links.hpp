@@ -11,13 +11,7 @@ namespace contract {
 
 using test_support::mount_point_tag;
 using test_support::symlink_tag;
-using test_support::link_data::append;
-using test_support::link_data::append_text;
-using test_support::link_data::bytes;
-using test_support::link_data::junction_data;
-using test_support::link_data::number_at;
-using test_support::link_data::text_at;
-using test_support::link_data::with_header;
+using namespace test_support::link_data;
 
 inline constexpr DWORD strange_tag = 0x00000042; // no tag of Microsoft, so it has a GUID
 

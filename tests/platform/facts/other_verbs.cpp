@@ -188,26 +188,22 @@ DWORD save(stage &on, words const &said, std::string &)
 
 } // namespace
 
-verb_table const &other_verbs()
-{
-    static verb_table const verbs = {
-        {"data", &data},
-        {"get", &get},
-        {"put", &put},
-        {"put-attributes", &put_attributes},
-        {"dots", &dots},
-        {"is-link", &is_link},
-        {"reparse", &reparse},
-        {"control", &control},
-        {"query", &query},
-        {"module", &module},
-        {"universal", &universal},
-        {"link-to", &link_to},
-        {"resolve", &resolve},
-        {"load", &load},
-        {"save", &save},
-    };
-    return verbs;
-}
+verb_table const other_verbs = {
+    {"data", &data},
+    {"get", &get},
+    {"put", &put},
+    {"put-attributes", &put_attributes},
+    {"dots", &dots},
+    {"is-link", &is_link},
+    {"reparse", &reparse},
+    {"control", &control},
+    {"query", &query},
+    {"module", &module},
+    {"universal", &universal},
+    {"link-to", &link_to},
+    {"resolve", &resolve},
+    {"load", &load},
+    {"save", &save},
+};
 
 } // namespace contract::facts

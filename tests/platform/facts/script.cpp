@@ -169,7 +169,7 @@ stage::~stage()
 
 DWORD stage::run(step const &next, std::string &answer)
 {
-    for (verb_table const *table : {&file_verbs(), &other_verbs(), &std::as_const(more_)}) {
+    for (verb_table const *table : {&file_verbs, &other_verbs, &std::as_const(more_)}) {
         auto const found = table->find(next.said.at(0));
         if (found != table->end())
             return found->second(*this, next.said, answer);

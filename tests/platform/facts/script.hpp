@@ -84,8 +84,8 @@ private:
 };
 
 /// The verbs of scripts: those of files and their names, and all the others.
-verb_table const &file_verbs();
-verb_table const &other_verbs();
+extern verb_table const file_verbs;
+extern verb_table const other_verbs;
 
 } // namespace contract::facts
 
