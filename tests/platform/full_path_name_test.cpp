@@ -1,6 +1,7 @@
 #include "platform/contract.hpp"
 
 #include <algorithm>
+#include <initializer_list>
 #include <iterator>
 #include <optional>
 #include <utility>
@@ -181,41 +182,40 @@ TEST(FullPathName, Devices)
     expect_full_paths(device_cases);
 }
 
-/// A text, and what it means where devices stand anywhere and where they stand alone. `@` is
-/// the current directory.
-struct device_case
-{
-    wchar_t const *text, *anywhere, *alone;
-    char const *why;
-};
-
-constexpr device_case placed_device_cases[] = {
-    {L"con:alt", LR"(\\.\con)", LR"(@\con:alt)", "with a stream"},
-    {L"prn.json", LR"(\\.\prn)", LR"(@\prn.json)", "with an extension"},
-    {L"con .txt", LR"(\\.\con)", LR"(@\con .txt)", "and a blank ahead of it"},
-    {LR"(1:con)", LR"(\\.\con)", LR"(1:\con)", "on a drive"},
-    {LR"(::con)", LR"(\\.\con)", LR"(::\con)", "on a drive with no letter"},
-    {LR"(C:\dir\con)", LR"(\\.\con)", LR"(C:\dir\con)", "in a directory"},
-    {LR"(C:\con)", LR"(\\.\con)", LR"(C:\con)", "in the root"},
-    {LR"(.\con)", LR"(\\.\con)", LR"(@\con)", "here"},
-    {LR"(dir\..\con.)", LR"(\\.\con)", LR"(@\con)", "or elsewhere"},
-    {LR"(dir/nul.txt)", LR"(\\.\nul)", LR"(@\dir\nul.txt)", "behind a slash, with an extension"},
-    {LR"(dir/prn.)", LR"(\\.\prn)", LR"(@\dir\prn)", "with a full stop"},
-    {LR"(dir\nul)", LR"(\\.\nul)", LR"(\\.\nul)", "only NUL is kept in all directories"},
-    {LR"(C:\missing\NUL. .)", LR"(\\.\NUL)", LR"(\\.\NUL)", "with what is trimmed"},
-    {LR"(C:\dir\lpt1:)", LR"(\\.\lpt1)", LR"(C:\dir\lpt1:)", "in a directory, with a colon"},
-    {LR"(C:\missing\aux)", LR"(\\.\aux)", LR"(C:\missing\aux)", "even if that isn't there"},
-};
-
-TEST(FullPathName, DevicesInDirectoriesAndWithExtensions)
+/// Texts that end in the name of a device, and what they mean where devices stand alone. Where
+/// they stand anywhere, it is the device. `@` is the current directory.
+void expect_device(std::wstring const &device, std::initializer_list<text_row> rows)
 {
     workspace space;
     space.change_directory(space.root());
-    for (device_case const &row : placed_device_cases) {
-        std::wstring const name = text_in(space, row.alone);
-        EXPECT_EQ(full_path(row.text), finds_devices_anywhere() ? row.anywhere : name)
+    for (text_row const &row : rows) {
+        std::wstring const alone = text_in(space, row.expected);
+        EXPECT_EQ(full_path(row.text), finds_devices_anywhere() ? LR"(\\.\)" + device : alone)
             << row.text << ": " << row.why;
     }
+}
+
+TEST(FullPathName, DevicesInDirectoriesAndWithExtensions)
+{
+    expect_device(L"con", {{L"con:alt", LR"(@\con:alt)", "with a stream"},
+                           {L"con .txt", LR"(@\con .txt)", "with an extension and a blank"},
+                           {LR"(1:con)", LR"(1:\con)", "on a drive"},
+                           {LR"(::con)", LR"(::\con)", "on a drive with no letter"},
+                           {LR"(C:\dir\con)", LR"(C:\dir\con)", "in a directory"},
+                           {LR"(C:\con)", LR"(C:\con)", "in the root"},
+                           {LR"(.\con)", LR"(@\con)", "here"},
+                           {LR"(dir\..\con.)", LR"(@\con)", "or elsewhere"}});
+    expect_device(L"prn", {{L"prn.json", LR"(@\prn.json)", "with an extension"},
+                           {LR"(dir/prn.)", LR"(@\dir\prn)", "with a full stop"}});
+    expect_device(L"nul", {{LR"(dir/nul.txt)", LR"(@\dir\nul.txt)", "behind a slash"}});
+    expect_device(L"lpt1", {{LR"(C:\dir\lpt1:)", LR"(C:\dir\lpt1:)", "with a colon"}});
+    expect_device(L"aux", {{LR"(C:\missing\aux)", LR"(C:\missing\aux)", "in no directory"}});
+}
+
+TEST(FullPathName, OnlyNulIsKeptInAllDirectories)
+{
+    EXPECT_EQ(full_path(LR"(dir\nul)"), LR"(\\.\nul)");
+    EXPECT_EQ(full_path(LR"(C:\missing\NUL. .)"), LR"(\\.\NUL)") << "with what is trimmed";
 }
 
 // Wine knows only the plain digits.
