@@ -55,15 +55,7 @@ void add_disks(simulated_machine &machine)
 
 // Where a walk begins.
 
-struct start_case
-{
-    wchar_t const *path;
-    path_type_enum type;
-    wchar_t const *expected;
-    char const *why;
-};
-
-constexpr start_case start_cases[] = {
+constexpr row_of_two<wchar_t const *, path_type_enum, wchar_t const *> start_cases[] = {
     {LR"(C:\)", windows::PATH_TYPE_DRIVE_ABSOLUTE, LR"(\\?\C:\)", "a root keeps its separator"},
     {LR"(C:\x)", windows::PATH_TYPE_DRIVE_ABSOLUTE, LR"(\\?\C:\x)", "a drive gets the prefix"},
     {LR"(C:\x\)", windows::PATH_TYPE_DRIVE_ABSOLUTE, LR"(\\?\C:\x)", "and loses what it ends in"},
@@ -85,11 +77,8 @@ constexpr start_case start_cases[] = {
 TEST_ON_MACHINE(ResolveLinkChain, BeginsWithTheRoot)
 {
     add_disks(machine);
-    for (auto const &row : start_cases) {
-        std::string const shown = printable(units(row.path)) + ": " + row.why;
-        EXPECT_EQ(walked(row.path), row.expected) << shown;
-        EXPECT_EQ(walked(row.path, row.type), row.expected) << shown;
-    }
+    expect_rows(start_cases, [](auto path, auto) { return walked(path); });
+    expect_rows(start_cases, [](auto path, auto type) { return walked(path, type); });
 }
 
 TEST_ON_MACHINE(ResolveLinkChain, AsksNobodyAboutARoot)
@@ -100,19 +89,11 @@ TEST_ON_MACHINE(ResolveLinkChain, AsksNobodyAboutARoot)
     EXPECT_EQ(calls(machine), lines{});
 }
 
-struct bad_start_case
-{
-    wchar_t const *path;
-    path_type_enum type;
-    failure expected;
-    char const *why;
-};
-
 TEST_ON_MACHINE(ResolveLinkChain, RefusesRootsThatSayNotWhere)
 {
     auto const no_type = invalid_argument("Invalid Path Type");
     auto const no_share = invalid_argument("UNC root path length can not be zero");
-    bad_start_case const cases[] = {
+    row_of_two<wchar_t const *, path_type_enum, failure> const cases[] = {
         {LR"(\x)", classify, nowhere(), "on the current drive"},
         {L"C:", classify, nowhere(), "on the drive's current directory"},
         {L"C:x", classify, nowhere(), "on the drive's current directory"},
@@ -135,9 +116,7 @@ TEST_ON_MACHINE(ResolveLinkChain, RefusesRootsThatSayNotWhere)
         {LR"(\\s)", windows::PATH_TYPE_UNC, no_share, "a type that isn't its own"},
         {LR"(\\?\UNC\s)", windows::PATH_TYPE_LONG_UNC, no_share, "a type that isn't its own"},
     };
-    for (auto const &row : cases)
-        EXPECT_EQ(failed_walk(row.path, row.type), row.expected)
-            << printable(units(row.path)) << ": " << row.why;
+    expect_rows(cases, [](auto path, auto type) { return failed_walk(path, type); });
     EXPECT_EQ(calls(machine), lines{});
 }
 

@@ -78,14 +78,19 @@ constexpr target_case target_cases[] = {
     {L"", L"", relative, "nothing"},
 };
 
+template <typename Rows>
+void expect_normalised(Rows const &rows)
+{
+    for (auto const &row : rows) {
+        std::wstring target = row.text;
+        EXPECT_EQ(normalise_link_target(target), row.type) << shown(row) << ": " << row.why;
+        EXPECT_EQ(target, row.expected) << shown(row) << ": " << row.why;
+    }
+}
+
 TEST_IN_WORKSPACE(NormaliseLinkTarget, Table)
 {
-    for (auto const &row : target_cases) {
-        std::wstring target = row.text;
-        EXPECT_EQ(normalise_link_target(target), row.type)
-            << printable(units(row.text)) << ": " << row.why;
-        EXPECT_EQ(target, row.expected) << printable(units(row.text)) << ": " << row.why;
-    }
+    expect_normalised(target_cases);
 }
 
 TEST_IN_WORKSPACE(NormaliseLinkTarget, AsksForTheDrivesDirectory)
@@ -108,12 +113,7 @@ TEST_IN_WORKSPACE(NormaliseLinkTarget, AsksForTheDrivesDirectory)
         {LR"(\\?\)" + letter + L"a/b", here + LR"(\a\b)", long_drive, "the prefix has gone"},
         {LR"(//?/)" + letter + L"a", here + LR"(\a)", long_drive, "the prefix has gone"},
     };
-    for (auto const &row : cases) {
-        std::wstring target = row.text;
-        EXPECT_EQ(normalise_link_target(target), row.type)
-            << printable(units(row.text)) << ": " << row.why;
-        EXPECT_EQ(target, row.expected) << printable(units(row.text)) << ": " << row.why;
-    }
+    expect_normalised(cases);
 }
 
 TEST_IN_WORKSPACE(NormaliseLinkTarget, AllShortTexts)

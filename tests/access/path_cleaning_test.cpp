@@ -241,28 +241,27 @@ bool searched_parent_component(std::wstring const &text, std::size_t length)
     return false;
 }
 
-constexpr answer_row<wchar_t> parent_cases[] = {
-    {LR"(a\..\b)", true, "between separators"},
-    {L"..", true, "all there is"},
-    {LR"(..\a)", true, "at the beginning"},
-    {LR"(a\..)", true, "at the end"},
-    {LR"(\..\)", true, "between separators"},
-    {L"a..b", false, "within a name"},
-    {L"..a", false, "a name that begins so"},
-    {L"a..", false, "a name that ends so"},
-    {L"...", false, "three are a name"},
-    {LR"(...\..)", true, "behind a name of full stops"},
-    {LR"(a\...\b)", false, "a name of full stops"},
-    {LR"(a\.\b)", false, "one is the directory itself"},
-    {L"a/../b", false, "a slash is no separator here"},
-    {L"../a", false, "a slash is no separator here"},
-    {L"", false, "nothing"},
-    {L".", false, "one"},
-};
-
 TEST(HasParentComponent, Table)
 {
-    expect_rows(parent_cases, [](auto text) { return has_parent_component(text); });
+    constexpr answer_row<wchar_t> cases[] = {
+        {LR"(a\..\b)", true, "between separators"},
+        {L"..", true, "all there is"},
+        {LR"(..\a)", true, "at the beginning"},
+        {LR"(a\..)", true, "at the end"},
+        {LR"(\..\)", true, "between separators"},
+        {L"a..b", false, "within a name"},
+        {L"..a", false, "a name that begins so"},
+        {L"a..", false, "a name that ends so"},
+        {L"...", false, "three are a name"},
+        {LR"(...\..)", true, "behind a name of full stops"},
+        {LR"(a\...\b)", false, "a name of full stops"},
+        {LR"(a\.\b)", false, "one is the directory itself"},
+        {L"a/../b", false, "a slash is no separator here"},
+        {L"../a", false, "a slash is no separator here"},
+        {L"", false, "nothing"},
+        {L".", false, "one"},
+    };
+    expect_rows(cases, [](auto text) { return has_parent_component(text); });
 }
 
 TEST(HasParentComponent, AllShortTexts)
@@ -407,15 +406,7 @@ std::wstring stepped_removal(std::wstring const &text, std::size_t start)
     return output;
 }
 
-struct dot_case
-{
-    wchar_t const *path;
-    path_type_enum type;
-    wchar_t const *expected;
-    char const *why;
-};
-
-constexpr dot_case dot_cases[] = {
+constexpr row_of_two<wchar_t const *, path_type_enum, wchar_t const *> dot_cases[] = {
     {LR"(\\?\C:\)", long_drive, LR"(\\?\C:\)", "a root stays"},
     {LR"(\\?\C:\a)", long_drive, LR"(\\?\C:\a)", "nothing to do"},
     {LR"(\\?\C:\a\.\b\)", long_drive, LR"(\\?\C:\a\b)", "one within, and the separator at the end"},
@@ -442,9 +433,9 @@ constexpr dot_case dot_cases[] = {
 
 TEST(RemoveDotComponents, Table)
 {
-    for (auto const &row : dot_cases)
-        EXPECT_EQ(remove_dot_components(row.path, row.type), row.expected)
-            << printable(units(row.path)) << ": " << row.why;
+    expect_rows(dot_cases, [](std::wstring const &path, path_type_enum type) {
+        return remove_dot_components(path, type);
+    });
 }
 
 TEST(RemoveDotComponents, AllShortTexts)

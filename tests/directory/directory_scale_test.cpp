@@ -78,7 +78,7 @@ TEST_ON_MACHINE(DirectoryScale, AWideDirectoryTakesOneCallAnEntry)
 {
     constexpr int many = 20'000;
     for (int number = 0; number < many; ++number)
-        machine.add_file(u"C:\\wide\\" + units(std::to_wstring(number)));
+        machine.add_file(numbered(u"C:\\wide\\", number));
     EXPECT_EQ(names_in(uR"(C:\wide)").size(), static_cast<std::size_t>(many));
     EXPECT_EQ(machine.calls_of("FindFirstFileExW"), 1);
     EXPECT_EQ(machine.calls_of("FindNextFileW"), many + 2);

@@ -63,14 +63,7 @@ TEST(LinkText, AllocatesTheTextOnly)
     EXPECT_EQ(allocations_of([&] { windows::get_target_path_bridge(type, other); }), 0U);
 }
 
-struct attributes_case
-{
-    std::uint32_t attributes;
-    bool is_candidate;
-    char const *why;
-};
-
-constexpr attributes_case attributes_cases[] = {
+constexpr row_of<std::uint32_t, bool> attributes_cases[] = {
     {0x400, true, "a reparse point"},        {0x410, true, "a directory that is one"},
     {0x420, true, "with another attribute"}, {0x600, false, "a sparse one"},
     {0x200, false, "sparse, but none"},      {0x020, false, "a plain file"},
@@ -79,8 +72,7 @@ constexpr attributes_case attributes_cases[] = {
 
 TEST(CanBeLink, Table)
 {
-    for (attributes_case const &row : attributes_cases)
-        EXPECT_EQ(can_be_link(row.attributes), row.is_candidate) << row.why;
+    expect_rows(attributes_cases, [](std::uint32_t attributes) { return can_be_link(attributes); });
 }
 
 } // namespace

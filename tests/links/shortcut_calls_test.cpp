@@ -37,14 +37,7 @@ TEST_ON_MACHINE(ReadShortcutTargetCalls, NoneForAnotherName)
     EXPECT_EQ(machine.journal().size(), 0U);
 }
 
-struct prefix_case
-{
-    wchar_t const *path;
-    char16_t const *loaded;
-    char const *why;
-};
-
-constexpr prefix_case prefix_cases[] = {
+constexpr row_of<wchar_t const *, char16_t const *> prefix_cases[] = {
     {LR"(C:\a.lnk)", uR"(C:\a.lnk)", "none"},
     {LR"(\\?\C:\a.lnk)", uR"(C:\a.lnk)", "of a drive"},
     {LR"(\\?\UNC\server\share\a.lnk)", uR"(\\server\share\a.lnk)", "of a server"},
@@ -54,15 +47,15 @@ constexpr prefix_case prefix_cases[] = {
 
 TEST_ON_MACHINE(ReadShortcutTargetCalls, LoadWithoutALongPrefix)
 {
-    for (prefix_case const &row : prefix_cases) {
-        simulated_machine fresh;
-        fresh.add_share(u"server", u"share").add_directory(u"C:\\dir");
-        fresh.add_shortcut(u"C:\\a.lnk", u"C:\\dir");
-        fresh.add_shortcut(uR"(\\server\share\a.lnk)", u"C:\\dir");
+    machine.add_share(u"server", u"share").add_directory(u"C:\\dir");
+    machine.add_shortcut(u"C:\\a.lnk", u"C:\\dir");
+    machine.add_shortcut(uR"(\\server\share\a.lnk)", u"C:\\dir");
+    expect_rows(prefix_cases, [&](auto path) {
+        machine.clear_journal();
         unsigned int error = untouched;
-        EXPECT_EQ(read_shortcut_target(row.path, error), L"C:\\dir") << row.why;
-        EXPECT_EQ(fresh.journal().at(3).text, row.loaded) << row.why;
-    }
+        EXPECT_EQ(read_shortcut_target(path, error), L"C:\\dir");
+        return machine.journal().at(3).text;
+    });
 }
 
 TEST_ON_MACHINE(ReadShortcutTargetCalls, LoadAPrefixedNameOfAnyLengthWithoutIt)

@@ -22,24 +22,23 @@ using contract::in;
 
 constexpr unsigned int untouched = 77;
 
-constexpr answer_row<wchar_t> name_cases[] = {
-    {L"", false, "nothing"},
-    {L"lnk", false, "three units"},
-    {L".lnk", false, "nothing ahead of it"},
-    {L"a.lnk", true, "one unit more is enough"},
-    {L"C:\\dir\\a.lnk", true, "a pathname"},
-    {L"\\.lnk", true, "whatever that unit is"},
-    {L"a.LNK", false, "in upper case"},
-    {L"a.Lnk", false, "in mixed case"},
-    {L"a.lnk ", false, "not at the end"},
-    {L"a.lnk\\", false, "not at the end"},
-    {L"alnk", false, "no full stop"},
-    {L"a.ln", false, "not all of it"},
-};
-
 TEST(IsShortcutPath, Table)
 {
-    expect_rows(name_cases, [](std::wstring const &name) { return is_shortcut_path(name); });
+    constexpr answer_row<wchar_t> cases[] = {
+        {L"", false, "nothing"},
+        {L"lnk", false, "three units"},
+        {L".lnk", false, "nothing ahead of it"},
+        {L"a.lnk", true, "one unit more is enough"},
+        {L"C:\\dir\\a.lnk", true, "a pathname"},
+        {L"\\.lnk", true, "whatever that unit is"},
+        {L"a.LNK", false, "in upper case"},
+        {L"a.Lnk", false, "in mixed case"},
+        {L"a.lnk ", false, "not at the end"},
+        {L"a.lnk\\", false, "not at the end"},
+        {L"alnk", false, "no full stop"},
+        {L"a.ln", false, "not all of it"},
+    };
+    expect_rows(cases, [](std::wstring const &name) { return is_shortcut_path(name); });
     EXPECT_TRUE(is_shortcut_path(std::wstring(40000, L'a') + L".lnk"));
 }
 

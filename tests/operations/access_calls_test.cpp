@@ -9,6 +9,18 @@
 namespace fl::filesystem::tests {
 namespace {
 
+/// The first calls.
+lines looking(std::string const &path)
+{
+    return {"GetFullPathNameW(" + path + ")", "GetFileAttributesExW(" + path + ")"};
+}
+
+/// On a drive, which may be a network's.
+lines asking_for_a_network(std::string const &path)
+{
+    return {"WNetGetUniversalNameW(" + path + ") flags 1"};
+}
+
 /// The calls of one probe that succeeds.
 lines probe(std::string const &path, std::string const &access)
 {
@@ -16,13 +28,8 @@ lines probe(std::string const &path, std::string const &access)
             "CloseHandle(" + path + ")"};
 }
 
-struct desired_case
-{
-    char const *local, *remote;
-};
-
-// By the mode, from 1 on.
-constexpr desired_case desired_cases[] = {
+// What is asked for on a drive, and on a network, by the mode, from 1 on.
+constexpr std::pair<char const *, char const *> desired_cases[] = {
     {"0", "0"},          {"80000000", "80"},  {"80000000", "80"},  {"100", "100"},
     {"100", "100"},      {"80000100", "180"}, {"80000100", "180"}, {"20000000", "0"},
     {"20000000", "0"},   {"A0000000", "80"},  {"A0000000", "80"},  {"20000100", "100"},
@@ -38,7 +45,7 @@ TEST_ON_MACHINE(AccessJournal, OfAPlainNameInEachMode)
         EXPECT_EQ(calls_with_arguments(machine),
                   joined({{R"(GetFullPathNameW(f.exe))", R"(GetFileAttributesExW(C:\d\f.exe))",
                            R"(WNetGetUniversalNameW(C:\d\f.exe) flags 1)"},
-                          probe(R"(C:\d\f.exe)", desired_cases[mode - 1].local)}))
+                          probe(R"(C:\d\f.exe)", desired_cases[mode - 1].first)}))
             << mode;
     }
 }
@@ -47,10 +54,9 @@ TEST_ON_MACHINE(AccessJournal, OfAReadOnlyFileWhoseProbeSucceeds)
 {
     machine.add_file(u"C:\\f").set_attributes(u"C:\\f", FILE_ATTRIBUTE_READONLY);
     EXPECT_FALSE(access(uR"(C:\f)", access_write));
-    EXPECT_EQ(calls_with_arguments(machine),
-              joined({{R"(GetFullPathNameW(C:\f))", R"(GetFileAttributesExW(C:\f))",
-                       R"(WNetGetUniversalNameW(C:\f) flags 1)"},
-                      probe(R"(C:\f)", "100")}))
+    EXPECT_EQ(
+        calls_with_arguments(machine),
+        joined({looking(R"(C:\f)"), asking_for_a_network(R"(C:\f)"), probe(R"(C:\f)", "100")}))
         << "a handle was there to be closed";
 }
 
@@ -60,17 +66,15 @@ TEST_ON_MACHINE(AccessJournal, OnANetworkInEachMode)
     for (unsigned int mode = 1; mode <= 15; ++mode) {
         machine.clear_journal();
         EXPECT_TRUE(access(uR"(\\s\h\f.exe)", mode));
-        EXPECT_EQ(
-            calls_with_arguments(machine),
-            joined({{R"(GetFullPathNameW(\\s\h\f.exe))", R"(GetFileAttributesExW(\\s\h\f.exe))"},
-                    probe(R"(\\s\h\f.exe)", desired_cases[mode - 1].remote)}))
+        EXPECT_EQ(calls_with_arguments(machine),
+                  joined({looking(R"(\\s\h\f.exe)"),
+                          probe(R"(\\s\h\f.exe)", desired_cases[mode - 1].second)}))
             << mode;
         machine.clear_journal();
         EXPECT_TRUE(access(uR"(X:\f.exe)", mode));
         EXPECT_EQ(calls_with_arguments(machine),
-                  joined({{R"(GetFullPathNameW(X:\f.exe))", R"(GetFileAttributesExW(X:\f.exe))",
-                           R"(WNetGetUniversalNameW(X:\f.exe) flags 1)"},
-                          probe(R"(X:\f.exe)", desired_cases[mode - 1].remote)}))
+                  joined({looking(R"(X:\f.exe)"), asking_for_a_network(R"(X:\f.exe)"),
+                          probe(R"(X:\f.exe)", desired_cases[mode - 1].second)}))
             << mode;
     }
 }
@@ -80,25 +84,23 @@ TEST_ON_MACHINE(AccessJournal, OfTheLongFormOfAShare)
     machine.add_share(u"s", u"h").add_symbolic_link(u"C:\\l", u"\\\\s\\h\\f.exe");
     machine.add_file(u"\\\\s\\h\\f.exe");
     EXPECT_TRUE(access(uR"(C:\l)", access_read | access_execute));
-    EXPECT_EQ(calls_with_arguments(machine),
-              joined({{R"(GetFullPathNameW(C:\l))", R"(GetFileAttributesExW(C:\l))"},
-                      reading(R"(C:\l)"),
-                      {R"(WNetGetUniversalNameW(C:\l) flags 1)",
-                       R"(GetFileAttributesExW(\\?\UNC\s\h\f.exe))"},
-                      probe(R"(\\?\UNC\s\h\f.exe)", "80")}));
+    EXPECT_EQ(calls_with_arguments(machine), joined({looking(R"(C:\l)"),
+                                                     reading(R"(C:\l)"),
+                                                     {R"(WNetGetUniversalNameW(C:\l) flags 1)",
+                                                      R"(GetFileAttributesExW(\\?\UNC\s\h\f.exe))"},
+                                                     probe(R"(\\?\UNC\s\h\f.exe)", "80")}));
 }
 
 TEST_ON_MACHINE(AccessJournal, OfALink)
 {
     machine.add_file(u"C:\\t").add_symbolic_link(u"C:\\l", u"t");
     EXPECT_TRUE(access(uR"(C:\l)", access_write));
-    EXPECT_EQ(
-        calls_with_arguments(machine),
-        joined({{R"(GetFullPathNameW(C:\l))", R"(GetFileAttributesExW(C:\l))"},
-                reading(R"(C:\l)"),
-                {R"(WNetGetUniversalNameW(C:\l) flags 1)", R"(GetFileAttributesExW(\\?\C:\t))",
-                 R"(WNetGetUniversalNameW(C:\t) flags 1)"},
-                probe(R"(\\?\C:\t)", "100")}));
+    EXPECT_EQ(calls_with_arguments(machine), joined({looking(R"(C:\l)"),
+                                                     reading(R"(C:\l)"),
+                                                     {R"(WNetGetUniversalNameW(C:\l) flags 1)",
+                                                      R"(GetFileAttributesExW(\\?\C:\t))",
+                                                      R"(WNetGetUniversalNameW(C:\t) flags 1)"},
+                                                     probe(R"(\\?\C:\t)", "100")}));
 }
 
 TEST_ON_MACHINE(AccessJournal, OfALinkOnAShare)
@@ -107,8 +109,7 @@ TEST_ON_MACHINE(AccessJournal, OfALinkOnAShare)
     EXPECT_FALSE(access(uR"(\\s\h\l)", access_exists));
     lines const all = calls_with_arguments(machine);
     ASSERT_GT(all.size(), 2U);
-    EXPECT_EQ(lines(all.begin(), all.begin() + 2),
-              (lines{R"(GetFullPathNameW(\\s\h\l))", R"(GetFileAttributesExW(\\s\h\l))"}));
+    EXPECT_EQ(lines(all.begin(), all.begin() + 2), looking(R"(\\s\h\l)"));
     EXPECT_EQ(all.back(), R"(CreateFileW(\\s\h\l) access 0 share 7 disposition 3 flags 2000000)")
         << "its own probe, which the system refuses";
     EXPECT_EQ(machine.calls_of("GetFileAttributesExW"), 1) << "nothing is followed";

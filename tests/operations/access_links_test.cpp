@@ -128,24 +128,23 @@ TEST_ON_MACHINE(AccessLinks, EachObjectInEachMode)
     expect_rows(local_cases, [](auto const &given) { return access_signs(given); });
 }
 
-constexpr row_of<char16_t const *, char const *> network_cases[] = {
-    {u"t.exe", can_all, "a program"},
-    {u"t.txt", cannot_run, "a text"},
-    {u"locked.exe", cannot_write, "a read-only program"},
-    {u"d", cannot_run, "a directory"},
-    {u"", cannot_run, "the root"},
-    {u"no.exe", is_missing, "a missing name"},
-    {u"no\\no", is_missing, "in a missing directory"},
-    {u"link.exe", can_nothing, "a link, which the system follows no more than we do"},
-    {u"broken", can_nothing, "a broken link is there itself"},
-    {u"junction", can_nothing, "a junction to a disk of the server"},
-};
-
 TEST_ON_MACHINE(AccessNetwork, EachObjectInEachMode)
 {
+    constexpr row_of<char16_t const *, char const *> cases[] = {
+        {u"t.exe", can_all, "a program"},
+        {u"t.txt", cannot_run, "a text"},
+        {u"locked.exe", cannot_write, "a read-only program"},
+        {u"d", cannot_run, "a directory"},
+        {u"", cannot_run, "the root"},
+        {u"no.exe", is_missing, "a missing name"},
+        {u"no\\no", is_missing, "in a missing directory"},
+        {u"link.exe", can_nothing, "a link, which the system follows no more than we do"},
+        {u"broken", can_nothing, "a broken link is there itself"},
+        {u"junction", can_nothing, "a junction to a disk of the server"},
+    };
     build(machine);
     for (char16_t const *root : {u"\\\\s\\h\\", u"X:\\"}) {
-        for (auto const &row : network_cases)
+        for (auto const &row : cases)
             EXPECT_EQ(access_signs(std::u16string(root) + row.given), row.expected)
                 << printable(root) << ": " << row.why;
     }
@@ -252,10 +251,9 @@ TEST_ON_MACHINE(AccessLinks, ATextThatIsADeviceIsAFailure)
 /// A chain of links `C:\l1`, `C:\l2` and so on, the last of which leads to `C:\end.exe`.
 void add_chain(simulated_machine &machine, int links)
 {
-    for (int i = 1; i <= links; ++i) {
-        auto const name = [](int at) { return u"C:\\l" + units(std::to_wstring(at)); };
-        machine.add_symbolic_link(name(i), i == links ? u"C:\\end.exe" : name(i + 1));
-    }
+    for (int i = 1; i <= links; ++i)
+        machine.add_symbolic_link(numbered(u"C:\\l", i),
+                                  i == links ? u"C:\\end.exe" : numbered(u"C:\\l", i + 1));
 }
 
 TEST_ON_MACHINE(AccessChains, NineteenLinksAreFollowed)

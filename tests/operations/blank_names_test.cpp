@@ -22,28 +22,26 @@ struct operation
 };
 
 constexpr operation operations[] = {
-    {"absolute", [](std::u16string const &p) { absolute(p); }},
-    {"access", [](std::u16string const &p) { access(p, access_write); }},
-    {"canonical", [](std::u16string const &p) { canonical(p); }},
-    {"change_current_path", [](std::u16string const &p) { change_current_path(p); }},
-    {"copy to", [](std::u16string const &p) { copy(u"file", p); }},
-    {"copy from", [](std::u16string const &p) { copy(p, u"copy"); }},
-    {"copy_directory", [](std::u16string const &p) { copy_directory(u"dir", p); }},
-    {"copy_file", [](std::u16string const &p) { copy_file(u"file", p); }},
-    {"create_directories", [](std::u16string const &p) { create_directories(p); }},
-    {"create_directory", [](std::u16string const &p) { create_directory(p); }},
-    {"get_unc_path", [](std::u16string const &p) { get_unc_path(p, true); }},
+    {"absolute", [](auto &p) { absolute(p); }},
+    {"access", [](auto &p) { access(p, access_write); }},
+    {"canonical", [](auto &p) { canonical(p); }},
+    {"change_current_path", [](auto &p) { change_current_path(p); }},
+    {"copy to", [](auto &p) { copy(u"file", p); }},
+    {"copy from", [](auto &p) { copy(p, u"copy"); }},
+    {"copy_directory", [](auto &p) { copy_directory(u"dir", p); }},
+    {"copy_file", [](auto &p) { copy_file(u"file", p); }},
+    {"create_directories", [](auto &p) { create_directories(p); }},
+    {"create_directory", [](auto &p) { create_directory(p); }},
+    {"get_unc_path", [](auto &p) { get_unc_path(p, true); }},
     {"permissions",
-     [](std::u16string const &p) {
-         permissions(p, file_status::perms_add | file_status::hidden_file);
-     }},
-    {"remove", [](std::u16string const &p) { remove(p); }},
-    {"remove_all", [](std::u16string const &p) { remove_all(p); }},
-    {"remove_directory", [](std::u16string const &p) { remove_directory(p); }},
-    {"remove_file", [](std::u16string const &p) { remove_file(p); }},
-    {"rename to", [](std::u16string const &p) { rename(u"file", p); }},
-    {"rename from", [](std::u16string const &p) { rename(p, u"renamed"); }},
-    {"space", [](std::u16string const &p) { space(upath(p)); }},
+     [](auto &p) { permissions(p, file_status::perms_add | file_status::hidden_file); }},
+    {"remove", [](auto &p) { remove(p); }},
+    {"remove_all", [](auto &p) { remove_all(p); }},
+    {"remove_directory", [](auto &p) { remove_directory(p); }},
+    {"remove_file", [](auto &p) { remove_file(p); }},
+    {"rename to", [](auto &p) { rename(u"file", p); }},
+    {"rename from", [](auto &p) { rename(p, u"renamed"); }},
+    {"space", [](auto &p) { space(upath(p)); }},
 };
 
 TEST_IN_WORKSPACE(BlankNames, AreRefusedBeforeAnythingIsTouched)

@@ -8,14 +8,6 @@
 namespace fl::filesystem::tests {
 namespace {
 
-std::u16string numbered(std::u16string_view head, int number)
-{
-    std::u16string text(head);
-    for (char const digit : std::to_string(number))
-        text += static_cast<char16_t>(digit);
-    return text;
-}
-
 constexpr text_row<char16_t> link_cases[] = {
     {uR"(C:\f.link)", uR"(C:\d\f)", "a link at the end is followed"},
     {uR"(C:\d.link)", uR"(C:\d)", "to a directory, too"},

@@ -239,22 +239,16 @@ TEST_ON_MACHINE(CopyCalls, SymbolicLinkHasTheStringThatGoesToTheSystem)
 // What the enumeration says of a search that fails, and of one that breaks off.
 TEST_ON_MACHINE(CopyCalls, AnEnumerationThatFailsEndsIt)
 {
-    for (DWORD const code : {5U, 32U, 1117U}) {
-        simulated_machine fresh;
-        fresh.add_file(uR"(C:\t\a)").add_file(uR"(C:\t\b)");
-        auto const search = fresh.fail_every_call_on("FindFirstFileExW", code);
-        auto const expected = code == 5 ? denied(u"to") : system_error(code, u"t", u"to");
-        EXPECT_FAILURE(copy(u"t", u"to"), expected) << code;
-        EXPECT_EQ(fresh.entries(uR"(C:\to)"), names()) << code;
-    }
-    for (DWORD const code : {5U, 32U, 1117U}) {
-        simulated_machine fresh;
-        fresh.add_file(uR"(C:\t\a)").add_file(uR"(C:\t\b)");
-        auto const next = fresh.fail_call("FindNextFileW", 3, code); // behind the dots and `a`
-        auto const expected = code == 5 ? denied(u"to") : system_error(code, u"t", u"to");
-        EXPECT_FAILURE(copy(u"t", u"to"), expected) << code;
-        EXPECT_EQ(fresh.entries(uR"(C:\to)"), names{u"a"}) << code;
-    }
+    for (DWORD const code : {5U, 32U, 1117U})
+        for (bool const has_begun : {false, true}) { // behind the dots and `a`
+            simulated_machine fresh;
+            fresh.add_file(uR"(C:\t\a)").add_file(uR"(C:\t\b)");
+            sure_fault const fault = has_begun ? fresh.fail_call("FindNextFileW", 3, code)
+                                               : fresh.fail_call("FindFirstFileExW", 1, code);
+            auto const expected = code == 5 ? denied(u"to") : system_error(code, u"t", u"to");
+            EXPECT_FAILURE(copy(u"t", u"to"), expected) << code;
+            EXPECT_EQ(fresh.entries(uR"(C:\to)"), has_begun ? names{u"a"} : names()) << code;
+        }
 }
 
 TEST_ON_MACHINE(CopyCalls, DevicesBeyondTheLimitHaveNoForm)
@@ -368,10 +362,8 @@ TEST_ON_MACHINE(CopyCalls, IntoItselfEndsWithAnException)
 TEST_ON_MACHINE(CopyCalls, OfAWideDirectory)
 {
     machine.keep_journal(false);
-    std::u16string const digits = u"0123456789";
-    for (std::size_t i = 0; i < 1000; ++i)
-        machine.add_file(std::u16string(uR"(C:\a\)") + digits[i / 100] + digits[i / 10 % 10] +
-                         digits[i % 10]);
+    for (int i = 0; i < 1000; ++i)
+        machine.add_file(numbered(uR"(C:\a\)", i));
     copy(u"a", u"b");
     EXPECT_EQ(machine.entries(uR"(C:\b)"), machine.entries(uR"(C:\a)"));
 }
@@ -386,10 +378,7 @@ TEST_ON_MACHINE(CopyCalls, NoPrefixIsAddedBelow)
             simulated_machine fresh;
             fresh.add_file(uR"(C:\t\)" + name);
             auto const thrown = failure_of([&] { copy(prefix + uR"(C:\t)", uR"(C:\to)"); });
-            if (size == 259)
-                EXPECT_EQ(thrown, std::nullopt);
-            else
-                EXPECT_EQ(thrown, not_found(uR"(C:\to)"));
+            EXPECT_EQ(thrown, size == 259 ? std::nullopt : std::optional(not_found(uR"(C:\to)")));
             EXPECT_EQ(fresh.exists(target), size == 259);
         }
     }

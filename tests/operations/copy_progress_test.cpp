@@ -2,7 +2,6 @@
 
 #include <fl/filesystem/copy_progress.hpp>
 
-#include <fl/filesystem/exceptions.hpp>
 #include <fl/filesystem/operations.hpp>
 
 #include "support/in_workspace.hpp"

@@ -49,36 +49,6 @@ using builder = void (*)(fixture &, std::u16string const &);
 
 constexpr DWORD other_tag = 0x80000099; // of Microsoft's, so that any bytes may follow
 
-void add_broken_link(fixture &made, std::u16string const &path)
-{
-    made.link(path, uR"(C:\h\none)");
-}
-
-void add_broken_junction(fixture &made, std::u16string const &path)
-{
-    made.junction(path, uR"(C:\h\none)");
-}
-
-void add_other(fixture &made, std::u16string const &path)
-{
-    made.machine.add_reparse_point(path, other_tag, "bytes");
-}
-
-void add_other_directory(fixture &made, std::u16string const &path)
-{
-    made.machine.add_reparse_point(path, other_tag, "bytes", flavour::directory);
-}
-
-void add_directory(fixture &made, std::u16string const &path)
-{
-    made.machine.add_directory(path);
-}
-
-void add_read_only_file(fixture &made, std::u16string const &path)
-{
-    made.read_only_file(path, "read-only");
-}
-
 void add_tree(fixture &made, std::u16string const &path)
 {
     made.file(path + uR"(\d\g)", "in a directory", 150);
@@ -101,89 +71,89 @@ void add_twins(fixture &made, std::u16string const &path)
     made.file(path + uR"(\z)", "behind them", 200);
 }
 
-void add_mount_point(fixture &made, std::u16string const &path)
-{
-    made.machine.add_mount_point(path, u'D');
-    made.targets[made.machine.reparse_data(path)] = u"D:";
-}
-
 struct kind
 {
     char const *name;
     builder build;
 };
 
+// What both can be.
+constexpr kind missing = {"missing", [](auto &, auto &) {}};
+constexpr kind broken_link = {"broken link",
+                              [](auto &made, auto &path) { made.link(path, uR"(C:\h\none)"); }};
+constexpr kind broken_junction = {
+    "broken junction", [](auto &made, auto &path) { made.junction(path, uR"(C:\h\none)"); }};
+constexpr kind other = {"other reparse point", [](auto &made, auto &path) {
+                            made.machine.add_reparse_point(path, other_tag, "bytes");
+                        }};
+constexpr kind other_directory = {"other reparse point, directory", [](auto &made, auto &path) {
+                                      made.machine.add_reparse_point(path, other_tag, "bytes",
+                                                                     flavour::directory);
+                                  }};
+constexpr kind directory = {"directory",
+                            [](auto &made, auto &path) { made.machine.add_directory(path); }};
+constexpr kind read_only_file = {
+    "read-only file", [](auto &made, auto &path) { made.read_only_file(path, "read-only"); }};
+constexpr kind mount_point = {"mount point", [](auto &made, auto &path) {
+                                  made.machine.add_mount_point(path, u'D');
+                                  made.targets[made.machine.reparse_data(path)] = u"D:";
+                              }};
+
 constexpr kind from_kinds[] = {
-    {"missing", [](fixture &, std::u16string const &) {}},
-    {"file", [](fixture &made, std::u16string const &path) { made.file(path, "from", 200); }},
-    {"read-only file", add_read_only_file},
-    {"directory", add_directory},
+    missing,
+    {"file", [](auto &made, auto &path) { made.file(path, "from", 200); }},
+    read_only_file,
+    directory,
     {"tree", add_tree},
     {"tree with twins", add_twins},
-    {"file link",
-     [](fixture &made, std::u16string const &path) { made.link(path, uR"(C:\h\file)"); }},
+    {"file link", [](auto &made, auto &path) { made.link(path, uR"(C:\h\file)"); }},
     {"directory link",
-     [](fixture &made, std::u16string const &path) {
-         made.link(path, uR"(C:\h\dir)", flavour::directory);
-     }},
-    {"broken link", add_broken_link},
-    {"junction",
-     [](fixture &made, std::u16string const &path) { made.junction(path, uR"(C:\h\dir)"); }},
-    {"broken junction", add_broken_junction},
-    {"mount point", add_mount_point},
-    {"other reparse point", add_other},
-    {"other reparse point, directory", add_other_directory},
+     [](auto &made, auto &path) { made.link(path, uR"(C:\h\dir)", flavour::directory); }},
+    broken_link,
+    {"junction", [](auto &made, auto &path) { made.junction(path, uR"(C:\h\dir)"); }},
+    broken_junction,
+    mount_point,
+    other,
+    other_directory,
 };
 
 constexpr kind to_kinds[] = {
-    {"missing", [](fixture &, std::u16string const &) {}},
-    {"file", [](fixture &made, std::u16string const &path) { made.file(path, "to", 100); }},
-    {"read-only file", add_read_only_file},
-    {"directory", add_directory},
+    missing,
+    {"file", [](auto &made, auto &path) { made.file(path, "to", 100); }},
+    read_only_file,
+    directory,
     {"directory with newer and older files",
-     [](fixture &made, std::u16string const &path) {
+     [](auto &made, auto &path) {
          made.file(path + uR"(\a.)", "older, a twin", 100);
          made.file(path + uR"(\f)", "older", 100);
          made.file(path + uR"(\x)", "newer", 300);
      }},
     {"directory in which everything is in the way",
-     [](fixture &made, std::u16string const &path) {
+     [](auto &made, auto &path) {
          made.file(path + uR"(\d\g)", "in the way", 100);
          made.read_only_file(path + uR"(\f)", "in the way");
          made.file(path + uR"(\j)", "in the way", 100);
          made.machine.add_directory(path + uR"(\x)");
      }},
     {"directory with a file in the place of a directory",
-     [](fixture &made, std::u16string const &path) {
-         made.file(path + uR"(\d)", "in the way", 100);
-     }},
-    {"file link",
-     [](fixture &made, std::u16string const &path) { made.link(path, uR"(C:\h\other)"); }},
+     [](auto &made, auto &path) { made.file(path + uR"(\d)", "in the way", 100); }},
+    {"file link", [](auto &made, auto &path) { made.link(path, uR"(C:\h\other)"); }},
     {"directory link",
-     [](fixture &made, std::u16string const &path) {
-         made.link(path, uR"(C:\h\place)", flavour::directory);
-     }},
-    {"broken link", add_broken_link},
+     [](auto &made, auto &path) { made.link(path, uR"(C:\h\place)", flavour::directory); }},
+    broken_link,
     {"broken directory link",
-     [](fixture &made, std::u16string const &path) {
-         made.link(path, uR"(C:\h\none)", flavour::directory);
-     }},
-    {"link broken above",
-     [](fixture &made, std::u16string const &path) { made.link(path, uR"(C:\none\none)"); }},
-    {"junction",
-     [](fixture &made, std::u16string const &path) { made.junction(path, uR"(C:\h\place)"); }},
-    {"broken junction", add_broken_junction},
-    {"mount point", add_mount_point},
-    {"other reparse point", add_other},
-    {"other reparse point, directory", add_other_directory},
-    {"file link to `from`",
-     [](fixture &made, std::u16string const &path) { made.link(path, uR"(C:\s\x)"); }},
+     [](auto &made, auto &path) { made.link(path, uR"(C:\h\none)", flavour::directory); }},
+    {"link broken above", [](auto &made, auto &path) { made.link(path, uR"(C:\none\none)"); }},
+    {"junction", [](auto &made, auto &path) { made.junction(path, uR"(C:\h\place)"); }},
+    broken_junction,
+    mount_point,
+    other,
+    other_directory,
+    {"file link to `from`", [](auto &made, auto &path) { made.link(path, uR"(C:\s\x)"); }},
     {"directory link to `from`",
-     [](fixture &made, std::u16string const &path) {
-         made.link(path, uR"(C:\s\x)", flavour::directory);
-     }},
+     [](auto &made, auto &path) { made.link(path, uR"(C:\s\x)", flavour::directory); }},
     {"hard link",
-     [](fixture &made, std::u16string const &path) {
+     [](auto &made, auto &path) {
          if (made.machine.exists(uR"(C:\s\x)") && made.machine.is_file(uR"(C:\s\x)"))
              made.machine.add_hard_link(path, uR"(C:\s\x)");
      }},

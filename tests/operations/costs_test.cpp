@@ -40,8 +40,6 @@ struct row
 
 std::string const full = "GetFullPathNameW";
 std::string const attributes = "GetFileAttributesExW";
-std::string const opened = "CreateFileW";
-std::string const closed = "CloseHandle";
 
 row const rows[] = {
     {"absolute", [] { absolute(file_path); }, 1, {full}},
@@ -54,10 +52,7 @@ row const rows[] = {
     {"status of a missing name", [] { status(missing_path); }, 1, {full, attributes}},
     {"status below a missing directory", [] { status(lost_path); }, 1, {full, attributes}},
     {"symlink_status", [] { symlink_status(file_path); }, 1, {full, attributes}},
-    {"symlink_status of a missing name",
-     [] { symlink_status(missing_path); },
-     1,
-     {full, attributes}},
+    {"symlink_status, missing", [] { symlink_status(missing_path); }, 1, {full, attributes}},
     {"status_express_light", [] { status_express_light(file); }, 1, {attributes}},
     {"exists", [] { exists(file_path); }, 1, {full, attributes}},
     {"exists of a text", [] { exists(file); }, 2, {full, attributes}},
@@ -82,10 +77,8 @@ void add_tree(simulated_machine &machine, std::u16string const &top, int size)
 {
     machine.keep_journal(false).add_directory(top);
     for (int i = 100; i < 100 + size; ++i) {
-        std::string const number = std::to_string(i);
-        std::u16string const name(number.begin(), number.end());
-        machine.add_file(top + u"\\a-file-with-a-longer-name-" + name);
-        machine.add_file(top + u"\\directory-" + name + u"\\a-file");
+        machine.add_file(numbered(top + u"\\a-file-with-a-longer-name-", i));
+        machine.add_file(numbered(top + u"\\directory-", i) + u"\\a-file");
     }
 }
 

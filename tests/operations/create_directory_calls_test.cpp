@@ -101,10 +101,9 @@ TEST_ON_MACHINE(CreateDirectoriesCalls, TheLastTellingCodeWins)
         {67, 3, 3, system_error(67, u"C:\\a\\b\\c"), "a missing share is no missing level"},
     };
     for (auto const &row : cases) {
-        simulated_machine fresh;
-        sure_fault const first = fresh.fail_call("CreateDirectoryW", 1, row.first);
-        sure_fault const second = fresh.fail_call("CreateDirectoryW", 2, row.second);
-        sure_fault const third = fresh.fail_call("CreateDirectoryW", 3, row.third);
+        sure_fault const first = machine.fail_call("CreateDirectoryW", 1, row.first);
+        sure_fault const second = machine.fail_call("CreateDirectoryW", 2, row.second);
+        sure_fault const third = machine.fail_call("CreateDirectoryW", 3, row.third);
         EXPECT_FAILURE(create_directories(uR"(C:\a\b\c)"), row.expected) << row.why;
     }
 }

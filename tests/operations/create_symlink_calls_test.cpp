@@ -8,8 +8,6 @@
 #include "support/calls.hpp"
 #include "support/translation.hpp"
 
-#include <windows.h>
-
 namespace fl::filesystem::tests {
 namespace {
 
@@ -83,11 +81,11 @@ TEST_ON_MACHINE(CreateSymlinkCalls, EveryCodeNamesNothing)
     for (DWORD const code : {2U, 3U, 5U, 32U, 80U, 87U, 123U, 145U, 161U, 183U, 206U, 267U, 1314U,
                              1920U, 4390U, 4392U}) {
         for (unsigned int const type : {file, directory}) {
-            simulated_machine fresh;
-            auto const fault = fresh.fail_every_call_on("CreateSymbolicLinkW", code);
+            machine.clear_journal();
+            sure_fault const fault = machine.fail_every_call_on("CreateSymbolicLinkW", code);
             EXPECT_EQ(making(type), translated(code, u"")) << code;
-            EXPECT_EQ(fresh.calls_of("CreateSymbolicLinkW"), code == 87 ? 2 : 1) << code;
-            EXPECT_FALSE(fresh.exists(u"C:\\link"));
+            EXPECT_EQ(machine.calls_of("CreateSymbolicLinkW"), code == 87 ? 2 : 1) << code;
+            EXPECT_FALSE(machine.exists(u"C:\\link"));
         }
     }
 }
@@ -220,12 +218,12 @@ TEST_ON_MACHINE(CopySymlinkCalls, EachCallThatFails)
 
 TEST_ON_MACHINE(CopySymlinkCalls, EveryCodeOfTheOpeningNamesNothing)
 {
+    machine.add_symbolic_link(u"C:\\link", u"x");
     for (DWORD const code : {2U, 3U, 5U, 32U, 53U, 123U, 206U, 267U, 1920U}) {
-        simulated_machine fresh;
-        fresh.add_symbolic_link(u"C:\\link", u"x");
-        auto const fault = fresh.fail_every_call_on("CreateFileW", code);
+        machine.clear_journal();
+        sure_fault const fault = machine.fail_every_call_on("CreateFileW", code);
         EXPECT_FAILURE(copy_symlink(u"C:\\link", u"C:\\copy"), translated(code, u"")) << code;
-        EXPECT_EQ(fresh.journal().size(), 1U) << code;
+        EXPECT_EQ(machine.journal().size(), 1U) << code;
     }
 }
 

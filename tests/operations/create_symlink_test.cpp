@@ -73,16 +73,12 @@ TEST_F(MakingSymlinks, Types)
     for (type_case const &row : type_cases) {
         for (bool const by_path : {false, true}) {
             std::u16string const link = at(u"link");
-            if (by_path)
-                create_symlink(upath(row.target), upath(link), row.type);
-            else
-                create_symlink(std::u16string(row.target), link, row.type);
+            by_path ? create_symlink(upath(row.target), upath(link), row.type)
+                    : create_symlink(std::u16string(row.target), link, row.type);
             EXPECT_EQ(is_directory_link(link), row.is_directory) << row.why;
             EXPECT_EQ(text_of(link), row.target) << row.why;
-            if (row.is_directory)
-                ::RemoveDirectoryW(wide(link).c_str());
-            else
-                ::DeleteFileW(wide(link).c_str());
+            EXPECT_TRUE(row.is_directory ? ::RemoveDirectoryW(wide(link).c_str())
+                                         : ::DeleteFileW(wide(link).c_str()));
         }
     }
 }
@@ -129,16 +125,16 @@ constexpr text_row<char16_t> text_cases[] = {
 
 TEST_F(MakingSymlinks, TextsAreInNativeForm)
 {
-    for (auto const &row : text_cases) {
-        for (bool const by_path : {false, true}) {
-            if (by_path)
-                create_symlink(upath(row.text), upath(at(u"link")), file);
-            else
-                create_symlink(std::u16string(row.text), at(u"link"), file);
-            EXPECT_EQ(text_of(at(u"link")), row.expected) << row.why;
-            ::DeleteFileW(in(work, L"link").c_str());
-        }
-    }
+    auto const text_made_of = [&](auto const &text, auto const &link) {
+        create_symlink(text, link, file);
+        std::u16string const made = text_of(at(u"link"));
+        ::DeleteFileW(in(work, L"link").c_str());
+        return made;
+    };
+    expect_rows(text_cases,
+                [&](auto text) { return text_made_of(std::u16string(text), at(u"link")); });
+    expect_rows(text_cases,
+                [&](auto text) { return text_made_of(upath(text), upath(at(u"link"))); });
 }
 
 TEST_F(MakingSymlinks, FailuresNameNothing)
@@ -173,23 +169,20 @@ TEST_F(MakingSymlinks, BothNamesCanBeRelative)
 /// Both kinds and both sorts of text.
 TEST_F(MakingSymlinks, CopiesAreOfTheSameKindAndText)
 {
-    struct
-    {
-        std::u16string target;
-        unsigned int type;
-    } const cases[] = {{u"file", file},           {u"dir", directory},
-                       {uR"(..\missing)", file},  {uR"(..\missing)", directory},
-                       {at(u"file"), file},       {at(u"dir"), directory},
-                       {uR"(\rooted)", directory}};
+    std::pair<std::u16string, unsigned int> const cases[] = {
+        {u"file", file},           {u"dir", directory},
+        {uR"(..\missing)", file},  {uR"(..\missing)", directory},
+        {at(u"file"), file},       {at(u"dir"), directory},
+        {uR"(\rooted)", directory}};
     char16_t number = u'0';
-    for (auto const &row : cases) {
+    for (auto const &[target, type] : cases) {
         std::u16string const link = at(u"link") + number;
-        create_symlink(row.target, link, row.type);
+        create_symlink(target, link, type);
         for (bool const by_path : {false, true}) {
             std::u16string const copy = at(by_path ? u"dir\\a" : u"dir\\b") + number;
             by_path ? copy_symlink(upath(link), upath(copy)) : copy_symlink(link, copy);
-            EXPECT_EQ(text_of(copy), row.target);
-            EXPECT_EQ(is_directory_link(copy), row.type == directory);
+            EXPECT_EQ(text_of(copy), target);
+            EXPECT_EQ(is_directory_link(copy), type == directory);
         }
         ++number;
     }
@@ -224,13 +217,9 @@ TEST_IN_WORKSPACE(CopySymlink, OfWhatIsNoLink)
         {uR"(missing\x)", not_found(u""), "in no directory"},
         {uR"(file\x)", not_found(u""), "below a file"},
     };
-    for (auto const &row : cases) {
-        std::u16string const from = at(row.given);
-        std::u16string const to = at(u"new");
-        EXPECT_FAILURE(copy_symlink(from, to), row.expected) << row.why;
-        EXPECT_FAILURE(copy_symlink(upath(from), upath(to)), row.expected) << row.why;
-        EXPECT_FALSE(work.exists(to)) << row.why;
-    }
+    expect_failures(cases, [&](auto from) { copy_symlink(at(from), at(u"new")); });
+    expect_failures(cases, [&](auto from) { copy_symlink(upath(at(from)), upath(at(u"new"))); });
+    EXPECT_FALSE(work.exists(at(u"new")));
 }
 
 } // namespace

@@ -35,17 +35,9 @@ TEST_IN_WORKSPACE(ChangeCurrentPath, ReachesADirectoryByAnyNotation)
     make_directory(uR"(dir\sub)");
     std::u16string slashes = there;
     std::replace(slashes.begin(), slashes.end(), u'\\', u'/');
-    std::u16string const notations[] = {
-        there,
-        there + u'\\',
-        slashes + u"//",
-        uR"(\\?\)" + there,
-        there + uR"(\sub\..)",
-        there + uR"(\.)",
-        there.substr(0, 2) + u"dir",
-        there.substr(2),
-    };
-    for (std::u16string const &text : notations) {
+    for (std::u16string const &text :
+         {there, there + u'\\', slashes + u"//", uR"(\\?\)" + there, there + uR"(\sub\..)",
+          there + uR"(\.)", there.substr(0, 2) + u"dir", there.substr(2)}) {
         enter();
         EXPECT_TRUE(change_current_path(text)) << printable(text);
         EXPECT_EQ(get_current_path(), there) << printable(text);

@@ -117,11 +117,9 @@ TEST_ON_MACHINE(PermissionsLinks, ThatLeadNowhere)
         {u"C:\\bad", translated(123, u""), "a name that no disk takes"},
         {u"C:\\far", system_error(53, uR"(\\?\UNC\gone\h\f)"), "a server that isn't there"},
     };
-    for (auto const &row : cases) {
-        EXPECT_FAILURE(permissions(row.given, hides), row.expected) << row.why;
-        EXPECT_FAILURE(permissions(upath(row.given), hides), row.expected) << row.why;
-        EXPECT_EQ(hidden_names(machine), lines{}) << row.why;
-    }
+    expect_failures(cases, [](auto given) { permissions(given, hides); });
+    expect_failures(cases, [](auto given) { permissions(upath(given), hides); });
+    EXPECT_EQ(hidden_names(machine), lines{});
 }
 
 /// What a link without a text is reported as: by the last error, whatever left it.
@@ -145,12 +143,11 @@ TEST_ON_MACHINE(PermissionsLinks, WithoutAText)
 // The link is looked at twice, and the second time there may be none.
 TEST_ON_MACHINE(PermissionsLinks, ThatCannotBeReadASecondTime)
 {
+    machine.add_file(u"C:\\t").add_symbolic_link(u"C:\\l", u"t");
     for (DWORD const code : {0U, 2U, 3U, 5U, 32U, 4390U}) {
-        simulated_machine fresh;
-        fresh.add_file(u"C:\\t").add_symbolic_link(u"C:\\l", u"t");
-        sure_fault const fault = fresh.fail_call("CreateFileW", 2, code);
+        sure_fault const fault = machine.fail_call("CreateFileW", 2, code);
         EXPECT_FAILURE(permissions(u"C:\\l", hides), no_text(code, u"C:\\l"));
-        EXPECT_EQ(hidden_names(fresh), lines{});
+        EXPECT_EQ(hidden_names(machine), lines{});
     }
 }
 

@@ -6,8 +6,6 @@
 #include "support/attributes_for_now.hpp"
 #include "support/in_workspace.hpp"
 
-#include <limits>
-
 namespace fl::filesystem::tests {
 namespace {
 
@@ -126,18 +124,10 @@ TEST_IN_WORKSPACE(Permissions, RefuseWordsWithoutAMeaning)
     std::u16string const path = make_file(u"file");
     attributes_for_now const hidden(path, 0x2);
     auto const refusal = invalid_argument("File Permission not valid");
-    constexpr unsigned int words[] = {adds | removes,
-                                      adds | removes | 0200,
-                                      adds | removes | file_status::perms_symlink,
-                                      0xFFFF,
-                                      adds | 0xFFFF,
-                                      removes | 0xFFFF,
-                                      0x40000U | 0xFFFF,
-                                      adds | removes | 0xFFFF,
-                                      0x80000000U | 0xFFFF,
-                                      0xFFF00000U | adds | removes,
-                                      std::numeric_limits<unsigned int>::max()};
-    for (unsigned int const perms : words) {
+    constexpr unsigned int both = adds | removes, all = 0xFFFF;
+    for (unsigned int const perms :
+         {both, both | 0200, both | file_status::perms_symlink, all, adds | all, removes | all,
+          0x40000U | all, both | all, 0x80000000U | all, 0xFFF00000U | both, ~0U}) {
         EXPECT_FAILURE(permissions(path, perms), refusal) << perms;
         EXPECT_FAILURE(permissions(upath(path), perms), refusal) << perms;
         EXPECT_FAILURE(permissions(at(u"no"), perms), refusal) << "before anybody looks";

@@ -2,11 +2,7 @@
 
 #include <fl/filesystem/queries.hpp>
 
-#include <fl/filesystem/exceptions.hpp>
-
 #include "support/calls.hpp"
-
-#include <windows.h>
 
 #include <algorithm>
 #include <functional>
@@ -38,31 +34,23 @@ TEST_ON_MACHINE(QueriesCalls, OneOpeningEach)
     machine.add_file(uR"(C:\f)", "12345");
     lines const looking = {R"(CreateFileW(C:\f) access 80 share 7 disposition 3 flags 2000000)",
                            R"(GetFileInformationByHandle(C:\f))", R"(CloseHandle(C:\f))"};
-    machine.clear_journal();
-    static_cast<void>(file_size(uR"(C:\f)"));
-    EXPECT_EQ(calls_on_disk(machine), looking);
-    machine.clear_journal();
-    static_cast<void>(hard_link_count(uR"(C:\f)"));
-    EXPECT_EQ(calls_on_disk(machine), looking);
-    machine.clear_journal();
-    static_cast<void>(last_write_time(uR"(C:\f)"));
-    EXPECT_EQ(calls_on_disk(machine), looking);
-    machine.clear_journal();
-    last_write_time(uR"(C:\f)", some_time());
-    EXPECT_EQ(calls_on_disk(machine),
+    auto const calls_of = [&](auto act) {
+        machine.clear_journal();
+        act();
+        return calls_on_disk(machine);
+    };
+    EXPECT_EQ(calls_of([] { static_cast<void>(file_size(uR"(C:\f)")); }), looking);
+    EXPECT_EQ(calls_of([] { static_cast<void>(hard_link_count(uR"(C:\f)")); }), looking);
+    EXPECT_EQ(calls_of([] { static_cast<void>(last_write_time(uR"(C:\f)")); }), looking);
+    EXPECT_EQ(calls_of([] { last_write_time(uR"(C:\f)", some_time()); }),
               (lines{R"(CreateFileW(C:\f) access 100 share 7 disposition 3 flags 2000000)",
                      R"(SetFileInformationByHandle(C:\f))", R"(CloseHandle(C:\f))"}));
-    machine.clear_journal();
-    resize_file(uR"(C:\f)", 1);
-    EXPECT_EQ(calls_on_disk(machine),
+    EXPECT_EQ(calls_of([] { resize_file(uR"(C:\f)", 1); }),
               (lines{R"(CreateFileW(C:\f) access 2 share 7 disposition 3)",
                      R"(SetFileInformationByHandle(C:\f) flags 6)", R"(CloseHandle(C:\f))"}));
-    machine.clear_journal();
-    create_hard_link(uR"(C:\f)", uR"(C:\g)");
-    EXPECT_EQ(calls_on_disk(machine), lines{R"(CreateHardLinkW(C:\g))"});
-    machine.clear_journal();
-    create_junction(u"C:\\", uR"(C:\j)");
-    EXPECT_EQ(calls_on_disk(machine),
+    EXPECT_EQ(calls_of([] { create_hard_link(uR"(C:\f)", uR"(C:\g)"); }),
+              lines{R"(CreateHardLinkW(C:\g))"});
+    EXPECT_EQ(calls_of([] { create_junction(u"C:\\", uR"(C:\j)"); }),
               (lines{R"(CreateDirectoryW(C:\j))",
                      R"(CreateFileW(C:\j) access 40000000 share 7 disposition 3 flags 2200000)",
                      R"(DeviceIoControl(C:\j) flags 900A4)", R"(CloseHandle(C:\j))"}));
@@ -107,35 +95,29 @@ TEST_ON_MACHINE(QueriesCalls, EveryFailingCallReleasesAllAndLeavesNothingHalfMad
 
 TEST_ON_MACHINE(QueriesCalls, AFailureNamesWhatWasGiven)
 {
-    struct
-    {
-        operation run;
-        char const *function;
-        char16_t const *named;
-    } const rows[] = {
-        {operations[0], "CreateFileW", uR"(C:\t\f)"},
-        {operations[0], "GetFileInformationByHandle", uR"(C:\t\f)"},
-        {operations[3], "CreateFileW", uR"(C:\t\f)"},
-        {operations[3], "SetFileInformationByHandle", uR"(C:\t\f)"},
-        {operations[4], "CreateFileW", uR"(C:\t\f)"},
-        {operations[4], "SetFileInformationByHandle", uR"(C:\t\f)"},
-        {operations[5], "FindFirstFileExW", uR"(C:\t)"},
-        {operations[7], "CreateDirectoryW", uR"(C:\t\x)"},
-        {operations[7], "CreateFileW", uR"(C:\t\x)"},
-        {operations[7], "DeviceIoControl", uR"(C:\t\x)"},
-        {operations[8], "CreateFileW", uR"(C:\t)"},
-        {operations[8], "CreateDirectoryW", uR"(C:\t\x)"},
-        {operations[8], "SetFileAttributesW", uR"(C:\t\x)"},
-        {operations[9], "CreateDirectoryW", uR"(C:\t\x)"},
-        {operations[10], "IPersistFile::Load", uR"(C:\t\s.lnk)"},
-    };
-    for (auto const &row : rows) {
+    auto const expect_named = [](operation const &asked, char const *function,
+                                 char16_t const *named) {
         simulated_machine fresh;
         build(fresh);
-        sure_fault const fault = fresh.fail_every_call_on(row.function, ERROR_IO_DEVICE);
-        EXPECT_EQ(failure_of(row.run.run), system_error(ERROR_IO_DEVICE, row.named))
-            << row.run.name << ", " << row.function;
-    }
+        sure_fault const fault = fresh.fail_every_call_on(function, ERROR_IO_DEVICE);
+        EXPECT_EQ(failure_of(asked.run), system_error(ERROR_IO_DEVICE, named))
+            << asked.name << ", " << function;
+    };
+    expect_named(operations[0], "CreateFileW", uR"(C:\t\f)");
+    expect_named(operations[0], "GetFileInformationByHandle", uR"(C:\t\f)");
+    expect_named(operations[3], "CreateFileW", uR"(C:\t\f)");
+    expect_named(operations[3], "SetFileInformationByHandle", uR"(C:\t\f)");
+    expect_named(operations[4], "CreateFileW", uR"(C:\t\f)");
+    expect_named(operations[4], "SetFileInformationByHandle", uR"(C:\t\f)");
+    expect_named(operations[5], "FindFirstFileExW", uR"(C:\t)");
+    expect_named(operations[7], "CreateDirectoryW", uR"(C:\t\x)");
+    expect_named(operations[7], "CreateFileW", uR"(C:\t\x)");
+    expect_named(operations[7], "DeviceIoControl", uR"(C:\t\x)");
+    expect_named(operations[8], "CreateFileW", uR"(C:\t)");
+    expect_named(operations[8], "CreateDirectoryW", uR"(C:\t\x)");
+    expect_named(operations[8], "SetFileAttributesW", uR"(C:\t\x)");
+    expect_named(operations[9], "CreateDirectoryW", uR"(C:\t\x)");
+    expect_named(operations[10], "IPersistFile::Load", uR"(C:\t\s.lnk)");
 }
 
 TEST_ON_MACHINE(QueriesCalls, WhatIsDeniedOrReadOnly)

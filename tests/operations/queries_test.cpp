@@ -2,7 +2,6 @@
 
 #include <fl/filesystem/queries.hpp>
 
-#include <fl/filesystem/exceptions.hpp>
 #include <fl/filesystem/operations.hpp>
 
 #include "support/in_workspace.hpp"

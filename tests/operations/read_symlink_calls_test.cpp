@@ -7,8 +7,6 @@
 #include "support/calls.hpp"
 #include "support/translation.hpp"
 
-#include <windows.h>
-
 namespace fl::filesystem::tests {
 namespace {
 

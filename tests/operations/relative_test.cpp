@@ -23,16 +23,14 @@ constexpr row_of_texts<char16_t> relative_cases[] = {
     {uR"(a\No\X)", u"A", uR"(No\X)", "and as they are written where nothing is"},
 };
 
-void add_tree(workspace &work)
+class Relative : public in_workspace
 {
-    work.make_file(work.path(uR"(a\b\f)"));
-    work.make_directory(work.path(uR"(a\c)"));
-    work.change_directory(work.root());
-}
+protected:
+    Relative() { make({uR"(a\b\f)", uR"(a\c\)"}); }
+};
 
-TEST_IN_WORKSPACE(Relative, Table)
+TEST_F(Relative, Table)
 {
-    add_tree(work);
     for (auto const &row : relative_cases) {
         std::u16string const p = at(row.first);
         std::u16string const base = at(row.second);
@@ -44,9 +42,8 @@ TEST_IN_WORKSPACE(Relative, Table)
 }
 
 // No current directory is put ahead of either: the system does that for what is there.
-TEST_IN_WORKSPACE(Relative, OfRelativePaths)
+TEST_F(Relative, OfRelativePaths)
 {
-    add_tree(work);
     EXPECT_EQ(relative(uR"(a\b)", uR"(a\c)"), uR"(..\b)") << "both are there";
     EXPECT_EQ(relative(u"no", uR"(no\x)"), u"..") << "nothing of either";
     EXPECT_EQ(relative(uR"(a\b)", at(u"a")), u"b") << "both are found";
@@ -56,18 +53,16 @@ TEST_IN_WORKSPACE(Relative, OfRelativePaths)
     EXPECT_EQ(relative(u".", u"a"), u"..");
 }
 
-TEST_IN_WORKSPACE(Relative, OfEmptyPaths)
+TEST_F(Relative, OfEmptyPaths)
 {
-    add_tree(work);
     EXPECT_EQ(relative(u"", u""), u".") << "two texts alike";
     EXPECT_EQ(relative(u"", u"no"), u"..");
     EXPECT_EQ(relative(u"no", u""), u"no");
     EXPECT_EQ(relative(u"", u"a"), u"") << "the base is a place, nothing is none";
 }
 
-TEST_IN_WORKSPACE(Relative, AcrossRootsIsEmptyAndNoError)
+TEST_F(Relative, AcrossRootsIsEmptyAndNoError)
 {
-    add_tree(work);
     upath const result = relative(upath(at(u"a")), upath(uR"(\\no-such-server\share\a)"));
     EXPECT_EQ(result.native(), u"");
     EXPECT_TRUE(result.form_flag());
@@ -75,24 +70,19 @@ TEST_IN_WORKSPACE(Relative, AcrossRootsIsEmptyAndNoError)
     EXPECT_EQ(relative(uR"(\\no-such-server\share\a)", uR"(\\no-such-server\share\b)"), uR"(..\a)");
 }
 
-TEST_IN_WORKSPACE(Relative, ABaseThatGoesUpIntoTheUnknown)
+TEST_F(Relative, ABaseThatGoesUpIntoTheUnknown)
 {
-    add_tree(work);
     EXPECT_EQ(relative(uR"(no\a)", uR"(no\..\..\..\no such)"), u"");
 }
 
-TEST_IN_WORKSPACE(Relative, ExamplesOfTheHeader)
+TEST_F(Relative, ExamplesOfTheHeader)
 {
-    struct
-    {
-        char16_t const *p, *base, *expected;
-    } constexpr rows[] = {
-        {uR"(C:\a\b)", uR"(C:\a\c)", uR"(..\b)"},
-        {uR"(C:\a)", uR"(C:\a)", u"."},
-        {uR"(D:\a)", uR"(C:\a)", u""},
+    constexpr row_of_texts<char16_t> rows[] = {
+        {uR"(C:\a\b)", uR"(C:\a\c)", uR"(..\b)", "beside it"},
+        {uR"(C:\a)", uR"(C:\a)", u".", "the same"},
+        {uR"(D:\a)", uR"(C:\a)", u"", "another drive"},
     };
-    for (auto const &row : rows)
-        EXPECT_EQ(relative(row.p, row.base), row.expected) << printable(row.p);
+    expect_rows(rows, [](auto p, auto base) { return relative(p, base); });
 }
 
 } // namespace

@@ -20,6 +20,13 @@ bool has_called(simulated_machine const &machine, std::string const &function,
     return std::count(texts.begin(), texts.end(), printable(text)) != 0;
 }
 
+/// That nothing is left but what was away all the time.
+void expect_away_is_left(simulated_machine const &machine)
+{
+    EXPECT_EQ(machine.entries(u"C:\\"), names{u"away"});
+    EXPECT_EQ(machine.entries(uR"(C:\away)"), names{u"kept"});
+}
+
 TEST_ON_MACHINE(RemoveAllLinks, KeepTheirTargetsAtAnyDepth)
 {
     std::u16string parent = uR"(C:\t)";
@@ -66,8 +73,7 @@ TEST_ON_MACHINE(RemoveAllLinks, ThatCantBeReadAreNotEmptiedEither)
     machine.deny(uR"(C:\t\j)", right::read_extended_attributes);
     remove_all(uR"(C:\t)");
     EXPECT_TRUE(has_called(machine, "FindFirstFileExW", uR"(C:\t\j\*)"));
-    EXPECT_EQ(machine.entries(u"C:\\"), names{u"away"});
-    EXPECT_EQ(machine.entries(uR"(C:\away)"), names{u"kept"});
+    expect_away_is_left(machine);
 }
 
 // Others may put a link in its place between the enumeration that lists it and the search in
@@ -79,8 +85,7 @@ TEST_ON_MACHINE(RemoveAllLinks, ThatTakeTheirPlacesInTheMeantimeAreNotEmptiedEit
         machine.remove(uR"(C:\t\d)").add_junction(uR"(C:\t\d)", uR"(C:\away)");
     });
     remove_all(uR"(C:\t)");
-    EXPECT_EQ(machine.entries(u"C:\\"), names{u"away"});
-    EXPECT_EQ(machine.entries(uR"(C:\away)"), names{u"kept"});
+    expect_away_is_left(machine);
 }
 
 TEST_ON_MACHINE(RemoveAllLinks, ThatCantBeReadAndLeadNowhereEndIt)
@@ -96,8 +101,7 @@ TEST_ON_MACHINE(RemoveAllLinks, WhoseDataCantBeFetchedPassForDirectories)
     machine.add_file(uR"(C:\away\kept)").add_junction(uR"(C:\j)", uR"(C:\away)");
     sure_fault const fault = machine.fail_call("DeviceIoControl", 1, ERROR_IO_DEVICE);
     remove_all(uR"(C:\j)");
-    EXPECT_EQ(machine.entries(u"C:\\"), names{u"away"});
-    EXPECT_EQ(machine.entries(uR"(C:\away)"), names{u"kept"});
+    expect_away_is_left(machine);
 }
 
 // In a pathname without a long prefix the system takes them for devices.

@@ -108,7 +108,7 @@ constexpr int many = 20'000;
 TEST_ON_MACHINE(RemoveAllScale, ADirectoryOfManyFiles)
 {
     for (int number = 0; number < many; ++number)
-        machine.add_file(u"C:\\wide\\" + units(std::to_wstring(number)));
+        machine.add_file(numbered(u"C:\\wide\\", number));
     remove_all(uR"(C:\wide)");
     EXPECT_TRUE(machine.entries(u"C:\\").empty());
     EXPECT_EQ(machine.calls_of("DeleteFileW"), many);

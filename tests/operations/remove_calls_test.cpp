@@ -34,16 +34,15 @@ TEST_ON_MACHINE(RemoveCalls, AddAPrefixFrom248Units)
 
 TEST_ON_MACHINE(RemoveCalls, ThatFail)
 {
+    machine.add_file(u"C:\\f");
     for (DWORD const code : {2U, 3U, 53U, 64U, 123U, 267U, 5U, 1920U, 32U, 1117U, 161U, 206U, 0U}) {
-        simulated_machine fresh;
-        fresh.add_file(u"C:\\f");
-        sure_fault const fault = fresh.fail_call("CreateFileW", 1, code);
+        sure_fault const fault = machine.fail_call("CreateFileW", 1, code);
         bool const is_missing = code == 53 || code == 64 || code == 123 || code == 267;
         // a code of 0: the system doesn't say why
         auto const expected =
             is_missing ? not_found(u"f") : translated(code == 0 ? ERROR_GEN_FAILURE : code, u"f");
         EXPECT_FAILURE(remove(u"f"), expected) << code;
-        EXPECT_TRUE(fresh.exists(u"C:\\f"));
+        EXPECT_TRUE(machine.exists(u"C:\\f"));
     }
 }
 
@@ -78,14 +77,13 @@ TEST_ON_MACHINE(RemoveFileCalls, OneDeletion)
 
 TEST_ON_MACHINE(RemoveFileCalls, LookAtWhatIsThereOnlyIfDenied)
 {
-    for (DWORD const code : {2U, 32U, 267U, 1920U}) {
-        simulated_machine fresh;
-        fresh.add_directory(u"C:\\d");
-        auto const fault = fresh.fail_call("DeleteFileW", 1, code);
-        EXPECT_NE(failure_of([] { remove_file(u"C:\\d"); }), std::nullopt);
-        EXPECT_EQ(fresh.calls_of("GetFileAttributesExW"), 0) << code;
-    }
     machine.add_directory(u"C:\\d");
+    for (DWORD const code : {2U, 32U, 267U, 1920U}) {
+        sure_fault const fault = machine.fail_call("DeleteFileW", 1, code);
+        EXPECT_NE(failure_of([] { remove_file(u"C:\\d"); }), std::nullopt);
+        EXPECT_EQ(machine.calls_of("GetFileAttributesExW"), 0) << code;
+    }
+    machine.clear_journal();
     EXPECT_FAILURE(remove_file(u"C:\\d"), file_is_directory(u"C:\\d"));
     EXPECT_EQ(calls_on_disk(machine),
               (lines{R"(DeleteFileW(C:\d))", R"(GetFileAttributesExW(C:\d))"}));
@@ -118,11 +116,10 @@ TEST_ON_MACHINE(RemoveOneKindCalls, NoneForTheEmptyPath)
 
 TEST_ON_MACHINE(RemoveOneKindCalls, ThatFailNameTheForm)
 {
+    machine.add_file(u"C:\\d");
     for (DWORD const code : {2U, 3U, 5U, 32U, 53U, 145U, 267U, 1117U}) {
-        simulated_machine fresh;
-        fresh.add_file(u"C:\\d");
-        sure_fault const file = fresh.fail_every_call_on("DeleteFileW", code);
-        sure_fault const directory = fresh.fail_every_call_on("RemoveDirectoryW", code);
+        sure_fault const file = machine.fail_every_call_on("DeleteFileW", code);
+        sure_fault const directory = machine.fail_every_call_on("RemoveDirectoryW", code);
         EXPECT_FAILURE(remove_file(u"d"), translated(code, u"C:\\d")) << code;
         EXPECT_FAILURE(remove_directory(u"d"), translated(code, u"C:\\d")) << code;
     }

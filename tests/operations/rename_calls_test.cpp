@@ -6,8 +6,6 @@
 #include "support/calls.hpp"
 #include "support/translation.hpp"
 
-#include <windows.h>
-
 namespace fl::filesystem::tests {
 namespace {
 
@@ -81,16 +79,12 @@ struct source_case
 };
 
 source_case const source_cases[] = {
-    {[](simulated_machine &machine) { machine.add_file(from); }, true, false, "a file"},
-    {[](simulated_machine &machine) { machine.add_directory(from); }, true, false, "a directory"},
-    {[](simulated_machine &machine) { machine.add_file(from).deny(from, right::read); }, true, true,
-     "unreadable"},
-    {[](simulated_machine &machine) { machine.add_symbolic_link(from, u"C:\\file"); }, true, true,
-     "a symbolic link"},
-    {[](simulated_machine &machine) { machine.add_symbolic_link(from, u"C:\\no"); }, false, true,
-     "a broken one"},
-    {[](simulated_machine &machine) { machine.add_junction(from, u"C:\\dir"); }, true, false,
-     "a junction"},
+    {[](auto &made) { made.add_file(from); }, true, false, "a file"},
+    {[](auto &made) { made.add_directory(from); }, true, false, "a directory"},
+    {[](auto &made) { made.add_file(from).deny(from, right::read); }, true, true, "unreadable"},
+    {[](auto &made) { made.add_symbolic_link(from, u"C:\\file"); }, true, true, "a symbolic link"},
+    {[](auto &made) { made.add_symbolic_link(from, u"C:\\no"); }, false, true, "a broken one"},
+    {[](auto &made) { made.add_junction(from, u"C:\\dir"); }, true, false, "a junction"},
 };
 
 TEST_ON_MACHINE(RenameCalls, EveryCodeBlamesOne)
@@ -138,14 +132,14 @@ TEST_ON_MACHINE(RenameCalls, ADeniedMissingSourceIsWhatAccessSays)
 TEST_ON_MACHINE(RenameRights, OfTheTwoPlaces)
 {
     failing_row<maker> const cases[] = {
-        {[](simulated_machine &fresh) { fresh.deny(from, right::remove); }, denied(to),
+        {[](auto &made) { made.deny(from, right::remove); }, denied(to),
          "the source can be read, and so the target is blamed"},
-        {[](simulated_machine &fresh) { fresh.deny(from, right::remove).deny(from, right::read); },
-         denied(from), "a source that can't be read"},
-        {[](simulated_machine &fresh) { fresh.deny(to, right::remove); }, denied(to),
+        {[](auto &made) { made.deny(from, right::remove).deny(from, right::read); }, denied(from),
+         "a source that can't be read"},
+        {[](auto &made) { made.deny(to, right::remove); }, denied(to),
          "a target that can't be replaced"},
-        {[](simulated_machine &fresh) { fresh.set_attributes(to, FILE_ATTRIBUTE_READONLY); },
-         denied(to), "a read-only target"},
+        {[](auto &made) { made.set_attributes(to, FILE_ATTRIBUTE_READONLY); }, denied(to),
+         "a read-only target"},
     };
     for (auto const &row : cases) {
         simulated_machine fresh;

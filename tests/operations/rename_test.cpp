@@ -67,10 +67,7 @@ TEST_F(Rename, Moves)
             filled_workspace fresh;
             std::u16string const from = fresh.path(row.from);
             std::u16string const to = fresh.path(row.to);
-            if (by_path)
-                rename(upath(from), upath(to));
-            else
-                rename(from, to);
+            by_path ? rename(upath(from), upath(to)) : rename(from, to);
             EXPECT_EQ(content_of(in(fresh, row.file)), row.content) << row.why;
             EXPECT_FALSE(fresh.exists(upath(from).native())) << row.why;
             contract::set_attributes(in(fresh, row.file), FILE_ATTRIBUTE_NORMAL);

@@ -9,12 +9,16 @@ namespace fl::filesystem::tests {
 namespace {
 
 /// C: has 1000 bytes, D: 2000, the share 3000.
-void set_spaces(simulated_machine &machine)
+class SpaceCalls : public on_machine
 {
-    machine.add_drive(u'D').add_share(u"server", u"share");
-    machine.set_volume_space(u"C:\\", 1000, 500, 300).set_volume_space(u"D:\\", 2000, 700, 600);
-    machine.set_volume_space(uR"(\\server\share)", 3000, 900, 800);
-}
+protected:
+    SpaceCalls()
+    {
+        machine.add_drive(u'D').add_share(u"server", u"share");
+        machine.set_volume_space(u"C:\\", 1000, 500, 300).set_volume_space(u"D:\\", 2000, 700, 600);
+        machine.set_volume_space(uR"(\\server\share)", 3000, 900, 800);
+    }
+};
 
 void expect_space(std::u16string const &path, std::uintmax_t capacity, std::uintmax_t free,
                   std::uintmax_t available, char const *why)
@@ -25,9 +29,8 @@ void expect_space(std::u16string const &path, std::uintmax_t capacity, std::uint
     EXPECT_EQ(third, available) << why;
 }
 
-TEST_ON_MACHINE(SpaceCalls, CapacityThenFreeThenAvailable)
+TEST_F(SpaceCalls, CapacityThenFreeThenAvailable)
 {
-    set_spaces(machine);
     space_info const info = space(upath(u"C:\\"));
     EXPECT_EQ(info.capacity, 1000U);
     EXPECT_EQ(info.free, 500U);
@@ -35,24 +38,22 @@ TEST_ON_MACHINE(SpaceCalls, CapacityThenFreeThenAvailable)
     expect_space(u"C:\\", 1000, 500, 300, "in the order of the fields");
 }
 
-TEST_ON_MACHINE(SpaceCalls, HoldAllBitsOfTheSizes)
+TEST_F(SpaceCalls, HoldAllBitsOfTheSizes)
 {
     machine.set_volume_space(u"C:\\", 0xFEDCBA9876543210, 0x8000000000000001, 0x100000002);
     expect_space(u"C:\\", 0xFEDCBA9876543210, 0x8000000000000001, 0x100000002, "unsigned");
 }
 
-TEST_ON_MACHINE(SpaceCalls, OneForADirectory)
+TEST_F(SpaceCalls, OneForADirectory)
 {
-    set_spaces(machine);
     machine.add_directory(uR"(D:\dir)");
     expect_space(u"D:/dir", 2000, 700, 600, "a directory");
     EXPECT_EQ(calls_with_arguments(machine),
               (lines{R"(GetFullPathNameW(D:\dir))", R"(GetDiskFreeSpaceExW(D:\dir))"}));
 }
 
-TEST_ON_MACHINE(SpaceCalls, OfAFileFindItsVolume)
+TEST_F(SpaceCalls, OfAFileFindItsVolume)
 {
-    set_spaces(machine);
     machine.add_file(uR"(D:\dir\file)");
     expect_space(uR"(D:\dir\file)", 2000, 700, 600, "a file");
     EXPECT_EQ(calls_with_arguments(machine),
@@ -63,9 +64,8 @@ TEST_ON_MACHINE(SpaceCalls, OfAFileFindItsVolume)
                      R"(GetDiskFreeSpaceExW(\\?\D:\))"}));
 }
 
-TEST_ON_MACHINE(SpaceCalls, GoWhereTheNameLeads)
+TEST_F(SpaceCalls, GoWhereTheNameLeads)
 {
-    set_spaces(machine);
     machine.add_file(uR"(D:\dir\file)").add_file(uR"(\\server\share\dir\file)");
     machine.add_symbolic_link(uR"(C:\to-file)", uR"(D:\dir\file)");
     machine.add_symbolic_link(uR"(C:\to-link)", uR"(C:\to-file)");
@@ -84,18 +84,16 @@ TEST_ON_MACHINE(SpaceCalls, GoWhereTheNameLeads)
     expect_space(uR"(\\server\share\dir\file)", 3000, 900, 800, "a file on it");
 }
 
-TEST_ON_MACHINE(SpaceCalls, OfAFileOnAVolumeThatNoLetterStandsFor)
+TEST_F(SpaceCalls, OfAFileOnAVolumeThatNoLetterStandsFor)
 {
-    set_spaces(machine);
     machine.add_file(uR"(D:\dir\file)").add_mount_point(uR"(C:\volume)", u'D').take_letter(u'D');
     expect_space(uR"(C:\volume\dir)", 2000, 700, 600, "a directory");
     expect_space(uR"(C:\volume\dir\file)", 2000, 700, 600, "a file");
     EXPECT_EQ(machine.journal().back().text, uR"(\\?\GLOBALROOT\Device\HarddiskVolume4\)");
 }
 
-TEST_ON_MACHINE(SpaceCalls, OfALongPathname)
+TEST_F(SpaceCalls, OfALongPathname)
 {
-    set_spaces(machine);
     std::u16string const directory = uR"(D:\)" + std::u16string(200, u'd');
     for (std::size_t const size : {247U, 248U, 300U}) {
         std::u16string const file = of_size((directory + u'\\').c_str(), size);
@@ -104,30 +102,27 @@ TEST_ON_MACHINE(SpaceCalls, OfALongPathname)
     }
 }
 
-TEST_ON_MACHINE(SpaceCalls, AFailingQueryIsAboutTheCallersPath)
+TEST_F(SpaceCalls, AFailingQueryIsAboutTheCallersPath)
 {
+    machine.add_directory(u"C:\\dir");
     for (DWORD const code : {2U, 3U, 5U, 21U, 53U, 206U, 1920U, 4390U}) {
-        simulated_machine fresh;
-        fresh.add_directory(u"C:\\dir");
-        sure_fault const fault = fresh.fail_call("GetDiskFreeSpaceExW", 1, code);
+        machine.clear_journal();
+        sure_fault const fault = machine.fail_call("GetDiskFreeSpaceExW", 1, code);
         EXPECT_FAILURE(space(upath(u"dir")), translated(code, u"dir")) << code;
-        EXPECT_EQ(fresh.calls_of("GetDiskFreeSpaceExW"), 1) << code;
+        EXPECT_EQ(machine.calls_of("GetDiskFreeSpaceExW"), 1) << code;
     }
 }
 
-TEST_ON_MACHINE(SpaceCalls, EachFailingCallForAFileIsAboutTheCallersPath)
+TEST_F(SpaceCalls, EachFailingCallForAFileIsAboutTheCallersPath)
 {
     maybe_failure const told = system_error(1117, u"file");
-    auto const build = [](simulated_machine &fresh) {
-        set_spaces(fresh);
-        fresh.add_file(u"C:\\file");
-    };
+    auto const build = [](simulated_machine &fresh) { fresh.add_file(u"C:\\file"); };
     EXPECT_EQ(failures_of_each_call(build, [] { space(upath(u"file")); }),
               (failures{told, told, told, told, told, {}, told}))
         << "the sixth call closes the file, whose space is known all the same";
 }
 
-TEST_ON_MACHINE(SpaceCalls, AVolumeThatIsNoDirectoryEitherIsNotLookedForAgain)
+TEST_F(SpaceCalls, AVolumeThatIsNoDirectoryEitherIsNotLookedForAgain)
 {
     machine.add_file(u"C:\\file");
     sure_fault const fault = machine.fail_every_call_on("GetDiskFreeSpaceExW", 267);
@@ -135,15 +130,15 @@ TEST_ON_MACHINE(SpaceCalls, AVolumeThatIsNoDirectoryEitherIsNotLookedForAgain)
     EXPECT_EQ(machine.calls_of("GetDiskFreeSpaceExW"), 2);
 }
 
-TEST_ON_MACHINE(SpaceCalls, NoneForTheEmptyPath)
+TEST_F(SpaceCalls, NoneForTheEmptyPath)
 {
     EXPECT_FAILURE(space(upath()), empty_path());
     EXPECT_EQ(machine.journal().size(), 0U);
 }
 
-TEST_ON_MACHINE(SpaceCalls, FailingNetworks)
+TEST_F(SpaceCalls, FailingNetworks)
 {
-    machine.add_share(u"server", u"share").add_dead_server(u"dead");
+    machine.add_dead_server(u"dead");
     EXPECT_FAILURE(space(upath(uR"(\\dead\share\a)")), system_error(53, uR"(\\dead\share\a)"));
     EXPECT_FAILURE(space(upath(uR"(\\server\other)")), system_error(67, uR"(\\server\other)"));
 }

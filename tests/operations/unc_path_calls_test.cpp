@@ -12,11 +12,15 @@ namespace {
 
 using sizes = std::vector<std::uint64_t>;
 
-void map_a_drive(simulated_machine &machine)
+class GetUncPathCalls : public on_machine
 {
-    machine.add_share(u"server", u"share").map_drive(u'X', u"server", u"share");
-    machine.add_file(uR"(\\server\share\file)", "content");
-}
+protected:
+    GetUncPathCalls()
+    {
+        machine.add_share(u"server", u"share").map_drive(u'X', u"server", u"share");
+        machine.add_file(uR"(\\server\share\file)", "content");
+    }
+};
 
 /// What the provider was told of the room in each call, and that the level is right.
 sizes rooms_told(simulated_machine const &machine, char16_t const *form)
@@ -36,13 +40,12 @@ std::uint64_t bytes_for(std::u16string_view name)
     return sizeof(void *) + (name.size() + 1) * sizeof(wchar_t);
 }
 
-TEST_ON_MACHINE(GetUncPathCalls, AskForTheSizeAndThenForTheName)
+TEST_F(GetUncPathCalls, AskForTheSizeAndThenForTheName)
 {
     for (bool const tolerant : {false, true}) {
-        simulated_machine fresh;
-        map_a_drive(fresh);
+        machine.clear_journal();
         EXPECT_EQ(get_unc_path(u"X:/file", tolerant), uR"(\\server\share\file)");
-        EXPECT_EQ(rooms_told(fresh, uR"(X:\file)"),
+        EXPECT_EQ(rooms_told(machine, uR"(X:\file)"),
                   (sizes{0, bytes_for(uR"(\\server\share\file)")}));
     }
 }
@@ -56,38 +59,32 @@ constexpr text_row<char16_t> mapped_cases[] = {
     {uR"(X:\a\.\file)", uR"(\\server\share\a\file)", "cleaned"},
 };
 
-TEST_ON_MACHINE(GetUncPathCalls, NameWhatIsOnAMappedDrive)
+TEST_F(GetUncPathCalls, NameWhatIsOnAMappedDrive)
 {
-    for (auto const &row : mapped_cases) {
-        simulated_machine fresh;
-        map_a_drive(fresh);
-        for (bool const tolerant : {false, true}) {
-            EXPECT_EQ(get_unc_path(row.text, tolerant), row.expected) << row.why;
-            EXPECT_EQ(get_unc_path(upath(row.text), tolerant).native(), row.expected) << row.why;
-        }
+    for (bool const tolerant : {false, true}) {
+        expect_rows(mapped_cases, [&](auto text) { return get_unc_path(text, tolerant); });
+        expect_rows(mapped_cases,
+                    [&](auto text) { return get_unc_path(upath(text), tolerant).native(); });
     }
 }
 
-TEST_ON_MACHINE(GetUncPathCalls, RelativeTextsGoByTheCurrentDirectory)
+TEST_F(GetUncPathCalls, RelativeTextsGoByTheCurrentDirectory)
 {
-    map_a_drive(machine);
     machine.set_current_directory(uR"(X:\)");
     EXPECT_EQ(get_unc_path(u"file", false), uR"(\\server\share\file)");
 }
 
 // The provider fills the room that it is given, to the last byte.
-TEST_ON_MACHINE(GetUncPathCalls, NamesOfEveryLengthAreWhole)
+TEST_F(GetUncPathCalls, NamesOfEveryLengthAreWhole)
 {
-    map_a_drive(machine);
     for (std::u16string name = u"a"; name.size() <= 64; name += u'a') {
         EXPECT_EQ(get_unc_path(u"X:\\" + name, false), u"\\\\server\\share\\" + name);
     }
 }
 
 // With a long prefix a pathname is on no drive for the provider.
-TEST_ON_MACHINE(GetUncPathCalls, NoneBehindALongPrefix)
+TEST_F(GetUncPathCalls, NoneBehindALongPrefix)
 {
-    map_a_drive(machine);
     std::u16string const name(200, u'n');
     for (std::size_t const size : {259U, 260U}) {
         std::u16string const text = of_size((u"X:\\" + name + u'\\').c_str(), size);
@@ -97,7 +94,7 @@ TEST_ON_MACHINE(GetUncPathCalls, NoneBehindALongPrefix)
     }
 }
 
-TEST_ON_MACHINE(GetUncPathCalls, OneForALocalPathname)
+TEST_F(GetUncPathCalls, OneForALocalPathname)
 {
     EXPECT_EQ(get_unc_path(u"file", true), uR"(C:\file)");
     EXPECT_EQ(rooms_told(machine, uR"(C:\file)"), sizes{0});
@@ -106,44 +103,40 @@ TEST_ON_MACHINE(GetUncPathCalls, OneForALocalPathname)
 }
 
 // What the provider answers is told to nobody.
-TEST_ON_MACHINE(GetUncPathCalls, AnyAnswerButMoreDataMeansNoNetwork)
+TEST_F(GetUncPathCalls, AnyAnswerButMoreDataMeansNoNetwork)
 {
     for (DWORD const code : {5U, 8U, 487U, 1200U, 1203U, 1208U, 1222U, 2250U}) {
-        simulated_machine fresh;
-        map_a_drive(fresh);
-        sure_fault const fault = fresh.fail_every_call_on("WNetGetUniversalNameW", code);
+        machine.clear_journal();
+        sure_fault const fault = machine.fail_every_call_on("WNetGetUniversalNameW", code);
         EXPECT_EQ(get_unc_path(uR"(X:\file)", true), uR"(X:\file)") << code;
         EXPECT_FAILURE(get_unc_path(uR"(X:\file)", false), system_error(0, uR"(X:\file)")) << code;
-        EXPECT_EQ(rooms_told(fresh, uR"(X:\file)"), (sizes{0, 0}));
+        EXPECT_EQ(rooms_told(machine, uR"(X:\file)"), (sizes{0, 0}));
     }
 }
 
-TEST_ON_MACHINE(GetUncPathCalls, AProviderThatSucceedsWithoutANameLeavesTheText)
+TEST_F(GetUncPathCalls, AProviderThatSucceedsWithoutANameLeavesTheText)
 {
-    map_a_drive(machine);
     machine.forget_universal_names();
     for (bool const tolerant : {false, true})
         EXPECT_EQ(get_unc_path(uR"(X:\file)", tolerant), uR"(X:\file)");
 }
 
-TEST_ON_MACHINE(GetUncPathCalls, AProviderThatHasNothingToSayMeansNoNetwork)
+TEST_F(GetUncPathCalls, AProviderThatHasNothingToSayMeansNoNetwork)
 {
-    map_a_drive(machine);
     sure_fault const fault = machine.fail_every_call_on("WNetGetUniversalNameW", NO_ERROR);
     EXPECT_EQ(get_unc_path(uR"(X:\file)", true), uR"(X:\file)");
     EXPECT_FAILURE(get_unc_path(uR"(X:\file)", false), system_error(0, uR"(X:\file)"));
     EXPECT_EQ(rooms_told(machine, uR"(X:\file)"), (sizes{0, 0})) << "no second call";
 }
 
-TEST_ON_MACHINE(GetUncPathCalls, ASecondCallThatFailsIsNoFailure)
+TEST_F(GetUncPathCalls, ASecondCallThatFailsIsNoFailure)
 {
     for (DWORD const code : {5U, 234U, 1203U, 2250U}) {
         for (bool const tolerant : {false, true}) {
-            simulated_machine fresh;
-            map_a_drive(fresh);
-            sure_fault const fault = fresh.fail_call("WNetGetUniversalNameW", 2, code);
+            machine.clear_journal();
+            sure_fault const fault = machine.fail_call("WNetGetUniversalNameW", 2, code);
             EXPECT_EQ(get_unc_path(uR"(X:\.\file)", tolerant), uR"(X:\file)") << code;
-            EXPECT_EQ(fresh.calls_of("WNetGetUniversalNameW"), 2) << code;
+            EXPECT_EQ(machine.calls_of("WNetGetUniversalNameW"), 2) << code;
             EXPECT_EQ(get_unc_path(upath(uR"(X:\.\file)"), tolerant).native(),
                       uR"(\\server\share\file)")
                 << "the next time";
@@ -151,26 +144,24 @@ TEST_ON_MACHINE(GetUncPathCalls, ASecondCallThatFailsIsNoFailure)
     }
 }
 
-TEST_ON_MACHINE(GetUncPathCalls, ADriveThatGoesBetweenTheCallsIsNoFailure)
+TEST_F(GetUncPathCalls, ADriveThatGoesBetweenTheCallsIsNoFailure)
 {
-    map_a_drive(machine);
     sure_fault const others =
         machine.before_call("WNetGetUniversalNameW", 2, [&] { machine.remove_drive(u'X'); });
     EXPECT_EQ(get_unc_path(uR"(X:\file)", false), uR"(X:\file)");
 }
 
-TEST_ON_MACHINE(GetUncPathCalls, ReportTheCodeOfTheCLibrary)
+TEST_F(GetUncPathCalls, ReportTheCodeOfTheCLibrary)
 {
     for (int const number : {2, 5, 7}) {
-        simulated_machine fresh;
         sure_fault const provider =
-            fresh.before_call("WNetGetUniversalNameW", 1, [&] { errno = number; });
+            machine.before_call("WNetGetUniversalNameW", 1, [&] { errno = number; });
         EXPECT_FAILURE(get_unc_path(u"a", false),
                        translated(static_cast<DWORD>(number), uR"(C:\a)"));
     }
 }
 
-TEST_ON_MACHINE(GetUncPathCalls, ForgetAnEarlierCodeOfTheCLibrary)
+TEST_F(GetUncPathCalls, ForgetAnEarlierCodeOfTheCLibrary)
 {
     errno = 13;
     EXPECT_FAILURE(get_unc_path(u"a", false), system_error(0, uR"(C:\a)"));
@@ -179,9 +170,8 @@ TEST_ON_MACHINE(GetUncPathCalls, ForgetAnEarlierCodeOfTheCLibrary)
         << "also one of the calls ahead";
 }
 
-TEST_ON_MACHINE(GetUncPathCalls, FailuresAheadOfTheProviderPass)
+TEST_F(GetUncPathCalls, FailuresAheadOfTheProviderPass)
 {
-    map_a_drive(machine);
     auto const fault = machine.fail_every_call_on("GetFullPathNameW", 5);
     for (bool const tolerant : {false, true})
         EXPECT_FAILURE(get_unc_path(uR"(X:\file)", tolerant), denied(uR"(X:\file)"));

@@ -9,11 +9,7 @@ namespace {
 TEST_IN_WORKSPACE(GetUncPath, OfALocalPathnameIsTheStringForTheSystemWhereThatIsTolerated)
 {
     make_directory(u"dir");
-    struct
-    {
-        std::u16string text;
-        std::u16string expected;
-    } const cases[] = {
+    std::pair<std::u16string, std::u16string> const cases[] = {
         {at(u"file"), at(u"file")},
         {u"file", at(u"file")},
         {u"a/./b", at(uR"(a\b)")},
@@ -22,10 +18,9 @@ TEST_IN_WORKSPACE(GetUncPath, OfALocalPathnameIsTheStringForTheSystemWhereThatIs
         {work.root().substr(0, 3), work.root().substr(0, 3)},
         {work.root().substr(0, 2) + u"x", at(u"x")},
     };
-    for (auto const &row : cases) {
-        EXPECT_EQ(get_unc_path(row.text, true), row.expected) << printable(row.text);
-        EXPECT_EQ(get_unc_path(upath(row.text), true).native(), row.expected)
-            << printable(row.text);
+    for (auto const &[text, expected] : cases) {
+        EXPECT_EQ(get_unc_path(text, true), expected) << printable(text);
+        EXPECT_EQ(get_unc_path(upath(text), true).native(), expected) << printable(text);
     }
 }
 
@@ -51,8 +46,7 @@ TEST_IN_WORKSPACE(GetUncPath, OfAUniversalNameIsNoneOfTheProviders)
 
 TEST_IN_WORKSPACE(GetUncPath, OfALongPathnameKeepsItsPrefixAsATextOnly)
 {
-    std::u16string const name(200, u'n');
-    std::u16string const file = at(name + u'\\' + name);
+    std::u16string const file = chain_of_size(work.root(), 450);
     EXPECT_EQ(get_unc_path(file, true), uR"(\\?\)" + file);
     EXPECT_EQ(get_unc_path(upath(file), true).native(), file);
     EXPECT_FAILURE(get_unc_path(file, false), system_error(0, uR"(\\?\)" + file));

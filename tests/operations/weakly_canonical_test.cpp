@@ -5,7 +5,14 @@
 namespace fl::filesystem::tests {
 namespace {
 
-TEST_IN_WORKSPACE(WeaklyCanonical, OfTheEmptyPathIsTheEmptyPath)
+/// With the directory `d\e` and the file `d\f`.
+class WeaklyCanonical : public in_workspace
+{
+protected:
+    WeaklyCanonical() { make({uR"(d\e\)", uR"(d\f)"}); }
+};
+
+TEST_F(WeaklyCanonical, OfTheEmptyPathIsTheEmptyPath)
 {
     EXPECT_EQ(weakly_canonical(u""), u"");
     upath const result = weakly_canonical(upath(u"", false));
@@ -13,17 +20,8 @@ TEST_IN_WORKSPACE(WeaklyCanonical, OfTheEmptyPathIsTheEmptyPath)
     EXPECT_TRUE(result.form_flag());
 }
 
-/// `d\e` and the file `d\f` below the workspace, where the process stands.
-void add_files(workspace &work)
+TEST_F(WeaklyCanonical, OfWhatIsThereIsCanonical)
 {
-    work.make_directory(work.path(uR"(d\e)"));
-    work.make_file(work.path(uR"(d\f)"));
-    work.change_directory(work.root());
-}
-
-TEST_IN_WORKSPACE(WeaklyCanonical, OfWhatIsThereIsCanonical)
-{
-    add_files(work);
     for (std::u16string const &text :
          {at(uR"(d\f)"), at(uR"(d\e\)"), at(u"d/./e/../f"), at(uR"(no\..\d)"),
           std::u16string(uR"(d\f)"), std::u16string(u"."), uR"(\\?\)" + at(u"d"),
@@ -34,9 +32,8 @@ TEST_IN_WORKSPACE(WeaklyCanonical, OfWhatIsThereIsCanonical)
     }
 }
 
-TEST_IN_WORKSPACE(WeaklyCanonical, KeepsWhatIsMissingBehindWhatIsThere)
+TEST_F(WeaklyCanonical, KeepsWhatIsMissingBehindWhatIsThere)
 {
-    add_files(work);
     row_of<std::u16string, char16_t const *> const cases[] = {
         {at(u"no"), u"no", "one name"},
         {at(uR"(no\x\y)"), uR"(no\x\y)", "more names"},
@@ -68,9 +65,8 @@ TEST_IN_WORKSPACE(WeaklyCanonical, KeepsWhatIsMissingBehindWhatIsThere)
     EXPECT_EQ(entries(), names{u"d"}) << "nothing is made";
 }
 
-TEST_IN_WORKSPACE(WeaklyCanonical, ARelativePathOfWhichNothingIsThereStaysRelative)
+TEST_F(WeaklyCanonical, ARelativePathOfWhichNothingIsThereStaysRelative)
 {
-    add_files(work);
     constexpr text_row<char16_t> cases[] = {
         {u"no", u"no", "a name"},
         {uR"(no\file)", uR"(no\file)", "names"},
@@ -83,7 +79,7 @@ TEST_IN_WORKSPACE(WeaklyCanonical, ARelativePathOfWhichNothingIsThereStaysRelati
     expect_rows(cases, [](auto text) { return weakly_canonical(upath(text)).native(); });
 }
 
-TEST_IN_WORKSPACE(WeaklyCanonical, ExamplesOfTheHeader)
+TEST_F(WeaklyCanonical, ExamplesOfTheHeader)
 {
     make_directory(u"existing");
     EXPECT_EQ(weakly_canonical(at(uR"(existing\missing\..\x)")), at(uR"(existing\x)"));
@@ -92,9 +88,8 @@ TEST_IN_WORKSPACE(WeaklyCanonical, ExamplesOfTheHeader)
 
 // A text `C:a\b` goes below the current directory as a whole, but joined name by name its
 // first name goes to the root.
-TEST_IN_WORKSPACE(WeaklyCanonical, ADriveWithoutABackslash)
+TEST_F(WeaklyCanonical, ADriveWithoutABackslash)
 {
-    add_files(work);
     std::u16string const drive = work.root().substr(0, 2);
     EXPECT_EQ(weakly_canonical(drive + uR"(d\f)"), at(uR"(d\f)")) << "all of it is there";
     EXPECT_EQ(weakly_canonical(drive + uR"(d\no)"), at(uR"(d\no)"))
@@ -103,9 +98,8 @@ TEST_IN_WORKSPACE(WeaklyCanonical, ADriveWithoutABackslash)
     EXPECT_EQ(weakly_canonical(drive + uR"(no\..\no)"), at(u"no"));
 }
 
-TEST_IN_WORKSPACE(WeaklyCanonical, HasNoPrefixHoweverLong)
+TEST_F(WeaklyCanonical, HasNoPrefixHoweverLong)
 {
-    add_files(work);
     for (std::size_t const size : {247U, 248U, 259U, 260U, 264U, 1000U}) {
         std::u16string const path = chain_of_size(at(u"d"), size);
         EXPECT_EQ(weakly_canonical(path), path) << size;
@@ -116,16 +110,15 @@ TEST_IN_WORKSPACE(WeaklyCanonical, HasNoPrefixHoweverLong)
 }
 
 // Names that look like roots can't be joined to anything.
-TEST_IN_WORKSPACE(WeaklyCanonical, ARestThatCantBeJoined)
+TEST_F(WeaklyCanonical, ARestThatCantBeJoined)
 {
-    add_files(work);
     auto const refused = invalid_argument("Absolute path not permitted");
     EXPECT_FAILURE(weakly_canonical(at(uR"(d\C:\x)")), refused);
     EXPECT_FAILURE(weakly_canonical(at(uR"(no\C:x)")), refused);
     EXPECT_FAILURE(weakly_canonical(upath(uR"(no\C:)")), refused);
 }
 
-TEST_IN_WORKSPACE(WeaklyCanonical, OnAShareKeepsAllOfAMissingPath)
+TEST_F(WeaklyCanonical, OnAShareKeepsAllOfAMissingPath)
 {
     NEEDS(work.has_share(), "there is no share");
     std::u16string const root = work.share_root();

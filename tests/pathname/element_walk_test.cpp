@@ -103,97 +103,82 @@ TEST(ExtractFirstElement, Table)
             << printable(row.text);
 }
 
+/// Where a walk stands.
+struct step
+{
+    std::uint64_t position;
+    std::u16string element;
+
+    friend bool operator==(step const &, step const &) = default;
+    friend std::ostream &operator<<(std::ostream &out, step const &seen)
+    {
+        return out << seen.position << " {" << printable(seen.element) << "}";
+    }
+};
+
+step moved_down(std::u16string const &text, std::uint64_t root_length, step from)
+{
+    move_down(text, root_length, from.position, from.element);
+    return from;
+}
+
+step moved_up(std::u16string const &text, std::uint64_t root_length, step from)
+{
+    move_up(text, root_length, from.position, from.element);
+    return from;
+}
+
 TEST(MoveDown, AtTheEndClearsTheElementAndStays)
 {
     std::u16string const text = uR"(C:\foo)";
-    std::uint64_t position = text.size();
-    std::u16string element = u"left over";
-    move_down(text, 3, position, element);
-    EXPECT_EQ(position, text.size());
-    EXPECT_EQ(element, u"");
-    position = text.size() + 5;
-    element = u"left over";
-    move_down(text, 3, position, element);
-    EXPECT_EQ(position, text.size() + 5) << "a position behind the end stays, too";
-    EXPECT_EQ(element, u"");
+    EXPECT_EQ(moved_down(text, 3, {6, u"left over"}), (step{6, u""}));
+    EXPECT_EQ(moved_down(text, 3, {11, u"left over"}), (step{11, u""}))
+        << "a position behind the end stays, too";
 }
 
 TEST(MoveDown, WithAnElementThatReachesBehindTheEndStopsThere)
 {
-    std::uint64_t position = 3;
-    std::u16string element = u"longer than the rest";
-    move_down(uR"(C:\foo)", 3, position, element);
-    EXPECT_EQ(position, 6U);
-    EXPECT_EQ(element, u"");
+    EXPECT_EQ(moved_down(uR"(C:\foo)", 3, {3, u"longer than the rest"}), (step{6, u""}));
 }
 
 TEST(MoveDown, EndsWithTheTextEvenIfItsRootIsSaidToBeLonger)
 {
-    std::uint64_t position = 0;
-    std::u16string element = u"C:";
-    move_down(u"C:", 3, position, element);
-    EXPECT_EQ(position, 2U);
-    EXPECT_EQ(element, u"");
+    EXPECT_EQ(moved_down(u"C:", 3, {0, u"C:"}), (step{2, u""}));
 }
 
 TEST(MoveDown, LooksForARootDirectoryOnlyBehindARootName)
 {
-    std::uint64_t position = 0;
-    std::u16string element;
-    move_down(uR"(\foo)", 1, position, element);
-    EXPECT_EQ(position, 0U);
-    EXPECT_EQ(element, u"") << "no step from no element";
+    EXPECT_EQ(moved_down(uR"(\foo)", 1, {0, u""}), (step{0, u""})) << "no step from no element";
 }
 
 TEST(MoveDown, OnAnEmptyTextChangesNothing)
 {
-    std::uint64_t position = 7;
-    std::u16string element = u"kept";
-    move_down(u"", 0, position, element);
-    EXPECT_EQ(position, 7U);
-    EXPECT_EQ(element, u"kept");
+    EXPECT_EQ(moved_down(u"", 0, {7, u"kept"}), (step{7, u"kept"}));
 }
 
 TEST(MoveUp, AtTheFrontAndOnAnEmptyTextChangesNothing)
 {
-    std::uint64_t position = 0;
-    std::u16string element = u"kept";
-    move_up(uR"(C:\foo)", 3, position, element);
-    EXPECT_EQ(position, 0U);
-    EXPECT_EQ(element, u"kept");
-    position = 7;
-    move_up(u"", 0, position, element);
-    EXPECT_EQ(position, 7U);
-    EXPECT_EQ(element, u"kept");
+    EXPECT_EQ(moved_up(uR"(C:\foo)", 3, {0, u"kept"}), (step{0, u"kept"}));
+    EXPECT_EQ(moved_up(u"", 0, {7, u"kept"}), (step{7, u"kept"}));
 }
 
 TEST(MoveUp, FromTheEndOfATextThatEndsInABackslashGivesAnEmptyElement)
 {
     std::u16string const text = uR"(\\server\share\)";
-    std::uint64_t position = text.size();
-    std::u16string element = u"left over";
-    move_up(text, 9, position, element);
-    EXPECT_EQ(position, text.size()) << "no progress";
-    EXPECT_EQ(element, u"");
+    EXPECT_EQ(moved_up(text, 9, {text.size(), u"left over"}), (step{text.size(), u""}))
+        << "no progress";
 }
 
 TEST(MoveUp, GoesByTheRootLengthThatItIsGiven)
 {
-    std::uint64_t position = 1;
-    std::u16string element;
-    move_up(u"ab", 1, position, element);
-    EXPECT_EQ(position, 0U);
-    EXPECT_EQ(element, u"\\") << "a root of one unit is a backslash";
+    EXPECT_EQ(moved_up(u"ab", 1, {1, u""}), (step{0, u"\\"}))
+        << "a root of one unit is a backslash";
 }
 
 TEST(MoveUp, NeverLeadsBelowTheFront)
 {
-    // from a position that no element begins at
-    std::uint64_t position = 1;
-    std::u16string element;
-    move_up(uR"(a\b)", 0, position, element);
-    EXPECT_EQ(position, 0U);
-    EXPECT_EQ(element, u"a");
+    EXPECT_EQ(moved_up(uR"(a\b)", 0, {1, u""}), (step{0, u"a"}))
+        << "from a position that no element begins at";
 }
 
 TEST(ElementWalk, OfAllShortTextsIsTheSameBothWays)

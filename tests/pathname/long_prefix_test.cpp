@@ -126,14 +126,7 @@ TEST(StripLongPathPrefix, TakesAnyLimit)
     EXPECT_EQ(stripped(LR"(\\?\UNC\)", 1), LR"(\\?\UNC\)") << "two backslashes would remain";
 }
 
-struct growing_row
-{
-    std::wstring directory;
-    std::wstring grown; ///< by a name that is to be taken literally
-    char const *reason;
-};
-
-growing_row const growing_rows[] = {
+row_of<std::wstring, std::wstring> const growing_rows[] = {
     {LR"(C:\a)", LR"(\\?\C:\a\b.)", "a drive"},
     {LR"(\\server\share\a)", LR"(\\?\UNC\server\share\a\b.)", "a server gives up two backslashes"},
     {LR"(\\?\C:\a)", LR"(\\?\C:\a\b.)", "it has its prefix, and keeps it"},
@@ -143,14 +136,14 @@ growing_row const growing_rows[] = {
 
 TEST(GrowingPathname, IsWhatItWasWhenTheNameIsTakenOff)
 {
-    for (growing_row const &row : growing_rows) {
-        std::wstring path = row.directory;
+    for (auto const &row : growing_rows) {
+        std::wstring path = row.given;
         addition const added = add_name(path, [](std::wstring &grown) {
             grown = make_literal_form<wchar_t, wchar_t>(grown) + L"\\b.";
         });
-        EXPECT_EQ(path, row.grown) << row.reason;
+        EXPECT_EQ(path, row.expected) << row.why;
         take_off(path, added);
-        EXPECT_EQ(path, row.directory) << row.reason;
+        EXPECT_EQ(path, row.given) << row.why;
     }
 }
 

@@ -92,10 +92,8 @@ constexpr text_row<char16_t> native_cases[] = {
 
 TEST(MakeNativeForm, Table)
 {
-    for (auto const &row : native_cases) {
-        EXPECT_EQ(make_native_form(row.text, true), row.expected) << printable(row.text) << row.why;
-        EXPECT_EQ(make_native_form(row.text, false), row.expected) << "the flag has no effect";
-    }
+    expect_rows(native_cases, [](auto text) { return make_native_form(text, true); });
+    expect_rows(native_cases, [](auto text) { return make_native_form(text, false); });
 }
 
 TEST(MakeNativeForm, TableThroughTheTraits)

@@ -49,31 +49,26 @@ constexpr shape_case shape_cases[] = {
     {uR"(\??\)", false, false, false, false, false},
 };
 
+void expect_shapes(std::u16string_view text, std::size_t at, shape_case const &row)
+{
+    std::string const seen = printable(text);
+    EXPECT_EQ(is_drive_at(text, at), row.drive) << seen;
+    EXPECT_EQ(is_device_prefix_at(text, at), row.device) << seen;
+    EXPECT_EQ(is_long_prefix_at(text, at), row.long_prefix) << seen;
+    EXPECT_EQ(is_long_unc_prefix_at(text, at), row.long_unc) << seen;
+    EXPECT_EQ(is_unc_prefix_at(text, at), row.unc) << seen;
+}
+
 TEST(Shapes, Table)
 {
-    for (auto const &row : shape_cases) {
-        std::u16string_view const text = row.text;
-        std::string const shown = printable(text);
-        EXPECT_EQ(is_drive_at(text, 0), row.drive) << shown;
-        EXPECT_EQ(is_device_prefix_at(text, 0), row.device) << shown;
-        EXPECT_EQ(is_long_prefix_at(text, 0), row.long_prefix) << shown;
-        EXPECT_EQ(is_long_unc_prefix_at(text, 0), row.long_unc) << shown;
-        EXPECT_EQ(is_unc_prefix_at(text, 0), row.unc) << shown;
-    }
+    for (auto const &row : shape_cases)
+        expect_shapes(row.text, 0, row);
 }
 
 TEST(Shapes, AreLookedForAtAnIndex)
 {
-    for (auto const &row : shape_cases) {
-        std::u16string const shifted = std::u16string(u"  ") + row.text;
-        std::u16string_view const text = shifted;
-        std::string const shown = printable(text);
-        EXPECT_EQ(is_drive_at(text, 2), row.drive) << shown;
-        EXPECT_EQ(is_device_prefix_at(text, 2), row.device) << shown;
-        EXPECT_EQ(is_long_prefix_at(text, 2), row.long_prefix) << shown;
-        EXPECT_EQ(is_long_unc_prefix_at(text, 2), row.long_unc) << shown;
-        EXPECT_EQ(is_unc_prefix_at(text, 2), row.unc) << shown;
-    }
+    for (auto const &row : shape_cases)
+        expect_shapes(std::u16string(u"  ") + row.text, 2, row);
 }
 
 TEST(Shapes, OfAllShortTextsAgreeInBothCharacterTypesAndExcludeEachOther)

@@ -107,22 +107,18 @@ TEST(TextCosts, APathTakesATextIntoTheRoomThatItHas)
     EXPECT_EQ(allocations_of([&] { joined = text; }), 1U) << "the form, which then is the path's";
 }
 
+void walk(upath const &all)
+{
+    for (std::u16string const &element : all)
+        static_cast<void>(element);
+}
+
 TEST(TextCosts, AWalkTakesMemoryOnlyWhereAnElementIsLongerThanAllBeforeIt)
 {
     upath const names(uR"(C:\name\n\name\na\name\nam\name)");
-    EXPECT_EQ(allocations_of([&] {
-                  for (std::u16string const &element : names)
-                      static_cast<void>(element);
-              }),
-              0U)
-        << "of up to seven units each";
+    EXPECT_EQ(allocations_of([&] { walk(names); }), 0U) << "of up to seven units each";
     upath const long_names(uR"(C:\rather-long-name\short\a-longer-name\n\equally-longname)");
-    EXPECT_EQ(allocations_of([&] {
-                  for (std::u16string const &element : long_names)
-                      static_cast<void>(element);
-              }),
-              1U)
-        << "the longest comes first";
+    EXPECT_EQ(allocations_of([&] { walk(long_names); }), 1U) << "the longest comes first";
     EXPECT_EQ(allocations_of([&] {
                   upath::iterator element = long_names.end();
                   while (element != long_names.begin())

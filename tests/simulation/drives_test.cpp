@@ -1,4 +1,5 @@
 #include "platform/contract.hpp"
+#include "support/tables.hpp"
 
 #include <simulation/machine.hpp>
 
@@ -69,20 +70,33 @@ constexpr universal_case universal_cases[] = {
     {L"X:", L"\\\\server\\share", L""},
 };
 
-bool is_within(void const *pointer, char const (&buffer)[2000])
+/// What the provider is handed over for its answer.
+class name_buffer
 {
-    return pointer >= buffer && pointer < buffer + sizeof buffer;
-}
+public:
+    template <typename Info>
+    Info const &asked(wchar_t const *text, DWORD level)
+    {
+        DWORD size = sizeof bytes_;
+        EXPECT_EQ(::WNetGetUniversalNameW(text, level, bytes_, &size), 0U);
+        return *reinterpret_cast<Info const *>(bytes_);
+    }
+    bool holds(void const *pointer) const
+    {
+        return pointer >= bytes_ && pointer < bytes_ + sizeof bytes_;
+    }
+
+private:
+    alignas(8) char bytes_[2000] = {};
+};
 
 TEST(MappedDrives, HaveUniversalNames)
 {
     mapped_machine const mapped;
     for (universal_case const &row : universal_cases) {
-        alignas(8) char buffer[2000] = {};
-        DWORD size = sizeof buffer;
-        ASSERT_EQ(::WNetGetUniversalNameW(row.text, UNIVERSAL_NAME_INFO_LEVEL, buffer, &size), 0U);
-        auto const &info = *reinterpret_cast<UNIVERSAL_NAME_INFOW const *>(buffer);
-        EXPECT_TRUE(is_within(info.lpUniversalName, buffer));
+        name_buffer buffer;
+        auto const &info = buffer.asked<UNIVERSAL_NAME_INFOW>(row.text, UNIVERSAL_NAME_INFO_LEVEL);
+        EXPECT_TRUE(buffer.holds(info.lpUniversalName));
         EXPECT_STREQ(info.lpUniversalName, row.universal);
     }
 }
@@ -91,10 +105,8 @@ TEST(MappedDrives, HaveRemoteNames)
 {
     mapped_machine const mapped;
     for (universal_case const &row : universal_cases) {
-        alignas(8) char buffer[2000] = {};
-        DWORD size = sizeof buffer;
-        ASSERT_EQ(::WNetGetUniversalNameW(row.text, REMOTE_NAME_INFO_LEVEL, buffer, &size), 0U);
-        auto const &info = *reinterpret_cast<REMOTE_NAME_INFOW const *>(buffer);
+        name_buffer buffer;
+        auto const &info = buffer.asked<REMOTE_NAME_INFOW>(row.text, REMOTE_NAME_INFO_LEVEL);
         EXPECT_STREQ(info.lpUniversalName, row.universal);
         EXPECT_STREQ(info.lpConnectionName, L"\\\\server\\share");
         EXPECT_STREQ(info.lpRemainingPath, row.rest);
@@ -209,12 +221,7 @@ TEST(TakenLetters, LeaveTheVolumeToItsOtherNames)
 
 TEST(NamesOfTheObjectManager, Outcomes)
 {
-    struct
-    {
-        wchar_t const *text;
-        DWORD code;
-        char const *why;
-    } const cases[] = {
+    constexpr test_support::row_of<wchar_t const *, DWORD> cases[] = {
         {LR"(\\?\GLOBALROOT\Device\HarddiskVolume3\dir)", success, "C:"},
         {LR"(\\?\globalroot\device\harddiskvolume3\DIR)", success, "in any case"},
         {LR"(\\?\GLOBALROOT\Device\HarddiskVolume3\)", success, "its root"},
@@ -228,8 +235,7 @@ TEST(NamesOfTheObjectManager, Outcomes)
     };
     mapped_machine mapped;
     mapped.machine.add_directory(u"C:\\dir");
-    for (auto const &row : cases)
-        EXPECT_EQ(get_file_attributes(row.text), row.code) << row.why;
+    test_support::expect_rows(cases, [](auto name) { return get_file_attributes(name); });
     EXPECT_EQ(final_path(L"X:\\dir", VOLUME_NAME_NT), u"\\Device\\Mup\\server\\share\\dir");
 }
 

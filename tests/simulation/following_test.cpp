@@ -13,7 +13,6 @@ namespace {
 using contract::content_of;
 using contract::opened;
 using contract::success;
-using names = std::vector<std::u16string>;
 
 class Following : public testing::Test
 {
@@ -236,8 +235,9 @@ TEST_F(Following, CallsThatMeanTheLinkItself)
     EXPECT_EQ(contract::delete_file(L"C:\\link2"), success);
     EXPECT_EQ(contract::remove_directory(L"C:\\link"), success);
     EXPECT_EQ(contract::remove_directory(L"C:\\dir\\moved"), success);
-    EXPECT_EQ(machine.entries(u"C:\\dir"), (names{u"file", u"sub"})) << "targets stay";
-    EXPECT_EQ(machine.entries(u"C:\\"), (names{u"dir", u"file"}));
+    EXPECT_EQ(machine.entries(u"C:\\dir"), (std::vector<std::u16string>{u"file", u"sub"}))
+        << "targets stay";
+    EXPECT_EQ(machine.entries(u"C:\\"), (std::vector<std::u16string>{u"dir", u"file"}));
 }
 
 TEST_F(Following, ALinkMovesToAnotherVolumeAsALink)
@@ -254,7 +254,7 @@ TEST_F(Following, LooksSeeLinksInTheMiddleOnly)
 {
     machine.add_symbolic_link(u"C:\\link", u"dir", to_directory);
     EXPECT_EQ(machine.content(u"C:\\link\\file"), "inner");
-    EXPECT_EQ(machine.entries(u"C:\\link"), names()) << "the link itself";
+    EXPECT_EQ(machine.entries(u"C:\\link"), std::vector<std::u16string>()) << "the link itself";
     EXPECT_FALSE(machine.is_same(u"C:\\link", u"C:\\dir"));
     EXPECT_TRUE(machine.is_same(u"C:\\link\\sub", u"C:\\dir\\sub"));
 }

@@ -1,19 +1,14 @@
 #include "names.hpp"
 
+#include "support/tables.hpp"
+
 #include <gtest/gtest.h>
 
 namespace fl::simulation {
 
 namespace {
 
-struct name_case
-{
-    std::u16string name;
-    bool is_valid;
-    char const *why;
-};
-
-name_case const name_cases[] = {
+test_support::row_of<std::u16string, bool> const name_cases[] = {
     {u"a", true, "plain"},
     {u"a.b c", true, "with a blank"},
     {u"a. ", true, "an end that a long prefix keeps"},
@@ -35,9 +30,7 @@ name_case const name_cases[] = {
 
 TEST(Names, ThatADiskTakes)
 {
-    for (name_case const &row : name_cases)
-        EXPECT_EQ(is_valid_name(row.name), row.is_valid)
-            << testing::PrintToString(row.name) << ": " << row.why;
+    test_support::expect_rows(name_cases, is_valid_name);
     for (char16_t const unit : std::u16string_view(u"<>:\"/\\|?*"))
         EXPECT_FALSE(is_valid_name(std::u16string(1, unit)));
 }

@@ -1,6 +1,7 @@
 // What a test can only arrange on a simulated machine: rights, servers, attributes.
 
 #include "platform/contract.hpp"
+#include "support/tables.hpp"
 
 #include <simulation/machine.hpp>
 
@@ -30,12 +31,7 @@ TEST(Refusals, ServersAreUnknownOrDead)
 {
     simulated_machine machine;
     machine.add_share(u"server", u"share").add_share(u"dead", u"share").add_dead_server(u"dead");
-    struct
-    {
-        LPCWSTR name;
-        DWORD code;
-        char const *why;
-    } const rows[] = {
+    constexpr test_support::row_of<wchar_t const *, DWORD> rows[] = {
         {L"\\\\server\\share\\dir", ERROR_FILE_NOT_FOUND, "reached"},
         {L"\\\\server\\share\\dir\\inner", ERROR_PATH_NOT_FOUND, "reached"},
         {L"\\\\server\\other\\dir", ERROR_BAD_NET_NAME, "a server without that share"},
@@ -47,8 +43,7 @@ TEST(Refusals, ServersAreUnknownOrDead)
         {L"\\\\?\\UNC\\unknown\\share\\dir", ERROR_BAD_NETPATH, "with a long prefix"},
         {L"\\\\.\\UNC\\server\\other\\dir", ERROR_BAD_NET_NAME, "with the other prefix"},
     };
-    for (auto const &row : rows)
-        EXPECT_EQ(get_file_attributes(row.name), row.code) << row.why;
+    test_support::expect_rows(rows, [](auto name) { return get_file_attributes(name); });
 }
 
 TEST(Refusals, ReadOnlyDirectoriesStay)

@@ -1,5 +1,6 @@
 #include "wildcard.hpp"
 
+#include "support/tables.hpp"
 #include "support/text.hpp"
 
 #include <gtest/gtest.h>
@@ -8,15 +9,7 @@ namespace fl::simulation {
 
 namespace {
 
-struct pattern_case
-{
-    char16_t const *pattern;
-    char16_t const *name;
-    bool matches;
-    char const *why;
-};
-
-constexpr pattern_case pattern_cases[] = {
+constexpr test_support::row_of_texts<char16_t, bool> pattern_cases[] = {
     {u"*", u"a", true, "any"},
     {u"*", u".", true, "any, dots too"},
     {u"*.*", u"a", true, "any, as it ever was"},
@@ -60,10 +53,8 @@ constexpr pattern_case pattern_cases[] = {
 
 TEST(Wildcard, Table)
 {
-    for (pattern_case const &row : pattern_cases)
-        EXPECT_EQ(matches(row.pattern, row.name), row.matches)
-            << testing::PrintToString(std::u16string(row.pattern))
-            << testing::PrintToString(std::u16string(row.name)) << ": " << row.why;
+    test_support::expect_rows(pattern_cases,
+                              [](auto pattern, auto name) { return matches(pattern, name); });
 }
 
 TEST(Wildcard, IsToldByItsUnits)

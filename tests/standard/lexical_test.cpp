@@ -121,13 +121,7 @@ TEST(StandardLexicallyNormal, HasNoDotsToTakeAway)
     });
 }
 
-struct relative_case
-{
-    wchar_t const *text, *base, *expected;
-    char const *why;
-};
-
-constexpr relative_case relative_cases[] = {
+constexpr row_of_texts<wchar_t> relative_cases[] = {
     {L"", L"", L".", "the same"},
     {L"a\\b", L"a\\b", L".", "the same"},
     {L"a/b", L"a\\\\b", L".", "the same, but for separators"},
@@ -193,10 +187,8 @@ constexpr relative_case relative_cases[] = {
 
 TEST(StandardLexicallyRelative, Table)
 {
-    for (relative_case const &row : relative_cases)
-        EXPECT_EQ(lexically_relative(row.text, row.base), row.expected)
-            << row.why << ": " << printable(units(row.text)) << " from "
-            << printable(units(row.base));
+    expect_rows(relative_cases,
+                [](auto text, auto base) { return lexically_relative(text, base); });
 }
 
 /// Without the separator at its end, and a dot if that leaves nothing.

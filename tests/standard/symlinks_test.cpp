@@ -91,14 +91,7 @@ TEST_ON_MACHINE(StandardSymlinkStatus, AFailingLookAtTheTag)
     }
 }
 
-struct cleaning_case
-{
-    wchar_t const *target;
-    char16_t const *cleaned;
-    char const *why;
-};
-
-constexpr cleaning_case cleaning_cases[] = {
+constexpr row_of<wchar_t const *, char16_t const *> cleaning_cases[] = {
     {L"a", u"a", "nothing to do"},
     {L"a//b/c", uR"(a\b\c)", "each run becomes one"},
     {LR"(a\\/\b)", uR"(a\b)", "of both kinds"},
@@ -126,7 +119,7 @@ constexpr cleaning_case cleaning_cases[] = {
 
 TEST_ON_MACHINE(StandardCreateSymlink, CleansTheText)
 {
-    for (cleaning_case const &row : cleaning_cases) {
+    for (auto const &row : cleaning_cases) {
         for (bool const is_directory : {false, true}) {
             simulated_machine fresh;
             // this is about the text; whether the machine takes it is another matter
@@ -134,10 +127,10 @@ TEST_ON_MACHINE(StandardCreateSymlink, CleansTheText)
             std::error_code ec = stale;
             auto const make =
                 is_directory ? standard::create_directory_symlink : standard::create_symlink;
-            make(row.target, L"C:\\a//link", ec);
+            make(row.given, L"C:\\a//link", ec);
             EXPECT_EQ(ec, system_code(5)) << row.why;
             ASSERT_EQ(fresh.journal().size(), 1U) << row.why;
-            EXPECT_EQ(fresh.journal().front().second_text, row.cleaned) << row.why;
+            EXPECT_EQ(fresh.journal().front().second_text, row.expected) << row.why;
             EXPECT_EQ(fresh.journal().front().text, u"C:\\a//link") << "as it stands";
             EXPECT_EQ(fresh.journal().front().flags, is_directory ? 3U : 2U) << row.why;
         }

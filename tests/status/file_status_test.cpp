@@ -194,6 +194,13 @@ TEST(FileStatusLight, Types)
         expect_type(file_status_light(row.type), row);
 }
 
+/// As they were given, each at its own hour.
+void expect_times_and_size(full_layout const &seen)
+{
+    EXPECT_TRUE(seen.atime == hour(1) && seen.mtime == hour(2) && seen.ctime == hour(3));
+    EXPECT_EQ(seen.size, 4U);
+}
+
 TEST(FileStatus, SetTypeDerivesTheStandardOne)
 {
     file_status status(file_status::directory_file, 0755, hour(1), hour(2), hour(3), 4);
@@ -204,8 +211,7 @@ TEST(FileStatus, SetTypeDerivesTheStandardOne)
     full_layout const seen = fields(status);
     EXPECT_EQ(seen.std_perms, 0755U) << "no other field";
     EXPECT_EQ(seen.perms, 0755U);
-    EXPECT_TRUE(seen.atime == hour(1) && seen.mtime == hour(2) && seen.ctime == hour(3));
-    EXPECT_EQ(seen.size, 4U);
+    expect_times_and_size(seen);
 }
 
 TEST(FileStatus, StandardTypeOfEveryLowerHalf)
@@ -258,8 +264,7 @@ TEST(FileStatus, Permissions)
     full_layout const seen = fields(changed);
     EXPECT_EQ(seen.std_type, 2U) << "no other field";
     EXPECT_EQ(seen.type, 0x8000U);
-    EXPECT_TRUE(seen.atime == hour(1) && seen.mtime == hour(2) && seen.ctime == hour(3));
-    EXPECT_EQ(seen.size, 4U);
+    expect_times_and_size(seen);
 }
 
 TEST(FileStatus, ArgumentsAndFieldsInOrder)
@@ -378,8 +383,7 @@ TEST(FileStatus, AssignmentCopiesTheWholeRecord)
     EXPECT_EQ(seen.std_perms, 0xFFFU);
     EXPECT_EQ(seen.type, 0xC000U);
     EXPECT_EQ(seen.perms, 0x1FFFU);
-    EXPECT_TRUE(seen.atime == hour(1) && seen.mtime == hour(2) && seen.ctime == hour(3));
-    EXPECT_EQ(seen.size, 4U);
+    expect_times_and_size(seen);
 }
 
 TEST(FileStatusLight, AssignmentCopiesTheWholeRecord)

@@ -92,29 +92,22 @@ TEST_IN_WORKSPACE(Status, OfADirectory)
     EXPECT_TRUE(exists(u"C:\\"));
 }
 
-struct extension_case
-{
-    char16_t const *name;
-    unsigned int permissions;
-    char const *why;
-};
-
 TEST_IN_WORKSPACE(Status, OfWhatRuns)
 {
-    constexpr extension_case cases[] = {
+    constexpr row_of<char16_t const *, unsigned int> cases[] = {
         {u"tool.exe", 0777, "a program"},    {u"tool2.EXE", 0777, "in upper case"},
         {u"tool.bat", 0777, "a batch file"}, {u"tool.com", 0777, "a program of old"},
         {u"tool.cmd", 0777, "a batch file"}, {u"tool.exe.txt", 0666, "the last one counts"},
         {u"tool.e", 0666, "one unit"},       {u"tool", 0666, "none"},
         {u"tool.lnk", 0666, "a shortcut"},   {u"toolexe", 0666, "no full stop"},
     };
-    for (extension_case const &row : cases) {
-        std::u16string const path = make_file(row.name);
+    for (auto const &row : cases) {
+        std::u16string const path = make_file(row.given);
         attributes_for_now const archive(path, FILE_ATTRIBUTE_ARCHIVE);
-        EXPECT_EQ(status(path).get_perms(), 0x1000 | row.permissions) << row.why;
-        EXPECT_EQ(symlink_status(path).get_perms(), 0x1000 | row.permissions) << row.why;
+        EXPECT_EQ(status(path).get_perms(), 0x1000 | row.expected) << row.why;
+        EXPECT_EQ(symlink_status(path).get_perms(), 0x1000 | row.expected) << row.why;
         attributes_for_now const read_only(path, FILE_ATTRIBUTE_ARCHIVE | FILE_ATTRIBUTE_READONLY);
-        EXPECT_EQ(status(path).get_perms(), 0x1000 | (row.permissions & 0555)) << row.why;
+        EXPECT_EQ(status(path).get_perms(), 0x1000 | (row.expected & 0555)) << row.why;
     }
 }
 

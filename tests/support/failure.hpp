@@ -3,6 +3,9 @@
 // What an operation threw, as one value to compare: a wrong class, text, pathname
 // or code each fail the test.
 
+#include "support/tables.hpp"
+#include "support/text.hpp"
+
 #include <fl/filesystem/exceptions.hpp>
 
 #include <gtest/gtest.h>
@@ -30,23 +33,6 @@ struct failure
 
 /// What was thrown, if anything.
 using maybe_failure = std::optional<failure>;
-
-/// ASCII as it is, every other unit as an escape.
-inline std::string printable(std::u16string_view text)
-{
-    std::string printed;
-    for (char16_t const unit : text) {
-        if (unit >= 32 && unit < 127) {
-            printed += static_cast<char>(unit);
-            continue;
-        }
-        constexpr char digits[] = "0123456789ABCDEF";
-        printed += "\\u";
-        for (unsigned int shift = 16; shift > 0; shift -= 4)
-            printed += digits[(unit >> (shift - 4)) & 0xFU];
-    }
-    return printed;
-}
 
 inline std::ostream &operator<<(std::ostream &out, failure const &shown)
 {
@@ -84,69 +70,78 @@ maybe_failure failure_of(Call call)
     return std::nullopt;
 }
 
+/// A row of a table: what is given, what it fails with, and why.
+template <typename Given>
+using failing_row = row_of<Given, failure>;
+
+/// Plays a table: `act` throws what each row expects.
+template <typename Rows, typename Act>
+void expect_failures(Rows const &rows, Act act)
+{
+    for (auto const &row : rows)
+        EXPECT_EQ(failure_of([&] { outcome_of_row(row, act); }), row.expected)
+            << shown(row) << ": " << row.why;
+}
+
 /// That `call` throws exactly this of the library's family, as one expression of the test.
 #define EXPECT_FAILURE(call, ...)                                                                  \
     EXPECT_EQ(::test_support::failure_of([&] { static_cast<void>(call); }), (__VA_ARGS__))
 #define ASSERT_FAILURE(call, ...)                                                                  \
     ASSERT_EQ(::test_support::failure_of([&] { static_cast<void>(call); }), (__VA_ARGS__))
 
-inline failure about(fl::filesystem::fsys_excp_id id, char const *what, std::u16string const &path)
+namespace library = fl::filesystem;
+
+inline failure about(library::fsys_excp_id id, char const *what, std::u16string const &path)
 {
     return {id, what, path, {}, 0};
 }
 
 inline failure file_exists(std::u16string const &path)
 {
-    return about(fl::filesystem::fsys_excp_file_exists_error, "fl:filesystem:FileExistsError",
-                 path);
+    return about(library::fsys_excp_file_exists_error, "fl:filesystem:FileExistsError", path);
 }
 
 inline failure not_directory(std::u16string const &path)
 {
-    return about(fl::filesystem::fsys_excp_not_directory_error, "fl:filesystem:NotDirectoryError",
-                 path);
+    return about(library::fsys_excp_not_directory_error, "fl:filesystem:NotDirectoryError", path);
 }
 
 inline failure not_empty(std::u16string const &path)
 {
-    return about(fl::filesystem::fsys_excp_directory_not_empty, "fl:filesystem:DirectoryNotEmpty",
-                 path);
+    return about(library::fsys_excp_directory_not_empty, "fl:filesystem:DirectoryNotEmpty", path);
 }
 
 inline failure file_is_directory(std::u16string const &path)
 {
-    return about(fl::filesystem::fsys_excp_file_is_directory, "fl:filesystem:FileIsDirectory",
-                 path);
+    return about(library::fsys_excp_file_is_directory, "fl:filesystem:FileIsDirectory", path);
 }
 
 inline failure not_found(std::u16string const &path)
 {
-    return about(fl::filesystem::fsys_excp_path_not_found, "fl:filesystem:PathNotFound", path);
+    return about(library::fsys_excp_path_not_found, "fl:filesystem:PathNotFound", path);
 }
 
 inline failure denied(std::u16string const &path)
 {
-    return about(fl::filesystem::fsys_excp_access_denied, "fl:filesystem:AccessDenied", path);
+    return about(library::fsys_excp_access_denied, "fl:filesystem:AccessDenied", path);
 }
 
 inline failure too_large(std::u16string const &path)
 {
-    return about(fl::filesystem::fsys_excp_file_name_too_large, "fl:filesystem:FileNameTooLarge",
-                 path);
+    return about(library::fsys_excp_file_name_too_large, "fl:filesystem:FileNameTooLarge", path);
 }
 
 /// As the translation of a code makes it that names nobody to blame, for one pathname or two.
 inline failure system_error(unsigned int code, std::u16string const &path,
                             std::u16string const &second = {})
 {
-    return {
-        fl::filesystem::fsys_excp_system_error, "fl:filesystem:SystemError", path, {second}, code};
+    return {library::fsys_excp_system_error, "fl:filesystem:SystemError", path, {second}, code};
 }
 
 /// An `InvalidArgument` as the library raises most of them: without a pathname.
 inline failure invalid_argument(std::string const &message)
 {
-    return {fl::filesystem::fsys_excp_invalid_argument,
+    return {library::fsys_excp_invalid_argument,
             "fl:filesystem:InvalidArgument: " + message,
             {},
             {},

@@ -2,7 +2,6 @@
 #define FL_FILESYSTEM_TESTS_SUPPORT_TABLES_HPP
 // The rows that most tables have, and what plays them.
 
-#include "support/failure.hpp"
 #include "support/text.hpp"
 
 #include <gtest/gtest.h>
@@ -21,10 +20,6 @@ struct row_of
     char const *why;
 };
 
-/// The same where it fails.
-template <typename Given>
-using failing_row = row_of<Given, failure>;
-
 /// The same where two things are given.
 template <typename First, typename Second, typename Expected>
 struct row_of_two
@@ -39,11 +34,6 @@ struct row_of_two
 template <typename Char, typename Expected = Char const *>
 using row_of_texts = row_of_two<Char const *, Char const *, Expected>;
 
-inline std::string printable(std::wstring_view text)
-{
-    return printable(units(text));
-}
-
 /// What `of` makes of what a row gives.
 template <typename Row, typename Of>
 auto outcome_of_row(Row const &row, Of of)
@@ -56,18 +46,26 @@ auto outcome_of_row(Row const &row, Of of)
         return of(row.given);
 }
 
-/// What a row gives, as a failing test shows it.
+/// A value as a failing test shows it.
+template <typename Value>
+std::string shown_value(Value const &value)
+{
+    if constexpr (requires { printable(value); })
+        return printable(value);
+    else
+        return testing::PrintToString(value);
+}
+
+/// What a row gives.
 template <typename Row>
 std::string given_by(Row const &row)
 {
-    if constexpr (requires { printable(row.text); })
-        return printable(row.text);
-    else if constexpr (requires { printable(row.first); })
-        return printable(row.first) + ", " + printable(row.second);
-    else if constexpr (requires { row.given; })
-        return testing::PrintToString(row.given);
+    if constexpr (requires { row.text; })
+        return shown_value(row.text);
+    else if constexpr (requires { row.first; })
+        return shown_value(row.first) + ", " + shown_value(row.second);
     else
-        return "row";
+        return shown_value(row.given);
 }
 
 /// Plays a table: `of` makes of what each row gives what the row expects.

@@ -18,6 +18,28 @@ inline std::u16string units(std::wstring_view text)
     return std::u16string(text.begin(), text.end());
 }
 
+/// ASCII as it is, every other unit as an escape.
+inline std::string printable(std::u16string_view text)
+{
+    std::string printed;
+    for (char16_t const unit : text) {
+        if (unit >= 32 && unit < 127) {
+            printed += static_cast<char>(unit);
+            continue;
+        }
+        constexpr char digits[] = "0123456789ABCDEF";
+        printed += "\\u";
+        for (unsigned int shift = 16; shift > 0; shift -= 4)
+            printed += digits[(unit >> (shift - 4)) & 0xFU];
+    }
+    return printed;
+}
+
+inline std::string printable(std::wstring_view text)
+{
+    return printable(units(text));
+}
+
 /// A row of a table: a text, what becomes of it, and why.
 template <typename Char>
 struct text_row
@@ -53,6 +75,12 @@ inline std::u16string chain_of_size(std::u16string head, std::size_t size)
         head += u'\\' + std::u16string(left <= 101 ? left : 99, u'd');
     }
     return head;
+}
+
+/// `head` and a number behind it.
+inline std::u16string numbered(std::u16string const &head, int number)
+{
+    return head + units(std::to_wstring(number));
 }
 
 /// Calls `visit` with every text of up to `longest` units out of `alphabet`, the
