@@ -83,8 +83,8 @@ void expect_normalised(Rows const &rows)
 {
     for (auto const &row : rows) {
         std::wstring target = row.text;
-        EXPECT_EQ(normalise_link_target(target), row.type) << shown(row) << ": " << row.why;
-        EXPECT_EQ(target, row.expected) << shown(row) << ": " << row.why;
+        EXPECT_EQ(normalise_link_target(target), row.type) << given_by(row) << ": " << row.why;
+        EXPECT_EQ(target, row.expected) << given_by(row) << ": " << row.why;
     }
 }
 

@@ -80,7 +80,7 @@ void expect_failures(Rows const &rows, Act act)
 {
     for (auto const &row : rows)
         EXPECT_EQ(failure_of([&] { outcome_of_row(row, act); }), row.expected)
-            << shown(row) << ": " << row.why;
+            << given_by(row) << ": " << row.why;
 }
 
 /// That `call` throws exactly this of the library's family, as one expression of the test.
