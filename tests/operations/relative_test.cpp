@@ -23,6 +23,7 @@ constexpr row_of_texts<char16_t> relative_cases[] = {
     {uR"(a\No\X)", u"A", uR"(No\X)", "and as they are written where nothing is"},
 };
 
+/// With the directories `a\b` and `a\c`, and a file in the one.
 class Relative : public in_workspace
 {
 protected:

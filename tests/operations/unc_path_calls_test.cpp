@@ -12,6 +12,7 @@ namespace {
 
 using sizes = std::vector<std::uint64_t>;
 
+/// With a share that is drive X:.
 class GetUncPathCalls : public on_machine
 {
 protected:

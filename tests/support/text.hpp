@@ -1,6 +1,7 @@
 #ifndef FL_FILESYSTEM_TESTS_SUPPORT_TEXT_HPP
 #define FL_FILESYSTEM_TESTS_SUPPORT_TEXT_HPP
-// Texts in the system's character type, and all short texts.
+// Texts in the system's character type, as failing tests show them, and of any size; all short
+// texts.
 
 #include <cstddef>
 #include <string>
