@@ -26,14 +26,7 @@ if(CMAKE_SCRIPT_MODE_FILE)
   return()
 endif()
 
-# The linker for Windows looks for the group of each section anew, all through its object: large
-# objects cost it more than they save the compiler.
-if(MINGW)
-  set(files_at_a_time 16)
-else()
-  set(files_at_a_time 40)
-endif()
-set(FL_TEST_FILES_AT_A_TIME ${files_at_a_time} CACHE STRING "How many test files are compiled as one")
+set(FL_TEST_FILES_AT_A_TIME 40 CACHE STRING "How many test files are compiled as one")
 set(FL_JOIN_SCRIPT "${CMAKE_CURRENT_LIST_FILE}")
 
 function(fl_join_sources variable name)
