@@ -155,10 +155,10 @@ TEST(LongPathnamesGuide, WhereTheOldLimitRules)
     for (lines const &row : rows_of(page, "| operation | longest | what one unit more leads to |"))
         cells[row[0]] = row;
     for (auto const &[name, find] : limits)
-        rows[name] = [&cells, &name = name, &find = find] {
-            limit const found = find();
-            EXPECT_EQ(std::to_string(found.longest), cells[name][1]);
-            EXPECT_EQ(found.failure, cells[name][2]);
+        rows[name] = [&cells, &row = name, &look = find] {
+            limit const found = look();
+            EXPECT_EQ(std::to_string(found.longest), cells[row][1]);
+            EXPECT_EQ(found.failure, cells[row][2]);
         };
     play(page, "| operation | longest | what one unit more leads to |", rows);
 }
