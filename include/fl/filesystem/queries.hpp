@@ -201,8 +201,8 @@ FL_FILESYSTEM_API void create_junction(std::u16string const &target, std::u16str
 /// `existing`, links to which are followed: hidden, system, read-only, and whether it is to be
 /// archived and indexed.
 ///
-/// Throws as that does, and ahead of it, but behind what it throws of an empty `p`, about
-/// `existing` as it was given, `PathNotFound` if it is missing, `NotDirectoryError` if it is no
+/// Throws as that does, about an empty `p` first. Then, and ahead of all else, it throws about
+/// `existing` as it was given: `PathNotFound` if it is missing, `NotDirectoryError` if it is no
 /// directory, and what other codes stand for. If the attributes can't be set, there is no `p` and
 /// its failure is told.
 FL_FILESYSTEM_API void create_directory(upath const &p, upath const &existing);
